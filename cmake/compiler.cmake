@@ -1,0 +1,32 @@
+# How every target is compiled: the same bits of every sum and product in every build, warnings as errors.
+add_library(zel_compiler INTERFACE)
+
+if(MSVC)
+    target_compile_options(zel_compiler INTERFACE /utf-8 /W4 /WX /permissive- /EHsc /fp:precise)
+    target_compile_definitions(zel_compiler INTERFACE _CRT_SECURE_NO_WARNINGS)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+        target_compile_options(zel_compiler INTERFACE -ffp-contract=off -Wno-missing-field-initializers)
+    endif()
+    set(CMAKE_MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>")
+    target_link_options(zel_compiler INTERFACE /Brepro)
+else()
+    target_compile_options(zel_compiler INTERFACE -ffp-contract=off -Wall -Wextra -Wshadow -Wfloat-conversion
+        -Werror -Wno-missing-field-initializers)
+endif()
+
+if(MINGW)
+    # GCC aligns stack slots to 16 bytes only on this target, which is too little for AVX registers.
+    target_compile_options(zel_compiler INTERFACE -Wa,-muse-unaligned-vector-move)
+    # Address-space randomisation with high entropy, no executable data, the same bytes from the same sources.
+    target_link_options(zel_compiler INTERFACE -static -Wl,--dynamicbase,--high-entropy-va,--nxcompat
+        -Wl,--no-insert-timestamp)
+endif()
+
+if(ZEL_SANITIZE)
+    target_compile_options(zel_compiler INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+        -fno-omit-frame-pointer)
+    target_link_options(zel_compiler INTERFACE -fsanitize=address,undefined)
+endif()
+if(ZEL_FUZZ)
+    target_compile_options(zel_compiler INTERFACE -fsanitize=fuzzer-no-link)
+endif()

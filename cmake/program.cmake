@@ -1,0 +1,18 @@
+# The program itself, and the staged folder that runs as it stands.
+add_executable(ZelEngine WIN32 src/app/main.cpp src/platform/windows/resources/zelengine.rc)
+target_link_libraries(ZelEngine PRIVATE zel_core zel_platform_windows)
+if(MSVC)
+    target_link_options(ZelEngine PRIVATE /ENTRY:mainCRTStartup /HIGHENTROPYVA /NXCOMPAT /DYNAMICBASE /MANIFEST:NO)
+elseif(MINGW)
+    target_link_options(ZelEngine PRIVATE -s)
+endif()
+
+set(ZEL_STAGE_DIR ${CMAKE_SOURCE_DIR}/build/stage/ZelEngine CACHE PATH "Where the runnable program is put")
+add_custom_target(stage ALL
+    COMMAND ${CMAKE_COMMAND} -E make_directory ${ZEL_STAGE_DIR}/assets
+    COMMAND ${CMAKE_COMMAND} -E copy_if_different $<TARGET_FILE:ZelEngine> ${ZEL_STAGE_DIR}/ZelEngine.exe
+    COMMAND ${CMAKE_COMMAND} -DFROM=${CMAKE_SOURCE_DIR}/assets -DTO=${ZEL_STAGE_DIR}/assets
+            -P ${CMAKE_SOURCE_DIR}/cmake/copy_images.cmake
+    COMMAND ${CMAKE_COMMAND} -E copy_directory ${CMAKE_SOURCE_DIR}/sample/Project ${ZEL_STAGE_DIR}/Project
+    DEPENDS ZelEngine
+    VERBATIM)

@@ -1,0 +1,40 @@
+// The surface behind the frame buffer: memory that the program writes pixels into, and that the system draws
+// texts and icons into and copies to the window.
+#pragma once
+
+#include "render/color.h"
+#include "render/rect.h"
+
+#include <cstdint>
+#include <string>
+
+// Makes the surface at a size (both at least 1) in place of the old one. The result is the top left pixel;
+// rows follow each other without a gap. Null when there is no memory: nothing may be drawn then.
+Pixel* CreateCanvas(int32_t width, int32_t height);
+void DestroyCanvas();
+
+// Draws text with its top left corner at (x, y): face "Segoe UI", cell height in pixels, weight 400 or 600,
+// transparent background, ClearType.
+void DrawCanvasText(int32_t x, int32_t y, const std::wstring& text, TextColor color, int32_t height,
+                    int32_t weight);
+
+// Must come between the system's drawing and the program's own access to the pixels.
+void FlushCanvas();
+
+// Copies the whole surface to the window.
+void PresentCanvas();
+
+// An image that the system scales and blends into the canvas. Negative when there is none.
+using CanvasImage = int32_t;
+
+// Loads an image file for drawing. -1 when it cannot be loaded.
+CanvasImage LoadCanvasImage(const std::wstring& path);
+
+// Scales the image into `rect` with nearest-neighbour sampling; its alpha is honoured. Nothing for -1.
+void DrawCanvasImage(CanvasImage image, const Rect& rect);
+
+// Makes the window's icon from an image file. Without it, or when it fails, the system's default is shown.
+void LoadWindowIcon(const std::wstring& path);
+
+// Releases every canvas image and the window's icon.
+void ReleaseCanvasImages();

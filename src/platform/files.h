@@ -1,0 +1,47 @@
+// Files and folders. Paths use `\`, may be relative to the working folder, and keep what the user typed.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+enum class PathKind { Missing, File, Folder };
+
+struct FolderEntry {
+    std::wstring name{};  // without the folder; never "." or ".."
+    bool isFolder = false;
+    bool isLink = false;  // a symbolic link or junction: not to be followed out of a project
+
+    friend bool operator==(const FolderEntry&, const FolderEntry&) = default;
+};
+
+// What stands at `path`. Missing also when it cannot be asked for.
+PathKind KindOfPath(const std::wstring& path);
+
+// The whole file. False when it cannot be opened or read to its end; `bytes` is then empty.
+bool ReadWholeFile(const std::wstring& path, std::string& bytes);
+
+// Puts `bytes` in place of the file at `path` so that a crash leaves the old file or the new one, never a
+// part: a temporary file beside it is written, flushed to the disk and renamed over it. Where the target
+// cannot be replaced but can be written, it is written in place. False when neither works; the old file then
+// stands as it was. No temporary file remains in any case. The folder must exist.
+bool WriteWholeFile(const std::wstring& path, std::string_view bytes);
+
+// Copies a file over `to`. False when it fails.
+bool CopyWholeFile(const std::wstring& from, const std::wstring& to);
+
+// Renames a file or folder. False when the target exists or the rename fails.
+bool RenamePath(const std::wstring& from, const std::wstring& to);
+
+bool RemoveFile(const std::wstring& path);
+bool RemoveEmptyFolder(const std::wstring& path);
+
+// Makes a folder and its missing parents. True when the folder stands afterwards.
+bool MakeFolders(const std::wstring& path);
+
+// The entries of a folder, sorted by name (by UTF-16 unit). Empty when it cannot be listed.
+std::vector<FolderEntry> ListFolder(const std::wstring& path);
+
+// The full path, with "." and ".." resolved. `path` unchanged when it cannot be made, or when the result
+// would need 260 characters or more with its end.
+std::wstring AbsolutePath(const std::wstring& path);

@@ -1,0 +1,17 @@
+// Image files (PNG, JPEG, BMP) to pixels.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+struct DecodedImage {
+    int32_t width = 0, height = 0;  // pixels, at least 1
+    std::vector<uint32_t> argb{};   // 0xAARRGGBB, not premultiplied, row 0 at the top
+};
+
+constexpr int64_t kMaxImagePixels = 64'000'000;
+
+// False when the file is missing, is no image, is cut short, is empty on one side, or has more than
+// kMaxImagePixels. `image` is then unchanged.
+bool DecodeImageFile(const std::wstring& path, DecodedImage& image);

@@ -1,0 +1,3 @@
+#include "scene/editor_state.h"
+
+EditorState editorState;

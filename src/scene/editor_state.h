@@ -1,0 +1,122 @@
+// The program's one mutable state: the scene, what is open, what is selected, what the user is in the middle
+// of.
+#pragma once
+
+#include "blueprint/blueprint_node.h"
+#include "editor/hit_zone.h"
+#include "editor/interaction.h"
+#include "editor/panel_layout.h"
+#include "formats/recent_project.h"
+#include "project/asset_entry.h"
+#include "render/mesh.h"
+#include "render/texture_image.h"
+#include "scene/camera_pose.h"
+#include "scene/game_object.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+// The values are the numbers that the rest of the program and its documents use.
+enum class Screen : int32_t { SceneEditor = 0, BlueprintEditor = 1, PrefabEditor = 2 };
+enum class Tool : int32_t { Move = 0, Rotate = 1, Scale = 2 };
+enum class BottomTab : int32_t { Files = 0, Console = 1 };
+
+// What the Prefab editor keeps aside while it shows a prefab in place of the scene.
+struct PrefabSnapshot {
+    Scene scene{};
+    std::vector<Scene> undoScenes{};
+    std::vector<int32_t> undoSelections{};
+};
+
+// What Play mode keeps aside beside the scene.
+struct PlaySnapshotState {
+    bool taken = false;       // the runtime starts to play without a snapshot
+    float animationTime = 0;  // seconds, of edit mode
+};
+
+// Accessed by the window's thread only. A value: a test starts from a fresh one.
+struct EditorState {
+    // Editor camera and scene content.
+    Vec3 cameraPosition{0, 4.0f, -10.0f};
+    float cameraYaw = 0;         // radians
+    float cameraPitch = -0.24f;  // radians, -1.1 .. 1.1
+    Scene scene{};
+    std::vector<Mesh> meshes{};               // the seven built-in ones, then the imported ones
+    std::vector<std::wstring> meshNames{};    // display names, by mesh index
+    std::vector<std::wstring> meshSources{};  // full paths, empty for built-in ones, by mesh index
+    std::vector<TextureImage> textures{};
+    std::vector<Scene> undoScenes{};        // oldest first, at most 64
+    std::vector<int32_t> undoSelections{};  // one per undo scene
+    Scene playSnapshot{};
+    PlaySnapshotState playSnapshotState{};
+    PrefabSnapshot prefabSnapshot{};
+    GameObject clipboardObject{};
+    CameraPose playCamera{};    // the editor camera when Play mode started
+    CameraPose prefabCamera{};  // the editor camera when the Prefab editor opened
+
+    // Selection and modes.
+    int32_t selectedIndex = 0;  // -1 nothing; range-checked by everyone who uses it
+    int32_t playSelection = 0;
+    int32_t prefabSelection = 0;
+    std::array<bool, 256> keyDown{};  // by virtual-key code
+    bool runtimeMode = false;
+    bool hubVisible = false;
+    bool playMode = false;
+    Screen screen = Screen::SceneEditor;
+    Tool tool = Tool::Move;
+    BottomTab bottomTab = BottomTab::Console;
+    bool clipboardFull = false;
+    bool prefabDirty = false;
+    bool blueprintDirty = false;
+    bool componentSearchActive = false;
+    int32_t score = 0;
+    float animationTime = 0;             // seconds
+    uint32_t randomState = 0x9E3779B9u;  // never reseeded, so that every run spawns the same
+
+    // Layout, and what the last frame drew where.
+    PanelLayout panels{};
+    HitZoneList inspectorZones{};
+    HierarchyRowList hierarchyRows{};
+    HitZoneList filesCells{};  // the action is the index into fileEntries
+
+    // Project and files.
+    std::wstring projectRoot = L"Project";
+    std::wstring filesRoot = L"Project\\Files";
+    std::wstring filesFolder = L"Project\\Files";
+    std::wstring scenePath = L"Project\\Files\\Scenes\\Main.scene";
+    std::vector<AssetEntry> fileEntries{};
+    std::vector<RecentProject> recentProjects{};
+    std::vector<BlueprintNode> blueprintNodes{};
+    std::wstring blueprintPath{};       // full path; empty without an open Blueprint
+    std::wstring blueprintShownPath{};  // as the Blueprint screen shows it
+    std::wstring blueprintName{};       // file name
+    std::wstring prefabPath{};          // full path; empty without an open prefab
+    std::wstring prefabName{};          // file name without extension
+    std::wstring projectName{};         // last component of the project folder
+    std::wstring windowTitle{};         // as last set
+    std::wstring statusMessage = L"Ready. Software renderer bezi bez externich knihoven.";
+
+    // What the user is in the middle of.
+    Point pointer{};  // last known position, pixels
+    PanelResize panelResize{};
+    MouseLook mouseLook{};
+    GizmoDrag gizmoDrag{};
+    bool keyboardTransform = false;  // a held key moves the selection: one undo step
+    HierarchyDrag hierarchyDrag{};
+    FilesDrag filesDrag{};
+    int32_t selectedFile = -1;  // index into fileEntries
+    PopupMenu createMenu{};
+    PopupMenu objectMenu{};
+    PopupMenu filesCreateMenu{};
+    PopupMenu filesItemMenu{};
+    PopupMenu projectMenu{};
+    PopupMenu addNodeMenu{};
+    NameEntry nameEntry{};
+    NumberEntry numberEntry{};
+    std::wstring componentSearchText{};  // at most 40 units
+    BlueprintDrag blueprintDrag{};
+};
+
+extern EditorState editorState;

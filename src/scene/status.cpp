@@ -1,0 +1,7 @@
+#include "scene/status.h"
+
+#include "scene/editor_state.h"
+
+#include <utility>
+
+void SetStatus(std::wstring message) { editorState.statusMessage = std::move(message); }
