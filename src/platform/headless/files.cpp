@@ -1,0 +1,110 @@
+#include "platform/files.h"
+
+#include "platform/headless/fault_injection.h"
+#include "platform/headless/native_path.h"
+
+#include <algorithm>
+#include <filesystem>
+
+namespace fs = std::filesystem;
+
+constexpr size_t kLongestFullPath = 259;  // units
+constexpr fs::perms kWritable = fs::perms::owner_write;
+
+static bool IsSeparator(wchar_t c) { return c == L'\\' || c == L'/'; }
+
+static fs::file_status StatusOf(const std::wstring& path) {
+    std::error_code error;
+    if (path.empty() || !TakeFileStep()) return fs::file_status(fs::file_type::not_found);
+    return fs::status(NativePath(path), error);
+}
+
+// By the permission itself: whoever runs the tests may be allowed more.
+static bool IsReadOnly(const fs::path& path) {
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    return fs::exists(status) && (status.permissions() & kWritable) == fs::perms::none;
+}
+
+// The order of UTF-16 units also where a unit is a whole character: those beyond 0xFFFF come before
+// 0xE000 .. 0xFFFF.
+static bool ComesBefore(const FolderEntry& a, const FolderEntry& b) {
+    const auto key = [](wchar_t c) -> uint32_t {
+        const auto unit = static_cast<uint32_t>(c);
+        if constexpr (sizeof(wchar_t) == 2) return unit;
+        return unit >= 0xE000 && unit <= 0xFFFF ? unit + 0x200000 : unit;
+    };
+    return std::lexicographical_compare(a.name.begin(), a.name.end(), b.name.begin(), b.name.end(),
+                                        [key](wchar_t x, wchar_t y) { return key(x) < key(y); });
+}
+
+PathKind KindOfPath(const std::wstring& path) {
+    const fs::file_status status = StatusOf(path);
+    if (fs::is_directory(status)) return PathKind::Folder;
+    return fs::exists(status) ? PathKind::File : PathKind::Missing;
+}
+
+bool CopyWholeFile(const std::wstring& from, const std::wstring& to) {
+    std::error_code error;
+    if (!TakeFileStep() || IsReadOnly(NativePath(to))) return false;
+    return fs::copy_file(NativePath(from), NativePath(to), fs::copy_options::overwrite_existing, error) &&
+           !error;
+}
+
+bool RenamePath(const std::wstring& from, const std::wstring& to) {
+    if (from.empty() || to.empty() || KindOfPath(to) != PathKind::Missing || !TakeFileStep()) return false;
+    std::error_code error;
+    fs::rename(NativePath(from), NativePath(to), error);
+    return !error;
+}
+
+bool RemoveFile(const std::wstring& path) {
+    if (KindOfPath(path) != PathKind::File || !TakeFileStep() || IsReadOnly(NativePath(path))) return false;
+    std::error_code error;
+    return fs::remove(NativePath(path), error) && !error;
+}
+
+bool RemoveEmptyFolder(const std::wstring& path) {
+    if (KindOfPath(path) != PathKind::Folder || !TakeFileStep()) return false;
+    std::error_code error;
+    return fs::remove(NativePath(path), error) && !error;
+}
+
+bool MakeFolders(const std::wstring& path) {
+    if (path.empty() || !TakeFileStep()) return false;
+    std::error_code error;
+    fs::create_directories(NativePath(path), error);
+    return fs::is_directory(NativePath(path), error);
+}
+
+std::vector<FolderEntry> ListFolder(const std::wstring& path) {
+    if (path.empty() || !TakeFileStep()) return {};
+    std::error_code error;
+    std::vector<FolderEntry> entries;
+    fs::directory_iterator entry(NativePath(path), error);
+    while (!error && entry != fs::directory_iterator()) {
+        std::error_code ignored;
+        entries.push_back({ProgramPath(entry->path().filename()), entry->is_directory(ignored),
+                           entry->is_symlink(ignored)});
+        entry.increment(error);
+    }
+    if (error) return {};
+    std::ranges::sort(entries, ComesBefore);
+    return entries;
+}
+
+// Paths of a drive ("C:\...") are full already, as they are on the program's own system.
+static bool HasDrive(const std::wstring& path) {
+    return path.size() >= 3 && path[1] == L':' && IsSeparator(path[2]);
+}
+
+std::wstring AbsolutePath(const std::wstring& path) {
+    if (path.empty()) return path;
+    std::error_code error;
+    const fs::path native = HasDrive(path) ? TranslatedPath(path) : fs::absolute(NativePath(path), error);
+    if (error) return path;
+    std::wstring full = ProgramPath(native.lexically_normal());
+    // What ends with "." or ".." has become a folder with a separator behind it.
+    if (!IsSeparator(path.back()) && full.size() > 3 && full.back() == L'\\') full.pop_back();
+    return full.size() > kLongestFullPath ? path : full;
+}

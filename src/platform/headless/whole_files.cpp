@@ -1,0 +1,147 @@
+// Reading and writing a file in one step.
+#include "platform/files.h"
+#include "platform/headless/fault_injection.h"
+#include "platform/headless/native_path.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+
+#ifdef _WIN32
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
+
+namespace fs = std::filesystem;
+
+namespace {
+struct CloseFile {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, CloseFile>;
+
+enum class Use { Read, Create, Change };
+}  // namespace
+
+static File Open(const fs::path& path, Use use) {
+#ifdef _WIN32
+    constexpr const wchar_t* kModes[] = {L"rb", L"wb", L"r+b"};
+    return File(_wfopen(path.c_str(), kModes[static_cast<int>(use)]));
+#else
+    constexpr const char* kModes[] = {"rb", "wb", "r+b"};
+    return File(std::fopen(path.c_str(), kModes[static_cast<int>(use)]));
+#endif
+}
+
+static bool FlushToDisk(std::FILE* file) {
+    if (!TakeFileStep() || std::fflush(file) != 0) return false;
+#ifdef _WIN32
+    return _commit(_fileno(file)) == 0;
+#else
+    return fsync(fileno(file)) == 0;
+#endif
+}
+
+// Writes what the faults let through. True when that is everything.
+static bool Write(std::FILE* file, std::string_view bytes) {
+    if (!TakeFileStep()) return false;
+    size_t allowed = bytes.size();
+    if (fileFaults.writtenAtOnce >= 0) {
+        allowed = std::min(allowed, static_cast<size_t>(fileFaults.writtenAtOnce));
+    }
+    if (fileFaults.freeBytes >= 0) {
+        allowed = std::min(allowed, static_cast<size_t>(fileFaults.freeBytes));
+        fileFaults.freeBytes -= static_cast<int64_t>(allowed);
+    }
+    return std::fwrite(bytes.data(), 1, allowed, file) == bytes.size();
+}
+
+static bool Read(const fs::path& path, std::string& bytes) {
+    std::error_code error;
+    if (!fs::is_regular_file(path, error)) return false;
+    const File file = Open(path, Use::Read);
+    if (!file) return false;
+    char block[65536];
+    size_t count = 0;
+    while ((count = std::fread(block, 1, sizeof block, file.get())) > 0) bytes.append(block, count);
+    return std::ferror(file.get()) == 0;
+}
+
+// A name beside the target that is free. Its length does not depend on the target's.
+static fs::path TemporaryPath(const fs::path& target) {
+    std::error_code error;
+    fs::path path;
+    for (int32_t n = 0; path.empty() || fs::exists(path, error); ++n) {
+        path = target.parent_path() / ("~save" + std::to_string(n) + ".tmp");
+    }
+    return path;
+}
+
+static bool WriteTemporary(const fs::path& path, std::string_view bytes) {
+    if (!TakeFileStep()) return false;
+    File file = Open(path, Use::Create);
+    if (!file) return false;
+    const bool isWritten = Write(file.get(), bytes) && FlushToDisk(file.get());
+    return std::fclose(file.release()) == 0 && isWritten;
+}
+
+static bool Replace(const fs::path& target, const fs::path& temporary) {
+    if (!TakeFileStep()) return false;
+    std::error_code error;
+    const fs::file_status old = fs::status(target, error);
+    if (fs::exists(old)) fs::permissions(temporary, old.permissions(), error);
+    error.clear();
+    fs::rename(temporary, target, error);
+    return !error;
+}
+
+// Writes over the target, and its old bytes back when that fails. What is longer than the new bytes is cut
+// last, so that going back needs no room on the disk.
+static bool WriteInPlace(const fs::path& target, std::string_view bytes) {
+    std::string oldBytes;
+    if (!TakeFileStep() || !Read(target, oldBytes)) return false;
+    File file = Open(target, Use::Change);
+    if (!file) return false;
+    bool isWritten = Write(file.get(), bytes) && FlushToDisk(file.get());
+    isWritten = std::fclose(file.release()) == 0 && isWritten;
+
+    std::error_code error;
+    if (isWritten) fs::resize_file(target, bytes.size(), error);
+    if (isWritten && !error) return true;
+
+    file = Open(target, Use::Change);
+    if (file) std::fwrite(oldBytes.data(), 1, oldBytes.size(), file.get());
+    file.reset();
+    fs::resize_file(target, oldBytes.size(), error);
+    return false;
+}
+
+bool ReadWholeFile(const std::wstring& path, std::string& bytes) {
+    bytes.clear();
+    if (path.empty() || !TakeFileStep()) return false;
+    if (Read(NativePath(path), bytes)) return true;
+    bytes.clear();
+    return false;
+}
+
+// A full disk fails here and does not reach the target: only a target that cannot be replaced is written in
+// place, by bytes that have been written once already or for whose copy the folder has no place.
+bool WriteWholeFile(const std::wstring& path, std::string_view bytes) {
+    if (path.empty()) return false;
+    const fs::path target = NativePath(path);
+    std::error_code error;
+    const fs::file_status status = fs::status(target, error);
+    if (fs::exists(status)) {
+        const bool isWritable = (status.permissions() & fs::perms::owner_write) != fs::perms::none;
+        if (!fs::is_regular_file(status) || !isWritable) return false;
+    }
+
+    const fs::path temporary = TemporaryPath(target);
+    const bool isSafe = WriteTemporary(temporary, bytes);
+    const bool hadRoom = isSafe || !fs::exists(temporary, error);
+    if (isSafe && Replace(target, temporary)) return true;
+    fs::remove(temporary, error);
+    return hadRoom && fs::exists(status) && WriteInPlace(target, bytes);
+}
