@@ -1,0 +1,27 @@
+// Paths as text: their last component, its extension, the folder around it. Nothing here asks the disk.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+// What follows the last `\` or `/`; the whole path without one. Empty for a path that ends with a separator.
+std::wstring LastComponent(std::wstring_view path);
+
+// What precedes the last separator: "" for a path without one, and for a path of a root ("\file", "C:\file")
+// the root with its separator, so that the result still names a folder.
+std::wstring ParentFolder(std::wstring_view path);
+
+// From the last dot of the last component on, with the dot ("box.obj" gives ".obj", "a.b\box" gives ""). A
+// component that begins with its only dot is all extension (".gitignore").
+std::wstring FileExtension(std::wstring_view path);
+
+// The last component without that extension.
+std::wstring NameWithoutExtension(std::wstring_view path);
+
+// `stored` under `folder`: the folder alone when `stored` is empty, `stored` alone when the folder is; else
+// both with one separator between them. `stored` is not tested for being absolute.
+std::wstring JoinPath(std::wstring_view folder, std::wstring_view stored);
+
+// The part of `path` below `folder`, by an exact, case-sensitive comparison. Empty when both are equal; the
+// path as it is when it does not lie below.
+std::wstring RelativeTo(std::wstring_view path, std::wstring_view folder);
