@@ -8,8 +8,10 @@ enum class Answer { Yes, No, Cancel };
 // Asks for a folder. Empty when the user cancels.
 std::wstring PickFolder(const std::wstring& prompt);
 
-// Questions with the question icon, owned by the program's window.
+// Asks before something that cannot be taken back: with the warning icon, No is the default. Yes or No.
 Answer AskYesNo(const std::wstring& text, const std::wstring& caption);
+
+// Asks with the question icon.
 Answer AskYesNoCancel(const std::wstring& text, const std::wstring& caption);
 
 // Moves a folder into the recycle bin. False when it fails or is refused.
