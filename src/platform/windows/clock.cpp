@@ -1,0 +1,12 @@
+#include "platform/clock.h"
+
+#include <windows.h>
+
+double MonotonicSeconds() {
+    LARGE_INTEGER frequency{}, counter{};
+    QueryPerformanceFrequency(&frequency);
+    QueryPerformanceCounter(&counter);
+    return static_cast<double>(counter.QuadPart) / static_cast<double>(frequency.QuadPart);
+}
+
+void SleepMilliseconds(uint32_t milliseconds) { Sleep(milliseconds); }

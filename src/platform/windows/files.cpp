@@ -1,0 +1,88 @@
+#include "platform/files.h"
+
+#include "platform/windows/file_bytes.h"
+#include "platform/windows/file_handle.h"
+#include "platform/windows/system_path.h"
+
+#include <windows.h>
+
+#include <algorithm>
+
+static bool IsSeparator(wchar_t c) { return c == L'\\' || c == L'/'; }
+
+// Without its last part and the separators before it. Empty for a path of one part.
+static std::wstring ParentOf(std::wstring path) {
+    while (!path.empty() && IsSeparator(path.back())) path.pop_back();
+    while (!path.empty() && !IsSeparator(path.back())) path.pop_back();
+    while (!path.empty() && IsSeparator(path.back())) path.pop_back();
+    return path;
+}
+
+// Cloud storage marks its files as reparse points too; only those that stand for another name are links.
+static bool IsLink(const WIN32_FIND_DATAW& found) {
+    return (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) &&
+           IsReparseTagNameSurrogate(found.dwReserved0);
+}
+
+static bool IsItselfOrParent(const std::wstring& name) { return name == L"." || name == L".."; }
+
+PathKind KindOfPath(const std::wstring& path) {
+    const DWORD attributes = GetFileAttributesW(SystemPath(path).c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES) return PathKind::Missing;
+    return attributes & FILE_ATTRIBUTE_DIRECTORY ? PathKind::Folder : PathKind::File;
+}
+
+bool ReadWholeFile(const std::wstring& path, std::string& bytes) {
+    bytes.clear();
+    const FileHandle file(CreateFileW(SystemPath(path).c_str(), GENERIC_READ,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                      OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+    if (!file.IsOpen() || GetFileType(file.Get()) != FILE_TYPE_DISK) return false;  // a device has no end
+    return ReadAllBytes(file.Get(), bytes);
+}
+
+bool CopyWholeFile(const std::wstring& from, const std::wstring& to) {
+    return CopyFileW(SystemPath(from).c_str(), SystemPath(to).c_str(), FALSE);
+}
+
+bool RenamePath(const std::wstring& from, const std::wstring& to) {
+    return MoveFileW(SystemPath(from).c_str(), SystemPath(to).c_str());
+}
+
+bool RemoveFile(const std::wstring& path) { return DeleteFileW(SystemPath(path).c_str()); }
+
+bool RemoveEmptyFolder(const std::wstring& path) { return RemoveDirectoryW(SystemPath(path).c_str()); }
+
+bool MakeFolders(const std::wstring& path) {
+    if (KindOfPath(path) != PathKind::Missing) return KindOfPath(path) == PathKind::Folder;
+    const std::wstring parent = ParentOf(path);
+    if (!parent.empty() && !MakeFolders(parent)) return false;
+    CreateDirectoryW(SystemPath(path).c_str(), nullptr);
+    return KindOfPath(path) == PathKind::Folder;  // also when another program was faster
+}
+
+std::vector<FolderEntry> ListFolder(const std::wstring& path) {
+    if (path.empty()) return {};
+    WIN32_FIND_DATAW found{};
+    const HANDLE search = FindFirstFileW(SystemPath(path + L"\\*").c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE) return {};
+
+    std::vector<FolderEntry> entries;
+    do {
+        if (IsItselfOrParent(found.cFileName)) continue;
+        const bool isFolder = found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY;
+        entries.push_back({found.cFileName, isFolder, IsLink(found)});
+    } while (FindNextFileW(search, &found));
+    const bool isWhole = GetLastError() == ERROR_NO_MORE_FILES;
+    FindClose(search);
+    if (!isWhole) return {};
+
+    std::ranges::sort(entries, {}, &FolderEntry::name);
+    return entries;
+}
+
+std::wstring AbsolutePath(const std::wstring& path) {
+    wchar_t full[MAX_PATH] = {};
+    const DWORD length = GetFullPathNameW(path.c_str(), MAX_PATH, full, nullptr);
+    return length == 0 || length >= MAX_PATH ? path : std::wstring(full, length);
+}

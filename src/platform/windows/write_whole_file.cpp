@@ -1,0 +1,102 @@
+#include "platform/files.h"
+#include "platform/windows/file_bytes.h"
+#include "platform/windows/file_handle.h"
+#include "platform/windows/system_path.h"
+
+#include <windows.h>
+
+constexpr int32_t kTemporaryNames = 100;  // names tried before giving up
+constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+static bool SetFileSize(HANDLE file, int64_t size) {
+    LARGE_INTEGER position{};
+    position.QuadPart = size;
+    return SetFilePointerEx(file, position, nullptr, FILE_BEGIN) && SetEndOfFile(file);
+}
+
+static bool GoToStart(HANDLE file) { return SetFilePointerEx(file, LARGE_INTEGER{}, nullptr, FILE_BEGIN); }
+
+// What a link at `path` leads to, so that a save replaces the file and not the link.
+static std::wstring FollowLink(const std::wstring& path) {
+    const FileHandle file(CreateFileW(path.c_str(), 0, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr));
+    if (!file.IsOpen()) return path;
+    const DWORD size = GetFinalPathNameByHandleW(file.Get(), nullptr, 0, FILE_NAME_NORMALIZED);
+    std::wstring target(size, L'\0');
+    const DWORD length = GetFinalPathNameByHandleW(file.Get(), target.data(), size, FILE_NAME_NORMALIZED);
+    if (length == 0 || length >= size) return path;
+    target.resize(length);
+    return target;
+}
+
+// A name of its own length, so that a file with the longest possible name has room beside it too.
+static std::wstring TemporaryName(const std::wstring& target, int32_t attempt) {
+    const size_t folderEnd = target.find_last_of(L"\\/:") + 1;  // 0 without a folder
+    const std::wstring number = std::to_wstring(GetCurrentProcessId()) + L"_" + std::to_wstring(attempt);
+    return target.substr(0, folderEnd) + L"~zel" + number + L".tmp";
+}
+
+// Writes a new file beside the target, down to the disk. Its path, or an empty one when that fails.
+static std::wstring WriteTemporaryFile(const std::wstring& target, DWORD attributes, std::string_view bytes) {
+    for (int32_t attempt = 0; attempt < kTemporaryNames; ++attempt) {
+        const std::wstring path = SystemPath(TemporaryName(target, attempt));
+        FileHandle file(
+            CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, attributes, nullptr));
+        if (!file.IsOpen()) {
+            if (GetLastError() == ERROR_FILE_EXISTS) continue;
+            return {};
+        }
+        const bool isSafe = WriteAllBytes(file.Get(), bytes) && FlushFileBuffers(file.Get());
+        file.Close();
+        if (isSafe) return path;
+        DeleteFileW(path.c_str());
+        return {};
+    }
+    return {};
+}
+
+// One rename: whoever looks finds the old file or the new one.
+static bool ReplaceByTemporaryFile(const std::wstring& target, DWORD attributes, std::string_view bytes) {
+    const std::wstring temporary = WriteTemporaryFile(target, attributes, bytes);
+    if (temporary.empty()) return false;
+    constexpr DWORD kFlags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
+    if (MoveFileExW(temporary.c_str(), target.c_str(), kFlags)) return true;
+    DeleteFileW(temporary.c_str());
+    return false;
+}
+
+// Overwrites a file that another program keeps open and lets others write to.
+static bool OverwriteInPlace(const std::wstring& target, std::string_view bytes) {
+    const FileHandle file(CreateFileW(target.c_str(), GENERIC_READ | GENERIC_WRITE, kShareAll, nullptr,
+                                      OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    std::string oldBytes;
+    if (!file.IsOpen() || !ReadAllBytes(file.Get(), oldBytes)) return false;
+    const auto newSize = static_cast<int64_t>(bytes.size());
+    const auto oldSize = static_cast<int64_t>(oldBytes.size());
+
+    // Grown first: a full disk is found before anything is overwritten.
+    const bool hasRoom = newSize <= oldSize || SetFileSize(file.Get(), newSize);
+    if (hasRoom && GoToStart(file.Get()) && WriteAllBytes(file.Get(), bytes) &&
+        SetFileSize(file.Get(), newSize) && FlushFileBuffers(file.Get())) {
+        return true;
+    }
+    if (GoToStart(file.Get())) WriteAllBytes(file.Get(), oldBytes);
+    SetFileSize(file.Get(), oldSize);
+    FlushFileBuffers(file.Get());
+    return false;
+}
+
+bool WriteWholeFile(const std::wstring& path, std::string_view bytes) {
+    std::wstring target = SystemPath(path);
+    DWORD attributes = GetFileAttributesW(target.c_str());
+    const bool exists = attributes != INVALID_FILE_ATTRIBUTES;
+    if (exists && (attributes & FILE_ATTRIBUTE_REPARSE_POINT)) {
+        target = FollowLink(target);
+        attributes = GetFileAttributesW(target.c_str());
+    }
+    if (exists && (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY))) return false;
+
+    constexpr DWORD kKept = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
+    const DWORD newAttributes = exists && (attributes & kKept) ? attributes & kKept : FILE_ATTRIBUTE_NORMAL;
+    return ReplaceByTemporaryFile(target, newAttributes, bytes) ||
+           (exists && OverwriteInPlace(target, bytes));
+}
