@@ -137,7 +137,7 @@ static Mesh Sphere() {
 }
 
 static Mesh Capsule() {
-    constexpr float kPole = kCapsuleHalf + kCapsuleRadius;
+    constexpr float kPole = 1.1f;                       // the tops of the two hemispheres
     constexpr float kStep = kPi / 2 / (kCapRings + 1);  // angle between the rings of a cap
     Mesh mesh;
     mesh.vertices.push_back({{0, -kPole, 0}, MeshGradientColor(-1, 0)});

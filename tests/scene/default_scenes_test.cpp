@@ -11,10 +11,10 @@ TEST_CASE("a reset without samples holds the camera and the light, the camera se
     REQUIRE(editorState.scene.size() == 2);
     CHECK(editorState.selectedIndex == 0);
 
-    const GameObject camera{.name = L"Game Camera", .position{0, 2, -7}, .rotation{-0.08f, 0, 0},
-                            .isCamera = true};
-    const GameObject light{.name = L"Directional Light", .position{0, 4, -2}, .rotation{-0.7f, 0.4f, 0},
-                           .isLight = true};
+    const GameObject camera{
+        .name = L"Game Camera", .position{0, 2, -7}, .rotation{-0.08f, 0, 0}, .isCamera = true};
+    const GameObject light{
+        .name = L"Directional Light", .position{0, 4, -2}, .rotation{-0.7f, 0.4f, 0}, .isLight = true};
     CHECK(editorState.scene[0] == camera);
     CHECK(editorState.scene[1] == light);
 }
@@ -25,11 +25,15 @@ TEST_CASE("a reset with samples adds four objects and selects the turning Player
     REQUIRE(editorState.scene.size() == 6);
     CHECK(editorState.selectedIndex == 2);
 
-    const GameObject player{.name = L"PlayerCube", .position{0, 0.35f, 2}, .meshIndex = 0,
-                            .hasAnimation = true};
+    const GameObject player{
+        .name = L"PlayerCube", .position{0, 0.35f, 2}, .meshIndex = 0, .hasAnimation = true};
     const GameObject enemy{.name = L"EnemyEntity", .position{-2.8f, 0.15f, 4.4f}, .isEntity = true};
-    const GameObject platform{.name = L"Platform", .position{2.7f, -0.25f, 5.4f}, .rotation{0, 0.4f, 0},
-                              .scale{1.4f, 0.35f, 1.4f}, .meshIndex = 0, .hasCollision = true};
+    const GameObject platform{.name = L"Platform",
+                              .position{2.7f, -0.25f, 5.4f},
+                              .rotation{0, 0.4f, 0},
+                              .scale{1.4f, 0.35f, 1.4f},
+                              .meshIndex = 0,
+                              .hasCollision = true};
     const GameObject ground{.name = L"Ground", .meshIndex = 2, .hasCollision = true};
     CHECK(editorState.scene[2] == player);
     CHECK(editorState.scene[2].animationType == 0);

@@ -1,0 +1,40 @@
+#include "platform/canvas.h"
+
+#include "platform/files.h"
+#include "platform/headless/headless.h"
+
+static std::vector<std::wstring> canvasImages;  // paths, by CanvasImage
+
+Pixel* CreateCanvas(int32_t width, int32_t height) {
+    headless.pixels.clear();
+    if (headless.canvasFails) return nullptr;
+    ++headless.canvasesMade;
+    headless.pixels.resize(static_cast<size_t>(width) * static_cast<size_t>(height));
+    return headless.pixels.data();
+}
+
+void DestroyCanvas() { headless.pixels.clear(); }
+
+void DrawCanvasText(int32_t x, int32_t y, const std::wstring& text, TextColor color, int32_t height,
+                    int32_t weight) {
+    headless.texts.push_back({x, y, text, color, height, weight});
+}
+
+void FlushCanvas() { ++headless.flushes; }
+
+void PresentCanvas() { ++headless.presents; }
+
+CanvasImage LoadCanvasImage(const std::wstring& path) {
+    if (KindOfPath(path) != PathKind::File) return -1;
+    canvasImages.push_back(path);
+    return static_cast<CanvasImage>(canvasImages.size()) - 1;
+}
+
+void DrawCanvasImage(CanvasImage image, const Rect& rect) {
+    if (image < 0 || static_cast<size_t>(image) >= canvasImages.size()) return;
+    headless.images.push_back({canvasImages[static_cast<size_t>(image)], rect});
+}
+
+void LoadWindowIcon(const std::wstring& path) { headless.windowIcon = path; }
+
+void ReleaseCanvasImages() { canvasImages.clear(); }

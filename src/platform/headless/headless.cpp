@@ -1,0 +1,3 @@
+#include "platform/headless/headless.h"
+
+HeadlessPlatform headless;

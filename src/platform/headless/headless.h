@@ -1,0 +1,66 @@
+// What a test sees of the program, and what it lets the program see. The headless answers keep pixels in
+// memory, texts and images in lists, and take dialogs and input from queues.
+#pragma once
+
+#include "platform/dialogs.h"
+#include "platform/window.h"
+#include "render/color.h"
+#include "render/rect.h"
+
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <vector>
+
+struct DrawnText {
+    int32_t x = 0, y = 0;
+    std::wstring text{};
+    TextColor color{};
+    int32_t height = 0, weight = 0;
+
+    friend bool operator==(const DrawnText&, const DrawnText&) = default;
+};
+
+struct DrawnImage {
+    std::wstring path{};
+    Rect rect{};
+
+    friend bool operator==(const DrawnImage&, const DrawnImage&) = default;
+};
+
+struct HeadlessPlatform {
+    // The window.
+    bool windowOpens = true;  // false: opening it fails
+    bool windowIsOpen = false;
+    std::wstring title{};
+    ClientSize clientSize{};  // the test may change it between frames
+    bool quitRequested = false;
+    bool mouseIsCaptured = false;
+    bool controlIsHeld = false, shiftIsHeld = false;
+    std::deque<std::vector<InputEvent>> input{};  // one batch per frame; the program ends after the last one
+    int32_t presents = 0;                         // finished frames
+    int32_t starts = 0, stops = 0;                // of the platform
+
+    // The canvas.
+    bool canvasFails = false;  // true: there is no memory for a canvas
+    int32_t canvasesMade = 0;
+    std::vector<Pixel> pixels{};
+    std::vector<DrawnText> texts{};    // since the test last emptied it
+    std::vector<DrawnImage> images{};  // likewise
+    int32_t flushes = 0;
+    std::wstring windowIcon{};  // path it was made from
+
+    // The clock: as the machine's until a test sets a time.
+    std::deque<double> clock{};  // seconds; each question takes the first one
+
+    // Dialogs, answered in order. Without an answer left they are cancelled.
+    std::deque<std::wstring> folderAnswers{};
+    std::deque<Answer> questionAnswers{};
+    std::vector<std::wstring> prompts{};   // what was asked
+    std::vector<std::wstring> recycled{};  // folders moved to the bin
+    bool recycleWorks = true;
+    std::vector<std::wstring> opened{};  // files opened with the system
+    bool openWorks = true;
+};
+
+extern HeadlessPlatform headless;

@@ -1,0 +1,47 @@
+#include "platform/image_decoder.h"
+
+#include "platform/files.h"
+
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wall"
+#pragma GCC diagnostic ignored "-Wextra"
+#pragma GCC diagnostic ignored "-Wshadow"
+#pragma GCC diagnostic ignored "-Wfloat-conversion"
+#define STB_IMAGE_IMPLEMENTATION
+#define STB_IMAGE_STATIC
+#define STBI_ONLY_PNG
+#define STBI_ONLY_JPEG
+#define STBI_ONLY_BMP
+#define STBI_NO_STDIO
+#include "stb/stb_image.h"
+#pragma GCC diagnostic pop
+
+#include <memory>
+#include <string>
+
+static uint32_t ArgbOf(const stbi_uc* rgba) {
+    return static_cast<uint32_t>(rgba[3]) << 24 | static_cast<uint32_t>(rgba[0]) << 16 |
+           static_cast<uint32_t>(rgba[1]) << 8 | rgba[2];
+}
+
+bool DecodeImageFile(const std::wstring& path, DecodedImage& image) {
+    std::string bytes;
+    if (!ReadWholeFile(path, bytes) || bytes.size() > INT32_MAX) return false;
+    const auto* data = reinterpret_cast<const stbi_uc*>(bytes.data());
+    const auto size = static_cast<int>(bytes.size());
+
+    int width = 0, height = 0, channels = 0;
+    if (stbi_info_from_memory(data, size, &width, &height, &channels) == 0) return false;
+    if (width < 1 || height < 1 || static_cast<int64_t>(width) * height > kMaxImagePixels) return false;
+
+    const std::unique_ptr<stbi_uc, decltype(&stbi_image_free)> rgba(
+        stbi_load_from_memory(data, size, &width, &height, &channels, 4), stbi_image_free);
+    if (rgba == nullptr) return false;
+
+    DecodedImage decoded{.width = width, .height = height};
+    const size_t count = static_cast<size_t>(width) * static_cast<size_t>(height);
+    decoded.argb.resize(count);
+    for (size_t i = 0; i < count; ++i) decoded.argb[i] = ArgbOf(rgba.get() + 4 * i);
+    image = std::move(decoded);
+    return true;
+}

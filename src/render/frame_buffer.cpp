@@ -1,0 +1,71 @@
+#include "render/frame_buffer.h"
+
+#include <algorithm>
+#include <cstddef>
+
+FrameBuffer frameBuffer;
+
+bool EnsureSize(int32_t width, int32_t height) {
+    FrameBuffer& fb = frameBuffer;
+    const bool isUsable = width >= 1 && height >= 1;
+    if (isUsable && (width != fb.width || height != fb.height || fb.pixels == nullptr)) {
+        fb.pixels = CreateCanvas(width, height);
+        fb.width = width;
+        fb.height = height;
+        fb.viewport = {0, 0, width, height};
+        fb.systemDrew = false;
+        fb.depth.assign(static_cast<size_t>(width) * static_cast<size_t>(height), kFarDepth);
+    }
+    return fb.pixels != nullptr;
+}
+
+void ReleaseFrameBuffer() {
+    DestroyCanvas();
+    frameBuffer.pixels = nullptr;
+    frameBuffer.width = frameBuffer.height = 0;
+    frameBuffer.depth.clear();
+}
+
+void PreparePixelAccess() {
+    if (!frameBuffer.systemDrew) return;
+    FlushCanvas();
+    frameBuffer.systemDrew = false;
+}
+
+void Clear(Pixel color) {
+    FillRect({0, 0, frameBuffer.width, frameBuffer.height}, color);
+    std::fill(frameBuffer.depth.begin(), frameBuffer.depth.end(), kFarDepth);
+}
+
+void FillRect(const Rect& rect, Pixel color) {
+    if (frameBuffer.pixels == nullptr) return;
+    const int32_t left = std::clamp(rect.left, 0, frameBuffer.width);
+    const int32_t right = std::clamp(rect.right, 0, frameBuffer.width);
+    const int32_t top = std::clamp(rect.top, 0, frameBuffer.height);
+    const int32_t bottom = std::clamp(rect.bottom, 0, frameBuffer.height);
+    if (left >= right) return;
+
+    PreparePixelAccess();
+    for (int32_t y = top; y < bottom; ++y) {
+        Pixel* row = frameBuffer.pixels + static_cast<ptrdiff_t>(y) * frameBuffer.width;
+        std::fill(row + left, row + right, color);
+    }
+}
+
+void DrawText(int32_t x, int32_t y, const std::wstring& text, TextColor color, int32_t height,
+              int32_t weight) {
+    if (frameBuffer.pixels == nullptr) return;
+    DrawCanvasText(x, y, text, color, height, weight);
+    frameBuffer.systemDrew = true;
+}
+
+void DrawImage(CanvasImage image, const Rect& rect) {
+    if (frameBuffer.pixels == nullptr || image < 0) return;
+    DrawCanvasImage(image, rect);
+    frameBuffer.systemDrew = true;
+}
+
+void Present() {
+    if (frameBuffer.pixels == nullptr) return;
+    PresentCanvas();
+}

@@ -1,0 +1,18 @@
+// From an object's own space to the world.
+#pragma once
+
+#include "render/matrix4.h"
+#include "scene/game_object.h"
+
+#include <cstdint>
+#include <span>
+
+// Scale first, then the rotations about z, x and y, then the move: T * Ry * Rx * Rz * S.
+Matrix4 LocalMatrix(Vec3 position, Vec3 rotation, Vec3 scale);
+Matrix4 LocalMatrix(const GameObject& object);
+
+// The local matrix under those of all ancestors. The identity for an index outside the scene. A parent index
+// outside the scene ends the chain, and a cycle of parents ends after as many steps as there are objects.
+Matrix4 WorldMatrix(std::span<const GameObject> scene, int32_t index);
+
+Vec3 WorldPosition(std::span<const GameObject> scene, int32_t index);

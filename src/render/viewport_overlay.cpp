@@ -1,0 +1,78 @@
+#include "render/viewport_overlay.h"
+
+#include "render/frame_buffer.h"
+#include "render/line.h"
+#include "render/panel_box.h"
+#include "render/projection.h"
+#include "scene/limit.h"
+
+#include <algorithm>
+#include <cmath>
+
+constexpr int32_t kGridReach = 9;  // lines at -9 .. 9 along both axes
+constexpr float kGridNear = -9, kGridFar = 11, kGridRight = 9;
+constexpr float kLinesAlongZHeight = -1.02f, kLinesAlongXHeight = -1.01f;
+constexpr Pixel kGridAxis{0x7A875D};
+constexpr Pixel kGridLine{0x5B5E46};
+
+constexpr int32_t kIconSize = 24, kSelectedIconSize = 28;
+constexpr int32_t kIconFrame = 3;
+constexpr Pixel kSelectedIconFrame{0x78E2FF};
+
+constexpr TextColor kTextObject{0xFCF8F5};
+constexpr Pixel kSelectedTextFill{0x312924};
+constexpr Pixel kSelectedTextEdge{0x56D6FF};
+constexpr int32_t kTextWeight = 600;
+
+static void DrawWorldLine(const Matrix4& viewProjection, Vec3 from, Vec3 to, Pixel color) {
+    Point a, b;
+    if (!ProjectToPixel(viewProjection, from, frameBuffer.viewport, a)) return;
+    if (!ProjectToPixel(viewProjection, to, frameBuffer.viewport, b)) return;
+    DrawLine(a, b, color);
+}
+
+void DrawGrid(const Matrix4& viewProjection) {
+    for (int32_t i = -kGridReach; i <= kGridReach; ++i) {
+        const auto at = static_cast<float>(i);
+        const Pixel color = i == 0 ? kGridAxis : kGridLine;
+        DrawWorldLine(viewProjection, {at, kLinesAlongZHeight, kGridNear}, {at, kLinesAlongZHeight, kGridFar},
+                      color);
+        DrawWorldLine(viewProjection, {-kGridRight, kLinesAlongXHeight, at},
+                      {kGridRight, kLinesAlongXHeight, at}, color);
+    }
+}
+
+void DrawObjectIcon(CanvasImage icon, Vec3 position, const Matrix4& viewProjection, bool selected) {
+    Point centre;
+    if (icon < 0 || !ProjectToPixel(viewProjection, position, frameBuffer.viewport, centre)) return;
+    const int32_t size = selected ? kSelectedIconSize : kIconSize;
+    const Rect square{centre.x - size / 2, centre.y - size / 2, centre.x - size / 2 + size,
+                      centre.y - size / 2 + size};
+    if (selected) {
+        FillRect({square.left - kIconFrame, square.top - kIconFrame, square.right + kIconFrame,
+                  square.bottom + kIconFrame},
+                 kSelectedIconFrame);
+    }
+    DrawImage(icon, square);
+}
+
+int32_t TextObjectHeight(const GameObject& object) {
+    const Vec3 s = object.scale;
+    const float meanScale = (std::abs(s.x) + std::abs(s.y) + std::abs(s.z)) / 3;
+    return static_cast<int32_t>(Limit(std::max(0.4f, meanScale) * object.textSize, 8.0f, 128.0f));
+}
+
+void DrawTextObject(const GameObject& object, Vec3 position, const Matrix4& viewProjection, bool selected) {
+    Point anchor;
+    if (!ProjectToPixel(viewProjection, position, frameBuffer.viewport, anchor)) return;
+    const std::wstring text = object.text.empty() ? L"Text" : object.text;
+    const int32_t height = TextObjectHeight(object);
+    if (selected) {
+        const auto length = static_cast<int32_t>(std::min<size_t>(text.size(), 1000));
+        const int32_t width = std::clamp(length * height / 2 + 18, 72, 260);
+        DrawPanelBox({anchor.x - 7, anchor.y - 5, anchor.x + width, anchor.y + 9 + height}, kSelectedTextFill,
+                     kSelectedTextEdge);
+    }
+    DrawText(anchor.x, anchor.y, text, object.hasColor ? TextColor{object.color} : kTextObject, height,
+             kTextWeight);
+}

@@ -1,0 +1,60 @@
+#include "scene/editor_camera.h"
+
+#include "platform/window.h"
+#include "render/camera.h"
+#include "render/transform.h"
+#include "scene/editor_state.h"
+#include "scene/limit.h"
+#include "scene/status.h"
+
+constexpr float kMaxPitch = 1.1f;       // radians
+constexpr float kMouseTurn = 0.0065f;   // radians per pixel
+constexpr float kKeyTurn = 1.75f;       // radians per second
+constexpr float kFlySpeed = 4.4f;       // world units per second
+constexpr float kFocusDistance = 4.0f;  // world units
+constexpr float kFocusHeight = 1.4f;
+
+static bool IsDown(uint32_t key) { return editorState.keyDown[key]; }
+
+// +1 for the first key, -1 for the second, 0 for both or none.
+static float KeyAxis(uint32_t positive, uint32_t negative) {
+    return static_cast<float>(IsDown(positive)) - static_cast<float>(IsDown(negative));
+}
+
+static void Turn(float yaw, float pitch) {
+    editorState.cameraYaw += yaw;
+    editorState.cameraPitch = Limit(editorState.cameraPitch + pitch, -kMaxPitch, kMaxPitch);
+}
+
+CameraPose EditorCamera() {
+    return {editorState.cameraPosition, editorState.cameraYaw, editorState.cameraPitch};
+}
+
+void PlaceEditorCamera(const CameraPose& pose) {
+    editorState.cameraPosition = pose.position;
+    editorState.cameraYaw = pose.yaw;
+    editorState.cameraPitch = pose.pitch;
+}
+
+void LookWithMouse(int32_t dx, int32_t dy) {
+    Turn(static_cast<float>(dx) * kMouseTurn, -(static_cast<float>(dy) * kMouseTurn));
+}
+
+void FlyWithKeys(float dt) {
+    Turn(KeyAxis(kKeyRight, kKeyLeft) * (kKeyTurn * dt), KeyAxis(kKeyUp, kKeyDown) * (kKeyTurn * dt));
+
+    const Vec3 forward = CameraForward(editorState.cameraYaw, editorState.cameraPitch);
+    const Vec3 ahead = Normalise({forward.x, 0, forward.z});
+    const Vec3 right = Normalise({ahead.z, 0, -ahead.x});
+    const Vec3 move =
+        ahead * KeyAxis('W', 'S') + right * KeyAxis('D', 'A') + Vec3{0, 1, 0} * KeyAxis(kKeySpace, kKeyShift);
+    editorState.cameraPosition = editorState.cameraPosition + Normalise(move) * (kFlySpeed * dt);
+}
+
+void FocusOnObject(int32_t index) {
+    const Vec3 target = WorldPosition(editorState.scene, index);
+    const Vec3 forward = CameraForward(editorState.cameraYaw, editorState.cameraPitch);
+    editorState.cameraPosition = {target.x - kFocusDistance * forward.x, target.y + kFocusHeight,
+                                  target.z - kFocusDistance * forward.z};
+    SetStatus(L"Kamera priblizena na vybrany objekt.");
+}

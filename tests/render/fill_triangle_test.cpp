@@ -1,0 +1,275 @@
+#include "render/fill_triangle.h"
+
+#include "render/surface.h"
+#include "support/picture.h"
+#include "support/random_scene.h"
+
+#include "doctest/doctest.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <vector>
+
+constexpr Pixel kRed{0xFF0000}, kGreen{0x00FF00};
+
+using Corners = std::array<ScreenCorner, 3>;
+using Points = std::array<TexturePoint, 3>;
+
+// Every pixel of the viewport by itself, in the words of the definition: no rows, no spans, no vectors.
+static void FillPlainly(const Corners& c, const Points& points, const TextureFill* fill, Pixel color) {
+    const float area = (c[2].x - c[0].x) * (c[1].y - c[0].y) - (c[2].y - c[0].y) * (c[1].x - c[0].x);
+    if (!(std::abs(area) >= 0.0001f)) return;
+    const auto edge = [](const ScreenCorner& a, const ScreenCorner& b, float x, float y) {
+        return (x - a.x) * (b.y - a.y) - (y - a.y) * (b.x - a.x);
+    };
+    const float minX = std::floor(std::min({c[0].x, c[1].x, c[2].x}));
+    const float maxX = std::ceil(std::max({c[0].x, c[1].x, c[2].x}));
+    const float minY = std::floor(std::min({c[0].y, c[1].y, c[2].y}));
+    const float maxY = std::ceil(std::max({c[0].y, c[1].y, c[2].y}));
+    const Rect& v = frameBuffer.viewport;
+    for (int32_t py = v.top; py < v.bottom; ++py) {
+        for (int32_t px = v.left; px < v.right; ++px) {
+            const auto fx = static_cast<float>(px), fy = static_cast<float>(py);
+            if (fx < minX || fx > maxX || fy < minY || fy > maxY) continue;
+            const float w0 = edge(c[1], c[2], fx + 0.5f, fy + 0.5f) / area;
+            const float w1 = edge(c[2], c[0], fx + 0.5f, fy + 0.5f) / area;
+            const float w2 = edge(c[0], c[1], fx + 0.5f, fy + 0.5f) / area;
+            if (w0 < 0 || w1 < 0 || w2 < 0) continue;
+            const float depth = w0 * c[0].depth + w1 * c[1].depth + w2 * c[2].depth;
+            const size_t at =
+                static_cast<size_t>(py) * static_cast<size_t>(frameBuffer.width) + static_cast<size_t>(px);
+            if (depth < 0 || !(depth < frameBuffer.depth[at])) continue;
+            Pixel drawn = color;
+            if (fill != nullptr) {
+                const float q = w0 * c[0].inverseW + w1 * c[1].inverseW + w2 * c[2].inverseW;
+                if (std::abs(q) <= 1e-6f) continue;
+                const float u = (w0 * c[0].inverseW * points[0].u + w1 * c[1].inverseW * points[1].u +
+                                 w2 * c[2].inverseW * points[2].u) /
+                                q;
+                const float t = (w0 * c[0].inverseW * points[0].v + w1 * c[1].inverseW * points[1].v +
+                                 w2 * c[2].inverseW * points[2].v) /
+                                q;
+                drawn = Lit(Tinted(SampleTexture(*fill->texture, u, t, fill->repeat), fill->tint),
+                            fill->brightness);
+            }
+            frameBuffer.depth[at] = depth;
+            frameBuffer.pixels[at] = drawn;
+        }
+    }
+}
+
+namespace {
+
+struct Snapshot {
+    std::vector<Pixel> pixels{};
+    std::vector<float> depth{};
+};
+
+}  // namespace
+
+static Snapshot TakePicture() { return {headless.pixels, frameBuffer.depth}; }
+
+// Bit for bit, so that zeros of either sign differ.
+static bool SameBits(const Snapshot& a, const Snapshot& b) {
+    return a.pixels == b.pixels && a.depth.size() == b.depth.size() &&
+           std::memcmp(a.depth.data(), b.depth.data(), a.depth.size() * sizeof(float)) == 0;
+}
+
+static std::vector<SimdLevel> Levels() {
+    std::vector<SimdLevel> levels{SimdLevel::Scalar, SimdLevel::Sse2};
+    if (BestSimdLevel() == SimdLevel::Avx2) levels.push_back(SimdLevel::Avx2);
+    return levels;
+}
+
+static void StartUneven(RandomSource& random, int32_t width, int32_t height) {
+    StartPicture(width, height, Pixel{0x0A0B0C});
+    for (float& depth : frameBuffer.depth) depth = random.OneIn(3) ? 1.0f : random.Between(0, 1);
+}
+
+static TextureImage RandomImage(RandomSource& random) {
+    TextureImage image{.width = random.IntBetween(1, 9), .height = random.IntBetween(1, 9)};
+    if (random.OneIn(12)) return {};
+    for (int32_t i = 0; i < image.width * image.height; ++i)
+        image.texels.push_back(Pixel{random.Bits() & 0xFFFFFF});
+    return image;
+}
+
+TEST_CASE("every fill gives the pixels and depths of the plain one on random triangles, bit for bit") {
+    constexpr uint32_t kSeed = 20240611;
+    MESSAGE("seed " << kSeed);
+    for (SimdLevel level : Levels()) {
+        CAPTURE(static_cast<int>(level));
+        RandomSource random(kSeed);
+        for (int round = 0; round < 4000; ++round) {
+            const int32_t width = random.IntBetween(1, 41), height = random.IntBetween(1, 23);
+            const uint32_t depthSeed = random.Bits();
+            const Corners corners =
+                RandomTriangle(random, static_cast<float>(width), static_cast<float>(height));
+            const TextureImage image = RandomImage(random);
+            const TextureFill fill{&image, random.OneIn(2), random.OneIn(3) ? 0 : random.Bits() & 0xFFFFFF,
+                                   random.Between(0, 2)};
+            const bool textured = random.OneIn(2);
+            Points points;
+            for (TexturePoint& p : points) p = {random.Between(-4, 4), random.Between(-4, 4)};
+            const Rect viewport{random.IntBetween(0, width / 3), random.IntBetween(0, height / 3),
+                                random.IntBetween(width / 2, width), random.IntBetween(height / 2, height)};
+
+            RandomSource plainDepth(depthSeed);
+            StartUneven(plainDepth, width, height);
+            frameBuffer.viewport = viewport;
+            FillPlainly(corners, points, textured ? &fill : nullptr, kRed);
+            const Snapshot expected = TakePicture();
+
+            RandomSource sameDepth(depthSeed);
+            StartUneven(sameDepth, width, height);
+            frameBuffer.viewport = viewport;
+            frameBuffer.simd = level;
+            if (textured) {
+                FillTriangle(corners, points, fill);
+            } else {
+                FillTriangle(corners, kRed);
+            }
+            CAPTURE(round);
+            REQUIRE(SameBits(TakePicture(), expected));
+        }
+    }
+}
+
+TEST_CASE("texture coordinates beyond any image are the same in every fill") {
+    RandomSource random(5);
+    for (float scale : {1e3f, 1e9f, 3e38f}) {
+        for (bool repeat : {false, true}) {
+            std::vector<Snapshot> pictures;
+            for (SimdLevel level : Levels()) {
+                StartPicture(32, 8);
+                frameBuffer.simd = level;
+                TextureImage image{.width = 3, .height = 3, .texels = std::vector<Pixel>(9)};
+                for (size_t i = 0; i < 9; ++i) image.texels[i] = Pixel{static_cast<uint32_t>(i) * 20};
+                const TextureFill fill{&image, repeat, 0, 1};
+                FillTriangle({{{0, 0, 0.5f, 1}, {64, 0, 0.5f, 1}, {0, 16, 0.5f, 1}}},
+                             {{{-scale, scale}, {scale, scale}, {scale, -scale}}}, fill);
+                pictures.push_back(TakePicture());
+            }
+            for (const Snapshot& picture : pictures) CHECK(SameBits(picture, pictures.front()));
+        }
+    }
+}
+
+TEST_CASE("a side of 2^24 texels and more is never read past its end") {
+    // Its last column, 33554435, becomes the float 33554436.
+    constexpr int32_t kSide = 33554436;
+    TextureImage image{.width = kSide, .height = 1};
+    image.texels.assign(kSide, Pixel{1});
+    image.texels.back() = Pixel{0x00FF00};
+    for (SimdLevel level : Levels()) {
+        StartPicture(16, 2);
+        frameBuffer.simd = level;
+        const TextureFill fill{&image, false, 0, 1};
+        FillTriangle({{{0, 0, 0.5f, 1}, {64, 0, 0.5f, 1}, {0, 16, 0.5f, 1}}}, {{{2, 0}, {2, 0}, {2, 0}}},
+                     fill);
+        CHECK(CountOf(Pixel{0x00FF00}) == 32);
+    }
+}
+
+TEST_CASE("a triangle covers the pixels whose centres it holds, edges included, in both windings") {
+    for (bool reversed : {false, true}) {
+        StartPicture(10, 10);
+        Corners corners{{{1.5f, 1.5f, 0.5f, 1}, {6.5f, 1.5f, 0.5f, 1}, {1.5f, 6.5f, 0.5f, 1}}};
+        if (reversed) std::swap(corners[1], corners[2]);
+        FillTriangle(corners, kRed);
+        CHECK(CountOf(kRed) == 21);  // 6 + 5 + 4 + 3 + 2 + 1 centres, those on the three edges included
+        CHECK(PixelAt(1, 1) == kRed);
+        CHECK(PixelAt(6, 1) == kRed);
+        CHECK(PixelAt(1, 6) == kRed);
+        CHECK(PixelAt(4, 4) != kRed);
+    }
+}
+
+TEST_CASE("of two triangles that share an edge at the same depth, the first keeps the edge's pixels") {
+    StartPicture(10, 10);
+    FillTriangle({{{0.5f, 0.5f, 0.5f, 1}, {8.5f, 0.5f, 0.5f, 1}, {0.5f, 8.5f, 0.5f, 1}}}, kRed);
+    FillTriangle({{{8.5f, 0.5f, 0.5f, 1}, {8.5f, 8.5f, 0.5f, 1}, {0.5f, 8.5f, 0.5f, 1}}}, kGreen);
+    for (int32_t i = 0; i <= 8; ++i) CHECK(PixelAt(i, 8 - i) == kRed);
+    CHECK(PixelAt(8, 8) == kGreen);
+    CHECK(CountOf(kRed) + CountOf(kGreen) == 81);
+}
+
+TEST_CASE("only what is strictly nearer is drawn, and depths below 0 or beyond 1 never are") {
+    StartPicture(4, 4);
+    const auto fillAt = [](float depth, Pixel color) {
+        FillTriangle({{{0, 0, depth, 1}, {20, 0, depth, 1}, {0, 20, depth, 1}}}, color);
+    };
+    fillAt(1.001f, kGreen);
+    CHECK(CountOf(kGreen) == 0);
+    fillAt(0.5f, kRed);
+    CHECK(CountOf(kRed) == 16);
+    fillAt(0.5f, kGreen);
+    CHECK(CountOf(kGreen) == 0);
+    fillAt(-0.01f, kGreen);
+    CHECK(CountOf(kGreen) == 0);
+    fillAt(0.25f, kGreen);
+    CHECK(CountOf(kGreen) == 16);
+    CHECK(DepthAt(3, 3) == 0.25f);
+}
+
+TEST_CASE("a triangle without area draws nothing") {
+    StartPicture(10, 10);
+    FillTriangle({{{1, 1, 0.5f, 1}, {9, 9, 0.5f, 1}, {5, 5, 0.5f, 1}}}, kRed);
+    FillTriangle({{{1, 1, 0.5f, 1}, {1.009f, 1, 0.5f, 1}, {1, 1.01f, 0.5f, 1}}}, kRed);  // area 0.00009
+    CHECK(CountOf(kRed) == 0);
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    FillTriangle({{{nan, 1, 0.5f, 1}, {9, 9, 0.5f, 1}, {5, 2, 0.5f, 1}}}, kRed);
+    CHECK(CountOf(kRed) == 0);
+}
+
+TEST_CASE("depths that are not numbers draw nothing") {
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    for (SimdLevel level : Levels()) {
+        StartPicture(10, 10);
+        frameBuffer.simd = level;
+        FillTriangle({{{0, 0, nan, 1}, {20, 0, 0.5f, 1}, {0, 20, 0.5f, 1}}}, kRed);
+        CHECK(CountOf(kRed) == 0);
+    }
+}
+
+TEST_CASE("no triangle writes outside the viewport") {
+    RandomSource random(99);
+    for (SimdLevel level : Levels()) {
+        for (int round = 0; round < 300; ++round) {
+            StartPicture(37, 19);
+            frameBuffer.simd = level;
+            frameBuffer.viewport = {5, 3, random.IntBetween(5, 37), random.IntBetween(3, 19)};
+            FillTriangle(RandomTriangle(random, 37, 19), kRed);
+            for (int32_t y = 0; y < 19; ++y) {
+                for (int32_t x = 0; x < 37; ++x) {
+                    if (Contains(frameBuffer.viewport, {x, y})) continue;
+                    REQUIRE(PixelAt(x, y) == Pixel{0});
+                    REQUIRE(DepthAt(x, y) == 1.0f);
+                }
+            }
+        }
+    }
+}
+
+TEST_CASE("the columns that a row looks at hold every covered pixel") {
+    RandomSource random(3);
+    for (int round = 0; round < 20000; ++round) {
+        const Corners corners = RandomTriangle(random, 64, 48);
+        TriangleSetup setup;
+        if (!SetUpTriangle(corners, setup)) continue;
+        const int32_t y = random.IntBetween(0, 47);
+        const ColumnRange columns = CoveredColumns(setup, y, {0, 64});
+        for (int32_t x = 0; x < 64; ++x) {
+            bool inside = true;
+            for (size_t i = 0; i < 3; ++i) {
+                const float w = ((static_cast<float>(x) + 0.5f - setup.startX[i]) * setup.runY[i] -
+                                 (static_cast<float>(y) + 0.5f - setup.startY[i]) * setup.runX[i]) /
+                                setup.area;
+                inside = inside && w >= 0;
+            }
+            if (inside) REQUIRE((x >= columns.left && x < columns.right));
+        }
+    }
+}

@@ -1,0 +1,137 @@
+#include "render/frame_buffer.h"
+
+#include "render/panel_box.h"
+#include "support/picture.h"
+
+#include "doctest/doctest.h"
+
+#include <algorithm>
+#include <vector>
+
+constexpr Pixel kBack{0x102030}, kFill{0xABCDEF};
+
+TEST_CASE("a rectangle fills from left and top up to right and bottom") {
+    StartPicture(10, 8, kBack);
+    FillRect({2, 3, 5, 7}, kFill);
+    CHECK(CountOf(kFill) == 12);
+    CHECK(PixelAt(2, 3) == kFill);
+    CHECK(PixelAt(4, 6) == kFill);
+    CHECK(PixelAt(1, 3) == kBack);
+    CHECK(PixelAt(5, 3) == kBack);
+    CHECK(PixelAt(2, 2) == kBack);
+    CHECK(PixelAt(2, 7) == kBack);
+}
+
+TEST_CASE("an inverted or empty rectangle draws nothing") {
+    StartPicture(10, 8, kBack);
+    for (const Rect& rect : {Rect{5, 1, 4, 6}, Rect{1, 6, 5, 6}, Rect{1, 7, 5, 2}, Rect{3, 3, 3, 8},
+                             Rect{20, 1, 30, 5}, Rect{-9, 1, -2, 5}, Rect{1, 9, 5, 12}, Rect{1, -5, 5, -1}}) {
+        FillRect(rect, kFill);
+    }
+    CHECK(CountOf(kFill) == 0);
+}
+
+TEST_CASE("a rectangle is cut at the buffer's edges and not at the viewport's") {
+    StartPicture(10, 8, kBack);
+    frameBuffer.viewport = {3, 3, 5, 5};
+    FillRect({-100, -100, 2, 2}, kFill);
+    CHECK(CountOf(kFill) == 4);
+    FillRect({INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX}, kFill);
+    CHECK(CountOf(kFill) == 80);
+}
+
+TEST_CASE("clearing fills every pixel and makes every depth far") {
+    StartPicture(7, 5);
+    std::fill(frameBuffer.depth.begin(), frameBuffer.depth.end(), 0.25f);
+    Clear(kFill);
+    CHECK(CountOf(kFill) == 35);
+    CHECK(frameBuffer.depth == std::vector<float>(35, 1.0f));
+}
+
+TEST_CASE("resizing to one pixel and back makes the buffer anew both times, with every depth far") {
+    StartPicture(40, 30, kBack);
+    const int32_t made = headless.canvasesMade;
+    frameBuffer.depth[5] = 0.5f;
+    CHECK(EnsureSize(1, 1));
+    CHECK(headless.canvasesMade == made + 1);
+    CHECK(frameBuffer.depth == std::vector<float>(1, 1.0f));
+    frameBuffer.depth[0] = 0.5f;
+    CHECK(EnsureSize(40, 30));
+    CHECK(headless.canvasesMade == made + 2);
+    CHECK(frameBuffer.depth == std::vector<float>(1200, 1.0f));
+    CHECK(frameBuffer.viewport == Rect{0, 0, 40, 30});
+}
+
+TEST_CASE("a frame of the same size keeps the buffer") {
+    StartPicture(40, 30);
+    const int32_t made = headless.canvasesMade;
+    CHECK(EnsureSize(40, 30));
+    CHECK(headless.canvasesMade == made);
+}
+
+TEST_CASE("a minimised window keeps the old buffer and its picture") {
+    StartPicture(40, 30, kBack);
+    for (auto [width, height] : {std::pair{0, 0}, {0, 30}, {40, 0}, {-5, 7}})
+        CHECK(EnsureSize(width, height));
+    CHECK(frameBuffer.width == 40);
+    CHECK(frameBuffer.height == 30);
+    CHECK(CountOf(kBack) == 1200);
+}
+
+TEST_CASE("without memory for the pixels every primitive draws nothing, and the next frame tries again") {
+    StartPicture(8, 8);
+    headless.canvasFails = true;
+    CHECK_FALSE(EnsureSize(9, 9));
+    Clear(kFill);
+    FillRect({0, 0, 9, 9}, kFill);
+    DrawText(0, 0, L"unseen", TextColor{0}, 13, 400);
+    DrawImage(0, {0, 0, 9, 9});
+    Present();
+    CHECK(headless.texts.empty());
+    CHECK(headless.presents == 0);
+    headless.canvasFails = false;
+    CHECK(EnsureSize(9, 9));
+    CHECK(frameBuffer.depth.size() == 81);
+}
+
+TEST_CASE("before any size is known there is nothing to draw into") {
+    headless = HeadlessPlatform{};
+    ReleaseFrameBuffer();
+    CHECK_FALSE(EnsureSize(0, 0));
+}
+
+TEST_CASE("text reaches the system with its place, colour, height and weight unchanged") {
+    StartPicture(50, 20);
+    DrawText(3, 4, L"Ahoj", TextColor{0x78E2FF}, 16, 600);
+    REQUIRE(headless.texts.size() == 1);
+    CHECK(headless.texts[0] == DrawnText{3, 4, L"Ahoj", TextColor{0x78E2FF}, 16, 600});
+}
+
+TEST_CASE("what the system drew is finished before the program touches the pixels, and only then") {
+    StartPicture(50, 20);
+    CHECK(headless.flushes == 0);
+    DrawText(0, 0, L"a", TextColor{0}, 13, 400);
+    DrawText(0, 0, L"b", TextColor{0}, 13, 400);
+    CHECK(headless.flushes == 0);
+    FillRect({0, 0, 1, 1}, kFill);
+    CHECK(headless.flushes == 1);
+    FillRect({0, 0, 1, 1}, kFill);
+    CHECK(headless.flushes == 1);
+}
+
+TEST_CASE(
+    "a panel box has light top and left edges, dark bottom and right ones, and a second line below the top") {
+    StartPicture(12, 12, kBack);
+    constexpr Pixel kBoxFill{0x211B18}, kLight{0x4A3E36}, kSecond{0x443B36}, kDark{0x14100D};
+    DrawPanelBox({1, 1, 11, 9}, kBoxFill, kLight);
+    CHECK(PixelAt(5, 1) == kLight);
+    CHECK(PixelAt(5, 2) == kSecond);
+    CHECK(PixelAt(5, 3) == kBoxFill);
+    CHECK(PixelAt(5, 8) == kDark);
+    CHECK(PixelAt(1, 1) == kLight);
+    CHECK(PixelAt(1, 2) == kLight);  // the left column is drawn after the lines
+    CHECK(PixelAt(1, 8) == kLight);
+    CHECK(PixelAt(10, 1) == kDark);
+    CHECK(PixelAt(10, 8) == kDark);
+    CHECK(CountOf(kBack) == 12 * 12 - 80);
+}

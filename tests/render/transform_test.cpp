@@ -1,0 +1,87 @@
+#include "render/transform.h"
+
+#include "doctest/doctest.h"
+
+#include <cmath>
+
+constexpr float kQuarter = 1.57079633f;  // a quarter turn in radians
+
+static void CheckClose(Vec3 actual, Vec3 expected) {
+    CHECK(actual.x == doctest::Approx(expected.x).epsilon(1e-5));
+    CHECK(actual.y == doctest::Approx(expected.y).epsilon(1e-5));
+    CHECK(actual.z == doctest::Approx(expected.z).epsilon(1e-5));
+}
+
+TEST_CASE("a point is scaled, then turned about z, x and y, then moved") {
+    // (1, 0, 0) * 2 = (2, 0, 0); about z: (0, 2, 0); about x: (0, 0, 2); about y: (2, 0, 0); moved: (12, 20,
+    // 30).
+    const Matrix4 m = LocalMatrix({10, 20, 30}, {kQuarter, kQuarter, kQuarter}, {2, 3, 4});
+    CheckClose(TransformPoint(m, {1, 0, 0}), {12, 20, 30});
+}
+
+TEST_CASE("each rotation turns by the right hand: y to z, z to x, x to y") {
+    CheckClose(TransformPoint(LocalMatrix({}, {kQuarter, 0, 0}, {1, 1, 1}), {0, 1, 0}), {0, 0, 1});
+    CheckClose(TransformPoint(LocalMatrix({}, {0, kQuarter, 0}, {1, 1, 1}), {0, 0, 1}), {1, 0, 0});
+    CheckClose(TransformPoint(LocalMatrix({}, {0, 0, kQuarter}, {1, 1, 1}), {1, 0, 0}), {0, 1, 0});
+}
+
+TEST_CASE("an object without rotation has its scale on the diagonal and its position in the last column") {
+    const Matrix4 expected{{{{2, 0, 0, 5}, {0, 3, 0, 6}, {0, 0, 4, 7}, {0, 0, 0, 1}}}};
+    CHECK(LocalMatrix({5, 6, 7}, {}, {2, 3, 4}) == expected);
+}
+
+TEST_CASE("a product applies its right factor first") {
+    const Matrix4 move = LocalMatrix({1, 2, 3}, {}, {1, 1, 1});
+    const Matrix4 grow = LocalMatrix({}, {}, {2, 2, 2});
+    CHECK(TransformPoint(MultiplyMatrix(move, grow), {1, 1, 1}) == Vec3{3, 4, 5});
+    CHECK(TransformPoint(MultiplyMatrix(grow, move), {1, 1, 1}) == Vec3{4, 6, 8});
+}
+
+TEST_CASE("a child moves, turns and grows with its parents") {
+    Scene scene(3);
+    scene[0].position = {10, 0, 0};
+    scene[1].parentIndex = 0;
+    scene[1].scale = {2, 2, 2};
+    scene[1].rotation = {0, kQuarter, 0};
+    scene[2].parentIndex = 1;
+    scene[2].position = {0, 0, 1};
+    // One unit along z of a parent that is twice as large and turned: two units along the world's x.
+    CheckClose(WorldPosition(scene, 2), {12, 0, 0});
+}
+
+TEST_CASE("an invalid index has the identity as its world matrix") {
+    Scene scene(2);
+    scene[0].position = {1, 2, 3};
+    CHECK(WorldMatrix(scene, -1) == Matrix4{});
+    CHECK(WorldMatrix(scene, 2) == Matrix4{});
+    CHECK(WorldMatrix({}, 0) == Matrix4{});
+}
+
+TEST_CASE("a parent index past the end of the scene leaves the local matrix") {
+    Scene scene(2);
+    scene[1].position = {1, 2, 3};
+    for (int32_t parent : {2, 1000000, -7, INT32_MAX, INT32_MIN}) {
+        scene[1].parentIndex = parent;
+        CHECK(WorldMatrix(scene, 1) == LocalMatrix(scene[1]));
+    }
+}
+
+TEST_CASE("two objects that are each other's parent end after as many steps as there are objects") {
+    Scene scene(2);
+    scene[0] = {.position{1, 0, 0}, .parentIndex = 1};
+    scene[1] = {.position{0, 10, 0}, .parentIndex = 0};
+    // Its own matrix, then two steps: the other's and its own once more.
+    CHECK(WorldPosition(scene, 0) == Vec3{2, 10, 0});
+}
+
+TEST_CASE("an object that is its own parent ends too") {
+    Scene scene(1);
+    scene[0] = {.position{1, 0, 0}, .parentIndex = 0};
+    CHECK(WorldPosition(scene, 0) == Vec3{2, 0, 0});
+}
+
+TEST_CASE("a vector of length 1e-5 or less normalises to zero, a longer one to length 1") {
+    CHECK(Normalise({1e-5f, 0, 0}) == Vec3{});
+    CHECK(Normalise({0, 2e-5f, 0}) == Vec3{0, 1, 0});
+    CHECK(Normalise({0, 3, 4}) == Vec3{0, 0.6f, 0.8f});
+}
