@@ -1,0 +1,87 @@
+#include "app/frame.h"
+
+#include "platform/window.h"
+#include "render/camera.h"
+#include "render/draw_mesh.h"
+#include "render/frame_buffer.h"
+#include "render/icons.h"
+#include "render/scene_view.h"
+#include "render/transform.h"
+#include "render/viewport_overlay.h"
+#include "scene/editor_camera.h"
+#include "scene/editor_state.h"
+
+constexpr Pixel kWindowFill{0x221B16};
+
+static bool IsIndexOf(int32_t index, size_t count) {
+    return index >= 0 && static_cast<size_t>(index) < count;
+}
+
+static const TextureImage* TextureOf(const GameObject& object) {
+    if (!object.hasTexture || !IsIndexOf(object.textureIndex, editorState.textures.size())) return nullptr;
+    return &editorState.textures[static_cast<size_t>(object.textureIndex)];
+}
+
+static bool HasMarker(const GameObject& object) {
+    return object.isEntity || object.isCamera || object.isLight;
+}
+
+static void DrawMarkers(const GameObject& object, Vec3 position, const Matrix4& viewProjection,
+                        bool selected) {
+    if (object.isEntity) DrawObjectIcon(icons.entity, position, viewProjection, selected);
+    if (object.isCamera) DrawObjectIcon(icons.camera, position, viewProjection, selected);
+    if (object.isLight) DrawObjectIcon(icons.light, position, viewProjection, selected);
+}
+
+// `frame` holds what all objects share.
+static void DrawObject(int32_t index, MeshDraw frame) {
+    const GameObject& object = editorState.scene[static_cast<size_t>(index)];
+    if (!object.active || (editorState.playMode && HasMarker(object))) return;
+
+    frame.world = WorldMatrix(editorState.scene, index);
+    frame.selected = !editorState.playMode && index == editorState.selectedIndex;
+    const Vec3 position = Translation(frame.world);
+    if (object.isText) {
+        DrawTextObject(object, position, frame.viewProjection, frame.selected);
+    } else if (object.hasShape && IsIndexOf(object.meshIndex, editorState.meshes.size())) {
+        frame.tint = object.hasColor ? object.color : 0;
+        frame.roughness = object.roughness;
+        frame.gloss = object.gloss;
+        frame.texture = TextureOf(object);
+        frame.repeat = object.textureRepeat;
+        DrawMesh(editorState.meshes[static_cast<size_t>(object.meshIndex)], frame);
+    }
+    DrawMarkers(object, position, frame.viewProjection, frame.selected);
+}
+
+// The scene as the camera of this mode sees it, in scene order: depth alone decides between meshes.
+static void DrawScene() {
+    const Rect& viewport = frameBuffer.viewport;
+    const CameraPose camera = ActiveCamera(editorState.scene, EditorCamera(), editorState.playMode);
+    const Matrix4 projection = ProjectionMatrix(Width(viewport), Height(viewport));
+    const MeshDraw frame{.eye = camera.position,
+                         .light = LightDirection(editorState.scene),
+                         .viewProjection = MultiplyMatrix(projection, ViewMatrix(camera))};
+
+    FillRect(viewport,
+             ViewportBackground(editorState.scene, editorState.selectedIndex, editorState.playMode));
+    if (!editorState.runtimeMode) DrawGrid(frame.viewProjection);
+    for (int32_t i = 0; IsIndexOf(i, editorState.scene.size()); ++i) DrawObject(i, frame);
+}
+
+Rect ViewportOf(int32_t width, int32_t height) { return {0, 0, width, height}; }
+
+void RenderFrame() {
+    static bool isRendering = false;
+    if (isRendering) return;
+    isRendering = true;
+
+    const ClientSize size = WindowClientSize();
+    if (EnsureSize(size.width, size.height)) {
+        frameBuffer.viewport = ViewportOf(frameBuffer.width, frameBuffer.height);
+        Clear(kWindowFill);
+        DrawScene();
+        Present();
+    }
+    isRendering = false;
+}
