@@ -163,8 +163,8 @@ TEST_CASE("a stretched texture covers the -1 .. 1 extent of a face once") {
     draw.world = LocalMatrix({0, 0, 5}, {}, {2, 2, 2});
     DrawMesh(FrontTriangle({-1, -1, 0}, {-1, 3, 0}, {3, -1, 0}), draw);
     const auto redAt = [](int32_t x, int32_t y) { return static_cast<uint32_t>(PixelAt(x, y)) >> 16; };
-    // One object unit is 2 / (5 tan 35 degrees) * 100 = 57 pixels. Half of it off the middle lie u = 0.25 and 0.75,
-    // columns 0 and 1, and v = 0.75 and 0.25, rows 0 and 1.
+    // One object unit is 2 / (5 tan 35 degrees) * 100 = 57 pixels. Half of it off the middle lie u = 0.25 and
+    // 0.75, columns 0 and 1, and v = 0.75 and 0.25, rows 0 and 1.
     CHECK(redAt(100 - 28, 100 - 28) == 6);   // texel 0: 20 * 0.3
     CHECK(redAt(100 + 28, 100 - 28) == 12);  // texel 1
     CHECK(redAt(100 - 28, 100 + 28) == 24);  // texel 3
@@ -183,7 +183,8 @@ static int32_t RunsOf(Pixel color) {
 
 TEST_CASE("a repeated texture shows one tile per two world units, so twice as often on twice the scale") {
     // Columns 0 and 1 take half a tile each.
-    const TextureImage image{.width = 3, .height = 1, .texels{Pixel{0x000064}, Pixel{0x006400}, Pixel{0xFFFFFF}}};
+    const TextureImage image{
+        .width = 3, .height = 1, .texels{Pixel{0x000064}, Pixel{0x006400}, Pixel{0xFFFFFF}}};
     for (auto [scaleX, tiles] : {std::pair{2.0f, 2}, {4.0f, 4}, {1.0f, 1}}) {
         StartPicture(400, 20);
         MeshDraw draw = LookingAhead();

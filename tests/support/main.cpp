@@ -1,3 +1,13 @@
-// The entry of the unit tests.
-#define DOCTEST_CONFIG_IMPLEMENT_WITH_MAIN
+// The entry of the unit tests. `--accept` renews the golden pictures that differ.
+#define DOCTEST_CONFIG_IMPLEMENT
 #include "doctest/doctest.h"
+
+#include "support/golden.h"
+
+#include <string_view>
+
+int main(int argc, char** argv) {
+    for (int i = 1; i < argc; ++i) acceptGolden = acceptGolden || std::string_view(argv[i]) == "--accept";
+    doctest::Context context(argc, argv);
+    return context.run();
+}

@@ -1,0 +1,95 @@
+#include "render/textures.h"
+
+#include "platform/files.h"
+#include "platform/headless/fault_injection.h"
+#include "platform/image_decoder.h"
+#include "scene/editor_state.h"
+#include "support/image_bytes.h"
+#include "support/scratch_folder.h"
+
+#include "doctest/doctest.h"
+
+constexpr auto kFailure = L"Texture image se nepodarilo nacist.";
+
+TEST_CASE("an image becomes a texture with red and blue exchanged, row 0 at the top") {
+    const ScratchFolder folder;
+    PutFile(folder / L"a.png", PngBytes({2, 2, {0xFFFF0000, 0xFF00FF00, 0xFF0000FF, 0x80123456}}));
+    CHECK(LoadTextureImage(folder / L"a.png") == 0);
+    REQUIRE(editorState.textures.size() == 1);
+    const TextureImage& texture = editorState.textures[0];
+    CHECK(texture.path == folder / L"a.png");
+    CHECK(texture.width == 2);
+    CHECK(texture.height == 2);
+    CHECK(texture.texels ==
+          std::vector<Pixel>{Pixel{0x0000FF}, Pixel{0x00FF00}, Pixel{0xFF0000}, Pixel{0x563412}});
+}
+
+TEST_CASE("a fully transparent pixel of any colour is white") {
+    const ScratchFolder folder;
+    PutFile(folder / L"a.png", PngBytes({2, 1, {0x00FF0000, 0x01FF0000}}));
+    REQUIRE(LoadTextureImage(folder / L"a.png") == 0);
+    CHECK(editorState.textures[0].texels == std::vector<Pixel>{Pixel{0xFFFFFF}, Pixel{0x0000FF}});
+}
+
+TEST_CASE("different relative paths that name the same file load it once") {
+    const ScratchFolder folder;
+    folderAnswers.workingFolder = folder.path;
+    PutFile(folder / L"images\\a.png", PngBytes({1, 1, {0xFF112233}}));
+    PutFile(folder / L"images\\b.png", PngBytes({1, 1, {0xFF445566}}));
+    CHECK(LoadTextureImage(L"images\\a.png") == 0);
+    CHECK(LoadTextureImage(L"images\\b.png") == 1);
+    CHECK(LoadTextureImage(L"images\\..\\images\\.\\a.png") == 0);
+    CHECK(LoadTextureImage(folder / L"images\\a.png") == 0);
+    CHECK(editorState.textures.size() == 2);
+}
+
+TEST_CASE("JPEG and BMP images load like PNG ones") {
+    const ScratchFolder folder;
+    PutFile(folder / L"a.bmp", BmpBytes({1, 2, {0xFF102030, 0xFF405060}}));
+    PutFile(folder / L"a.jpg", JpegBytes({8, 8, std::vector<uint32_t>(64, 0xFFFFFFFF)}));
+    REQUIRE(LoadTextureImage(folder / L"a.bmp") == 0);
+    CHECK(editorState.textures[0].texels == std::vector<Pixel>{Pixel{0x302010}, Pixel{0x605040}});
+    REQUIRE(LoadTextureImage(folder / L"a.jpg") == 1);
+    CHECK(editorState.textures[1].texels == std::vector<Pixel>(64, Pixel{0xFFFFFF}));
+}
+
+// The header of a bitmap file that promises more than it holds.
+static std::string BitmapHeader(uint32_t width, uint32_t height) {
+    std::string bytes = "BM" + std::string(52, '\0');
+    const auto put = [&bytes](size_t at, uint32_t value) {
+        for (size_t i = 0; i < 4; ++i) bytes[at + i] = static_cast<char>(value >> (8 * i));
+    };
+    put(10, 54);  // where the pixels begin
+    put(14, 40);  // size of the second header
+    put(18, width);
+    put(22, height);
+    put(26, 1 | 32 << 16);  // planes, bits per pixel
+    return bytes;
+}
+
+TEST_CASE(
+    "what is no image, is cut short, has an empty side or is far too large is refused with the message") {
+    const ScratchFolder folder;
+    const std::string png = PngBytes({16, 16, std::vector<uint32_t>(256, 0xFF123456)});
+    PutFile(folder / L"text.png", "this is no image");
+    PutFile(folder / L"empty.png", "");
+    PutFile(folder / L"half.png", png.substr(0, png.size() / 2));
+    PutFile(folder / L"head.png", png.substr(0, 20));
+    PutFile(folder / L"zero.bmp", BitmapHeader(0, 5));
+    PutFile(folder / L"huge.bmp", BitmapHeader(30000, 30000));
+    PutFolder(folder / L"folder.png");
+    for (const wchar_t* name : {L"missing.png", L"text.png", L"empty.png", L"half.png", L"head.png",
+                                L"zero.bmp", L"huge.bmp", L"folder.png"}) {
+        editorState.statusMessage.clear();
+        CHECK(LoadTextureImage(folder / name) == -1);
+        CHECK(editorState.statusMessage == kFailure);
+    }
+    CHECK(editorState.textures.empty());
+}
+
+TEST_CASE("an image that failed to load may be tried again") {
+    const ScratchFolder folder;
+    CHECK(LoadTextureImage(folder / L"late.png") == -1);
+    PutFile(folder / L"late.png", PngBytes({1, 1, {0xFF000000}}));
+    CHECK(LoadTextureImage(folder / L"late.png") == 0);
+}
