@@ -1,0 +1,109 @@
+// Pictures of scenes from matrices written as numbers, so that every machine draws the same ones.
+#include "render/builtin_meshes.h"
+#include "render/draw_mesh.h"
+#include "support/golden.h"
+#include "support/picture.h"
+#include "support/plain_renderer.h"
+
+#include "doctest/doctest.h"
+
+namespace {
+
+struct DrawnMesh {
+    BuiltinMesh mesh = kCubeMesh;
+    MeshDraw draw{};
+};
+
+}  // namespace
+
+// The view of a new editor, 4 units up and 10 back, 0.24 radians down, on 200 x 150 pixels.
+constexpr Matrix4 kEditorView{{{{1.07111086f, 0, 0, 0},
+                                {0, 1.38721421f, 0.339474487f, -2.15411197f},
+                                {0, -0.237940567f, 0.972310284f, 10.574765f},
+                                {0, -0.237702626f, 0.971337975f, 10.6641903f}}}};
+constexpr Vec3 kEditorEye{0, 4, -10};
+// From "Directional Light": -0.7 about x, 0.4 about y.
+constexpr Vec3 kSun{0.275360351f, 0.707106781f, 0.651288475f};
+constexpr Vec3 kSunFromBehind{-0.275360351f, 0.707106781f, -0.651288475f};
+
+// A camera at the origin that looks along +Z, on 200 x 150 pixels.
+constexpr Matrix4 kOriginView{
+    {{{1.07111086f, 0, 0, 0}, {0, 1.42814782f, 0, 0}, {0, 0, 1.001001f, -0.1001001f}, {0, 0, 1, 0}}}};
+
+static const TextureImage& Checkers() {
+    static const TextureImage image = [] {
+        TextureImage checkers{.width = 8, .height = 8};
+        for (uint32_t i = 0; i < 64; ++i) {
+            const bool light = (i % 8 + i / 8) % 2 == 0;
+            checkers.texels.push_back(Pixel{light ? 0xE0E0E0 : 0x2040A0 + i * 0x020100});
+        }
+        return checkers;
+    }();
+    return image;
+}
+
+// Draws twice: plainly, then as the program does. The golden picture and the depths must come out of both.
+static bool DrawsTheGoldenPicture(const std::string& name, const std::vector<DrawnMesh>& scene) {
+    static const std::vector<Mesh> meshes = BuildBuiltinMeshes();
+    StartPicture(200, 150, Pixel{0x2D2219});
+    for (const DrawnMesh& object : scene)
+        DrawMeshPlainly(meshes[static_cast<size_t>(object.mesh)], object.draw);
+    const std::vector<Pixel> plainPixels = headless.pixels;
+    const std::vector<float> plainDepth = frameBuffer.depth;
+
+    StartPicture(200, 150, Pixel{0x2D2219});
+    for (const DrawnMesh& object : scene) DrawMesh(meshes[static_cast<size_t>(object.mesh)], object.draw);
+    CHECK(headless.pixels == plainPixels);
+    CHECK(frameBuffer.depth == plainDepth);
+    return MatchesGolden(name);
+}
+
+TEST_CASE("the default scene looks as in its golden picture") {
+    const MeshDraw frame{.eye = kEditorEye, .light = kSun, .viewProjection = kEditorView};
+    DrawnMesh player{kCubeMesh, frame}, platform{kCubeMesh, frame}, ground{kGroundMesh, frame};
+    player.draw.world = {{{{1, 0, 0, 0}, {0, 1, 0, 0.35f}, {0, 0, 1, 2}, {0, 0, 0, 1}}}};
+    player.draw.selected = true;
+    platform.draw.world = {{{{1.28948539f, 0, 0.545185679f, 2.7f},
+                             {0, 0.35f, 0, -0.25f},
+                             {-0.545185679f, 0, 1.28948539f, 5.4f},
+                             {0, 0, 0, 1}}}};
+    CHECK(DrawsTheGoldenPicture("default_scene", {player, platform, ground}));
+}
+
+TEST_CASE("faces that cross the near plane look as in their golden picture") {
+    MeshDraw frame{.eye{0, 0, 0}, .light = kSunFromBehind, .viewProjection = kOriginView};
+    DrawnMesh floor{kPlaneMesh, frame}, wall{kCubeMesh, frame};
+    floor.draw.world = {{{{6, 0, 0, 0}, {0, 1, 0, -0.8f}, {0, 0, 30, 0}, {0, 0, 0, 1}}}};
+    floor.draw.texture = &Checkers();
+    floor.draw.repeat = true;
+    wall.draw.world = {{{{0.3f, 0, 0, 1.2f}, {0, 2, 0, 0}, {0, 0, 9, 3}, {0, 0, 0, 1}}}};
+    CHECK(DrawsTheGoldenPicture("near_plane", {floor, wall}));
+}
+
+TEST_CASE("textures, tints and materials look as in their golden picture") {
+    const MeshDraw frame{.eye{0, 0, 0}, .light = kSunFromBehind, .viewProjection = kOriginView};
+    // Turned by angles with sine and cosine of 0.6 and 0.8: about y, then about x.
+    const auto at = [](float x, float y) {
+        return Matrix4{
+            {{{0.8f, 0, 0.6f, x}, {0.36f, 0.8f, -0.48f, y}, {-0.48f, 0.6f, 0.64f, 7}, {0, 0, 0, 1}}}};
+    };
+    DrawnMesh stretched{kCubeMesh, frame}, repeated{kCubeMesh, frame}, tinted{kCubeMesh, frame},
+        tintedTexture{kPyramidMesh, frame}, plain{kPyramidMesh, frame}, flat{kPlaneMesh, frame};
+    stretched.draw.world = at(-3, 1.8f);
+    stretched.draw.texture = &Checkers();
+    repeated.draw.world = at(0, 1.8f);
+    repeated.draw.texture = &Checkers();
+    repeated.draw.repeat = true;
+    tinted.draw.world = at(3, 1.8f);
+    tinted.draw.tint = 0xC4CD4E;
+    tinted.draw.roughness = 1;
+    tintedTexture.draw.world = at(-3, -1.6f);
+    tintedTexture.draw.texture = &Checkers();
+    tintedTexture.draw.tint = 0x0000FF;
+    plain.draw.world = at(0, -1.6f);
+    plain.draw.roughness = 0;
+    plain.draw.gloss = 1;
+    flat.draw.world = at(3, -1.6f);
+    flat.draw.selected = true;
+    CHECK(DrawsTheGoldenPicture("surfaces", {stretched, repeated, tinted, tintedTexture, plain, flat}));
+}
