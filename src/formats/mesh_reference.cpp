@@ -1,0 +1,36 @@
+#include "formats/mesh_reference.h"
+
+#include "formats/obj_file.h"
+#include "formats/project_paths.h"
+#include "render/builtin_meshes.h"
+#include "scene/editor_state.h"
+
+constexpr std::wstring_view kBuiltinPrefix = L"builtin:";
+constexpr std::wstring_view kFilePrefix = L"file:";
+
+int32_t MeshIndexFromReference(std::wstring_view reference) {
+    if (reference.starts_with(kFilePrefix)) {
+        const std::wstring_view stored = reference.substr(kFilePrefix.size());
+        return LoadObjIntoLibrary(stored.empty() ? std::wstring{} : JoinProjectPath(stored));
+    }
+    if (reference.starts_with(kBuiltinPrefix)) {
+        const std::wstring_view name = reference.substr(kBuiltinPrefix.size());
+        for (int32_t i = 0; i < kBuiltinMeshCount; ++i) {
+            if (name == kBuiltinMeshNames[i]) return i;
+        }
+    }
+    return kCubeMesh;
+}
+
+std::wstring MeshReferenceFromIndex(int32_t meshIndex) {
+    const auto builtin = [](int32_t index) {
+        return std::wstring(kBuiltinPrefix) + kBuiltinMeshNames[index];
+    };
+    if (meshIndex >= 0 && meshIndex < kBuiltinMeshCount) return builtin(meshIndex);
+
+    const auto& sources = editorState.meshSources;
+    const bool isImported = meshIndex >= 0 && static_cast<size_t>(meshIndex) < sources.size() &&
+                            !sources[static_cast<size_t>(meshIndex)].empty();
+    if (!isImported) return builtin(kCubeMesh);
+    return std::wstring(kFilePrefix) + MakeProjectRelative(sources[static_cast<size_t>(meshIndex)]);
+}

@@ -1,0 +1,118 @@
+#include "formats/obj_file.h"
+
+#include "formats/numbers.h"
+#include "formats/path_text.h"
+#include "platform/files.h"
+#include "scene/editor_state.h"
+#include "scene/status.h"
+
+#include <algorithm>
+#include <string_view>
+
+constexpr size_t kObjPiece = 1023;         // bytes of a line that are read at once, its end included
+constexpr double kSmallestExtent = 0.001;  // of a model before it is scaled
+constexpr double kModelSize = 2;           // edge of the cube that a model fits
+constexpr Pixel kVertexColor{0xFFFFFF};
+constexpr std::string_view kBlanks = " \t\r\n\v\f";
+constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+
+// Takes the next line, or the piece of it that fits the buffer, off the front.
+static std::string_view TakeLine(std::string_view& bytes) {
+    const std::string_view piece = bytes.substr(0, kObjPiece);
+    const std::string_view line = piece.substr(0, piece.find('\n'));
+    bytes.remove_prefix(std::min(line.size() + 1, piece.size()));
+    return line;
+}
+
+static void ReadVertex(std::string_view text, Mesh& mesh) {
+    Vec3 position;
+    if (!TakeFloat(text, position.x) || !TakeFloat(text, position.y) || !TakeFloat(text, position.z)) return;
+    mesh.vertices.push_back({position, kVertexColor});
+}
+
+// The vertex that a token of a face names: n counts from 1, -n back from the last vertex. -1 for none.
+static int32_t FaceVertex(std::string_view token, size_t vertexCount) {
+    int32_t number = 0;
+    if (!TakeInteger(token, number) || number == 0) return -1;
+    const auto count = static_cast<int64_t>(vertexCount);
+    const int64_t index = number > 0 ? int64_t{number} - 1 : count + number;
+    return index >= 0 && index < count ? static_cast<int32_t>(index) : -1;
+}
+
+static void ReadFace(std::string_view text, Mesh& mesh) {
+    int32_t corners = 0, first = -1, previous = -1;
+    size_t start = 0;
+    while ((start = text.find_first_not_of(kBlanks)) != std::string_view::npos) {
+        text.remove_prefix(start);
+        const std::string_view token = text.substr(0, text.find_first_of(kBlanks));
+        text.remove_prefix(token.size());
+
+        const int32_t vertex = FaceVertex(token, mesh.vertices.size());
+        if (vertex < 0) continue;
+        ++corners;
+        if (corners == 1) first = vertex;
+        if (corners >= 3) mesh.triangles.push_back({first, previous, vertex});
+        previous = vertex;
+    }
+}
+
+// In double, where no difference of two floats is too large.
+static void FitIntoCube(Mesh& mesh) {
+    Vec3 low = mesh.vertices[0].position, high = low;
+    for (const MeshVertex& vertex : mesh.vertices) {
+        const Vec3& p = vertex.position;
+        low = {std::min(low.x, p.x), std::min(low.y, p.y), std::min(low.z, p.z)};
+        high = {std::max(high.x, p.x), std::max(high.y, p.y), std::max(high.z, p.z)};
+    }
+    const auto extent = [](float a, float b) { return static_cast<double>(b) - static_cast<double>(a); };
+    const double size =
+        std::max({extent(low.x, high.x), extent(low.y, high.y), extent(low.z, high.z), kSmallestExtent});
+
+    const auto fit = [size](float value, float a, float b) {
+        const double centre = (static_cast<double>(a) + static_cast<double>(b)) / 2;
+        return static_cast<float>((static_cast<double>(value) - centre) * (kModelSize / size));
+    };
+    for (MeshVertex& vertex : mesh.vertices) {
+        Vec3& p = vertex.position;
+        p = {fit(p.x, low.x, high.x), fit(p.y, low.y, high.y), fit(p.z, low.z, high.z)};
+    }
+}
+
+static void AppendToLibrary(Mesh mesh, const std::wstring& fullPath) {
+    editorState.meshes.push_back(std::move(mesh));
+    editorState.meshNames.push_back(NameWithoutExtension(fullPath));
+    editorState.meshSources.push_back(fullPath);
+}
+
+bool ReadObjFile(const std::wstring& path, Mesh& mesh) {
+    std::string bytes;
+    if (!ReadWholeFile(path, bytes)) return false;
+    std::string_view rest = bytes;
+    if (rest.starts_with(kUtf8Mark)) rest.remove_prefix(kUtf8Mark.size());
+
+    Mesh model;
+    while (!rest.empty()) {
+        const std::string_view line = TakeLine(rest);
+        if (line.starts_with("v ")) ReadVertex(line.substr(2), model);
+        if (line.starts_with("f ")) ReadFace(line.substr(2), model);
+    }
+    if (model.triangles.empty()) return false;
+    FitIntoCube(model);
+    mesh = std::move(model);
+    return true;
+}
+
+int32_t LoadObjIntoLibrary(const std::wstring& path) {
+    const std::wstring fullPath = AbsolutePath(path);
+    const auto& sources = editorState.meshSources;
+    const auto known = std::find(sources.begin(), sources.end(), fullPath);
+    if (!fullPath.empty() && known != sources.end()) return static_cast<int32_t>(known - sources.begin());
+
+    Mesh mesh;
+    if (!ReadObjFile(fullPath, mesh)) {
+        SetStatus(L"OBJ model se nepodarilo nacist.");
+        return -1;
+    }
+    AppendToLibrary(std::move(mesh), fullPath);
+    return static_cast<int32_t>(editorState.meshes.size()) - 1;
+}

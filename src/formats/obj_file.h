@@ -1,0 +1,17 @@
+// Models in Wavefront OBJ files: their vertices and faces.
+#pragma once
+
+#include "render/mesh.h"
+
+#include <cstdint>
+#include <string>
+
+// Reads a model, centred and scaled into the cube of edge 2 around the origin, with white vertices. Faces are
+// cut into fans of triangles. A vertex line whose three coordinates cannot be read or are not finite counts
+// as absent, and so do face indices that name no vertex read so far. Lines are read in pieces of 1023 bytes.
+// False, with `mesh` as it was, when the file cannot be read or has no triangle.
+bool ReadObjFile(const std::wstring& path, Mesh& mesh);
+
+// The index of the model in the mesh library; a file that is there already is not read again. -1 when it
+// cannot be loaded, with the status message saying so.
+int32_t LoadObjIntoLibrary(const std::wstring& path);

@@ -1,0 +1,20 @@
+// The line of tab-separated columns in which scene, prefab and project files store an object.
+#pragma once
+
+#include "scene/game_object.h"
+
+#include <span>
+#include <string>
+#include <string_view>
+
+// Appends the object's line with its "\n": "O" and 60 columns. References are made relative to the open
+// project. A float that is not finite is written as "nan" or "inf", which reads as the column's default.
+void WriteObjectLine(std::wstring& text, const GameObject& object);
+
+// The lines of the whole open scene, in its order.
+void WriteObjects(std::wstring& text);
+
+// Fills `object` from a line cut at its TABs, and loads the model and the image that it names. Columns that
+// an older line lacks, and numbers that cannot be read, keep the values of a new object. False, with `object`
+// as it was, for a line that stores no object: not tagged "O", or of fewer than 30 columns with the tag.
+bool ParseObjectLine(std::span<const std::wstring_view> fields, GameObject& object);
