@@ -1,0 +1,56 @@
+#include "formats/project_file.h"
+
+#include "formats/object_line.h"
+#include "formats/path_text.h"
+#include "formats/scene_file.h"
+#include "formats/text_file.h"
+#include "platform/files.h"
+#include "scene/editor_state.h"
+
+constexpr size_t kProjectLineBuffer = 4096;
+
+// The path in the file's first CURRENT_SCENE line, as stored. False without such a line.
+static bool FindCurrentScene(TextFile& file, std::wstring& stored) {
+    std::wstring_view line;
+    std::vector<std::wstring_view> fields;
+    while (NextLine(file, kProjectLineBuffer, line)) {
+        SplitAtTabs(line, fields);
+        if (fields.size() < 2 || fields[0] != L"CURRENT_SCENE") continue;
+        stored = fields[1];
+        return true;
+    }
+    return false;
+}
+
+bool IsProjectFolder(const std::wstring& path) {
+    if (KindOfPath(path) != PathKind::Folder) return false;
+    return KindOfPath(JoinPath(path, kProjectFileName)) != PathKind::Missing ||
+           KindOfPath(JoinPath(path, kFilesFolderName)) == PathKind::Folder;
+}
+
+bool WriteProjectFile(const std::wstring& folder) {
+    MakeFolders(folder);
+
+    std::wstring text = L"ZELENGINE_PROJECT\t1\nFILES\tFiles\nCURRENT_SCENE\t";
+    text += RelativeTo(editorState.scenePath, folder);
+    text += L'\n';
+    WriteObjects(text);
+    return WriteTextFile(JoinPath(folder, kProjectFileName), text);
+}
+
+bool ReadProjectFile(const std::wstring& folder) {
+    const std::wstring projectFile = JoinPath(folder, kProjectFileName);
+    TextFile file;
+    if (!ReadTextFile(projectFile, file)) return false;
+
+    std::wstring stored;
+    if (FindCurrentScene(file, stored)) {
+        const std::wstring scenePath = JoinPath(folder, stored);
+        if (KindOfPath(scenePath) == PathKind::File && LoadScene(scenePath)) {
+            editorState.scenePath = scenePath;
+            return true;
+        }
+    }
+    editorState.scenePath = JoinPath(editorState.filesRoot, L"Scenes\\Main.scene");
+    return LoadScene(projectFile);
+}

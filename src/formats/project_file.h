@@ -1,0 +1,19 @@
+// The file that makes a folder a project, and that its scene survives in.
+#pragma once
+
+#include <string>
+
+inline constexpr const wchar_t* kProjectFileName = L"project.zel";
+inline constexpr const wchar_t* kFilesFolderName = L"Files";
+
+// True for a folder that holds a "project.zel" of any kind, or a folder "Files".
+bool IsProjectFolder(const std::wstring& path);
+
+// Writes "project.zel" into `folder`, which is made when it is missing: the current scene's path relative to
+// it, and a copy of the open scene. False, with the old file as it was, when it cannot be written.
+bool WriteProjectFile(const std::wstring& folder);
+
+// Loads the scene that the project in `folder` names and makes it the current one. When it is not named, not
+// there or not readable, the current scene becomes Files\Scenes\Main.scene with the objects that the project
+// file keeps. False, with the old scene as it was, when the project file cannot be read.
+bool ReadProjectFile(const std::wstring& folder);

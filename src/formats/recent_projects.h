@@ -1,0 +1,22 @@
+// The per-user list of projects that the Project Hub shows, most recent first, in
+// EditorState::recentProjects and in "recent-projects.txt". Failures of its file are not reported.
+#pragma once
+
+#include <string>
+
+constexpr size_t kMaxRecentProjects = 12;
+
+// "ZelEngine" in the user's local application data; "ZelEngineData" beside the executable when that cannot be
+// told. Made when it is missing.
+std::wstring GetDataFolder();
+
+// Puts a project folder at the front of the list, by its full path; an entry for the same path in upper or
+// lower case goes, and what is beyond the twelfth. Does nothing for a folder that is no project.
+void AddRecentProject(const std::wstring& path);
+
+// Rebuilds the list from its file, without what is no project any more, and saves it. An empty list gets the
+// folder "Project" of the working folder when that is one.
+void LoadRecentProjects();
+
+// Writes the entries that are project folders now.
+void SaveRecentProjects();

@@ -1,0 +1,48 @@
+#include "formats/scene_file.h"
+
+#include "formats/object_line.h"
+#include "formats/path_text.h"
+#include "formats/text_file.h"
+#include "platform/files.h"
+#include "scene/default_scenes.h"
+#include "scene/editor_state.h"
+
+#include <algorithm>
+
+static Scene ReadObjects(TextFile& file) {
+    Scene scene;
+    GameObject object;
+    std::wstring_view line;
+    std::vector<std::wstring_view> fields;
+    while (NextLine(file, kObjectLineBuffer, line)) {
+        SplitAtTabs(line, fields);
+        if (ParseObjectLine(fields, object)) scene.push_back(std::move(object));
+    }
+    return scene;
+}
+
+bool SaveScene(const std::wstring& path) {
+    const std::wstring folder = ParentFolder(path);
+    if (!folder.empty()) MakeFolders(folder);
+
+    std::wstring text = L"ZELENGINE_SCENE\t1\n";
+    WriteObjects(text);
+    return WriteTextFile(path, text);
+}
+
+bool LoadScene(const std::wstring& path) {
+    TextFile file;
+    if (!ReadTextFile(path, file)) return false;
+
+    // First, because the objects add their models and images to the fresh libraries.
+    resetScene(true);
+    Scene scene = ReadObjects(file);
+    if (scene.empty()) {
+        resetScene(true);
+    } else {
+        editorState.scene = std::move(scene);
+    }
+    const auto last = static_cast<int32_t>(editorState.scene.size()) - 1;
+    editorState.selectedIndex = std::clamp(editorState.selectedIndex, 0, last);
+    return true;
+}

@@ -1,0 +1,19 @@
+// Scene files: a header line, then one object line per object of the scene.
+#pragma once
+
+#include "scene/game_object.h"
+
+#include <string>
+
+// Lines of scene and prefab files are read into a buffer of this many units.
+constexpr size_t kObjectLineBuffer = 8192;
+
+// Writes the open scene, and makes the folder of `path` first. False, with the old file as it was, when it
+// cannot be written.
+bool SaveScene(const std::wstring& path);
+
+// Replaces the open scene, the mesh library and the textures by what the file names; a file without objects
+// gives the default scene with its samples. Lines that store no object are skipped, the header among them.
+// The default scene's selection stays, limited to the objects there. False, with the old scene as it was,
+// when the file cannot be read.
+bool LoadScene(const std::wstring& path);
