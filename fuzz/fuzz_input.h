@@ -1,0 +1,38 @@
+// What the targets share: a file that holds the fuzzer's bytes, in a folder of this process.
+#pragma once
+
+#include "platform/headless/fault_injection.h"
+#include "platform/headless/native_path.h"
+#include "scene/editor_state.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <string>
+
+// The folder goes when the process ends.
+struct FuzzFolder {
+    std::filesystem::path path =
+        std::filesystem::temp_directory_path() / ("zel_fuzz_" + std::to_string(std::random_device{}()));
+
+    FuzzFolder() { std::filesystem::create_directories(path); }
+    ~FuzzFolder() {
+        std::error_code error;
+        std::filesystem::remove_all(path, error);
+    }
+};
+
+// Starts afresh in the folder, as its working folder and its open project. Returns the file's full path.
+inline std::wstring PutFuzzInput(const uint8_t* data, size_t size, const char* name) {
+    static const FuzzFolder folder;
+    const std::filesystem::path file = folder.path / name;
+    std::filesystem::create_directories(file.parent_path());
+    std::ofstream(file, std::ios::binary)
+        .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
+    editorState = EditorState{};
+    editorState.projectRoot = folderAnswers.workingFolder = folderAnswers.localDataFolder =
+        ProgramPath(folder.path);
+    return ProgramPath(file);
+}
