@@ -42,6 +42,6 @@ bool MakeFolders(const std::wstring& path);
 // The entries of a folder, sorted by name (by UTF-16 unit). Empty when it cannot be listed.
 std::vector<FolderEntry> ListFolder(const std::wstring& path);
 
-// The full path, with "." and ".." resolved. `path` unchanged when it cannot be made, or when the result
-// would need 260 characters or more with its end.
+// The full path, with "." and ".." resolved. `path` unchanged when it cannot be made, or when the result has
+// 260 characters or more.
 std::wstring AbsolutePath(const std::wstring& path);
