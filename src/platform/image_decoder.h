@@ -12,6 +12,6 @@ struct DecodedImage {
 
 constexpr int64_t kMaxImagePixels = 64'000'000;
 
-// False when the file is missing, is no image, is cut short, is empty on one side, or has more than
-// kMaxImagePixels. `image` is then unchanged.
+// False when the file is missing, is no image, is empty on one side, or has more than kMaxImagePixels. `image`
+// is then unchanged. A file that is cut short is refused, or read as far as it goes, as the decoder sees fit.
 bool DecodeImageFile(const std::wstring& path, DecodedImage& image);
