@@ -1,0 +1,213 @@
+#include "platform/canvas.h"
+
+#include "doctest/doctest.h"
+#include "platform/files.h"
+#include "platform/windows/canvas_device.h"
+#include "platform/windows/image_files.h"
+#include "platform/windows/test_folder.h"
+
+#include <algorithm>
+
+namespace {
+
+// A canvas of a test's own, filled with one colour.
+struct TestCanvas {
+    TestCanvas(int32_t canvasWidth, int32_t canvasHeight, uint32_t fill)
+        : width(canvasWidth), height(canvasHeight), pixels(CreateCanvas(canvasWidth, canvasHeight)) {
+        REQUIRE(pixels != nullptr);
+        std::fill_n(pixels, width * height, Pixel{fill});
+    }
+    ~TestCanvas() { DestroyCanvas(); }
+    TestCanvas(const TestCanvas&) = delete;
+    TestCanvas& operator=(const TestCanvas&) = delete;
+
+    uint32_t At(int32_t x, int32_t y) const {
+        return static_cast<uint32_t>(pixels[y * width + x]) & 0xFFFFFF;
+    }
+
+    int32_t width, height;
+    Pixel* pixels;
+};
+
+}  // namespace
+
+// The smallest rectangle around what differs from `fill`.
+static Rect PaintedArea(const TestCanvas& canvas, uint32_t fill) {
+    Rect area{canvas.width, canvas.height, 0, 0};
+    for (int32_t y = 0; y < canvas.height; ++y) {
+        for (int32_t x = 0; x < canvas.width; ++x) {
+            if (canvas.At(x, y) == fill) continue;
+            area = {std::min(area.left, x), std::min(area.top, y), std::max(area.right, x + 1),
+                    std::max(area.bottom, y + 1)};
+        }
+    }
+    return area;
+}
+
+static int64_t Brightness(const TestCanvas& canvas) {
+    int64_t sum = 0;
+    for (int32_t i = 0; i < canvas.width * canvas.height; ++i) {
+        sum += static_cast<uint32_t>(canvas.pixels[i]) >> 8 & 0xFF;
+    }
+    return sum;
+}
+
+TEST_CASE("a pixel is 0x00RRGGBB, and rows follow each other from the top") {
+    const TestCanvas canvas(5, 3, 0);
+    canvas.pixels[1 * 5 + 3] = Pixel{0x00112233};
+    FlushCanvas();
+    CHECK(GetPixel(CanvasDevice(), 3, 1) == RGB(0x11, 0x22, 0x33));
+    SetPixel(CanvasDevice(), 4, 2, RGB(0xAA, 0xBB, 0xCC));
+    FlushCanvas();
+    CHECK(canvas.At(4, 2) == 0xAABBCC);
+}
+
+TEST_CASE("a text fills its cell and nothing else, in its own colour") {
+    const TestCanvas canvas(200, 60, 0);
+    DrawCanvasText(40, 20, L"Hgq|", TextColor{0x0000FF}, 18, 400);  // 0x00BBGGRR: red
+    FlushCanvas();
+
+    const Rect painted = PaintedArea(canvas, 0);
+    CHECK(painted.left >= 38);
+    CHECK(painted.left < 48);
+    CHECK(painted.right > 60);
+    CHECK(painted.right < 100);
+    CHECK(painted.top >= 20);
+    CHECK(painted.bottom <= 38);
+    CHECK(Height(painted) >= 12);
+
+    uint32_t brightest = 0;
+    for (int32_t y = 0; y < canvas.height; ++y) {
+        for (int32_t x = 0; x < canvas.width; ++x) {
+            CHECK((canvas.At(x, y) & 0x00FFFF) == 0);
+            brightest = std::max(brightest, canvas.At(x, y));
+        }
+    }
+    CHECK(brightest >= 0xC00000);
+}
+
+TEST_CASE("a text leaves the background between its strokes as it was") {
+    const TestCanvas canvas(100, 40, 0x251F1C);
+    DrawCanvasText(10, 10, L"o", TextColor{0xFFFFFF}, 20, 400);
+    FlushCanvas();
+    const Rect painted = PaintedArea(canvas, 0x251F1C);
+    REQUIRE(Width(painted) > 4);
+    CHECK(canvas.At((painted.left + painted.right) / 2, (painted.top + painted.bottom) / 2) == 0x251F1C);
+}
+
+TEST_CASE("weight 600 is bolder than 400, and a greater height is taller") {
+    int64_t plain = 0, bold = 0;
+    int32_t small = 0, large = 0;
+    {
+        const TestCanvas canvas(300, 60, 0);
+        DrawCanvasText(5, 5, L"Hierarchy", TextColor{0xFFFFFF}, 18, 400);
+        FlushCanvas();
+        plain = Brightness(canvas);
+        small = Height(PaintedArea(canvas, 0));
+    }
+    {
+        const TestCanvas canvas(300, 60, 0);
+        DrawCanvasText(5, 5, L"Hierarchy", TextColor{0xFFFFFF}, 18, 600);
+        FlushCanvas();
+        bold = Brightness(canvas);
+    }
+    {
+        const TestCanvas canvas(300, 60, 0);
+        DrawCanvasText(5, 5, L"Hierarchy", TextColor{0xFFFFFF}, 25, 400);
+        FlushCanvas();
+        large = Height(PaintedArea(canvas, 0));
+    }
+    CHECK(bold > plain);
+    CHECK(large > small);
+}
+
+TEST_CASE("the same text drawn twice gives the same pixels") {
+    const TestCanvas canvas(200, 80, 0);
+    DrawCanvasText(10, 0, L"Inspector", TextColor{0xFFFFFF}, 13, 600);
+    DrawCanvasText(10, 40, L"Inspector", TextColor{0xFFFFFF}, 13, 600);
+    FlushCanvas();
+    for (int32_t y = 0; y < 40; ++y) {
+        for (int32_t x = 0; x < canvas.width; ++x) CHECK(canvas.At(x, y) == canvas.At(x, y + 40));
+    }
+}
+
+TEST_CASE("an empty text and a text outside draw nothing") {
+    const TestCanvas canvas(50, 20, 0);
+    DrawCanvasText(0, 0, L"", TextColor{0xFFFFFF}, 13, 400);
+    DrawCanvasText(-500, 0, L"left", TextColor{0xFFFFFF}, 13, 400);
+    DrawCanvasText(0, 5000, L"below", TextColor{0xFFFFFF}, 13, 400);
+    FlushCanvas();
+    CHECK(Width(PaintedArea(canvas, 0)) <= 0);
+}
+
+TEST_CASE("a new size replaces the canvas, down to one pixel and back") {
+    for (const auto [width, height] : {Point{300, 200}, Point{1, 1}, Point{300, 200}, Point{1, 500}}) {
+        Pixel* pixels = CreateCanvas(width, height);
+        REQUIRE(pixels != nullptr);
+        std::fill_n(pixels, width * height, Pixel{0});
+        pixels[width * height - 1] = Pixel{0x010203};
+        DrawCanvasText(0, 0, L"text", TextColor{0xFFFFFF}, 13, 400);
+        FlushCanvas();
+        CHECK(GetPixel(CanvasDevice(), width, 0) == CLR_INVALID);
+        CHECK(GetPixel(CanvasDevice(), 0, height) == CLR_INVALID);
+    }
+    DestroyCanvas();
+    CHECK(CanvasDevice() == nullptr);
+}
+
+TEST_CASE("a thousand new sizes leave no drawing objects behind") {
+    REQUIRE(CreateCanvas(10, 10) != nullptr);
+    const DWORD before = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
+    for (int32_t i = 0; i < 1000; ++i) {
+        REQUIRE(CreateCanvas(10 + i % 7, 10) != nullptr);
+        DrawCanvasText(0, 0, L"text", TextColor{0xFFFFFF}, 13, 400);
+    }
+    CHECK(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS) <= before + 1);  // the font
+    DestroyCanvas();
+}
+
+TEST_CASE("a canvas that memory cannot hold is refused, and nothing is drawn until there is one again") {
+    REQUIRE(CreateCanvas(10, 10) != nullptr);
+    CHECK(CreateCanvas(0x7FFFFFFF, 0x7FFFFFFF) == nullptr);
+    CHECK(CanvasDevice() == nullptr);
+    DrawCanvasText(0, 0, L"text", TextColor{0xFFFFFF}, 13, 400);
+    DrawCanvasImage(0, {0, 0, 5, 5});
+    FlushCanvas();
+    PresentCanvas();
+    CHECK(CreateCanvas(10, 10) != nullptr);
+    DestroyCanvas();
+}
+
+TEST_CASE("an image is scaled by its nearest pixel, and its transparent pixels let the canvas through") {
+    const TestFolder folder;
+    const std::string row("\xFF\x20\x10\xFF\x00\xFF\x00\x00", 8);  // one opaque, one transparent
+    REQUIRE(WriteWholeFile(folder / L"a.png", PngFile(2, 1, 8, 6, {row})));
+    const CanvasImage image = LoadCanvasImage(folder / L"a.png");
+    REQUIRE(image >= 0);
+
+    const TestCanvas canvas(40, 30, 0x251F1C);
+    DrawCanvasImage(image, {10, 5, 30, 25});
+    FlushCanvas();
+
+    CHECK(canvas.At(14, 15) == 0xFF2010);
+    CHECK(canvas.At(12, 7) == 0xFF2010);
+    CHECK(canvas.At(25, 15) == 0x251F1C);
+    for (int32_t y = 0; y < canvas.height; ++y) {
+        for (int32_t x = 0; x < canvas.width; ++x) {
+            const uint32_t pixel = canvas.At(x, y);
+            CHECK((pixel == 0xFF2010 || pixel == 0x251F1C));
+            if (!Contains({10, 5, 30, 25}, {x, y})) CHECK(pixel == 0x251F1C);
+        }
+    }
+    ReleaseCanvasImages();
+}
+
+TEST_CASE("an image that is not there draws nothing") {
+    const TestFolder folder;
+    CHECK(LoadCanvasImage(folder / L"missing.png") == -1);
+    const TestCanvas canvas(20, 20, 0x251F1C);
+    DrawCanvasImage(-1, {0, 0, 20, 20});
+    DrawCanvasImage(1000, {0, 0, 20, 20});
+    FlushCanvas();
+    CHECK(Width(PaintedArea(canvas, 0x251F1C)) <= 0);
+}

@@ -1,0 +1,305 @@
+#include "platform/files.h"
+
+#include "doctest/doctest.h"
+#include "platform/windows/test_folder.h"
+
+#include <windows.h>
+
+namespace {
+
+// A file that another program keeps open.
+class HeldFile {
+public:
+    HeldFile(const std::wstring& path, DWORD share)
+        : handle(CreateFileW(path.c_str(), GENERIC_READ, share, nullptr, OPEN_EXISTING, 0, nullptr)) {
+        REQUIRE(handle != INVALID_HANDLE_VALUE);
+    }
+    ~HeldFile() { CloseHandle(handle); }
+    HeldFile(const HeldFile&) = delete;
+    HeldFile& operator=(const HeldFile&) = delete;
+
+    std::string ReadFromStart() const {
+        SetFilePointer(handle, 0, nullptr, FILE_BEGIN);
+        char buffer[64] = {};
+        DWORD got = 0;
+        ReadFile(handle, buffer, sizeof buffer, &got, nullptr);
+        return std::string(buffer, got);
+    }
+
+private:
+    HANDLE handle;
+};
+
+}  // namespace
+
+static std::string Bytes(const std::wstring& path) {
+    std::string bytes;
+    REQUIRE(ReadWholeFile(path, bytes));
+    return bytes;
+}
+
+static std::vector<std::wstring> Names(const std::wstring& folder) {
+    std::vector<std::wstring> names;
+    for (const FolderEntry& entry : ListFolder(folder)) names.push_back(entry.name);
+    return names;
+}
+
+static bool IsReparsePoint(const std::wstring& path) {
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT);
+}
+
+using NameList = std::vector<std::wstring>;
+
+TEST_CASE("a written file reads back byte for byte") {
+    const TestFolder folder;
+    std::string large(3 << 20, '\0');
+    for (size_t i = 0; i < large.size(); ++i) large[i] = static_cast<char>(i * 7 + i / 251);
+    for (const std::string& bytes : {std::string(), std::string("a\0b\r\n\x1A", 6), large}) {
+        REQUIRE(WriteWholeFile(folder / L"file.bin", bytes));
+        CHECK(Bytes(folder / L"file.bin") == bytes);
+        CHECK(Names(folder.Path()) == NameList{L"file.bin"});
+    }
+}
+
+TEST_CASE("a shorter text replaces a longer one whole") {
+    const TestFolder folder;
+    REQUIRE(WriteWholeFile(folder / L"a.txt", "a long first text"));
+    REQUIRE(WriteWholeFile(folder / L"a.txt", "short"));
+    CHECK(Bytes(folder / L"a.txt") == "short");
+}
+
+TEST_CASE("a reader that lets the file go sees the old bytes or the new ones, whole") {
+    const TestFolder folder;
+    const std::wstring path = folder / L"scene.scene";
+    REQUIRE(WriteWholeFile(path, "old"));
+    const HeldFile reader(path, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE);
+
+    CHECK(WriteWholeFile(path, "new and longer"));
+
+    const std::string seen = reader.ReadFromStart();
+    CHECK((seen == "old" || seen == "new and longer"));
+    CHECK(Bytes(path) == "new and longer");
+    CHECK(Names(folder.Path()) == NameList{L"scene.scene"});
+}
+
+TEST_CASE("a file held open by a program that lets others write is written in place") {
+    const TestFolder folder;
+    const std::wstring path = folder / L"scene.scene";
+    for (const std::string bytes : {"new", "new and much longer than before"}) {
+        REQUIRE(WriteWholeFile(path, "the old bytes"));
+        const HeldFile holder(path, FILE_SHARE_READ | FILE_SHARE_WRITE);
+
+        CHECK(WriteWholeFile(path, bytes));
+
+        CHECK(holder.ReadFromStart() == bytes);
+        CHECK(Names(folder.Path()) == NameList{L"scene.scene"});
+    }
+}
+
+TEST_CASE("a file held open by a program that lets nobody write stays as it was") {
+    const TestFolder folder;
+    const std::wstring path = folder / L"scene.scene";
+    REQUIRE(WriteWholeFile(path, "old"));
+    const HeldFile holder(path, FILE_SHARE_READ);
+
+    CHECK_FALSE(WriteWholeFile(path, "new"));
+
+    CHECK(holder.ReadFromStart() == "old");
+    CHECK(Names(folder.Path()) == NameList{L"scene.scene"});
+}
+
+TEST_CASE("a read-only file is not overwritten") {
+    const TestFolder folder;
+    const std::wstring path = folder / L"kept.txt";
+    REQUIRE(WriteWholeFile(path, "old"));
+    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY);
+
+    CHECK_FALSE(WriteWholeFile(path, "new"));
+
+    CHECK(Bytes(path) == "old");
+    CHECK(Names(folder.Path()) == NameList{L"kept.txt"});
+    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
+TEST_CASE("a hidden file stays hidden when it is saved") {
+    const TestFolder folder;
+    const std::wstring path = folder / L"hidden.txt";
+    REQUIRE(WriteWholeFile(path, "old"));
+    REQUIRE(SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_HIDDEN));
+
+    CHECK(WriteWholeFile(path, "new"));
+
+    CHECK(Bytes(path) == "new");
+    CHECK((GetFileAttributesW(path.c_str()) & FILE_ATTRIBUTE_HIDDEN) != 0);
+}
+
+TEST_CASE("nothing is written where there is no folder, or where a folder stands") {
+    const TestFolder folder;
+    CHECK_FALSE(WriteWholeFile(folder / L"missing\\a.txt", "text"));
+    CHECK(Names(folder.Path()).empty());
+    REQUIRE(MakeFolders(folder / L"sub"));
+    CHECK_FALSE(WriteWholeFile(folder / L"sub", "text"));
+    CHECK_FALSE(WriteWholeFile(L"", "text"));
+    CHECK(Names(folder.Path()) == NameList{L"sub"});
+    CHECK(Names(folder / L"sub").empty());
+}
+
+TEST_CASE("a file with the longest possible name is saved twice") {
+    const TestFolder folder;
+    const std::wstring path = folder / (std::wstring(251, L'n') + L".txt");
+    CHECK(WriteWholeFile(path, "one"));
+    CHECK(WriteWholeFile(path, "two"));
+    CHECK(Bytes(path) == "two");
+    CHECK(ListFolder(folder.Path()).size() == 1);
+}
+
+TEST_CASE("a leftover of a save that was broken off is not in the way") {
+    const TestFolder folder;
+    const std::wstring leftover = L"~zel" + std::to_wstring(GetCurrentProcessId()) + L"_0.tmp";
+    REQUIRE(WriteWholeFile(folder / L"a.txt", "one"));
+    REQUIRE(CopyWholeFile(folder / L"a.txt", folder / leftover));
+    CHECK(WriteWholeFile(folder / L"a.txt", "two"));
+    CHECK(Bytes(folder / L"a.txt") == "two");
+    CHECK(Bytes(folder / leftover) == "one");
+}
+
+TEST_CASE("paths far beyond 260 characters work like short ones") {
+    const TestFolder folder;
+    std::wstring deep = folder.Path();
+    while (deep.size() < 600) deep += L"\\a folder with a rather long name of forty";
+    REQUIRE(MakeFolders(deep));
+    CHECK(KindOfPath(deep) == PathKind::Folder);
+
+    const std::wstring file = deep + L"\\first.txt", copy = deep + L"\\second.txt",
+                       moved = deep + L"\\third.txt";
+    CHECK(WriteWholeFile(file, "text"));
+    CHECK(WriteWholeFile(file, "text again"));
+    CHECK(Bytes(file) == "text again");
+    CHECK(CopyWholeFile(file, copy));
+    CHECK(RenamePath(copy, moved));
+    CHECK(Names(deep) == NameList{L"first.txt", L"third.txt"});
+    CHECK(RemoveFile(file));
+    CHECK(RemoveFile(moved));
+    CHECK(RemoveEmptyFolder(deep));
+    CHECK(KindOfPath(deep) == PathKind::Missing);
+}
+
+TEST_CASE("reading fails for what is no file") {
+    const TestFolder folder;
+    for (const std::wstring& path :
+         {folder / L"missing", folder.Path(), std::wstring(), std::wstring(L"NUL")}) {
+        std::string bytes = "before";
+        CHECK_FALSE(ReadWholeFile(path, bytes));
+        CHECK(bytes.empty());
+    }
+}
+
+TEST_CASE("what stands at a path is missing, a file or a folder") {
+    const TestFolder folder;
+    REQUIRE(WriteWholeFile(folder / L"a.txt", ""));
+    CHECK(KindOfPath(folder / L"a.txt") == PathKind::File);
+    CHECK(KindOfPath(folder.Path()) == PathKind::Folder);
+    CHECK(KindOfPath(folder / L"b.txt") == PathKind::Missing);
+    CHECK(KindOfPath(folder / L"a.txt\\b") == PathKind::Missing);
+    CHECK(KindOfPath(L"") == PathKind::Missing);
+}
+
+TEST_CASE("a copy overwrites, and fails for what is not there") {
+    const TestFolder folder;
+    REQUIRE(WriteWholeFile(folder / L"from.txt", "new"));
+    REQUIRE(WriteWholeFile(folder / L"to.txt", "old and longer"));
+    CHECK(CopyWholeFile(folder / L"from.txt", folder / L"to.txt"));
+    CHECK(Bytes(folder / L"to.txt") == "new");
+    CHECK_FALSE(CopyWholeFile(folder / L"missing.txt", folder / L"to.txt"));
+    CHECK_FALSE(CopyWholeFile(folder.Path(), folder / L"copy"));
+    CHECK(Bytes(folder / L"to.txt") == "new");
+}
+
+TEST_CASE("a rename never overwrites, and a name in other letter case is the file's own") {
+    const TestFolder folder;
+    REQUIRE(WriteWholeFile(folder / L"a.txt", "a"));
+    REQUIRE(WriteWholeFile(folder / L"b.txt", "b"));
+    CHECK_FALSE(RenamePath(folder / L"a.txt", folder / L"b.txt"));
+    CHECK(Bytes(folder / L"b.txt") == "b");
+    CHECK(RenamePath(folder / L"a.txt", folder / L"A.txt"));
+    CHECK(Bytes(folder / L"A.txt") == "a");
+    CHECK(ListFolder(folder.Path()).size() == 2);
+
+    REQUIRE(MakeFolders(folder / L"old\\inner"));
+    CHECK(RenamePath(folder / L"old", folder / L"new"));
+    CHECK(KindOfPath(folder / L"new\\inner") == PathKind::Folder);
+    CHECK_FALSE(RenamePath(folder / L"missing", folder / L"c"));
+}
+
+TEST_CASE("only empty folders are removed") {
+    const TestFolder folder;
+    REQUIRE(MakeFolders(folder / L"full"));
+    REQUIRE(WriteWholeFile(folder / L"full\\a.txt", "a"));
+    CHECK_FALSE(RemoveEmptyFolder(folder / L"full"));
+    CHECK(RemoveFile(folder / L"full\\a.txt"));
+    CHECK_FALSE(RemoveFile(folder / L"full\\a.txt"));
+    CHECK_FALSE(RemoveFile(folder / L"full"));
+    CHECK(RemoveEmptyFolder(folder / L"full"));
+    CHECK(ListFolder(folder.Path()).empty());
+}
+
+TEST_CASE("folders are made with their parents, and stand already the second time") {
+    const TestFolder folder;
+    for (int32_t time = 0; time < 2; ++time) {
+        CHECK(MakeFolders(folder / L"a\\b/c"));
+        CHECK(MakeFolders(folder / L"d\\e\\"));
+        CHECK(KindOfPath(folder / L"a\\b\\c") == PathKind::Folder);
+        CHECK(KindOfPath(folder / L"d\\e") == PathKind::Folder);
+    }
+    REQUIRE(WriteWholeFile(folder / L"file", ""));
+    CHECK_FALSE(MakeFolders(folder / L"file"));
+    CHECK_FALSE(MakeFolders(folder / L"file\\sub"));
+    CHECK_FALSE(MakeFolders(L""));
+}
+
+TEST_CASE("a folder is listed by name, capitals before small letters, without itself and its parent") {
+    const TestFolder folder;
+    for (const wchar_t* name : {L"b.txt", L"\x017Elut\xFD.txt", L"C.txt", L"a"}) {
+        REQUIRE(WriteWholeFile(folder / name, ""));
+    }
+    REQUIRE(MakeFolders(folder / L"B"));
+    const std::vector<FolderEntry> expected{
+        {L"B", true}, {L"C.txt", false}, {L"a", false}, {L"b.txt", false}, {L"\x017Elut\xFD.txt", false}};
+    CHECK(ListFolder(folder.Path()) == expected);
+    CHECK(ListFolder(folder.Path() + L"\\") == expected);
+    CHECK(ListFolder(folder / L"missing").empty());
+    CHECK(ListFolder(folder / L"b.txt").empty());
+    CHECK(ListFolder(L"").empty());
+}
+
+TEST_CASE("a link to a folder is told apart from a folder, and saving through a link keeps it") {
+    const TestFolder folder;
+    constexpr DWORD kUnprivileged = 2;  // allowed to everybody in developer mode
+    REQUIRE(MakeFolders(folder / L"target"));
+    REQUIRE(WriteWholeFile(folder / L"target\\a.txt", "old"));
+    const std::wstring link = folder / L"link", fileLink = folder / L"b.txt";
+    CreateSymbolicLinkW(link.c_str(), (folder / L"target").c_str(),
+                        SYMBOLIC_LINK_FLAG_DIRECTORY | kUnprivileged);
+    CreateSymbolicLinkW(fileLink.c_str(), (folder / L"target\\a.txt").c_str(), kUnprivileged);
+    if (!IsReparsePoint(link) || !IsReparsePoint(fileLink)) {
+        MESSAGE("skipped: this system lets the test make no links");
+        return;
+    }
+    CHECK(ListFolder(folder.Path()) ==
+          std::vector<FolderEntry>{{L"b.txt", false, true}, {L"link", true, true}, {L"target", true, false}});
+    CHECK(WriteWholeFile(fileLink, "new"));
+    CHECK(Bytes(folder / L"target\\a.txt") == "new");
+    CHECK(IsReparsePoint(fileLink));
+}
+
+TEST_CASE("an absolute path has no dots, and is left alone when it would be too long") {
+    CHECK(AbsolutePath(L"C:\\a\\.\\b\\..\\c") == L"C:\\a\\c");
+    CHECK(AbsolutePath(L"C:/a/b") == L"C:\\a\\b");
+    CHECK(AbsolutePath(L"") == L"");
+    const std::wstring longest = L"C:\\" + std::wstring(256, L'x');
+    REQUIRE(longest.size() == 259);
+    CHECK(AbsolutePath(longest + L"\\..\\y") == L"C:\\y");
+    CHECK(AbsolutePath(L"C:\\.\\" + std::wstring(256, L'x')) == longest);
+    CHECK(AbsolutePath(L"C:\\.\\" + std::wstring(257, L'x')) == L"C:\\.\\" + std::wstring(257, L'x'));
+}

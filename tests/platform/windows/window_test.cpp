@@ -1,0 +1,312 @@
+#include "platform/window.h"
+
+#include "doctest/doctest.h"
+#include "platform/canvas.h"
+#include "platform/windows/main_window.h"
+#include "platform/windows/recorded_input.h"
+
+#include <windows.h>
+
+#include <shlobj.h>
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+// The program's window, open for the length of a test.
+struct TestWindow {
+    TestWindow() {
+        REQUIRE(OpenMainWindow(L"ZelEngine", {400, 300}));
+        PumpMessages();
+        recordedInput = {};
+    }
+    ~TestWindow() {
+        recordedInput = {};
+        if (MainWindow()) DestroyWindow(MainWindow());
+        PumpMessages();
+    }
+    TestWindow(const TestWindow&) = delete;
+    TestWindow& operator=(const TestWindow&) = delete;
+};
+
+constexpr LPARAM kAltHeld = LPARAM{1} << 29;
+constexpr LPARAM kRepeated = LPARAM{1} << 30;
+
+bool menuLoopWasEntered = false;
+
+}  // namespace
+
+static void Post(UINT message, WPARAM wParam, LPARAM lParam) {
+    PostMessageW(MainWindow(), message, wParam, lParam);
+}
+
+// The one event of its kind since the test began.
+static InputEvent Only(InputKind kind) {
+    REQUIRE(CountOf(kind) == 1);
+    return *std::ranges::find(recordedInput.events, kind, &InputEvent::kind);
+}
+
+// Runs inside the menu loop too, and ends it.
+static void CALLBACK LeaveMenuLoop(HWND, UINT, UINT_PTR, DWORD) {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    if (!GetGUIThreadInfo(GetCurrentThreadId(), &info) || !(info.flags & GUI_INMENUMODE)) return;
+    menuLoopWasEntered = true;
+    SendMessageW(MainWindow(), WM_CANCELMODE, 0, 0);
+}
+
+static bool EntersMenuLoop(UINT message, WPARAM wParam, LPARAM lParam) {
+    menuLoopWasEntered = false;
+    const UINT_PTR timer = SetTimer(nullptr, 0, 20, LeaveMenuLoop);
+    Post(message, wParam, lParam);
+    PumpMessages();
+    KillTimer(nullptr, timer);
+    return menuLoopWasEntered;
+}
+
+static void DropFiles(const std::vector<std::wstring>& paths, POINT point) {
+    std::wstring list;
+    for (const std::wstring& path : paths) list += path + L'\0';
+    list += L'\0';
+    const HGLOBAL memory = GlobalAlloc(GHND, sizeof(DROPFILES) + list.size() * sizeof(wchar_t));
+    auto* drop = static_cast<DROPFILES*>(GlobalLock(memory));
+    drop->pFiles = sizeof(DROPFILES);
+    drop->pt = point;
+    drop->fWide = TRUE;
+    std::memcpy(drop + 1, list.data(), list.size() * sizeof(wchar_t));
+    GlobalUnlock(memory);
+    Post(WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0);
+    PumpMessages();
+}
+
+TEST_CASE("the window opens with its title, its class and its client size, and takes dropped files") {
+    const TestWindow window;
+    CHECK(WindowClientSize() == ClientSize{400, 300});
+    wchar_t text[64] = {};
+    GetWindowTextW(MainWindow(), text, 64);
+    CHECK(std::wstring(text) == L"ZelEngine");
+    GetClassNameW(MainWindow(), text, 64);
+    CHECK(std::wstring(text) == L"ZelEngineWindow");
+    CHECK((GetClassLongPtrW(MainWindow(), GCL_STYLE) & CS_DBLCLKS) != 0);
+    CHECK((GetWindowLongPtrW(MainWindow(), GWL_STYLE) & WS_OVERLAPPEDWINDOW) == WS_OVERLAPPEDWINDOW);
+    CHECK((GetWindowLongPtrW(MainWindow(), GWL_EXSTYLE) & WS_EX_ACCEPTFILES) != 0);
+    CHECK(IsWindowVisible(MainWindow()));
+}
+
+TEST_CASE("the title changes") {
+    const TestWindow window;
+    ChangeWindowTitle(L"ZelEngine - Hra \x017E");
+    wchar_t text[64] = {};
+    GetWindowTextW(MainWindow(), text, 64);
+    CHECK(std::wstring(text) == L"ZelEngine - Hra \x017E");
+}
+
+TEST_CASE("keys arrive with their code, and a held key says that it repeats") {
+    const TestWindow window;
+    Post(WM_KEYDOWN, 'W', 1);
+    Post(WM_KEYDOWN, 'W', kRepeated | 1);
+    Post(WM_KEYUP, 'W', 1);
+    Post(WM_KEYDOWN, VK_ESCAPE, 1);
+    PumpMessages();
+    std::erase_if(recordedInput.events, [](const InputEvent& event) {
+        return event.kind != InputKind::KeyDown && event.kind != InputKind::KeyUp;
+    });
+    REQUIRE(recordedInput.events.size() == 4);
+    CHECK(recordedInput.events[0].key == 'W');
+    CHECK_FALSE(recordedInput.events[0].isRepeat);
+    CHECK(recordedInput.events[1].isRepeat);
+    CHECK(recordedInput.events[2].kind == InputKind::KeyUp);
+    CHECK(recordedInput.events[2].key == 'W');
+    CHECK(recordedInput.events[3].key == kKeyEscape);
+}
+
+TEST_CASE("a key released while Alt is held is reported up") {
+    const TestWindow window;
+    Post(WM_SYSKEYUP, 'W', kAltHeld);
+    PumpMessages();
+    CHECK(Only(InputKind::KeyUp).key == 'W');
+}
+
+TEST_CASE("characters arrive as UTF-16 units") {
+    const TestWindow window;
+    Post(WM_CHAR, 0x017E, 1);
+    Post(WM_CHAR, 0xD83D, 1);
+    Post(WM_CHAR, 0xDE00, 1);
+    PumpMessages();
+    std::wstring typed;
+    for (const InputEvent& event : recordedInput.events) {
+        if (event.kind == InputKind::Character) typed += event.character;
+    }
+    CHECK(typed == L"\x017E\xD83D\xDE00");
+}
+
+TEST_CASE("mouse messages become events with signed client pixels") {
+    const TestWindow window;
+    struct {
+        UINT message;
+        InputKind kind;
+    } cases[] = {
+        {WM_MOUSEMOVE, InputKind::MouseMove},   {WM_LBUTTONDOWN, InputKind::LeftDown},
+        {WM_LBUTTONUP, InputKind::LeftUp},      {WM_LBUTTONDBLCLK, InputKind::LeftDoubleClick},
+        {WM_RBUTTONDOWN, InputKind::RightDown}, {WM_RBUTTONUP, InputKind::RightUp},
+    };
+    for (const auto& [message, kind] : cases) {
+        for (const Point point : {Point{12, 34}, Point{-5, -300}, Point{32767, -32768}}) {
+            recordedInput.events.clear();
+            SendMessageW(MainWindow(), message, 0,
+                         MAKELPARAM(static_cast<uint16_t>(point.x), static_cast<uint16_t>(point.y)));
+            const InputEvent event = Only(kind);
+            CHECK(Point{event.x, event.y} == point);
+        }
+    }
+}
+
+TEST_CASE("a fast second right press is a press") {
+    const TestWindow window;
+    SendMessageW(MainWindow(), WM_RBUTTONDBLCLK, 0, MAKELPARAM(3, 4));
+    CHECK(Only(InputKind::RightDown).x == 3);
+}
+
+TEST_CASE("every dropped file arrives, with its whole path and the place of the drop") {
+    const TestWindow window;
+    const std::vector<std::wstring> paths{L"C:\\a.png", L"C:\\" + std::wstring(400, L'd') + L"\\m.obj",
+                                          L"C:\\\x017Elut\xFD k\x016F\x0148.png"};
+    DropFiles(paths, {31, 77});
+    const InputEvent event = Only(InputKind::FilesDropped);
+    CHECK(event.files == paths);
+    CHECK(event.x == 31);
+    CHECK(event.y == 77);
+}
+
+TEST_CASE("F10, Alt and Alt with a letter do not stop the frames in a menu") {
+    const TestWindow window;
+    CHECK_FALSE(EntersMenuLoop(WM_SYSKEYDOWN, VK_F10, 1));
+    CHECK_FALSE(EntersMenuLoop(WM_SYSKEYUP, VK_F10, 1));
+    CHECK_FALSE(EntersMenuLoop(WM_SYSKEYDOWN, VK_MENU, kAltHeld | 1));
+    CHECK_FALSE(EntersMenuLoop(WM_SYSKEYUP, VK_MENU, 1));
+    CHECK_FALSE(EntersMenuLoop(WM_SYSCHAR, 'f', kAltHeld | 1));
+    CHECK_FALSE(EntersMenuLoop(WM_SYSCOMMAND, SC_KEYMENU, 0));
+    CHECK_FALSE(EntersMenuLoop(WM_SYSCOMMAND, SC_KEYMENU, 'f'));
+    CHECK(MainWindow() != nullptr);
+}
+
+TEST_CASE("the window's own menu still opens for Alt and the space bar, and shows pictures meanwhile") {
+    const TestWindow window;
+    CHECK(EntersMenuLoop(WM_SYSCOMMAND, SC_KEYMENU, VK_SPACE));
+}
+
+TEST_CASE("Alt and F4 close the window and end the program") {
+    const TestWindow window;
+    Post(WM_SYSKEYDOWN, VK_F4, kAltHeld | 1);
+    bool goesOn = PumpMessages();
+    if (goesOn) goesOn = PumpMessages();
+    CHECK_FALSE(goesOn);
+    CHECK(MainWindow() == nullptr);
+}
+
+TEST_CASE("a request to quit ends the program after the waiting messages") {
+    const TestWindow window;
+    CHECK(PumpMessages());
+    RequestQuit();
+    Post(WM_KEYDOWN, 'A', 1);
+    CHECK_FALSE(PumpMessages());
+    CHECK(CountOf(InputKind::KeyDown) == 1);
+    CHECK(PumpMessages());
+}
+
+TEST_CASE("losing the focus is told") {
+    const TestWindow window;
+    SendMessageW(MainWindow(), WM_KILLFOCUS, 0, 0);
+    CHECK(CountOf(InputKind::FocusLost) == 1);
+}
+
+TEST_CASE("losing the mouse is told, giving it back is not") {
+    const TestWindow window;
+    CaptureMouse();
+    CHECK(GetCapture() == MainWindow());
+    ReleaseMouse();
+    CHECK(GetCapture() == nullptr);
+    CHECK(CountOf(InputKind::CaptureLost) == 0);
+
+    CaptureMouse();
+    CaptureMouse();
+    CHECK(CountOf(InputKind::CaptureLost) == 0);
+    ReleaseCapture();
+    CHECK(CountOf(InputKind::CaptureLost) == 1);
+    ReleaseMouse();
+    ReleaseCapture();
+    CHECK(CountOf(InputKind::CaptureLost) == 1);
+}
+
+TEST_CASE("the window asks for its picture once, also while one is being made") {
+    const TestWindow window;
+    recordedInput.onEvent = [](const InputEvent& event) {
+        if (event.kind == InputKind::Paint)
+            RedrawWindow(MainWindow(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+    };
+    RedrawWindow(MainWindow(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+    CHECK(CountOf(InputKind::Paint) == 1);
+    recordedInput.onEvent = nullptr;
+    RedrawWindow(MainWindow(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+    CHECK(CountOf(InputKind::Paint) == 2);
+}
+
+TEST_CASE("pictures go on while the user moves or sizes the window") {
+    const TestWindow window;
+    struct {
+        UINT enter, leave;
+    } loops[] = {{WM_ENTERSIZEMOVE, WM_EXITSIZEMOVE}, {WM_ENTERMENULOOP, WM_EXITMENULOOP}};
+    for (const auto& [enter, leave] : loops) {
+        recordedInput.events.clear();
+        SendMessageW(MainWindow(), enter, 0, 0);
+        for (int32_t i = 0; i < 2000 && CountOf(InputKind::Paint) < 3; ++i) {
+            Sleep(1);
+            PumpMessages();
+        }
+        CHECK(CountOf(InputKind::Paint) >= 3);
+
+        SendMessageW(MainWindow(), leave, 0, 0);
+        PumpMessages();
+        recordedInput.events.clear();
+        for (int32_t i = 0; i < 60; ++i) {
+            Sleep(1);
+            PumpMessages();
+        }
+        CHECK(CountOf(InputKind::Paint) == 0);
+    }
+}
+
+TEST_CASE("a minimised window has no client area, and gets it back") {
+    const TestWindow window;
+    ShowWindow(MainWindow(), SW_MINIMIZE);
+    PumpMessages();
+    CHECK(WindowClientSize() == ClientSize{0, 0});
+    ShowWindow(MainWindow(), SW_RESTORE);
+    PumpMessages();
+    CHECK(WindowClientSize() == ClientSize{400, 300});
+}
+
+TEST_CASE("without a window its questions have plain answers") {
+    REQUIRE(MainWindow() == nullptr);
+    CHECK(WindowClientSize() == ClientSize{0, 0});
+    ChangeWindowTitle(L"nothing");
+    CaptureMouse();
+    ReleaseMouse();
+    CHECK(GetCapture() == nullptr);
+    CHECK(PumpMessages());
+}
+
+TEST_CASE("what is presented is what the window shows") {
+    const TestWindow window;
+    Pixel* pixels = CreateCanvas(400, 300);
+    REQUIRE(pixels != nullptr);
+    std::fill_n(pixels, 400 * 300, Pixel{0x204060});
+    pixels[7 * 400 + 9] = Pixel{0xFF8000};
+    PresentCanvas();
+    const HDC device = GetDC(MainWindow());
+    CHECK(GetPixel(device, 9, 7) == RGB(0xFF, 0x80, 0x00));
+    CHECK(GetPixel(device, 399, 299) == RGB(0x20, 0x40, 0x60));
+    ReleaseDC(MainWindow(), device);
+    DestroyCanvas();
+}
