@@ -23,7 +23,7 @@ static std::wstring ListFile() { return JoinPath(GetDataFolder(), L"recent-proje
 static std::wstring DataFolderPath() {
     const std::wstring localData = LocalDataFolder();
     if (!localData.empty()) return JoinPath(localData, L"ZelEngine");
-    const std::wstring executable = ExecutablePath();
+    const std::wstring executable = GetExecutablePath();
     return JoinPath(executable.empty() ? L"." : ParentFolder(executable), L"ZelEngineData");
 }
 

@@ -4,7 +4,7 @@
 #include <string>
 
 // Full path of the running executable. Empty when it cannot be told.
-std::wstring ExecutablePath();
+std::wstring GetExecutablePath();
 
 // The per-user folder for local application data. Empty when it cannot be told.
 std::wstring LocalDataFolder();

@@ -24,7 +24,7 @@ constexpr IconFile kIconFiles[] = {
 };
 
 static std::wstring AssetsFolder() {
-    const std::wstring executable = ExecutablePath();
+    const std::wstring executable = GetExecutablePath();
     const std::wstring beside = executable.substr(0, executable.find_last_of(L'\\') + 1) + L"assets";
     return KindOfPath(beside) == PathKind::Folder ? beside : L"assets";
 }

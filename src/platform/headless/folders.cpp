@@ -3,7 +3,7 @@
 #include "platform/headless/fault_injection.h"
 #include "platform/headless/native_path.h"
 
-std::wstring ExecutablePath() { return folderAnswers.executablePath; }
+std::wstring GetExecutablePath() { return folderAnswers.executablePath; }
 
 std::wstring LocalDataFolder() { return folderAnswers.localDataFolder; }
 

@@ -8,7 +8,7 @@
 
 constexpr DWORD kLongestPath = 32768;  // characters with the end: no path of the system is longer
 
-std::wstring ExecutablePath() {
+std::wstring GetExecutablePath() {
     for (DWORD size = MAX_PATH; size <= kLongestPath; size *= 2) {
         std::wstring path(size, L'\0');
         const DWORD length = GetModuleFileNameW(nullptr, path.data(), size);

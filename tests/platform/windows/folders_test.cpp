@@ -4,8 +4,8 @@
 #include "platform/files.h"
 
 TEST_CASE("the executable's path names this program") {
-    CHECK(KindOfPath(ExecutablePath()) == PathKind::File);
-    CHECK(ExecutablePath().ends_with(L"zel_platform_tests.exe"));
+    CHECK(KindOfPath(GetExecutablePath()) == PathKind::File);
+    CHECK(GetExecutablePath().ends_with(L"zel_platform_tests.exe"));
 }
 
 TEST_CASE("the user's data folder is a full path of a folder") {

@@ -1,0 +1,59 @@
+#include "app/main_loop.h"
+
+#include "app/frame.h"
+#include "formats/project_file.h"
+#include "formats/recent_projects.h"
+#include "platform/clock.h"
+#include "platform/window.h"
+#include "play/play_update.h"
+#include "project/game_runtime.h"
+#include "project/project_folder.h"
+#include "render/frame_buffer.h"
+#include "render/icons.h"
+#include "scene/default_scenes.h"
+#include "scene/editor_state.h"
+
+#include <algorithm>
+
+constexpr ClientSize kInitialSize{1360, 820};
+constexpr double kLongestFrame = 0.05;  // seconds
+
+// Shows the project that lies in the working folder, or else the default scene.
+static void StartEditor() {
+    LoadRecentProjects();
+    if (IsProjectFolder(editorState.projectRoot)) ReadProjectFile(editorState.projectRoot);
+}
+
+static const wchar_t* InitialTitle() {
+    if (editorState.runtimeMode) return L"ZelGame";
+    return editorState.hubVisible ? L"ZelEngine - Projects" : L"ZelEngine";
+}
+
+static void RunFrames(double previous) {
+    while (PumpMessages()) {
+        const double now = MonotonicSeconds();
+        UpdatePlay(FrameTime(now - previous));
+        previous = now;
+        RenderFrame();
+        SleepMilliseconds(1);
+    }
+}
+
+float FrameTime(double measured) { return static_cast<float>(std::min(measured, kLongestFrame)); }
+
+int RunProgram() {
+    StartPlatform();
+    const double start = MonotonicSeconds();
+    LoadIcons();
+    resetScene(true);
+    if (!DetectRuntimeProject()) StartEditor();
+
+    editorState.windowTitle = InitialTitle();
+    const bool isOpen = OpenMainWindow(editorState.windowTitle, kInitialSize);
+    if (isOpen) RunFrames(start);
+
+    ReleaseFrameBuffer();
+    ReleaseCanvasImages();
+    StopPlatform();
+    return isOpen ? 0 : 1;
+}

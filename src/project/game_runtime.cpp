@@ -1,0 +1,24 @@
+#include "project/game_runtime.h"
+
+#include "formats/path_text.h"
+#include "formats/project_file.h"
+#include "platform/files.h"
+#include "platform/folders.h"
+#include "play/play_mode.h"
+#include "project/project_folder.h"
+#include "scene/editor_state.h"
+#include "scene/status.h"
+
+bool DetectRuntimeProject() {
+    const std::wstring folder = ParentFolder(GetExecutablePath());
+    if (KindOfPath(JoinPath(folder, L"project.zel")) == PathKind::Missing) return false;
+
+    SetProjectFolder(folder);
+    ReadProjectFile(folder);
+
+    editorState.playMode = true;
+    editorState.runtimeMode = true;
+    ResetGameState();
+    SetStatus(L"ZelGame runtime: projekt nacten z build slozky.");
+    return true;
+}
