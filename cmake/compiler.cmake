@@ -12,6 +12,10 @@ if(MSVC)
 else()
     target_compile_options(zel_compiler INTERFACE -ffp-contract=off -Wall -Wextra -Wshadow -Wfloat-conversion
         -Werror -Wno-missing-field-initializers)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        # GCC 12 and 13 warn about their own std::string when it is concatenated.
+        target_compile_options(zel_compiler INTERFACE -Wno-restrict)
+    endif()
 endif()
 
 if(MINGW)

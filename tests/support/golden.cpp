@@ -8,8 +8,6 @@
 
 #include "doctest/doctest.h"
 
-bool acceptGolden = false;
-
 static std::wstring Path(const std::string& folder, const std::string& name) {
     const std::string path = folder + "/" + name + ".png";
     return {path.begin(), path.end()};

@@ -6,6 +6,8 @@
 
 #include <string_view>
 
+bool acceptGolden = false;
+
 int main(int argc, char** argv) {
     for (int i = 1; i < argc; ++i) acceptGolden = acceptGolden || std::string_view(argv[i]) == "--accept";
     doctest::Context context(argc, argv);
