@@ -26,12 +26,7 @@ static bool HasMarker(const GameObject& object) {
     return object.isEntity || object.isCamera || object.isLight;
 }
 
-static void DrawMarkers(const GameObject& object, Vec3 position, const Matrix4& viewProjection,
-                        bool selected) {
-    if (object.isEntity) DrawObjectIcon(icons.entity, position, viewProjection, selected);
-    if (object.isCamera) DrawObjectIcon(icons.camera, position, viewProjection, selected);
-    if (object.isLight) DrawObjectIcon(icons.light, position, viewProjection, selected);
-}
+static bool IsSelected(int32_t index) { return !editorState.playMode && index == editorState.selectedIndex; }
 
 // `frame` holds what all objects share.
 static void DrawObject(int32_t index, MeshDraw frame) {
@@ -39,10 +34,9 @@ static void DrawObject(int32_t index, MeshDraw frame) {
     if (!object.active || (editorState.playMode && HasMarker(object))) return;
 
     frame.world = WorldMatrix(editorState.scene, index);
-    frame.selected = !editorState.playMode && index == editorState.selectedIndex;
-    const Vec3 position = Translation(frame.world);
+    frame.selected = IsSelected(index);
     if (object.isText) {
-        DrawTextObject(object, position, frame.viewProjection, frame.selected);
+        DrawTextObject(object, Translation(frame.world), frame.viewProjection, frame.selected);
     } else if (object.hasShape && IsIndexOf(object.meshIndex, editorState.meshes.size())) {
         frame.tint = object.hasColor ? object.color : 0;
         frame.roughness = object.roughness;
@@ -51,10 +45,21 @@ static void DrawObject(int32_t index, MeshDraw frame) {
         frame.repeat = object.textureRepeat;
         DrawMesh(editorState.meshes[static_cast<size_t>(object.meshIndex)], frame);
     }
-    DrawMarkers(object, position, frame.viewProjection, frame.selected);
 }
 
-// The scene as the camera of this mode sees it, in scene order: depth alone decides between meshes.
+static void DrawMarkers(int32_t index, const Matrix4& viewProjection) {
+    const GameObject& object = editorState.scene[static_cast<size_t>(index)];
+    if (!object.active || !HasMarker(object)) return;
+
+    const Vec3 position = WorldPosition(editorState.scene, index);
+    const bool selected = IsSelected(index);
+    if (object.isEntity) DrawObjectIcon(icons.entity, position, viewProjection, selected);
+    if (object.isCamera) DrawObjectIcon(icons.camera, position, viewProjection, selected);
+    if (object.isLight) DrawObjectIcon(icons.light, position, viewProjection, selected);
+}
+
+// The scene as the camera of this mode sees it, in scene order: depth alone decides between meshes. Markers
+// come last, over every mesh.
 static void DrawScene() {
     const Rect& viewport = frameBuffer.viewport;
     const CameraPose camera = ActiveCamera(editorState.scene, EditorCamera(), editorState.playMode);
@@ -66,7 +71,10 @@ static void DrawScene() {
     FillRect(viewport,
              ViewportBackground(editorState.scene, editorState.selectedIndex, editorState.playMode));
     if (!editorState.runtimeMode) DrawGrid(frame.viewProjection);
-    for (int32_t i = 0; IsIndexOf(i, editorState.scene.size()); ++i) DrawObject(i, frame);
+    const auto count = static_cast<int32_t>(editorState.scene.size());
+    for (int32_t i = 0; i < count; ++i) DrawObject(i, frame);
+    if (editorState.playMode) return;
+    for (int32_t i = 0; i < count; ++i) DrawMarkers(i, frame.viewProjection);
 }
 
 Rect ViewportOf(int32_t width, int32_t height) { return {0, 0, width, height}; }

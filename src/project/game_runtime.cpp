@@ -14,7 +14,9 @@ bool DetectRuntimeProject() {
     if (KindOfPath(JoinPath(folder, L"project.zel")) == PathKind::Missing) return false;
 
     SetProjectFolder(folder);
-    ReadProjectFile(folder);
+    if (!ReadProjectFile(folder)) {
+        editorState.scenePath = JoinPath(editorState.filesRoot, L"Scenes\\Main.scene");
+    }
 
     editorState.playMode = true;
     editorState.runtimeMode = true;

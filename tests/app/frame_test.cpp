@@ -93,6 +93,23 @@ TEST_CASE("in edit mode markers show their icons, each kind its own, and the sel
     CHECK(Width(headless.images[2].rect) == 24);
 }
 
+TEST_CASE("markers lie over meshes that come later in the scene, texts only over those before them") {
+    StartFrame({{.position{0, 0, 5}, .isEntity = true, .hasShape = false},
+                {.position{0, 0, 5}, .isText = true},
+                CubeAt({0, 0, 5})});
+    editorState.selectedIndex = 0;
+    RenderFrame();
+    CHECK(CountOf(Pixel{0x78E2FF}) == 34 * 34);
+    StartFrame({CubeAt({0, 0, 5}), {.position{0, 0, 5}, .isText = true}});
+    editorState.selectedIndex = 1;
+    RenderFrame();
+    const int32_t boxOverCube = CountOf(Pixel{0x312924});
+    StartFrame({{.position{0, 0, 5}, .isText = true}, CubeAt({0, 0, 5})});
+    editorState.selectedIndex = 0;
+    RenderFrame();
+    CHECK(CountOf(Pixel{0x312924}) < boxOverCube);
+}
+
 TEST_CASE("what has no shape, no valid mesh or is not active is not drawn") {
     CHECK(DrawsAnything({CubeAt({0, 0, 5})}));
     GameObject object = CubeAt({0, 0, 5});

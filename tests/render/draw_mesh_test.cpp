@@ -39,7 +39,7 @@ static Mesh FrontTriangle(Vec3 a, Vec3 b, Vec3 c, Pixel color = Pixel{0x646464})
 
 TEST_CASE("a mesh is drawn as the plain renderer draws it, bit for bit, in random views") {
     constexpr uint32_t kSeed = 77;
-    MESSAGE("seed " << kSeed);
+    INFO("seed ", kSeed);
     RandomSource random(kSeed);
     const TextureImage image{
         .width = 3,

@@ -98,7 +98,7 @@ static TextureImage RandomImage(RandomSource& random) {
 
 TEST_CASE("every fill gives the pixels and depths of the plain one on random triangles, bit for bit") {
     constexpr uint32_t kSeed = 20240611;
-    MESSAGE("seed " << kSeed);
+    INFO("seed ", kSeed);
     for (SimdLevel level : Levels()) {
         CAPTURE(static_cast<int>(level));
         RandomSource random(kSeed);

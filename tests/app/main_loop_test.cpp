@@ -1,0 +1,153 @@
+#include "app/main_loop.h"
+
+#include "formats/project_file.h"
+#include "formats/scene_file.h"
+#include "platform/canvas.h"
+#include "platform/headless/fault_injection.h"
+#include "platform/headless/headless.h"
+#include "render/frame_buffer.h"
+#include "scene/default_scenes.h"
+#include "scene/editor_state.h"
+#include "support/scratch_folder.h"
+
+#include "doctest/doctest.h"
+
+// The executable stands in "program", the process in "work", with data of its own.
+static void StartIn(const ScratchFolder& folder) {
+    headless = HeadlessPlatform{};
+    ReleaseFrameBuffer();
+    folderAnswers.executablePath = folder / L"program\\ZelEngine.exe";
+    folderAnswers.workingFolder = folder / L"work";
+    folderAnswers.localDataFolder = folder / L"data";
+    PutFolder(folder / L"program");
+    PutFolder(folder / L"work");
+    headless.input = {{}, {}};  // two frames
+}
+
+// A project whose scene holds one cube of that name beside camera and light.
+static void PutProject(const std::wstring& root, const std::wstring& cubeName) {
+    const EditorState before = editorState;
+    resetScene(false);
+    editorState.projectRoot = root;
+    editorState.scenePath = root + L"\\Files\\Scenes\\Level.scene";
+    editorState.scene.push_back({.name = cubeName, .meshIndex = 0, .velocityY = -3, .velocity{1, 1, 1}});
+    REQUIRE(SaveScene(editorState.scenePath));
+    REQUIRE(WriteProjectFile(root));
+    editorState = before;
+}
+
+TEST_CASE("a frame simulates at most 0.05 seconds, also after a pause of two") {
+    CHECK(FrameTime(2) == 0.05f);
+    CHECK(FrameTime(0.05) == 0.05f);
+    CHECK(FrameTime(0.016) == 0.016f);
+    CHECK(FrameTime(0) == 0);
+}
+
+TEST_CASE("a normal start opens the editor's window, shows the default scene and ends with 0") {
+    const ScratchFolder folder;
+    StartIn(folder);
+    CHECK(RunProgram() == 0);
+    CHECK(headless.windowIsOpen);
+    CHECK(headless.title == L"ZelEngine");
+    CHECK(headless.clientSize == ClientSize{1360, 820});
+    CHECK(headless.presents == 2);
+    CHECK(headless.starts == 1);
+    CHECK(headless.stops == 1);
+    CHECK_FALSE(editorState.runtimeMode);
+    CHECK_FALSE(editorState.playMode);
+    REQUIRE(editorState.scene.size() == 6);
+    CHECK(editorState.scene[2].name == L"PlayerCube");
+    CHECK(frameBuffer.pixels == nullptr);
+}
+
+TEST_CASE("a start in a folder with a project shows that project") {
+    const ScratchFolder folder;
+    StartIn(folder);
+    PutProject(folder / L"work\\Project", L"From the project");
+    CHECK(RunProgram() == 0);
+    CHECK(headless.title == L"ZelEngine");
+    REQUIRE(editorState.scene.size() == 3);
+    CHECK(editorState.scene[2].name == L"From the project");
+    CHECK_FALSE(editorState.runtimeMode);
+}
+
+TEST_CASE("a project.zel beside the executable opens straight into its game") {
+    const ScratchFolder folder;
+    StartIn(folder);
+    PutProject(folder / L"program", L"From the game");
+    PutProject(folder / L"work\\Project", L"Of the editor");
+    CHECK(RunProgram() == 0);
+    CHECK(headless.title == L"ZelGame");
+    CHECK(editorState.runtimeMode);
+    CHECK(editorState.playMode);
+    CHECK_FALSE(editorState.hubVisible);
+    CHECK(editorState.statusMessage == L"ZelGame runtime: projekt nacten z build slozky.");
+    CHECK(editorState.projectRoot == folder / L"program");
+    CHECK(editorState.filesRoot == folder / L"program\\Files");
+    CHECK(editorState.filesFolder == folder / L"program\\Files");
+    CHECK(editorState.scenePath == folder / L"program\\Files\\Scenes\\Level.scene");
+    REQUIRE(editorState.scene.size() == 3);
+    CHECK(editorState.scene[2].name == L"From the game");
+    CHECK(editorState.scene[2].velocityY == 0);
+    CHECK(editorState.scene[2].velocity == Vec3{});
+    CHECK(headless.presents == 2);
+}
+
+TEST_CASE("moving project.zel away makes the same executable start as the editor") {
+    const ScratchFolder folder;
+    StartIn(folder);
+    PutProject(folder / L"program", L"From the game");
+    RemoveTree(folder / L"program\\project.zel");
+    CHECK(RunProgram() == 0);
+    CHECK(headless.title == L"ZelEngine");
+    CHECK_FALSE(editorState.runtimeMode);
+}
+
+TEST_CASE("a project.zel that cannot be read still starts the game, with the default scene") {
+    const ScratchFolder folder;
+    StartIn(folder);
+    PutFolder(folder / L"program\\project.zel");
+    CHECK(RunProgram() == 0);
+    CHECK(headless.title == L"ZelGame");
+    CHECK(editorState.scene.size() == 6);
+    CHECK(editorState.scenePath == folder / L"program\\Files\\Scenes\\Main.scene");
+}
+
+TEST_CASE("the game reads no list of projects and writes none") {
+    const ScratchFolder folder;
+    StartIn(folder);
+    PutProject(folder / L"program", L"From the game");
+    CHECK(RunProgram() == 0);
+    CHECK(FileBytes(folder / L"data\\ZelEngine\\recent-projects.txt") == "<missing>");
+}
+
+TEST_CASE("a window that does not open ends the program with 1, everything released") {
+    const ScratchFolder folder;
+    StartIn(folder);
+    headless.windowOpens = false;
+    CHECK(RunProgram() == 1);
+    CHECK(headless.presents == 0);
+    CHECK(headless.starts == 1);
+    CHECK(headless.stops == 1);
+}
+
+TEST_CASE("a request to quit ends the program after the messages that came with it") {
+    const ScratchFolder folder;
+    StartIn(folder);
+    headless.input = {{},
+                      {{.kind = InputKind::KeyDown, .key = kKeyEscape}, {.kind = InputKind::KeyDown, .key = 'W'}},
+                      {},
+                      {}};
+    CHECK(RunProgram() == 0);
+    CHECK(headless.presents == 1);
+    CHECK(editorState.keyDown['W']);
+}
+
+TEST_CASE("each frame takes the time since the one before, limited") {
+    const ScratchFolder folder;
+    StartIn(folder);
+    headless.input = {{}, {}, {}};
+    headless.clock = {100, 100.01, 102, 102.04};  // at the start, then once a frame
+    CHECK(RunProgram() == 0);
+    CHECK(editorState.animationTime == doctest::Approx(0.01 + 0.05 + 0.04));
+}
