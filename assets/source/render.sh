@@ -2,6 +2,8 @@
 # Draws the PNG images of assets/ and the executable's icon from the SVG files beside this script.
 set -euo pipefail
 cd "$(dirname "$0")"
+source ../../cmake/packages.sh
+install_packages "${zel_drawing_packages[@]}"
 
 # The program scales icons to 18, 24 and 28 pixels with nearest-neighbour sampling: 72 divides by the first two.
 readonly icon_pixels=72
