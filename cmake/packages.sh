@@ -1,3 +1,4 @@
+# shellcheck shell=bash disable=SC2034
 # The Debian packages that building and testing need, and how they get onto the machine. Sourced.
 
 readonly zel_packages=(

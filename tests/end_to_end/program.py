@@ -95,9 +95,12 @@ class Program:
         wait_for(lambda: not self.picture().is_blank(), "a picture in the window")
         self.focus()
 
+    def has_focus(self):
+        return output_of("xdotool", "getactivewindow").decode().strip() == self.window
+
     def focus(self):
-        wait_for(lambda: output_of("xdotool", "windowactivate", "--sync", self.window) is not None and
-                 output_of("xdotool", "getactivewindow").decode().strip() == self.window, "the focus")
+        subprocess.run(["xdotool", "windowactivate", self.window], check=True)
+        wait_for(self.has_focus, "the focus")
 
     def title(self):
         return output_of("xdotool", "getwindowname", self.window).decode().rstrip("\n")

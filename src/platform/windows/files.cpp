@@ -70,7 +70,7 @@ std::vector<FolderEntry> ListFolder(const std::wstring& path) {
     std::vector<FolderEntry> entries;
     do {
         if (IsItselfOrParent(found.cFileName)) continue;
-        const bool isFolder = found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY;
+        const bool isFolder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
         entries.push_back({found.cFileName, isFolder, IsLink(found)});
     } while (FindNextFileW(search, &found));
     const bool isWhole = GetLastError() == ERROR_NO_MORE_FILES;

@@ -181,7 +181,7 @@ static bool RegisterWindowClass() {
     windowClass.hInstance = GetModuleHandleW(nullptr);
     windowClass.hIcon = WindowIcon() ? WindowIcon() : LoadIconW(nullptr, IDI_APPLICATION);
     windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    windowClass.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
+    windowClass.hbrBackground = reinterpret_cast<HBRUSH>(INT_PTR{COLOR_WINDOW + 1});
     windowClass.lpszClassName = kWindowClass;
     return RegisterClassW(&windowClass) != 0 || GetLastError() == ERROR_CLASS_ALREADY_EXISTS;
 }

