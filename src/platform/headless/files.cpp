@@ -45,10 +45,8 @@ PathKind KindOfPath(const std::wstring& path) {
 }
 
 bool CopyWholeFile(const std::wstring& from, const std::wstring& to) {
-    std::error_code error;
-    if (!TakeFileStep() || IsReadOnly(NativePath(to))) return false;
-    return fs::copy_file(NativePath(from), NativePath(to), fs::copy_options::overwrite_existing, error) &&
-           !error;
+    std::string bytes;
+    return ReadWholeFile(from, bytes) && WriteWholeFile(to, bytes);
 }
 
 bool RenamePath(const std::wstring& from, const std::wstring& to) {
