@@ -3,7 +3,6 @@
 #include "formats/mesh_reference.h"
 #include "formats/numbers.h"
 #include "formats/project_paths.h"
-#include "formats/text_file.h"
 #include "render/builtin_meshes.h"
 #include "render/textures.h"
 #include "scene/editor_state.h"
@@ -19,6 +18,9 @@ constexpr wchar_t kListSeparator = L';';
 constexpr size_t kFewestColumns = 30;
 constexpr size_t kFewestWithCollision = 32;
 constexpr size_t kFewestWithCollectPrefab = 53;
+
+constexpr size_t kObjectLineBuffer = 8192;
+constexpr size_t kUsualLineLength = 450;  // units; room that is made before many lines are written
 
 constexpr int32_t kFirstPathColumn = 50;  // of those that moved when collectPrefab came before them
 constexpr int32_t kLastColumn = 60;
@@ -288,6 +290,7 @@ void WriteObjectLine(std::wstring& text, const GameObject& object) {
 }
 
 void WriteObjects(std::wstring& text) {
+    text.reserve(text.size() + editorState.scene.size() * kUsualLineLength);
     for (const GameObject& object : editorState.scene) WriteObjectLine(text, object);
 }
 
@@ -305,4 +308,16 @@ bool ParseObjectLine(std::span<const std::wstring_view> fields, GameObject& obje
     }
     SettleColumns(object, fields.size());
     return true;
+}
+
+Scene ReadObjects(TextFile& file) {
+    Scene objects;
+    GameObject object;
+    std::wstring_view line;
+    std::vector<std::wstring_view> fields;
+    while (NextLine(file, kObjectLineBuffer, line)) {
+        SplitAtTabs(line, fields);
+        if (ParseObjectLine(fields, object)) objects.push_back(std::move(object));
+    }
+    return objects;
 }

@@ -1,6 +1,7 @@
 // The line of tab-separated columns in which scene, prefab and project files store an object.
 #pragma once
 
+#include "formats/text_file.h"
 #include "scene/game_object.h"
 
 #include <span>
@@ -18,3 +19,7 @@ void WriteObjects(std::wstring& text);
 // an older line lacks, and numbers that cannot be read, keep the values of a new object. False, with `object`
 // as it was, for a line that stores no object: not tagged "O", or of fewer than 30 columns with the tag.
 bool ParseObjectLine(std::span<const std::wstring_view> fields, GameObject& object);
+
+// The objects of a file from its next line on, in its order, read into a buffer of 8192 units. Lines that
+// store no object are skipped, headers among them.
+Scene ReadObjects(TextFile& file);

@@ -2,24 +2,11 @@
 
 #include "formats/object_line.h"
 #include "formats/path_text.h"
-#include "formats/text_file.h"
 #include "platform/files.h"
 #include "scene/default_scenes.h"
 #include "scene/editor_state.h"
 
 #include <algorithm>
-
-static Scene ReadObjects(TextFile& file) {
-    Scene scene;
-    GameObject object;
-    std::wstring_view line;
-    std::vector<std::wstring_view> fields;
-    while (NextLine(file, kObjectLineBuffer, line)) {
-        SplitAtTabs(line, fields);
-        if (ParseObjectLine(fields, object)) scene.push_back(std::move(object));
-    }
-    return scene;
-}
 
 bool SaveScene(const std::wstring& path) {
     const std::wstring folder = ParentFolder(path);

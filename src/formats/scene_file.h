@@ -1,12 +1,7 @@
 // Scene files: a header line, then one object line per object of the scene.
 #pragma once
 
-#include "scene/game_object.h"
-
 #include <string>
-
-// Lines of scene and prefab files are read into a buffer of this many units.
-constexpr size_t kObjectLineBuffer = 8192;
 
 // Writes the open scene, and makes the folder of `path` first. False, with the old file as it was, when it
 // cannot be written.
