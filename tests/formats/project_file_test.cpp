@@ -169,11 +169,16 @@ TEST_CASE("a project folder holds a project file of any kind, or a folder Files"
     CHECK_FALSE(IsProjectFolder(L""));
 }
 
-TEST_CASE("a CURRENT_SCENE line longer than its buffer is cut into pieces") {
-    const ScratchFolder folder;
-    OpenIn(folder);
-    PutFile(folder / L"project.zel",
-            "CURRENT_SCENE\t" + std::string(4081, 'x') + "O\tFiles\r\n" + Line("from the project"));
-    CHECK(ReadProjectFile(folder.path));
-    CHECK(editorState.scene[0].name == L"from the project");
+TEST_CASE("a line of a project file is read in pieces of 4095 characters") {
+    for (const size_t length : {4094u, 4095u, 4096u}) {
+        const ScratchFolder folder;
+        OpenIn(folder);
+        PutFile(folder / L"Files\\Scenes\\Second.scene", Line("from the scene"));
+        PutFile(folder / L"project.zel", std::string(length, 'x') +
+                                             "CURRENT_SCENE\tFiles\\Scenes\\Second.scene\r\n" +
+                                             Line("from the project"));
+        CHECK(ReadProjectFile(folder.path));
+        const bool isFound = editorState.scene[0].name == L"from the scene";
+        CHECK(isFound == (length == 4095));
+    }
 }

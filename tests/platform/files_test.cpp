@@ -116,6 +116,18 @@ TEST_CASE("a full disk keeps the old file") {
     }
 }
 
+TEST_CASE("a save whose temporary file cannot be filled does not touch the target") {
+    const ScratchFolder folder;
+    PutFile(folder / L"a.txt", "old");
+    for (const int32_t step : {2, 3}) {  // writing and flushing it
+        fileFaults = {.failStep = step};
+        CHECK_FALSE(WriteWholeFile(folder / L"a.txt", "new"));
+        CHECK(fileFaults.steps == step);
+    }
+    fileFaults = {};
+    CHECK(FileBytes(folder / L"a.txt") == "old");
+}
+
 TEST_CASE("a write that ends early without an error is noticed") {
     const ScratchFolder folder;
     PutFile(folder / L"a.txt", "old");
