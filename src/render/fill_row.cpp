@@ -102,11 +102,16 @@ static void FillTexturedPixels(const TriangleSetup& t, const RowEdges& edges, co
     }
 }
 
-static void FillRowFlatScalar(const TriangleSetup& t, const RowSpan& span, Pixel color) {
+// A row works on a copy of its own of the set-up: the compiler then knows that no store to the picture
+// changes it.
+
+static void FillRowFlatScalar(const TriangleSetup& setup, const RowSpan& span, Pixel color) {
+    const TriangleSetup t = setup;
     FillFlatPixels(t, EdgesOfRow(t, span.y), span, span.left, color);
 }
 
-static void FillRowTexturedScalar(const TriangleSetup& t, const RowSpan& span, const TextureFill& fill) {
+static void FillRowTexturedScalar(const TriangleSetup& setup, const RowSpan& span, const TextureFill& fill) {
+    const TriangleSetup t = setup;
     FillTexturedPixels(t, EdgesOfRow(t, span.y), span, span.left, fill);
 }
 
@@ -164,7 +169,8 @@ static void StoreSse2(const RowSpan& span, int32_t x, __m128 seen, __m128 depth,
     _mm_storeu_ps(span.depth + x, SelectSse2(seen, depth, drawnDepth));
 }
 
-static void FillRowFlatSse2(const TriangleSetup& t, const RowSpan& span, Pixel color) {
+static void FillRowFlatSse2(const TriangleSetup& setup, const RowSpan& span, Pixel color) {
+    const TriangleSetup t = setup;
     const RowEdges edges = EdgesOfRow(t, span.y);
     const __m128i colors = _mm_set1_epi32(static_cast<int32_t>(color));
     int32_t x = span.left;
@@ -242,7 +248,8 @@ static __m128i SampleSse2(const TextureFill& fill, __m128 u, __m128 v, __m128 se
     return _mm_load_si128(reinterpret_cast<const __m128i*>(texels));
 }
 
-static void FillRowTexturedSse2(const TriangleSetup& t, const RowSpan& span, const TextureFill& fill) {
+static void FillRowTexturedSse2(const TriangleSetup& setup, const RowSpan& span, const TextureFill& fill) {
+    const TriangleSetup t = setup;
     const RowEdges edges = EdgesOfRow(t, span.y);
     int32_t x = span.left;
     for (; x < span.right && x + 4 <= span.available; x += 4) {
@@ -322,7 +329,8 @@ ZEL_AVX2 static void StoreAvx2(const RowSpan& span, int32_t x, __m256 seen, __m2
     _mm256_storeu_ps(span.depth + x, _mm256_blendv_ps(drawnDepth, depth, seen));
 }
 
-ZEL_AVX2 static void FillRowFlatAvx2(const TriangleSetup& t, const RowSpan& span, Pixel color) {
+ZEL_AVX2 static void FillRowFlatAvx2(const TriangleSetup& setup, const RowSpan& span, Pixel color) {
+    const TriangleSetup t = setup;
     const RowEdges edges = EdgesOfRow(t, span.y);
     const __m256i colors = _mm256_set1_epi32(static_cast<int32_t>(color));
     int32_t x = span.left;
@@ -380,8 +388,9 @@ ZEL_AVX2 static __m256i SampleAvx2(const TextureFill& fill, __m256 u, __m256 v, 
                                        _mm256_castps_si256(seen), 4);
 }
 
-ZEL_AVX2 static void FillRowTexturedAvx2(const TriangleSetup& t, const RowSpan& span,
+ZEL_AVX2 static void FillRowTexturedAvx2(const TriangleSetup& setup, const RowSpan& span,
                                          const TextureFill& fill) {
+    const TriangleSetup t = setup;
     const RowEdges edges = EdgesOfRow(t, span.y);
     int32_t x = span.left;
     for (; x < span.right && x + 8 <= span.available; x += 8) {

@@ -9,16 +9,29 @@
 // More than what rounding can move an edge's crossing with a row, in pixels.
 constexpr double kSlack = 1.0;
 
-ColumnRange CoveredColumns(const TriangleSetup& setup, int32_t y, ColumnRange within) {
+// Boxes up to this width are looked at whole: finding their covered columns costs more than it saves.
+constexpr int32_t kNarrow = 16;
+
+ColumnBounds BoundColumns(const TriangleSetup& setup) {
+    ColumnBounds bounds;
+    for (size_t i = 0; i < 3; ++i) {
+        // An edge's function grows or falls along a row with the sign of its vertical run.
+        const float direction = setup.area > 0 ? setup.runY[i] : -setup.runY[i];
+        if (direction == 0) continue;
+        bounds.side[i] = direction > 0 ? 1 : -1;
+        bounds.startX[i] = setup.startX[i];
+        bounds.startY[i] = setup.startY[i];
+        bounds.slope[i] = static_cast<double>(setup.runX[i]) / setup.runY[i];
+    }
+    return bounds;
+}
+
+ColumnRange CoveredColumns(const ColumnBounds& bounds, int32_t y, ColumnRange within) {
     double left = within.left, right = within.right;
     for (size_t i = 0; i < 3; ++i) {
-        // The edge's function grows or falls along the row with the sign of its vertical run.
-        const double slope = setup.area > 0 ? setup.runY[i] : -setup.runY[i];
-        if (slope == 0) continue;
-        const double rise = (y + 0.5 - setup.startY[i]) * setup.runX[i];
-        const double crossing = setup.startX[i] + rise / setup.runY[i] - 0.5;
-        if (slope > 0) left = std::max(left, crossing - kSlack);
-        if (slope < 0) right = std::min(right, crossing + kSlack + 1);
+        const double crossing = bounds.startX[i] + (y + 0.5 - bounds.startY[i]) * bounds.slope[i] - 0.5;
+        if (bounds.side[i] > 0) left = std::max(left, crossing - kSlack);
+        if (bounds.side[i] < 0) right = std::min(right, crossing + kSlack + 1);
     }
     if (!(left < right)) return {};
     return {static_cast<int32_t>(left), static_cast<int32_t>(std::ceil(right))};
@@ -37,9 +50,12 @@ static void ForEachRow(const std::array<ScreenCorner, 3>& corners, const Triangl
     const int32_t bottom = std::min(static_cast<int32_t>(std::ceil(maxY)) + 1, fb.viewport.bottom);
     if (left >= right) return;
 
+    const bool isNarrow = right - left <= kNarrow;
+    const ColumnBounds bounds = isNarrow ? ColumnBounds{} : BoundColumns(setup);
     const auto size = static_cast<ptrdiff_t>(fb.depth.size());
     for (int32_t y = top; y < bottom; ++y) {
-        const ColumnRange columns = CoveredColumns(setup, y, {left, right});
+        const ColumnRange columns =
+            isNarrow ? ColumnRange{left, right} : CoveredColumns(bounds, y, {left, right});
         if (columns.left >= columns.right) continue;
         const ptrdiff_t start = static_cast<ptrdiff_t>(y) * fb.width;
         const auto available = static_cast<int32_t>(std::min<ptrdiff_t>(size - start, INT32_MAX));

@@ -260,7 +260,7 @@ TEST_CASE("the columns that a row looks at hold every covered pixel") {
         TriangleSetup setup;
         if (!SetUpTriangle(corners, setup)) continue;
         const int32_t y = random.IntBetween(0, 47);
-        const ColumnRange columns = CoveredColumns(setup, y, {0, 64});
+        const ColumnRange columns = CoveredColumns(BoundColumns(setup), y, {0, 64});
         for (int32_t x = 0; x < 64; ++x) {
             bool inside = true;
             for (size_t i = 0; i < 3; ++i) {

@@ -78,15 +78,18 @@ static void Fill(const Screen (&s)[3], const Corner (&c)[3], const Corner& first
     const auto edge = [](const Screen& a, const Screen& b, float x, float y) {
         return (x - a.x) * (b.y - a.y) - (y - a.y) * (b.x - a.x);
     };
+    const Pixel flat = Shade(first.red, first.green, first.blue, draw.tint, brightness);
     const Rect& v = frameBuffer.viewport;
-    const float left = std::floor(std::min({s[0].x, s[1].x, s[2].x}));
-    const float right = std::ceil(std::max({s[0].x, s[1].x, s[2].x}));
-    const float top = std::floor(std::min({s[0].y, s[1].y, s[2].y}));
-    const float bottom = std::ceil(std::max({s[0].y, s[1].y, s[2].y}));
-    for (int32_t py = v.top; py < v.bottom; ++py) {
-        for (int32_t px = v.left; px < v.right; ++px) {
+    const int32_t left =
+        std::max(v.left, static_cast<int32_t>(std::floor(std::min({s[0].x, s[1].x, s[2].x}))));
+    const int32_t right =
+        std::min(static_cast<int32_t>(std::ceil(std::max({s[0].x, s[1].x, s[2].x}))), v.right - 1);
+    const int32_t top = std::max(v.top, static_cast<int32_t>(std::floor(std::min({s[0].y, s[1].y, s[2].y}))));
+    const int32_t bottom =
+        std::min(static_cast<int32_t>(std::ceil(std::max({s[0].y, s[1].y, s[2].y}))), v.bottom - 1);
+    for (int32_t py = top; py <= bottom; ++py) {
+        for (int32_t px = left; px <= right; ++px) {
             const auto x = static_cast<float>(px), y = static_cast<float>(py);
-            if (x < left || x > right || y < top || y > bottom) continue;
             const float w0 = edge(s[1], s[2], x + 0.5f, y + 0.5f) / area;
             const float w1 = edge(s[2], s[0], x + 0.5f, y + 0.5f) / area;
             const float w2 = edge(s[0], s[1], x + 0.5f, y + 0.5f) / area;
@@ -96,7 +99,7 @@ static void Fill(const Screen (&s)[3], const Corner (&c)[3], const Corner& first
             const float depth = w0 * s[0].z + w1 * s[1].z + w2 * s[2].z;
             if (depth < 0 || depth >= frameBuffer.depth[at]) continue;
 
-            Pixel pixel = Shade(first.red, first.green, first.blue, draw.tint, brightness);
+            Pixel pixel = flat;
             if (draw.texture != nullptr) {
                 const float q0 = w0 * s[0].inverseW, q1 = w1 * s[1].inverseW, q2 = w2 * s[2].inverseW;
                 const float q = q0 + q1 + q2;

@@ -1,0 +1,24 @@
+// The scenes that the rasterizer is measured with.
+#pragma once
+
+#include "render/draw_mesh.h"
+#include "render/mesh.h"
+
+#include <string>
+#include <vector>
+
+// The viewport of the editor at its first window size.
+constexpr int32_t kBenchWidth = 810, kBenchHeight = 646;
+
+struct BenchObject {
+    const Mesh* mesh = nullptr;
+    MeshDraw draw{};
+};
+
+struct BenchScene {
+    std::string name{};
+    std::vector<BenchObject> objects{};  // in the order of drawing
+};
+
+// Made once; the references in them stay valid.
+const std::vector<BenchScene>& BenchScenes();

@@ -1,0 +1,83 @@
+// Saving and loading a scene of 100,000 objects, against writing and reading the same bytes.
+#include "bench_report.h"
+
+#include "formats/scene_file.h"
+#include "platform/files.h"
+#include "platform/headless/fault_injection.h"
+#include "scene/default_scenes.h"
+#include "scene/editor_state.h"
+
+#include <benchmark/benchmark.h>
+
+#include <filesystem>
+#include <string>
+
+constexpr int32_t kObjects = 100'000;
+constexpr auto kScenario = "100,000 objects saved", kLoadScenario = "100,000 objects loaded";
+
+static const std::wstring& ScenePath() {
+    static const std::wstring path =
+        AbsolutePath((std::filesystem::temp_directory_path() / "zel_bench.scene").wstring());
+    return path;
+}
+
+static void BuildScene() {
+    editorState = EditorState{};
+    resetScene(false);
+    for (int32_t i = 2; i < kObjects; ++i) {
+        const auto at = static_cast<float>(i);
+        GameObject object{.name = L"GameObject_" + std::to_wstring(i),
+                          .position{at * 0.37f, at * 0.011f, -at},
+                          .rotation{at * 0.001f, 0.4f, 0},
+                          .meshIndex = i % 7,
+                          .parentIndex = i % 5 == 0 ? i - 1 : -1};
+        object.scripts = {L"PlayerController"};
+        object.scriptCount = 1;
+        editorState.scene.push_back(std::move(object));
+    }
+}
+
+static std::string SavedBytes() {
+    std::string bytes;
+    BuildScene();
+    if (!SaveScene(ScenePath()) || !ReadWholeFile(ScenePath(), bytes)) std::abort();
+    return bytes;
+}
+
+static void CountBytes(benchmark::State& state, size_t bytes) {
+    state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) * static_cast<int64_t>(bytes));
+}
+
+static void Save(benchmark::State& state) {
+    const size_t bytes = SavedBytes().size();
+    for ([[maybe_unused]] auto round : state) benchmark::DoNotOptimize(SaveScene(ScenePath()));
+    CountBytes(state, bytes);
+}
+
+static void WriteBytes(benchmark::State& state) {
+    const std::string bytes = SavedBytes();
+    for ([[maybe_unused]] auto round : state) benchmark::DoNotOptimize(WriteWholeFile(ScenePath(), bytes));
+    CountBytes(state, bytes.size());
+}
+
+static void Load(benchmark::State& state) {
+    const size_t bytes = SavedBytes().size();
+    for ([[maybe_unused]] auto round : state) benchmark::DoNotOptimize(LoadScene(ScenePath()));
+    CountBytes(state, bytes);
+}
+
+static void ReadBytes(benchmark::State& state) {
+    std::string bytes = SavedBytes();
+    for ([[maybe_unused]] auto round : state) benchmark::DoNotOptimize(ReadWholeFile(ScenePath(), bytes));
+    CountBytes(state, bytes.size());
+}
+
+void RegisterSceneFileBenchmarks() {
+    const auto add = [](const char* scenario, const char* way, void (*run)(benchmark::State&)) {
+        benchmark::RegisterBenchmark(BenchName(scenario, way).c_str(), run)->Unit(benchmark::kMillisecond);
+    };
+    add(kScenario, kPeer, WriteBytes);
+    add(kScenario, "SaveScene", Save);
+    add(kLoadScenario, kPeer, ReadBytes);
+    add(kLoadScenario, "LoadScene", Load);
+}
