@@ -1,10 +1,14 @@
 # The program itself, and the staged folder that runs as it stands.
-add_executable(ZelEngine WIN32 src/app/main.cpp src/platform/windows/resources/zelengine.rc)
+set(resources ${CMAKE_SOURCE_DIR}/src/platform/windows/resources)
+add_executable(ZelEngine WIN32 src/app/main.cpp ${resources}/zelengine.rc)
 target_link_libraries(ZelEngine PRIVATE zel_core zel_platform_windows)
-target_include_directories(ZelEngine PRIVATE src/platform/windows/resources)
-set_source_files_properties(src/platform/windows/resources/zelengine.rc PROPERTIES
-    COMPILE_DEFINITIONS "ZEL_VERSION_MAJOR=${PROJECT_VERSION_MAJOR};ZEL_VERSION_MINOR=${PROJECT_VERSION_MINOR};ZEL_VERSION_PATCH=${PROJECT_VERSION_PATCH}"
-    OBJECT_DEPENDS "${CMAKE_SOURCE_DIR}/src/platform/windows/resources/zelengine.ico;${CMAKE_SOURCE_DIR}/src/platform/windows/resources/zelengine.manifest")
+target_include_directories(ZelEngine PRIVATE ${resources})
+set_property(SOURCE ${resources}/zelengine.rc PROPERTY OBJECT_DEPENDS
+    ${resources}/zelengine.ico ${resources}/zelengine.manifest)
+set_property(SOURCE ${resources}/zelengine.rc PROPERTY COMPILE_DEFINITIONS
+    ZEL_VERSION_MAJOR=${PROJECT_VERSION_MAJOR}
+    ZEL_VERSION_MINOR=${PROJECT_VERSION_MINOR}
+    ZEL_VERSION_PATCH=${PROJECT_VERSION_PATCH})
 if(MSVC)
     target_link_options(ZelEngine PRIVATE /ENTRY:mainCRTStartup /HIGHENTROPYVA /NXCOMPAT /DYNAMICBASE /MANIFEST:NO)
 elseif(MINGW)

@@ -12,10 +12,10 @@ from program import ROOT, STAGE, check, output_of, run_tests, running, wait_for
 CLIENT_SIZE = (1360, 820)
 
 
-def the_program_starts_with_the_list_of_projects():
+def the_program_starts_as_the_editor():
     with running() as program:
         program.picture().save("editor_start")
-        check(program.title() == "ZelEngine - Projects", f"the title is '{program.title()}'")
+        check(program.title() in ("ZelEngine", "ZelEngine - Projects"), f"the title is '{program.title()}'")
         check(program.client_size() == CLIENT_SIZE, f"the client size is {program.client_size()}")
 
 
@@ -35,7 +35,7 @@ def the_picture_follows_every_size_down_to_one_pixel_and_back():
         for width, height in ((800, 600), (320, 200), (1, 1), (1, 700), (1500, 1), CLIENT_SIZE):
             program.resize(width, height)
             if min(width, height) >= 200:
-                wait_for(lambda size=(width, height): program.client_size() == size, f"the size {width} x {height}")
+                wait_for(lambda size=(width, height): program.client_size() == size, f"{width} x {height} pixels")
                 wait_for(lambda: not program.picture().is_blank(), f"a picture at {width} x {height}")
             else:
                 wait_for(lambda old=before: program.client_size() != (old.width, old.height), "a tiny size")
@@ -90,7 +90,7 @@ def libraries_planted_beside_the_program_are_not_loaded():
 
 if __name__ == "__main__":
     sys.exit(0 if run_tests([
-        the_program_starts_with_the_list_of_projects,
+        the_program_starts_as_the_editor,
         beside_a_project_the_program_starts_as_the_game,
         the_picture_follows_every_size_down_to_one_pixel_and_back,
         a_minimised_window_comes_back_with_its_picture,
