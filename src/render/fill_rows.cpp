@@ -1,4 +1,4 @@
-#include "render/fill_row.h"
+#include "render/fill_rows.h"
 
 #include "render/surface.h"
 #include "scene/limit.h"
@@ -10,12 +10,19 @@
 
 #if defined(_MSC_VER) && !defined(__clang__)
 #define ZEL_AVX2
+#define ZEL_INLINE __forceinline
 #else
 #define ZEL_AVX2 __attribute__((target("avx2")))
+// Into functions of every level, so that each is encoded as one: a call from AVX2 code into SSE code would
+// run with the upper halves of the registers in use, which slows down all that follows.
+#define ZEL_INLINE inline __attribute__((always_inline))
 #endif
 
 constexpr float kSmallestArea = 0.0001f;
 constexpr float kSmallestQ = 1e-6f;  // interpolated 1 / w below which a pixel is skipped
+
+// More than what rounding can move an edge's crossing with a row, in pixels.
+constexpr double kSlack = 1.0;
 
 bool SetUpTriangle(const std::array<ScreenCorner, 3>& corners, TriangleSetup& setup) {
     const auto& [a, b, c] = corners;
@@ -34,9 +41,46 @@ bool SetUpTriangle(const std::array<ScreenCorner, 3>& corners, TriangleSetup& se
     return true;
 }
 
+ColumnBounds BoundColumns(const TriangleSetup& setup) {
+    ColumnBounds bounds;
+    for (size_t i = 0; i < 3; ++i) {
+        // An edge's function grows or falls along a row with the sign of its vertical run.
+        const float direction = setup.area > 0 ? setup.runY[i] : -setup.runY[i];
+        if (direction == 0) continue;
+        bounds.side[i] = direction > 0 ? 1 : -1;
+        bounds.startX[i] = setup.startX[i];
+        bounds.startY[i] = setup.startY[i];
+        bounds.slope[i] = static_cast<double>(setup.runX[i]) / setup.runY[i];
+    }
+    return bounds;
+}
+
+static ZEL_INLINE ColumnRange ColumnsOf(const ColumnBounds& bounds, int32_t y, ColumnRange within) {
+    double left = within.left, right = within.right;
+    for (size_t i = 0; i < 3; ++i) {
+        const double crossing = bounds.startX[i] + (y + 0.5 - bounds.startY[i]) * bounds.slope[i] - 0.5;
+        if (bounds.side[i] > 0) left = std::max(left, crossing - kSlack);
+        if (bounds.side[i] < 0) right = std::min(right, crossing + kSlack + 1);
+    }
+    if (!(left < right)) return {};
+    return {static_cast<int32_t>(left), static_cast<int32_t>(std::ceil(right))};
+}
+
+ColumnRange CoveredColumns(const ColumnBounds& bounds, int32_t y, ColumnRange within) {
+    return ColumnsOf(bounds, y, within);
+}
+
 // ---- One pixel at a time: the definition.
 
 namespace {
+
+// The part of a row that the triangle may cover.
+struct RowSpan {
+    int32_t left = 0, right = 0;  // right exclusive
+    int64_t available = 0;        // pixels from the row's first to the buffer's end
+    Pixel* pixels = nullptr;      // of the row's first pixel
+    float* depth = nullptr;
+};
 
 // The second products of the edge functions: the same along a row.
 struct RowEdges {
@@ -49,7 +93,14 @@ struct Weights {
 
 }  // namespace
 
-static RowEdges EdgesOfRow(const TriangleSetup& t, int32_t y) {
+static ZEL_INLINE RowSpan SpanOfRow(const FillArea& area, int32_t y) {
+    ColumnRange columns{area.box.left, area.box.right};
+    if (area.isBounded) columns = ColumnsOf(area.bounds, y, columns);
+    const int64_t start = static_cast<int64_t>(y) * area.width;
+    return {columns.left, columns.right, area.size - start, area.pixels + start, area.depth + start};
+}
+
+static ZEL_INLINE RowEdges EdgesOfRow(const TriangleSetup& t, int32_t y) {
     const float centreY = static_cast<float>(y) + 0.5f;
     RowEdges edges;
     for (int i = 0; i < 3; ++i) edges.product[i] = (centreY - t.startY[i]) * t.runX[i];
@@ -102,22 +153,29 @@ static void FillTexturedPixels(const TriangleSetup& t, const RowEdges& edges, co
     }
 }
 
-// A row works on a copy of its own of the set-up: the compiler then knows that no store to the picture
-// changes it.
-
-static void FillRowFlatScalar(const TriangleSetup& setup, const RowSpan& span, Pixel color) {
-    const TriangleSetup t = setup;
-    FillFlatPixels(t, EdgesOfRow(t, span.y), span, span.left, color);
+static void FillRowsFlatScalar(const TriangleSetup& t, const FillArea& area, Pixel color) {
+    for (int32_t y = area.box.top; y < area.box.bottom; ++y) {
+        const RowSpan span = SpanOfRow(area, y);
+        FillFlatPixels(t, EdgesOfRow(t, y), span, span.left, color);
+    }
 }
 
-static void FillRowTexturedScalar(const TriangleSetup& setup, const RowSpan& span, const TextureFill& fill) {
-    const TriangleSetup t = setup;
-    FillTexturedPixels(t, EdgesOfRow(t, span.y), span, span.left, fill);
+static void FillRowsTexturedScalar(const TriangleSetup& t, const FillArea& area, const TextureFill& fill) {
+    for (int32_t y = area.box.top; y < area.box.bottom; ++y) {
+        const RowSpan span = SpanOfRow(area, y);
+        FillTexturedPixels(t, EdgesOfRow(t, y), span, span.left, fill);
+    }
 }
 
 // ---- Four pixels at a time.
 
 namespace {
+
+// A triangle's numbers in every lane, made once so that no store to the picture makes them be read again.
+struct TriangleSse2 {
+    __m128 startX[3], runY[3], depth[3], inverseW[3], u[3], v[3];
+    __m128 area;
+};
 
 struct WeightsSse2 {
     __m128 w0, w1, w2;
@@ -125,12 +183,26 @@ struct WeightsSse2 {
 
 }  // namespace
 
-static __m128 WeightSse2(const TriangleSetup& t, const RowEdges& edges, int i, __m128 centreX) {
-    const __m128 first = _mm_mul_ps(_mm_sub_ps(centreX, _mm_set1_ps(t.startX[i])), _mm_set1_ps(t.runY[i]));
-    return _mm_div_ps(_mm_sub_ps(first, _mm_set1_ps(edges.product[i])), _mm_set1_ps(t.area));
+static TriangleSse2 SpreadSse2(const TriangleSetup& setup) {
+    TriangleSse2 t;
+    for (size_t i = 0; i < 3; ++i) {
+        t.startX[i] = _mm_set1_ps(setup.startX[i]);
+        t.runY[i] = _mm_set1_ps(setup.runY[i]);
+        t.depth[i] = _mm_set1_ps(setup.depth[i]);
+        t.inverseW[i] = _mm_set1_ps(setup.inverseW[i]);
+        t.u[i] = _mm_set1_ps(setup.u[i]);
+        t.v[i] = _mm_set1_ps(setup.v[i]);
+    }
+    t.area = _mm_set1_ps(setup.area);
+    return t;
 }
 
-static WeightsSse2 WeightsAtSse2(const TriangleSetup& t, const RowEdges& edges, int32_t x) {
+static __m128 WeightSse2(const TriangleSse2& t, const RowEdges& edges, int i, __m128 centreX) {
+    const __m128 first = _mm_mul_ps(_mm_sub_ps(centreX, t.startX[i]), t.runY[i]);
+    return _mm_div_ps(_mm_sub_ps(first, _mm_set1_ps(edges.product[i])), t.area);
+}
+
+static WeightsSse2 WeightsAtSse2(const TriangleSse2& t, const RowEdges& edges, int32_t x) {
     const __m128i columns = _mm_add_epi32(_mm_set1_epi32(x), _mm_setr_epi32(0, 1, 2, 3));
     const __m128 centreX = _mm_add_ps(_mm_cvtepi32_ps(columns), _mm_set1_ps(0.5f));
     return {WeightSse2(t, edges, 0, centreX), WeightSse2(t, edges, 1, centreX),
@@ -138,9 +210,9 @@ static WeightsSse2 WeightsAtSse2(const TriangleSetup& t, const RowEdges& edges, 
 }
 
 // a * x + b * y + c * z, summed from the left.
-static __m128 WeightedSse2(__m128 a, float x, __m128 b, float y, __m128 c, float z) {
-    const __m128 sum = _mm_add_ps(_mm_mul_ps(a, _mm_set1_ps(x)), _mm_mul_ps(b, _mm_set1_ps(y)));
-    return _mm_add_ps(sum, _mm_mul_ps(c, _mm_set1_ps(z)));
+static __m128 WeightedSse2(__m128 a, __m128 b, __m128 c, const __m128 (&values)[3]) {
+    const __m128 sum = _mm_add_ps(_mm_mul_ps(a, values[0]), _mm_mul_ps(b, values[1]));
+    return _mm_add_ps(sum, _mm_mul_ps(c, values[2]));
 }
 
 // All bits set in lanes left of `right`.
@@ -149,11 +221,11 @@ static __m128 LanesBeforeSse2(int32_t x, int32_t right) {
     return _mm_castsi128_ps(_mm_cmplt_epi32(columns, _mm_set1_epi32(right)));
 }
 
-static __m128 SeenSse2(const TriangleSetup& t, const WeightsSse2& w, __m128 drawnDepth, __m128& depth) {
+static __m128 SeenSse2(const TriangleSse2& t, const WeightsSse2& w, __m128 drawnDepth, __m128& depth) {
     const __m128 zero = _mm_setzero_ps();
     __m128 seen = _mm_and_ps(_mm_cmpge_ps(w.w0, zero), _mm_cmpge_ps(w.w1, zero));
     seen = _mm_and_ps(seen, _mm_cmpge_ps(w.w2, zero));
-    depth = WeightedSse2(w.w0, t.depth[0], w.w1, t.depth[1], w.w2, t.depth[2]);
+    depth = WeightedSse2(w.w0, w.w1, w.w2, t.depth);
     return _mm_and_ps(seen, _mm_and_ps(_mm_cmpge_ps(depth, zero), _mm_cmplt_ps(depth, drawnDepth)));
 }
 
@@ -169,9 +241,9 @@ static void StoreSse2(const RowSpan& span, int32_t x, __m128 seen, __m128 depth,
     _mm_storeu_ps(span.depth + x, SelectSse2(seen, depth, drawnDepth));
 }
 
-static void FillRowFlatSse2(const TriangleSetup& setup, const RowSpan& span, Pixel color) {
-    const TriangleSetup t = setup;
-    const RowEdges edges = EdgesOfRow(t, span.y);
+static void FillRowFlatSse2(const TriangleSetup& setup, const TriangleSse2& t, int32_t y, const RowSpan& span,
+                            Pixel color) {
+    const RowEdges edges = EdgesOfRow(setup, y);
     const __m128i colors = _mm_set1_epi32(static_cast<int32_t>(color));
     int32_t x = span.left;
     for (; x < span.right && x + 4 <= span.available; x += 4) {
@@ -181,7 +253,14 @@ static void FillRowFlatSse2(const TriangleSetup& setup, const RowSpan& span, Pix
         seen = _mm_and_ps(seen, LanesBeforeSse2(x, span.right));
         if (_mm_movemask_ps(seen) != 0) StoreSse2(span, x, seen, depth, drawnDepth, colors);
     }
-    FillFlatPixels(t, edges, span, x, color);
+    FillFlatPixels(setup, edges, span, x, color);
+}
+
+static void FillRowsFlatSse2(const TriangleSetup& setup, const FillArea& area, Pixel color) {
+    const TriangleSse2 t = SpreadSse2(setup);
+    for (int32_t y = area.box.top; y < area.box.bottom; ++y) {
+        FillRowFlatSse2(setup, t, y, SpanOfRow(area, y), color);
+    }
 }
 
 // value limited to 0 .. 1, not a number to 0.
@@ -248,9 +327,9 @@ static __m128i SampleSse2(const TextureFill& fill, __m128 u, __m128 v, __m128 se
     return _mm_load_si128(reinterpret_cast<const __m128i*>(texels));
 }
 
-static void FillRowTexturedSse2(const TriangleSetup& setup, const RowSpan& span, const TextureFill& fill) {
-    const TriangleSetup t = setup;
-    const RowEdges edges = EdgesOfRow(t, span.y);
+static void FillRowTexturedSse2(const TriangleSetup& setup, const TriangleSse2& t, int32_t y,
+                                const RowSpan& span, const TextureFill& fill) {
+    const RowEdges edges = EdgesOfRow(setup, y);
     int32_t x = span.left;
     for (; x < span.right && x + 4 <= span.available; x += 4) {
         const __m128 drawnDepth = _mm_loadu_ps(span.depth + x);
@@ -259,24 +338,37 @@ static void FillRowTexturedSse2(const TriangleSetup& setup, const RowSpan& span,
         __m128 seen = _mm_and_ps(SeenSse2(t, w, drawnDepth, depth), LanesBeforeSse2(x, span.right));
         if (_mm_movemask_ps(seen) == 0) continue;
 
-        const __m128 q0 = _mm_mul_ps(w.w0, _mm_set1_ps(t.inverseW[0]));
-        const __m128 q1 = _mm_mul_ps(w.w1, _mm_set1_ps(t.inverseW[1]));
-        const __m128 q2 = _mm_mul_ps(w.w2, _mm_set1_ps(t.inverseW[2]));
+        const __m128 q0 = _mm_mul_ps(w.w0, t.inverseW[0]);
+        const __m128 q1 = _mm_mul_ps(w.w1, t.inverseW[1]);
+        const __m128 q2 = _mm_mul_ps(w.w2, t.inverseW[2]);
         const __m128 q = _mm_add_ps(_mm_add_ps(q0, q1), q2);
         const __m128 magnitude = _mm_andnot_ps(_mm_set1_ps(-0.0f), q);
         seen = _mm_and_ps(seen, _mm_cmpgt_ps(magnitude, _mm_set1_ps(kSmallestQ)));
-        const __m128 u = _mm_div_ps(WeightedSse2(q0, t.u[0], q1, t.u[1], q2, t.u[2]), q);
-        const __m128 v = _mm_div_ps(WeightedSse2(q0, t.v[0], q1, t.v[1], q2, t.v[2]), q);
+        const __m128 u = _mm_div_ps(WeightedSse2(q0, q1, q2, t.u), q);
+        const __m128 v = _mm_div_ps(WeightedSse2(q0, q1, q2, t.v), q);
 
         const __m128i colors = LitSse2(TintedSse2(SampleSse2(fill, u, v, seen), fill.tint), fill.brightness);
         StoreSse2(span, x, seen, depth, drawnDepth, colors);
     }
-    FillTexturedPixels(t, edges, span, x, fill);
+    FillTexturedPixels(setup, edges, span, x, fill);
+}
+
+static void FillRowsTexturedSse2(const TriangleSetup& setup, const FillArea& area, const TextureFill& fill) {
+    const TriangleSse2 t = SpreadSse2(setup);
+    for (int32_t y = area.box.top; y < area.box.bottom; ++y) {
+        FillRowTexturedSse2(setup, t, y, SpanOfRow(area, y), fill);
+    }
 }
 
 // ---- Eight pixels at a time.
 
 namespace {
+
+// A triangle's numbers in every lane, made once so that no store to the picture makes them be read again.
+struct TriangleAvx2 {
+    __m256 startX[3], runY[3], depth[3], inverseW[3], u[3], v[3];
+    __m256 area;
+};
 
 struct WeightsAvx2 {
     __m256 w0, w1, w2;
@@ -284,38 +376,50 @@ struct WeightsAvx2 {
 
 }  // namespace
 
-ZEL_AVX2 static __m256 WeightAvx2(const TriangleSetup& t, const RowEdges& edges, int i, __m256 centreX) {
-    const __m256 first =
-        _mm256_mul_ps(_mm256_sub_ps(centreX, _mm256_set1_ps(t.startX[i])), _mm256_set1_ps(t.runY[i]));
-    return _mm256_div_ps(_mm256_sub_ps(first, _mm256_set1_ps(edges.product[i])), _mm256_set1_ps(t.area));
+ZEL_AVX2 static TriangleAvx2 SpreadAvx2(const TriangleSetup& setup) {
+    TriangleAvx2 t;
+    for (size_t i = 0; i < 3; ++i) {
+        t.startX[i] = _mm256_set1_ps(setup.startX[i]);
+        t.runY[i] = _mm256_set1_ps(setup.runY[i]);
+        t.depth[i] = _mm256_set1_ps(setup.depth[i]);
+        t.inverseW[i] = _mm256_set1_ps(setup.inverseW[i]);
+        t.u[i] = _mm256_set1_ps(setup.u[i]);
+        t.v[i] = _mm256_set1_ps(setup.v[i]);
+    }
+    t.area = _mm256_set1_ps(setup.area);
+    return t;
+}
+
+ZEL_AVX2 static __m256 WeightAvx2(const TriangleAvx2& t, const RowEdges& edges, int i, __m256 centreX) {
+    const __m256 first = _mm256_mul_ps(_mm256_sub_ps(centreX, t.startX[i]), t.runY[i]);
+    return _mm256_div_ps(_mm256_sub_ps(first, _mm256_set1_ps(edges.product[i])), t.area);
 }
 
 ZEL_AVX2 static __m256i ColumnsAvx2(int32_t x) {
     return _mm256_add_epi32(_mm256_set1_epi32(x), _mm256_setr_epi32(0, 1, 2, 3, 4, 5, 6, 7));
 }
 
-ZEL_AVX2 static WeightsAvx2 WeightsAtAvx2(const TriangleSetup& t, const RowEdges& edges, int32_t x) {
+ZEL_AVX2 static WeightsAvx2 WeightsAtAvx2(const TriangleAvx2& t, const RowEdges& edges, int32_t x) {
     const __m256 centreX = _mm256_add_ps(_mm256_cvtepi32_ps(ColumnsAvx2(x)), _mm256_set1_ps(0.5f));
     return {WeightAvx2(t, edges, 0, centreX), WeightAvx2(t, edges, 1, centreX),
             WeightAvx2(t, edges, 2, centreX)};
 }
 
-ZEL_AVX2 static __m256 WeightedAvx2(__m256 a, float x, __m256 b, float y, __m256 c, float z) {
-    const __m256 sum =
-        _mm256_add_ps(_mm256_mul_ps(a, _mm256_set1_ps(x)), _mm256_mul_ps(b, _mm256_set1_ps(y)));
-    return _mm256_add_ps(sum, _mm256_mul_ps(c, _mm256_set1_ps(z)));
+ZEL_AVX2 static __m256 WeightedAvx2(__m256 a, __m256 b, __m256 c, const __m256 (&values)[3]) {
+    const __m256 sum = _mm256_add_ps(_mm256_mul_ps(a, values[0]), _mm256_mul_ps(b, values[1]));
+    return _mm256_add_ps(sum, _mm256_mul_ps(c, values[2]));
 }
 
 ZEL_AVX2 static __m256 LanesBeforeAvx2(int32_t x, int32_t right) {
     return _mm256_castsi256_ps(_mm256_cmpgt_epi32(_mm256_set1_epi32(right), ColumnsAvx2(x)));
 }
 
-ZEL_AVX2 static __m256 SeenAvx2(const TriangleSetup& t, const WeightsAvx2& w, __m256 drawnDepth,
+ZEL_AVX2 static __m256 SeenAvx2(const TriangleAvx2& t, const WeightsAvx2& w, __m256 drawnDepth,
                                 __m256& depth) {
     const __m256 zero = _mm256_setzero_ps();
     __m256 seen = _mm256_and_ps(_mm256_cmp_ps(w.w0, zero, _CMP_GE_OQ), _mm256_cmp_ps(w.w1, zero, _CMP_GE_OQ));
     seen = _mm256_and_ps(seen, _mm256_cmp_ps(w.w2, zero, _CMP_GE_OQ));
-    depth = WeightedAvx2(w.w0, t.depth[0], w.w1, t.depth[1], w.w2, t.depth[2]);
+    depth = WeightedAvx2(w.w0, w.w1, w.w2, t.depth);
     return _mm256_and_ps(seen, _mm256_and_ps(_mm256_cmp_ps(depth, zero, _CMP_GE_OQ),
                                              _mm256_cmp_ps(depth, drawnDepth, _CMP_LT_OQ)));
 }
@@ -329,9 +433,9 @@ ZEL_AVX2 static void StoreAvx2(const RowSpan& span, int32_t x, __m256 seen, __m2
     _mm256_storeu_ps(span.depth + x, _mm256_blendv_ps(drawnDepth, depth, seen));
 }
 
-ZEL_AVX2 static void FillRowFlatAvx2(const TriangleSetup& setup, const RowSpan& span, Pixel color) {
-    const TriangleSetup t = setup;
-    const RowEdges edges = EdgesOfRow(t, span.y);
+ZEL_AVX2 static void FillRowFlatAvx2(const TriangleSetup& setup, const TriangleAvx2& t, int32_t y,
+                                     const RowSpan& span, Pixel color) {
+    const RowEdges edges = EdgesOfRow(setup, y);
     const __m256i colors = _mm256_set1_epi32(static_cast<int32_t>(color));
     int32_t x = span.left;
     for (; x < span.right && x + 8 <= span.available; x += 8) {
@@ -341,7 +445,16 @@ ZEL_AVX2 static void FillRowFlatAvx2(const TriangleSetup& setup, const RowSpan& 
         seen = _mm256_and_ps(seen, LanesBeforeAvx2(x, span.right));
         if (_mm256_movemask_ps(seen) != 0) StoreAvx2(span, x, seen, depth, drawnDepth, colors);
     }
-    FillFlatPixels(t, edges, span, x, color);
+    if (x >= span.right) return;
+    _mm256_zeroupper();
+    FillFlatPixels(setup, edges, span, x, color);
+}
+
+ZEL_AVX2 static void FillRowsFlatAvx2(const TriangleSetup& setup, const FillArea& area, Pixel color) {
+    const TriangleAvx2 t = SpreadAvx2(setup);
+    for (int32_t y = area.box.top; y < area.box.bottom; ++y) {
+        FillRowFlatAvx2(setup, t, y, SpanOfRow(area, y), color);
+    }
 }
 
 ZEL_AVX2 static __m256 WrappedAvx2(__m256 coordinate, bool repeat) {
@@ -388,10 +501,9 @@ ZEL_AVX2 static __m256i SampleAvx2(const TextureFill& fill, __m256 u, __m256 v, 
                                        _mm256_castps_si256(seen), 4);
 }
 
-ZEL_AVX2 static void FillRowTexturedAvx2(const TriangleSetup& setup, const RowSpan& span,
-                                         const TextureFill& fill) {
-    const TriangleSetup t = setup;
-    const RowEdges edges = EdgesOfRow(t, span.y);
+ZEL_AVX2 static void FillRowTexturedAvx2(const TriangleSetup& setup, const TriangleAvx2& t, int32_t y,
+                                         const RowSpan& span, const TextureFill& fill) {
+    const RowEdges edges = EdgesOfRow(setup, y);
     int32_t x = span.left;
     for (; x < span.right && x + 8 <= span.available; x += 8) {
         const __m256 drawnDepth = _mm256_loadu_ps(span.depth + x);
@@ -400,26 +512,36 @@ ZEL_AVX2 static void FillRowTexturedAvx2(const TriangleSetup& setup, const RowSp
         __m256 seen = _mm256_and_ps(SeenAvx2(t, w, drawnDepth, depth), LanesBeforeAvx2(x, span.right));
         if (_mm256_movemask_ps(seen) == 0) continue;
 
-        const __m256 q0 = _mm256_mul_ps(w.w0, _mm256_set1_ps(t.inverseW[0]));
-        const __m256 q1 = _mm256_mul_ps(w.w1, _mm256_set1_ps(t.inverseW[1]));
-        const __m256 q2 = _mm256_mul_ps(w.w2, _mm256_set1_ps(t.inverseW[2]));
+        const __m256 q0 = _mm256_mul_ps(w.w0, t.inverseW[0]);
+        const __m256 q1 = _mm256_mul_ps(w.w1, t.inverseW[1]);
+        const __m256 q2 = _mm256_mul_ps(w.w2, t.inverseW[2]);
         const __m256 q = _mm256_add_ps(_mm256_add_ps(q0, q1), q2);
         const __m256 magnitude = _mm256_andnot_ps(_mm256_set1_ps(-0.0f), q);
         seen = _mm256_and_ps(seen, _mm256_cmp_ps(magnitude, _mm256_set1_ps(kSmallestQ), _CMP_GT_OQ));
-        const __m256 u = _mm256_div_ps(WeightedAvx2(q0, t.u[0], q1, t.u[1], q2, t.u[2]), q);
-        const __m256 v = _mm256_div_ps(WeightedAvx2(q0, t.v[0], q1, t.v[1], q2, t.v[2]), q);
+        const __m256 u = _mm256_div_ps(WeightedAvx2(q0, q1, q2, t.u), q);
+        const __m256 v = _mm256_div_ps(WeightedAvx2(q0, q1, q2, t.v), q);
 
         const __m256i colors = LitAvx2(TintedAvx2(SampleAvx2(fill, u, v, seen), fill.tint), fill.brightness);
         StoreAvx2(span, x, seen, depth, drawnDepth, colors);
     }
-    FillTexturedPixels(t, edges, span, x, fill);
+    if (x >= span.right) return;
+    _mm256_zeroupper();
+    FillTexturedPixels(setup, edges, span, x, fill);
+}
+
+ZEL_AVX2 static void FillRowsTexturedAvx2(const TriangleSetup& setup, const FillArea& area,
+                                          const TextureFill& fill) {
+    const TriangleAvx2 t = SpreadAvx2(setup);
+    for (int32_t y = area.box.top; y < area.box.bottom; ++y) {
+        FillRowTexturedAvx2(setup, t, y, SpanOfRow(area, y), fill);
+    }
 }
 
 const RowFills& RowFillsOf(SimdLevel level) {
     static constexpr RowFills kFills[] = {
-        {FillRowFlatScalar, FillRowTexturedScalar},
-        {FillRowFlatSse2, FillRowTexturedSse2},
-        {FillRowFlatAvx2, FillRowTexturedAvx2},
+        {FillRowsFlatScalar, FillRowsTexturedScalar},
+        {FillRowsFlatSse2, FillRowsTexturedSse2},
+        {FillRowsFlatAvx2, FillRowsTexturedAvx2},
     };
     return kFills[static_cast<size_t>(level)];
 }
