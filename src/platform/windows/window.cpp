@@ -156,9 +156,9 @@ static LRESULT CALLBACK HandleMessage(HWND handle, UINT message, WPARAM wParam, 
             SendMouse(InputKind::LeftDoubleClick, lParam);
             return 0;
         case WM_RBUTTONDOWN:
-        case WM_RBUTTONDBLCLK:
+        case WM_RBUTTONDBLCLK:  // a fast second press
             SendMouse(InputKind::RightDown, lParam);
-            return 0;  // a fast second press
+            return 0;
         case WM_RBUTTONUP:
             SendMouse(InputKind::RightUp, lParam);
             return 0;
