@@ -51,6 +51,11 @@ class Picture:
         self.width, self.height = (int(number) for number in size.stdout.split())
         self.rgb = subprocess.run(convert + ["rgb:-"], input=png, capture_output=True, check=True).stdout
 
+    @classmethod
+    def of_file(cls, path):
+        with open(path, "rb") as file:
+            return cls(file.read())
+
     def at(self, x, y):
         start = (y * self.width + x) * 3
         return tuple(self.rgb[start:start + 3])

@@ -7,7 +7,7 @@ import subprocess
 import sys
 import tempfile
 
-from program import ROOT, STAGE, check, output_of, run_tests, running, wait_for
+from program import ROOT, STAGE, Picture, check, output_of, run_tests, running, wait_for
 
 CLIENT_SIZE = (1360, 820)
 
@@ -19,7 +19,7 @@ def the_program_starts_as_the_editor():
         check(program.client_size() == CLIENT_SIZE, f"the client size is {program.client_size()}")
 
 
-def beside_a_project_the_program_starts_as_the_game():
+def beside_a_project_the_program_starts_as_its_game_with_model_textures_and_text():
     with tempfile.TemporaryDirectory(prefix="zel_game_", dir=os.path.join(ROOT, "build")) as folder:
         shutil.copytree(os.path.join(STAGE, "Project"), folder, dirs_exist_ok=True)
         shutil.copy(os.path.join(STAGE, "ZelEngine.exe"), os.path.join(folder, "ZelGame.exe"))
@@ -27,6 +27,9 @@ def beside_a_project_the_program_starts_as_the_game():
             program.picture().save("game_start")
             check(program.title() == "ZelGame", f"the title is '{program.title()}'")
             check(program.client_size() == CLIENT_SIZE, f"the client size is {program.client_size()}")
+            expected = Picture.of_file(os.path.join(ROOT, "docs", "images", "game.png"))
+            share = program.picture().share_equal_to(expected)
+            check(share > 0.999, f"only {share:.4f} of the picture is that of docs/images/game.png")
 
 
 def the_picture_follows_every_size_down_to_one_pixel_and_back():
@@ -91,7 +94,7 @@ def libraries_planted_beside_the_program_are_not_loaded():
 if __name__ == "__main__":
     sys.exit(0 if run_tests([
         the_program_starts_as_the_editor,
-        beside_a_project_the_program_starts_as_the_game,
+        beside_a_project_the_program_starts_as_its_game_with_model_textures_and_text,
         the_picture_follows_every_size_down_to_one_pixel_and_back,
         a_minimised_window_comes_back_with_its_picture,
         escape_ends_the_program,
