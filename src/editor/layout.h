@@ -1,0 +1,32 @@
+// Where the regions of the Scene editor lie.
+#pragma once
+
+#include "editor/panel_layout.h"
+#include "render/rect.h"
+
+#include <cstdint>
+
+constexpr int32_t kTopBarHeight = 42;
+constexpr int32_t kMinHierarchyWidth = 170, kMinInspectorWidth = 320, kMinBottomHeight = 96;
+
+struct EditorLayout {
+    int32_t width = 0, height = 0;  // of the client area, pixels
+    int32_t bottomTop = 0;          // top of the bottom panel, never above the top bar's end
+    int32_t inspectorLeft = 0;      // never negative
+    Rect topBar{};
+    Rect hierarchy{};
+    Rect inspector{};
+    Rect viewport{};  // may be empty
+    Rect bottom{};
+};
+
+EditorLayout LayoutEditor(const PanelLayout& panels, int32_t width, int32_t height);
+
+// The sizes limited so that the viewport keeps 220 pixels where it can: the Inspector gives way first, down
+// to its least width, then the Hierarchy. Both are 0 in a window of 220 pixels or less. Unchanged without a
+// client area.
+PanelLayout FitPanelsToWindow(PanelLayout panels, int32_t width, int32_t height);
+
+// The panel edge under a point: 1 Hierarchy's right, 2 Inspector's left, 3 bottom panel's top, 0 none. The
+// vertical ones win at a corner.
+int32_t SplitterHitTest(Point p, const PanelLayout& panels, int32_t width, int32_t height);
