@@ -38,7 +38,13 @@ struct Face {
     std::array<Vec3, 3> world{};
     Vec3 normal{};  // unit
     Vec3 toEye{};   // unit, from the first vertex
-    float brightness = 1;
+};
+
+// A part of a face as it lies on the screen: all of it, or a piece of what the near plane left.
+struct ScreenFace {
+    std::array<ScreenCorner, 3> corners{};
+    std::array<TexturePoint, 3> points{};  // only for a textured mesh
+    Pixel color{};                         // of the face's first corner
 };
 
 }  // namespace
@@ -85,58 +91,6 @@ static TexturePoint TextureCoordinates(Vec3 p, Vec3 normal, const AxisScales& sc
     return {a * 0.5f + 0.5f, b * 0.5f + 0.5f};
 }
 
-static Pixel FlatColor(Pixel vertexColor, const MeshDraw& draw, const Face& face) {
-    return Lit(Tinted(vertexColor, draw.tint), face.brightness);
-}
-
-static TextureFill TextureFillOf(const MeshDraw& draw, const Face& face) {
-    return {draw.texture, draw.repeat, draw.tint, face.brightness};
-}
-
-// A face that lies beyond the near plane and is wholly visible.
-static void FillFace(const Mesh& mesh, const MeshDraw& draw, const TransformedVertices& vertices,
-                     const Face& face, const AxisScales& scales) {
-    const auto [i, j, k] = face.index;
-    const std::array<ScreenCorner, 3> corners{vertices.corners[i], vertices.corners[j], vertices.corners[k]};
-    if (draw.texture == nullptr) {
-        FillTriangle(corners, FlatColor(mesh.vertices[i].color, draw, face));
-        return;
-    }
-    std::array<TexturePoint, 3> points;
-    for (size_t c = 0; c < 3; ++c) {
-        points[c] =
-            TextureCoordinates(mesh.vertices[face.index[c]].position, face.normal, scales, draw.repeat);
-    }
-    FillTriangle(corners, points, TextureFillOf(draw, face));
-}
-
-// A face that crosses the near plane: cut there, and drawn as a fan of triangles.
-static void FillCutFace(const Mesh& mesh, const MeshDraw& draw, const Face& face, const AxisScales& scales) {
-    std::array<ClipVertex, 3> triangle;
-    for (size_t c = 0; c < 3; ++c) {
-        const MeshVertex& vertex = mesh.vertices[face.index[c]];
-        const TexturePoint point = TextureCoordinates(vertex.position, face.normal, scales, draw.repeat);
-        triangle[c] = {TransformToClip(draw.viewProjection, face.world[c]), point.u, point.v, vertex.color};
-    }
-    const ClippedPolygon polygon = ClipTriangle(triangle);
-    const auto& corner = polygon.vertices;
-    for (int32_t k = 1; k + 1 < polygon.count; ++k) {
-        const std::array<ClipVertex, 3> part{corner[0], corner[k], corner[k + 1]};
-        std::array<ScreenCorner, 3> corners;
-        bool visible = true;
-        for (size_t c = 0; c < 3; ++c) {
-            visible = visible && ProjectToViewport(part[c].position, frameBuffer.viewport, corners[c]);
-        }
-        if (!visible) continue;
-        if (draw.texture == nullptr) {
-            FillTriangle(corners, FlatColor(corner[0].color, draw, face));
-        } else {
-            FillTriangle(corners, {{{part[0].u, part[0].v}, {part[1].u, part[1].v}, {part[2].u, part[2].v}}},
-                         TextureFillOf(draw, face));
-        }
-    }
-}
-
 // False for a face that turns its back to the eye.
 static bool SetUpFace(const MeshTriangle& triangle, const MeshDraw& draw, const TransformedVertices& vertices,
                       Face& face) {
@@ -151,6 +105,42 @@ static bool SetUpFace(const MeshTriangle& triangle, const MeshDraw& draw, const 
     return Dot(face.toEye, face.normal) > 0;
 }
 
+// A face that lies beyond the near plane and is wholly visible.
+static ScreenFace WholeFace(const Mesh& mesh, const MeshDraw& draw, const TransformedVertices& vertices,
+                            const Face& face, const AxisScales& scales) {
+    ScreenFace whole{.color = mesh.vertices[face.index[0]].color};
+    for (size_t c = 0; c < 3; ++c) whole.corners[c] = vertices.corners[face.index[c]];
+    if (draw.texture == nullptr) return whole;
+    for (size_t c = 0; c < 3; ++c) {
+        whole.points[c] =
+            TextureCoordinates(mesh.vertices[face.index[c]].position, face.normal, scales, draw.repeat);
+    }
+    return whole;
+}
+
+// Cuts a face at the near plane and gives `visit` the visible triangles of the fan that is left.
+template <typename Visit>
+static void VisitCutFace(const Mesh& mesh, const MeshDraw& draw, const Face& face, const AxisScales& scales,
+                         Visit visit) {
+    std::array<ClipVertex, 3> triangle;
+    for (size_t c = 0; c < 3; ++c) {
+        const MeshVertex& vertex = mesh.vertices[face.index[c]];
+        const TexturePoint point = TextureCoordinates(vertex.position, face.normal, scales, draw.repeat);
+        triangle[c] = {TransformToClip(draw.viewProjection, face.world[c]), point.u, point.v, vertex.color};
+    }
+    const ClippedPolygon polygon = ClipTriangle(triangle);
+    for (int32_t k = 1; k + 1 < polygon.count; ++k) {
+        ScreenFace part{.color = polygon.vertices[0].color};
+        bool visible = true;
+        for (size_t c = 0; c < 3; ++c) {
+            const ClipVertex& corner = polygon.vertices[c == 0 ? 0 : static_cast<size_t>(k) + c - 1];
+            visible = visible && ProjectToViewport(corner.position, frameBuffer.viewport, part.corners[c]);
+            part.points[c] = {corner.u, corner.v};
+        }
+        if (visible) visit(part);
+    }
+}
+
 // True when the face's pixels, if any, lie outside the viewport.
 static bool MissesViewport(const TransformedVertices& vertices, const Face& face) {
     const ScreenCorner& a = vertices.corners[face.index[0]];
@@ -163,7 +153,10 @@ static bool MissesViewport(const TransformedVertices& vertices, const Face& face
            std::min({a.y, b.y, c.y}) > static_cast<float>(v.bottom);
 }
 
-static void DrawFaces(const Mesh& mesh, const MeshDraw& draw, const TransformedVertices& vertices) {
+// Gives `visit` every face that turns its front to the eye, as parts on the screen, in the mesh's order.
+template <typename Visit>
+static void VisitFrontFaces(const Mesh& mesh, const MeshDraw& draw, const TransformedVertices& vertices,
+                            Visit visit) {
     const AxisScales scales = WorldScales(draw.world);
     for (const MeshTriangle& triangle : mesh.triangles) {
         Face face;
@@ -173,15 +166,24 @@ static void DrawFaces(const Mesh& mesh, const MeshDraw& draw, const TransformedV
         const bool uncut =
             vertices.beyondNearPlane[i] && vertices.beyondNearPlane[j] && vertices.beyondNearPlane[k];
         const bool visible = vertices.visible[i] && vertices.visible[j] && vertices.visible[k];
-        if (uncut && (!visible || MissesViewport(vertices, face))) continue;
-
-        face.brightness = FaceBrightness(face.normal, face.toEye, draw.light, draw.roughness, draw.gloss);
-        if (uncut) {
-            FillFace(mesh, draw, vertices, face, scales);
-        } else {
-            FillCutFace(mesh, draw, face, scales);
+        if (!uncut) {
+            VisitCutFace(mesh, draw, face, scales, [&](const ScreenFace& part) { visit(face, part); });
+        } else if (visible && !MissesViewport(vertices, face)) {
+            visit(face, WholeFace(mesh, draw, vertices, face, scales));
         }
     }
+}
+
+static void DrawFaces(const Mesh& mesh, const MeshDraw& draw, const TransformedVertices& vertices) {
+    VisitFrontFaces(mesh, draw, vertices, [&draw](const Face& face, const ScreenFace& part) {
+        const float brightness =
+            FaceBrightness(face.normal, face.toEye, draw.light, draw.roughness, draw.gloss);
+        if (draw.texture == nullptr) {
+            FillTriangle(part.corners, Lit(Tinted(part.color, draw.tint), brightness));
+        } else {
+            FillTriangle(part.corners, part.points, {draw.texture, draw.repeat, draw.tint, brightness});
+        }
+    });
 }
 
 static Point PixelOf(const ScreenCorner& corner) {
@@ -200,11 +202,27 @@ static void DrawOutline(const Mesh& mesh, const TransformedVertices& vertices) {
     }
 }
 
+// The vertices of the mesh at hand, in memory that is kept from mesh to mesh.
+static const TransformedVertices& Transformed(const Mesh& mesh, const MeshDraw& draw) {
+    static TransformedVertices vertices;
+    TransformVertices(mesh, draw, vertices);
+    return vertices;
+}
+
 void DrawMesh(const Mesh& mesh, const MeshDraw& draw) {
     if (frameBuffer.pixels == nullptr) return;
     PreparePixelAccess();
-    static TransformedVertices vertices;
-    TransformVertices(mesh, draw, vertices);
+    const TransformedVertices& vertices = Transformed(mesh, draw);
     DrawFaces(mesh, draw, vertices);
     if (draw.selected) DrawOutline(mesh, vertices);
+}
+
+bool MeshDepthAt(const Mesh& mesh, const MeshDraw& draw, Point pixel, float& depth) {
+    bool covered = false;
+    VisitFrontFaces(mesh, draw, Transformed(mesh, draw), [&](const Face&, const ScreenFace& part) {
+        TriangleSetup setup;
+        if (!SetUpTriangle(part.corners, setup)) return;
+        covered = CoversPixel(setup, pixel, depth) || covered;
+    });
+    return covered;
 }

@@ -3,6 +3,7 @@
 
 #include "render/matrix4.h"
 #include "render/mesh.h"
+#include "render/rect.h"
 #include "render/texture_image.h"
 
 // What a mesh is drawn with. The first three stay the same for a whole frame.
@@ -22,3 +23,7 @@ struct MeshDraw {
 // Draws the faces that turn their front to the eye, then the outline. Depth decides what is seen. Every
 // triangle index of the mesh must be valid.
 void DrawMesh(const Mesh& mesh, const MeshDraw& draw);
+
+// True when DrawMesh would draw a pixel of the viewport over something at `depth`, which then becomes the
+// mesh's depth there. The outline does not count.
+bool MeshDepthAt(const Mesh& mesh, const MeshDraw& draw, Point pixel, float& depth);

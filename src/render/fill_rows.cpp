@@ -124,6 +124,13 @@ static bool IsSeen(const TriangleSetup& t, const Weights& w, float drawnDepth, f
     return depth >= 0 && depth < drawnDepth;
 }
 
+bool CoversPixel(const TriangleSetup& setup, Point pixel, float& depth) {
+    float found;
+    if (!IsSeen(setup, WeightsAt(setup, EdgesOfRow(setup, pixel.y), pixel.x), depth, found)) return false;
+    depth = found;
+    return true;
+}
+
 static void FillFlatPixels(const TriangleSetup& t, const RowEdges& edges, const RowSpan& span, int32_t from,
                            Pixel color) {
     for (int32_t x = from; x < span.right; ++x) {

@@ -62,6 +62,10 @@ struct ColumnRange {
 };
 ColumnRange CoveredColumns(const ColumnBounds& bounds, int32_t y, ColumnRange within);
 
+// True where the triangle covers the pixel's centre, edges included, and lies strictly before `depth`, which
+// then becomes the triangle's depth there.
+bool CoversPixel(const TriangleSetup& setup, Point pixel, float& depth);
+
 // Each function fills the pixels of the area whose centres lie inside the triangle, edges included, and
 // nearer than what the depth buffer holds. The scalar ones are the definition.
 using FillRowsFlat = void (*)(const TriangleSetup&, const FillArea&, Pixel color);

@@ -42,12 +42,15 @@ void DrawGrid(const Matrix4& viewProjection) {
     }
 }
 
+static Rect SquareAround(Point centre, int32_t size) {
+    const int32_t left = centre.x - size / 2, top = centre.y - size / 2;
+    return {left, top, left + size, top + size};
+}
+
 void DrawObjectIcon(CanvasImage icon, Vec3 position, const Matrix4& viewProjection, bool selected) {
     Point centre;
     if (icon < 0 || !ProjectToPixel(viewProjection, position, frameBuffer.viewport, centre)) return;
-    const int32_t size = selected ? kSelectedIconSize : kIconSize;
-    const Rect square{centre.x - size / 2, centre.y - size / 2, centre.x - size / 2 + size,
-                      centre.y - size / 2 + size};
+    const Rect square = SquareAround(centre, selected ? kSelectedIconSize : kIconSize);
     if (selected) {
         FillRect({square.left - kIconFrame, square.top - kIconFrame, square.right + kIconFrame,
                   square.bottom + kIconFrame},
@@ -62,17 +65,34 @@ int32_t TextObjectHeight(const GameObject& object) {
     return static_cast<int32_t>(Limit(std::max(0.4f, meanScale) * object.textSize, 8.0f, 128.0f));
 }
 
+static const std::wstring& ShownText(const GameObject& object) {
+    static const std::wstring kPlaceholder = L"Text";
+    return object.text.empty() ? kPlaceholder : object.text;
+}
+
+// Each letter taken as half as wide as high. Limited, so that a text of any length keeps within 32 bits.
+static int32_t LettersWidth(const GameObject& object) {
+    constexpr size_t kMostLetters = 10'000;
+    return static_cast<int32_t>(std::min(ShownText(object).size(), kMostLetters)) * TextObjectHeight(object) /
+           2;
+}
+
 void DrawTextObject(const GameObject& object, Vec3 position, const Matrix4& viewProjection, bool selected) {
     Point anchor;
     if (!ProjectToPixel(viewProjection, position, frameBuffer.viewport, anchor)) return;
-    const std::wstring text = object.text.empty() ? L"Text" : object.text;
+    const std::wstring& text = ShownText(object);
     const int32_t height = TextObjectHeight(object);
     if (selected) {
-        const auto length = static_cast<int32_t>(std::min<size_t>(text.size(), 1000));
-        const int32_t width = std::clamp(length * height / 2 + 18, 72, 260);
+        const int32_t width = std::clamp(LettersWidth(object) + 18, 72, 260);
         DrawPanelBox({anchor.x - 7, anchor.y - 5, anchor.x + width, anchor.y + 9 + height}, kSelectedTextFill,
                      kSelectedTextEdge);
     }
     DrawText(anchor.x, anchor.y, text, object.hasColor ? TextColor{object.color} : kTextObject, height,
              kTextWeight);
+}
+
+Rect IconRect(Point anchor) { return SquareAround(anchor, kIconSize); }
+
+Rect TextObjectRect(const GameObject& object, Point anchor) {
+    return {anchor.x, anchor.y, anchor.x + LettersWidth(object), anchor.y + TextObjectHeight(object)};
 }

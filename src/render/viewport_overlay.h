@@ -3,6 +3,7 @@
 
 #include "platform/canvas.h"
 #include "render/matrix4.h"
+#include "render/rect.h"
 #include "scene/game_object.h"
 
 // The reference grid just above the Ground: drawn before the objects.
@@ -18,3 +19,8 @@ void DrawTextObject(const GameObject& object, Vec3 position, const Matrix4& view
 
 // Cell height of a Text object's text, 8 .. 128 pixels: its text size by its mean scale.
 int32_t TextObjectHeight(const GameObject& object);
+
+// Where an object at `anchor` (its place on the screen) is picked: the square of its icon, and the letters of
+// its text, each taken as half as wide as high.
+Rect IconRect(Point anchor);
+Rect TextObjectRect(const GameObject& object, Point anchor);

@@ -1,0 +1,36 @@
+// The three axes by which the selected object is moved, turned and scaled.
+#pragma once
+
+#include "render/matrix4.h"
+#include "render/rect.h"
+#include "scene/game_object.h"
+
+#include <array>
+#include <cstdint>
+
+// True for an object that can be grabbed: with a mesh, or an entity, a camera, a light or a text.
+bool HasGizmo(const GameObject& object);
+
+// The gizmo on the screen, in whole pixels. Axes are those of the world, X, Y and Z.
+struct GizmoOnScreen {
+    bool visible = false;
+    Point origin{};
+    std::array<bool, 3> tipVisible{};
+    std::array<Point, 3> tip{};
+};
+
+GizmoOnScreen ProjectGizmo(Vec3 origin, const Matrix4& viewProjection, const Rect& viewport);
+
+// `activeAxis` is the one that is dragged: 1 X, 2 Y, 3 Z, 0 none.
+void DrawGizmo(const GizmoOnScreen& gizmo, int32_t activeAxis);
+
+// The axis at a point: 1 X, 2 Y, 3 Z, 0 none. Up to 8 pixels from a tip on both axes, else up to 10 from the
+// line; the nearest one, of equal ones the first.
+int32_t GizmoAxisAt(const GizmoOnScreen& gizmo, Point pointer);
+
+// The unit vector of an axis 1 .. 3.
+Vec3 GizmoAxis(int32_t axis);
+
+// How far along its axis a drag has come, in world units: `pointer` minus `press` along the axis's direction
+// on the screen, in pixels. False when the axis has no length on the screen.
+bool GizmoTravel(Point press, Point pointer, float axisX, float axisY, float& travel);
