@@ -1,17 +1,15 @@
 #include "app/frame.h"
 
+#include "app/frame_view.h"
+#include "editor/theme.h"
 #include "platform/window.h"
-#include "render/camera.h"
 #include "render/draw_mesh.h"
 #include "render/frame_buffer.h"
 #include "render/icons.h"
 #include "render/scene_view.h"
 #include "render/transform.h"
 #include "render/viewport_overlay.h"
-#include "scene/editor_camera.h"
 #include "scene/editor_state.h"
-
-constexpr Pixel kWindowFill{0x221B16};
 
 static bool IsIndexOf(int32_t index, size_t count) {
     return index >= 0 && static_cast<size_t>(index) < count;
@@ -26,30 +24,36 @@ static bool HasMarker(const GameObject& object) {
     return object.isEntity || object.isCamera || object.isLight;
 }
 
-static bool IsSelected(int32_t index) { return !editorState.playMode && index == editorState.selectedIndex; }
+// What the edit mode shows of the selection is not part of the game.
+static bool IsSelected(int32_t index) { return !ShowsGame() && index == editorState.selectedIndex; }
+
+static bool IsHidden(const GameObject& object) {
+    return !object.active || (ShowsGame() && HasMarker(object));
+}
 
 // `frame` holds what all objects share.
 static void DrawObject(int32_t index, MeshDraw frame) {
     const GameObject& object = editorState.scene[static_cast<size_t>(index)];
-    if (!object.active || (editorState.playMode && HasMarker(object))) return;
+    const bool hasMesh = object.hasShape && IsIndexOf(object.meshIndex, editorState.meshes.size());
+    if (IsHidden(object) || !(object.isText || hasMesh)) return;
 
     frame.world = WorldMatrix(editorState.scene, index);
     frame.selected = IsSelected(index);
     if (object.isText) {
         DrawTextObject(object, Translation(frame.world), frame.viewProjection, frame.selected);
-    } else if (object.hasShape && IsIndexOf(object.meshIndex, editorState.meshes.size())) {
-        frame.tint = object.hasColor ? object.color : 0;
-        frame.roughness = object.roughness;
-        frame.gloss = object.gloss;
-        frame.texture = TextureOf(object);
-        frame.repeat = object.textureRepeat;
-        DrawMesh(editorState.meshes[static_cast<size_t>(object.meshIndex)], frame);
+        return;
     }
+    frame.tint = object.hasColor ? object.color : 0;
+    frame.roughness = object.roughness;
+    frame.gloss = object.gloss;
+    frame.texture = TextureOf(object);
+    frame.repeat = object.textureRepeat;
+    DrawMesh(editorState.meshes[static_cast<size_t>(object.meshIndex)], frame);
 }
 
 static void DrawMarkers(int32_t index, const Matrix4& viewProjection) {
     const GameObject& object = editorState.scene[static_cast<size_t>(index)];
-    if (!object.active || !HasMarker(object)) return;
+    if (IsHidden(object) || !HasMarker(object)) return;
 
     const Vec3 position = WorldPosition(editorState.scene, index);
     const bool selected = IsSelected(index);
@@ -60,24 +64,18 @@ static void DrawMarkers(int32_t index, const Matrix4& viewProjection) {
 
 // The scene as the camera of this mode sees it, in scene order: depth alone decides between meshes. Markers
 // come last, over every mesh.
-static void DrawScene() {
-    const Rect& viewport = frameBuffer.viewport;
-    const CameraPose camera = ActiveCamera(editorState.scene, EditorCamera(), editorState.playMode);
-    const Matrix4 projection = ProjectionMatrix(Width(viewport), Height(viewport));
-    const MeshDraw frame{.eye = camera.position,
+static void DrawScene(const Rect& viewport) {
+    const FrameView view = CurrentView(viewport);
+    const MeshDraw frame{.eye = view.camera.position,
                          .light = LightDirection(editorState.scene),
-                         .viewProjection = MultiplyMatrix(projection, ViewMatrix(camera))};
+                         .viewProjection = view.viewProjection};
 
-    FillRect(viewport,
-             ViewportBackground(editorState.scene, editorState.selectedIndex, editorState.playMode));
+    FillRect(viewport, ViewportBackground(editorState.scene, editorState.selectedIndex, ShowsGame()));
     if (!editorState.runtimeMode) DrawGrid(frame.viewProjection);
     const auto count = static_cast<int32_t>(editorState.scene.size());
     for (int32_t i = 0; i < count; ++i) DrawObject(i, frame);
-    if (editorState.playMode) return;
     for (int32_t i = 0; i < count; ++i) DrawMarkers(i, frame.viewProjection);
 }
-
-Rect ViewportOf(int32_t width, int32_t height) { return {0, 0, width, height}; }
 
 void RenderFrame() {
     static bool isRendering = false;
@@ -86,9 +84,10 @@ void RenderFrame() {
 
     const ClientSize size = WindowClientSize();
     if (EnsureSize(size.width, size.height)) {
-        frameBuffer.viewport = ViewportOf(frameBuffer.width, frameBuffer.height);
+        const EditorLayout layout = CurrentLayout();
+        frameBuffer.viewport = layout.viewport;
         Clear(kWindowFill);
-        DrawScene();
+        DrawScene(layout.viewport);
         Present();
     }
     isRendering = false;

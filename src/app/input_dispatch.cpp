@@ -1,5 +1,6 @@
 // Input events become changes of the state.
 #include "app/frame.h"
+#include "app/frame_view.h"
 #include "platform/window.h"
 #include "scene/editor_camera.h"
 #include "scene/editor_state.h"
@@ -25,9 +26,8 @@ static void OnKeyUp(uint32_t key) {
 }
 
 static void OnRightDown(Point pointer) {
-    const ClientSize size = WindowClientSize();
     editorState.mouseLook = {
-        .armed = true, .turnsView = Contains(ViewportOf(size.width, size.height), pointer), .press = pointer};
+        .armed = true, .turnsView = Contains(CurrentLayout().viewport, pointer), .press = pointer};
     CaptureMouse();
 }
 

@@ -29,13 +29,31 @@ Matrix4 LocalMatrix(const GameObject& object) {
     return LocalMatrix(object.position, object.rotation, object.scale);
 }
 
-Matrix4 WorldMatrix(std::span<const GameObject> scene, int32_t index) {
+// A chain of parents that is longer is taken for a damaged scene. It is then followed for a few steps only: a
+// scene of a hundred thousand such objects must still draw.
+constexpr int32_t kLongestChain = 1024, kDamagedSteps = 64;
+
+static bool IsIndexOf(int32_t index, std::span<const GameObject> scene) {
+    return index >= 0 && static_cast<size_t>(index) < scene.size();
+}
+
+// How many parents of an object are followed: all, but in a cycle as many as there are objects.
+static int32_t StepsUpward(std::span<const GameObject> scene, int32_t index) {
     const auto count = static_cast<int32_t>(scene.size());
-    if (index < 0 || index >= count) return {};
+    int32_t steps = 0;
+    for (int32_t parent = scene[index].parentIndex; IsIndexOf(parent, scene) && steps < count; ++steps) {
+        if (steps > kLongestChain) return kDamagedSteps;
+        parent = scene[parent].parentIndex;
+    }
+    return steps;
+}
+
+Matrix4 WorldMatrix(std::span<const GameObject> scene, int32_t index) {
+    if (!IsIndexOf(index, scene)) return {};
 
     Matrix4 world = LocalMatrix(scene[index]);
     int32_t parent = scene[index].parentIndex;
-    for (int32_t step = 0; step < count && parent >= 0 && parent < count; ++step) {
+    for (int32_t steps = StepsUpward(scene, index); steps > 0; --steps) {
         world = MultiplyMatrix(LocalMatrix(scene[parent]), world);
         parent = scene[parent].parentIndex;
     }

@@ -53,14 +53,87 @@ TEST_CASE("a frame shows the background behind the grid, the grid behind the obj
 }
 
 TEST_CASE("the game shows no grid, no icons and no outline") {
-    StartFrame({CubeAt({0, 0, 5}), {.isEntity = true}, {.isLight = true}});
-    editorState.runtimeMode = editorState.playMode = true;
+    // Also after the game has stopped in the runtime: the view stays as it was.
+    for (bool plays : {true, false}) {
+        StartFrame({CubeAt({0, 0, 5}),
+                    {.position{0, 0, 5}, .isEntity = true},
+                    {.position{1, 0, 5}, .isLight = true},
+                    {.isCamera = true, .active = false, .cameraBackground = 0x112233},
+                    {.isCamera = true, .cameraBackground = 0x445566}});
+        editorState.runtimeMode = true;
+        editorState.playMode = plays;
+        editorState.selectedIndex = 0;
+        editorState.cameraPosition = {0, 0, -500};
+        RenderFrame();
+        CHECK(CountOf(kGridLine) == 0);
+        CHECK(CountOf(kOutline) == 0);
+        CHECK(headless.images.empty());
+        CHECK(PixelAt(0, 0) == Pixel{0x445566});
+        CHECK(PixelAt(100, 75) != Pixel{0x445566});  // seen from the scene's camera, not from far away
+    }
+}
+
+TEST_CASE("the picture takes camera, light, material, texture mode and parents from the scene") {
+    struct {
+        std::string what;
+        void (*change)(Scene&);
+    } changes[] = {
+        {"camera", [](Scene& s) { s[0].position.x = 1; }},
+        {"light", [](Scene& s) { s[1].rotation.y = 3.3f; }},
+        {"roughness", [](Scene& s) { s[2].roughness = 0; }},
+        {"gloss", [](Scene& s) { s[2].gloss = 1; }},
+        {"texture mode", [](Scene& s) { s[2].textureRepeat = true; }},
+        {"parent", [](Scene& s) { s[2].parentIndex = 3; }},
+    };
+    const auto picture = [](void (*change)(Scene&)) {
+        StartFrame({{.isCamera = true},
+                    {.rotation{-0.7f, 2.6f, 0}, .isLight = true},
+                    {.position{0, 0, 5},
+                     .rotation{0.4f, 0.5f, 0},
+                     .scale{1.5f, 1, 1},
+                     .meshIndex = 0,
+                     .roughness = 1,
+                     .hasTexture = true,
+                     .textureIndex = 0},
+                    {.position{1, 1, 0}}});
+        editorState.textures = {{.width = 3, .height = 3}};
+        for (uint32_t i = 0; i < 9; ++i)
+            editorState.textures[0].texels.push_back(Pixel{0x606060 + 0x101010 * i});
+        editorState.playMode = true;
+        if (change != nullptr) change(editorState.scene);
+        RenderFrame();
+        return headless.pixels;
+    };
+    const std::vector<Pixel> before = picture(nullptr);
+    for (const auto& [what, change] : changes) {
+        CAPTURE(what);
+        CHECK(picture(change) != before);
+    }
+}
+
+TEST_CASE("a marker stands where its parents put it") {
+    StartFrame({{.position{0, 0, 5}, .isEntity = true, .hasShape = false},
+                {.parentIndex = 0, .isEntity = true, .hasShape = false}});
+    RenderFrame();
+    REQUIRE(headless.images.size() == 2);
+    CHECK(headless.images[0].rect == headless.images[1].rect);
+}
+
+TEST_CASE("an empty scene with a selection of 0 is drawn") {
+    StartFrame({});
     editorState.selectedIndex = 0;
     RenderFrame();
-    CHECK(CountOf(kGridLine) == 0);
-    CHECK(CountOf(kOutline) == 0);
-    CHECK(headless.images.empty());
-    CHECK(CountOf(kDefaultBackground) < 200 * 150);
+    CHECK(headless.presents == 1);
+}
+
+TEST_CASE("a picture that is asked for while one is drawn is refused") {
+    StartFrame({CubeAt({0, 0, 5})});
+    headless.onPresent = RenderFrame;
+    RenderFrame();
+    CHECK(headless.presents == 1);
+    headless.onPresent = nullptr;
+    RenderFrame();
+    CHECK(headless.presents == 2);
 }
 
 TEST_CASE("Play mode in the editor keeps the grid and drops outline, markers and their meshes") {

@@ -41,6 +41,7 @@ TEST_CASE("a frame simulates at most 0.05 seconds, also after a pause of two") {
     CHECK(FrameTime(0.05) == 0.05f);
     CHECK(FrameTime(0.016) == 0.016f);
     CHECK(FrameTime(0) == 0);
+    CHECK(FrameTime(-1) == -1);  // there is no lower limit
 }
 
 TEST_CASE("a normal start opens the editor's window, shows the default scene and ends with 0") {
@@ -58,6 +59,8 @@ TEST_CASE("a normal start opens the editor's window, shows the default scene and
     REQUIRE(editorState.scene.size() == 6);
     CHECK(editorState.scene[2].name == L"PlayerCube");
     CHECK(frameBuffer.pixels == nullptr);
+    CHECK(headless.windowIcon == L"assets\\pe.png");
+    CHECK(FileBytes(folder / L"data\\ZelEngine\\recent-projects.txt") != "<missing>");
 }
 
 TEST_CASE("a start in a folder with a project shows that project") {
@@ -134,10 +137,11 @@ TEST_CASE("a window that does not open ends the program with 1, everything relea
 TEST_CASE("a request to quit ends the program after the messages that came with it") {
     const ScratchFolder folder;
     StartIn(folder);
-    headless.input = {{},
-                      {{.kind = InputKind::KeyDown, .key = kKeyEscape}, {.kind = InputKind::KeyDown, .key = 'W'}},
-                      {},
-                      {}};
+    headless.input = {
+        {},
+        {{.kind = InputKind::KeyDown, .key = kKeyEscape}, {.kind = InputKind::KeyDown, .key = 'W'}},
+        {},
+        {}};
     CHECK(RunProgram() == 0);
     CHECK(headless.presents == 1);
     CHECK(editorState.keyDown['W']);

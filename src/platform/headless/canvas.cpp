@@ -22,7 +22,10 @@ void DrawCanvasText(int32_t x, int32_t y, const std::wstring& text, TextColor co
 
 void FlushCanvas() { ++headless.flushes; }
 
-void PresentCanvas() { ++headless.presents; }
+void PresentCanvas() {
+    ++headless.presents;
+    if (headless.onPresent != nullptr) headless.onPresent();
+}
 
 CanvasImage LoadCanvasImage(const std::wstring& path) {
     if (KindOfPath(path) != PathKind::File) return -1;

@@ -39,6 +39,7 @@ struct HeadlessPlatform {
     bool controlIsHeld = false, shiftIsHeld = false;
     std::deque<std::vector<InputEvent>> input{};  // one batch per frame; the program ends after the last one
     int32_t presents = 0;                         // finished frames
+    void (*onPresent)() = nullptr;                // what the system does while a frame is shown
     int32_t starts = 0, stops = 0;                // of the platform
 
     // The canvas.

@@ -1,0 +1,33 @@
+#include "app/frame_view.h"
+
+#include "platform/window.h"
+#include "render/camera.h"
+#include "render/frame_buffer.h"
+#include "render/scene_view.h"
+#include "scene/editor_camera.h"
+#include "scene/editor_state.h"
+
+bool ShowsGame() { return editorState.playMode || editorState.runtimeMode; }
+
+EditorLayout CurrentLayout() {
+    // A minimised window has no size; the picture keeps the one that it had.
+    const ClientSize size = WindowClientSize();
+    const bool isUsable = size.width >= 1 && size.height >= 1;
+    const int32_t width = isUsable ? size.width : frameBuffer.width;
+    const int32_t height = isUsable ? size.height : frameBuffer.height;
+    EditorLayout layout = LayoutEditor(FitPanelsToWindow(editorState.panels, width, height), width, height);
+    // The panels come later; until then the scene has the whole window, as in the game.
+    layout.viewport = {0, 0, width, height};
+    return layout;
+}
+
+FrameView CurrentView(const Rect& viewport) {
+    const CameraPose camera = ActiveCamera(editorState.scene, EditorCamera(), ShowsGame());
+    const Matrix4 projection = ProjectionMatrix(Width(viewport), Height(viewport));
+    return {camera, MultiplyMatrix(projection, ViewMatrix(camera))};
+}
+
+PickView CurrentPickView(const Rect& viewport) {
+    const FrameView view = CurrentView(viewport);
+    return {editorState.scene, editorState.meshes, view.viewProjection, view.camera.position, ShowsGame()};
+}

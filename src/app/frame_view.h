@@ -1,0 +1,24 @@
+// How the current frame sees the scene: for drawing it and for finding what lies under the pointer.
+#pragma once
+
+#include "editor/layout.h"
+#include "render/matrix4.h"
+#include "render/pick.h"
+#include "scene/camera_pose.h"
+
+// True while the scene is shown as the game shows it, also when the game has stopped in the runtime.
+bool ShowsGame();
+
+// The regions of the window at its current size, with the panel sizes fitted to it. The viewport is the whole
+// client area in the game.
+EditorLayout CurrentLayout();
+
+struct FrameView {
+    CameraPose camera{};
+    Matrix4 viewProjection{};
+};
+
+FrameView CurrentView(const Rect& viewport);
+
+// What PickObject looks at.
+PickView CurrentPickView(const Rect& viewport);

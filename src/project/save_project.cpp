@@ -1,0 +1,30 @@
+#include "project/save_project.h"
+
+#include "formats/path_text.h"
+#include "formats/project_file.h"
+#include "formats/scene_file.h"
+#include "scene/editor_state.h"
+#include "scene/status.h"
+
+static void ReportSaved(bool sceneSaved, bool projectWritten) {
+    if (!sceneSaved) {
+        SetStatus(L"Projekt se nepodarilo ulozit.");
+    } else if (!projectWritten) {
+        SetStatus(L"Scena ulozena, ale project.zel se nepodarilo ulozit.");
+    } else {
+        SetStatus(L"Ctrl+S: projekt ulozen: " + editorState.projectRoot);
+    }
+}
+
+void SaveProject() {
+    if (editorState.playMode && !editorState.runtimeMode) {
+        SetStatus(L"Nejdriv vypni Play Mode. Runtime zmeny se do projektu neukladaji.");
+        return;
+    }
+    if (editorState.scenePath.empty()) {
+        editorState.scenePath = JoinPath(editorState.filesRoot, L"Scenes\\Main.scene");
+    }
+    const bool sceneSaved = SaveScene(editorState.scenePath);
+    const bool projectWritten = WriteProjectFile(editorState.projectRoot);
+    ReportSaved(sceneSaved, projectWritten);
+}

@@ -1,0 +1,6 @@
+// Saving the open project.
+#pragma once
+
+// Saves the scene into its file and a copy of it into the project file, and says how that went. Refused in Play mode,
+// whose changes are not kept.
+void SaveProject();
