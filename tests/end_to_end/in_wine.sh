@@ -12,6 +12,7 @@ export HOME=$wine_root/home
 export XDG_CACHE_HOME=$HOME/.cache XDG_CONFIG_HOME=$HOME/.config XDG_DATA_HOME=$HOME/.local/share
 export WINEARCH=win64
 export WINEDEBUG=-all
+export LC_ALL=C.UTF-8  # file names of any language
 export WINEDLLOVERRIDES='mscoree,mshtml='  # no question whether to fetch what the program does not use
 
 stop_wine() {
