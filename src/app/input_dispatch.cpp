@@ -41,11 +41,9 @@ static void OnRightUp() {
 static void OnMouseMove(Point pointer) {
     const Point last = editorState.pointer;
     editorState.pointer = pointer;
+    ShowArrowCursor();
     MouseLook& look = editorState.mouseLook;
-    if (!look.armed) {
-        ShowArrowCursor();
-        return;
-    }
+    if (!look.armed) return;
     if (look.turnsView) LookWithMouse(pointer.x - last.x, pointer.y - last.y);
     const int32_t distance = std::abs(pointer.x - look.press.x) + std::abs(pointer.y - look.press.y);
     look.moved = look.moved || distance > kLookThreshold;

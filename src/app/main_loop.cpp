@@ -4,6 +4,7 @@
 #include "formats/project_file.h"
 #include "formats/recent_projects.h"
 #include "platform/clock.h"
+#include "platform/files.h"
 #include "platform/window.h"
 #include "play/play_update.h"
 #include "project/game_runtime.h"
@@ -18,10 +19,13 @@
 constexpr ClientSize kInitialSize{1360, 820};
 constexpr double kLongestFrame = 0.05;  // seconds
 
-// Shows the project that lies in the working folder, or else the default scene.
+// Shows the project that lies in the working folder, or else the default scene. Its folder is taken as a full
+// path, because paths of models and images are full ones and are stored relative to it.
 static void StartEditor() {
     LoadRecentProjects();
-    if (IsProjectFolder(editorState.projectRoot)) ReadProjectFile(editorState.projectRoot);
+    if (!IsProjectFolder(editorState.projectRoot)) return;
+    SetProjectFolder(AbsolutePath(editorState.projectRoot));
+    ReadProjectFile(editorState.projectRoot);
 }
 
 static const wchar_t* InitialTitle() {

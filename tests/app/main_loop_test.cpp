@@ -1,5 +1,6 @@
 #include "app/main_loop.h"
 
+#include "formats/obj_file.h"
 #include "formats/project_file.h"
 #include "formats/scene_file.h"
 #include "platform/canvas.h"
@@ -72,6 +73,33 @@ TEST_CASE("a start in a folder with a project shows that project") {
     REQUIRE(editorState.scene.size() == 3);
     CHECK(editorState.scene[2].name == L"From the project");
     CHECK_FALSE(editorState.runtimeMode);
+}
+
+TEST_CASE("the project in the working folder is saved again byte for byte, its model included") {
+    const ScratchFolder folder;
+    StartIn(folder);
+    PutFile(folder / L"work\\Project\\Files\\imported\\one.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n");
+    resetScene(false);
+    editorState.projectRoot = folder / L"work\\Project";
+    editorState.scenePath = folder / L"work\\Project\\Files\\Scenes\\Main.scene";
+    const int32_t mesh = LoadObjIntoLibrary(folder / L"work\\Project\\Files\\imported\\one.obj");
+    editorState.scene.push_back({.name = L"Model", .meshIndex = mesh});
+    REQUIRE(SaveScene(editorState.scenePath));
+    REQUIRE(WriteProjectFile(editorState.projectRoot));
+    const std::wstring scenePath = editorState.scenePath;
+    const std::string scene = FileBytes(scenePath);
+    const std::string project = FileBytes(folder / L"work\\Project\\project.zel");
+    CHECK(scene.find("file:Files\\imported\\one.obj") != std::string::npos);
+
+    editorState = EditorState{};
+    CHECK(RunProgram() == 0);
+    CHECK(editorState.projectRoot == folder / L"work\\Project");
+    CHECK(editorState.meshes.size() == 8);
+    REQUIRE(SaveScene(editorState.scenePath));
+    REQUIRE(WriteProjectFile(editorState.projectRoot));
+    CHECK(editorState.scenePath == scenePath);
+    CHECK(FileBytes(scenePath) == scene);
+    CHECK(FileBytes(folder / L"work\\Project\\project.zel") == project);
 }
 
 TEST_CASE("a project.zel beside the executable opens straight into its game") {
