@@ -1,9 +1,9 @@
 #include "formats/obj_file.h"
 
-#include "formats/numbers.h"
 #include "formats/path_text.h"
 #include "platform/files.h"
 #include "scene/editor_state.h"
+#include "scene/numbers.h"
 #include "scene/status.h"
 
 #include <algorithm>

@@ -1,11 +1,11 @@
 #include "formats/object_line.h"
 
 #include "formats/mesh_reference.h"
-#include "formats/numbers.h"
 #include "formats/project_paths.h"
 #include "render/builtin_meshes.h"
 #include "render/textures.h"
 #include "scene/editor_state.h"
+#include "scene/numbers.h"
 
 #include <algorithm>
 #include <limits>

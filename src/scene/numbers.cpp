@@ -1,4 +1,4 @@
-#include "formats/numbers.h"
+#include "scene/numbers.h"
 
 #include <algorithm>
 #include <cassert>
