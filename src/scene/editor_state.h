@@ -12,6 +12,7 @@
 #include "render/texture_image.h"
 #include "scene/camera_pose.h"
 #include "scene/game_object.h"
+#include "scene/scene_snapshot.h"
 
 #include <array>
 #include <cstdint>
@@ -26,7 +27,7 @@ enum class BottomTab : int32_t { Files = 0, Console = 1 };
 // What the Prefab editor keeps aside while it shows a prefab in place of the scene.
 struct PrefabSnapshot {
     Scene scene{};
-    std::vector<Scene> undoScenes{};
+    std::vector<SceneSnapshot> undoScenes{};
     std::vector<int32_t> undoSelections{};
 };
 
@@ -47,8 +48,8 @@ struct EditorState {
     std::vector<std::wstring> meshNames{};    // display names, by mesh index
     std::vector<std::wstring> meshSources{};  // full paths, empty for built-in ones, by mesh index
     std::vector<TextureImage> textures{};
-    std::vector<Scene> undoScenes{};        // oldest first, at most 64
-    std::vector<int32_t> undoSelections{};  // one per undo scene
+    std::vector<SceneSnapshot> undoScenes{};  // oldest first, at most 64
+    std::vector<int32_t> undoSelections{};    // one per undo scene
     Scene playSnapshot{};
     PlaySnapshotState playSnapshotState{};
     PrefabSnapshot prefabSnapshot{};

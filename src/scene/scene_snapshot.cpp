@@ -1,0 +1,84 @@
+#include "scene/scene_snapshot.h"
+
+#include "scene/same_object.h"
+
+#include <algorithm>
+#include <cstddef>
+
+// Objects of a run. Small, because a change copies the run around it; large enough that the list of runs
+// weighs little beside the objects.
+constexpr ptrdiff_t kRunLength = 64;
+
+static ptrdiff_t Length(const Scene& objects) { return static_cast<ptrdiff_t>(objects.size()); }
+
+static ptrdiff_t ObjectCount(const SceneSnapshot& snapshot) {
+    ptrdiff_t count = 0;
+    for (const auto& run : snapshot.runs) count += Length(*run);
+    return count;
+}
+
+// True when the objects of `run` stand in `scene` from `begin` on.
+static bool StandsAt(const Scene& run, const Scene& scene, ptrdiff_t begin) {
+    if (begin < 0 || begin + Length(run) > Length(scene)) return false;
+    return std::equal(run.begin(), run.end(), scene.begin() + begin, SameBits);
+}
+
+// Copies the objects begin .. end - 1 into new runs of about equal length.
+static void AppendCopies(const Scene& scene, ptrdiff_t begin, ptrdiff_t end, SceneSnapshot& snapshot) {
+    if (begin == end) return;
+    // Joining a short run before keeps objects that are appended one by one from becoming runs of one.
+    if (!snapshot.runs.empty() && Length(*snapshot.runs.back()) + end - begin <= kRunLength) {
+        begin -= Length(*snapshot.runs.back());
+        snapshot.runs.pop_back();
+    }
+    for (ptrdiff_t left = (end - begin + kRunLength - 1) / kRunLength; left > 0; --left) {
+        const ptrdiff_t runEnd = begin + (end - begin) / left;
+        snapshot.runs.push_back(std::make_shared<const Scene>(scene.begin() + begin, scene.begin() + runEnd));
+        begin = runEnd;
+    }
+}
+
+SceneSnapshot TakeSnapshot(const Scene& scene, const SceneSnapshot* earlier) {
+    SceneSnapshot snapshot;
+    ptrdiff_t taken = 0;  // objects of the scene that the snapshot holds by now
+    if (earlier != nullptr) {
+        // Runs behind something removed or inserted have moved: all by the same way up to the end where one
+        // block changed, by one object between the two ends of a move in the Hierarchy.
+        const ptrdiff_t growth = Length(scene) - ObjectCount(*earlier);
+        ptrdiff_t earlierBegin = 0, shift = 0;
+        for (const auto& run : earlier->runs) {
+            for (const ptrdiff_t tried : {shift, growth, shift - 1, shift + 1}) {
+                const ptrdiff_t begin = earlierBegin + tried;
+                if (begin < taken || !StandsAt(*run, scene, begin)) continue;
+                AppendCopies(scene, taken, begin, snapshot);
+                snapshot.runs.push_back(run);
+                taken = begin + Length(*run);
+                shift = tried;
+                break;
+            }
+            earlierBegin += Length(*run);
+        }
+    }
+    AppendCopies(scene, taken, Length(scene), snapshot);
+    return snapshot;
+}
+
+void RestoreSnapshot(const SceneSnapshot& snapshot, Scene& scene) {
+    const ptrdiff_t count = ObjectCount(snapshot);
+    ptrdiff_t at = 0;
+    for (const auto& run : snapshot.runs) {
+        for (const GameObject& object : *run) {
+            if (at < Length(scene) && SameBits(scene[at], object)) {
+                ++at;
+                continue;
+            }
+            // At the first difference the scene gets its length back, so that what follows a removed or
+            // inserted block stands in its place again.
+            if (Length(scene) > count)
+                scene.erase(scene.begin() + at, scene.begin() + at + Length(scene) - count);
+            if (Length(scene) < count) scene.insert(scene.begin() + at, count - Length(scene), GameObject{});
+            scene[at++] = object;
+        }
+    }
+    scene.resize(count);
+}

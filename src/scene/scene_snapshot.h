@@ -1,0 +1,20 @@
+// A scene kept for later, which shares with an earlier one what did not change in between.
+#pragma once
+
+#include "scene/game_object.h"
+
+#include <memory>
+#include <vector>
+
+// The objects in scene order, cut into runs that nobody changes any more. A value: a copy costs no object.
+struct SceneSnapshot {
+    std::vector<std::shared_ptr<const Scene>> runs{};  // 1 .. 64 objects each
+};
+
+// Keeps `scene` as it is, bit for bit. Runs of `earlier` that still stand in the scene, moved or not, are
+// shared; null shares nothing. With an earlier snapshot that differs in one place the cost is one comparison
+// of all objects and a copy of the objects around that place.
+SceneSnapshot TakeSnapshot(const Scene& scene, const SceneSnapshot* earlier);
+
+// Makes `scene` what it was when the snapshot was taken, bit for bit. Objects that are so already stay.
+void RestoreSnapshot(const SceneSnapshot& snapshot, Scene& scene);
