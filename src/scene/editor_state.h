@@ -116,6 +116,7 @@ struct EditorState {
     PopupMenu addNodeMenu{};
     NameEntry nameEntry{};
     NumberEntry numberEntry{};
+    wchar_t typedHalf = 0;               // half of a surrogate pair that waits for its other half; 0 none
     std::wstring componentSearchText{};  // at most 40 units
     BlueprintDrag blueprintDrag{};
 };

@@ -1,0 +1,16 @@
+// Text that grows by one typed character after the other.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+// Appends the typed unit while `text` stays within `limit` units; control characters are dropped. The halves
+// of a surrogate pair come one after the other: the first waits in `half` (0 when none waits), and both are
+// appended together or not at all.
+void AppendTyped(wchar_t unit, size_t limit, wchar_t& half, std::wstring& text);
+
+// Removes the last character, both halves of a surrogate pair together. Nothing when empty.
+void EraseLastCharacter(std::wstring& text);
+
+// Without the spaces at both ends. Tabs and other blanks stay.
+std::wstring TrimSpaces(const std::wstring& text);
