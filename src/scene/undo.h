@@ -1,0 +1,11 @@
+// The undo history: the scenes before each of the last 64 changes.
+#pragma once
+
+// Called by every command once, before it changes the scene. The label names the command for the reader of
+// its code. Nothing is kept in the game runtime, or of an empty scene.
+void pushUndo(const char* label);
+
+// Brings back the scene and the selection before the last change.
+void undo();
+
+void ClearUndo();
