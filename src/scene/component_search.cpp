@@ -1,0 +1,73 @@
+#include "scene/component_search.h"
+
+#include "scene/editor_state.h"
+#include "scene/selection.h"
+#include "scene/status.h"
+#include "scene/typed_text.h"
+
+#include <algorithm>
+#include <cwctype>
+
+constexpr size_t kMaxSearchLength = 40;  // UTF-16 units
+constexpr size_t kMaxResults = 3;
+
+static std::wstring LowerCase(std::wstring text) {
+    std::ranges::transform(text, text.begin(),
+                           [](wchar_t c) { return static_cast<wchar_t>(std::towlower(c)); });
+    return text;
+}
+
+// True when the characters of `query` stand in `text` in this order, with anything between them.
+static bool IsSubsequence(const std::wstring& query, const std::wstring& text) {
+    size_t found = 0;
+    for (const wchar_t c : text) {
+        if (found < query.size() && c == query[found]) ++found;
+    }
+    return found == query.size();
+}
+
+// How well a component answers a query in lower case; 0 not at all.
+static size_t Score(const ComponentCommand& command, const std::wstring& query) {
+    if (query.empty()) return 1;
+    const std::wstring text = LowerCase(std::wstring(command.title) + L" " + command.keywords);
+    const size_t place = text.find(query);
+    if (place != std::wstring::npos) return 100 - std::min<size_t>(place, 80);
+    return IsSubsequence(query, text) ? query.size() + 20 : 0;
+}
+
+std::vector<const ComponentCommand*> SearchComponents(const std::wstring& query) {
+    struct Result {
+        const ComponentCommand* command;
+        size_t score;
+    };
+    const std::wstring lowerQuery = LowerCase(query);
+    std::vector<Result> results;
+    for (const ComponentCommand& command : ComponentCommands()) {
+        const size_t score = Score(command, lowerQuery);
+        if (score > 0) results.push_back({&command, score});
+    }
+    std::ranges::stable_sort(results, std::ranges::greater{}, &Result::score);
+
+    std::vector<const ComponentCommand*> best;
+    for (size_t i = 0; i < std::min(results.size(), kMaxResults); ++i) best.push_back(results[i].command);
+    return best;
+}
+
+void TypeIntoComponentSearch(wchar_t unit) {
+    AppendTyped(unit, kMaxSearchLength, editorState.typedHalf, editorState.componentSearchText);
+}
+
+void EraseInComponentSearch() { EraseLastCharacter(editorState.componentSearchText); }
+
+void CancelComponentSearch() {
+    editorState.componentSearchActive = false;
+    SetStatus(L"Add Component hledani zavreno.");
+}
+
+void CommitComponentSearch() {
+    editorState.componentSearchActive = false;
+    const auto results = SearchComponents(editorState.componentSearchText);
+    if (!SelectionIsValid() || results.empty()) return;
+    AddComponent(results.front()->action);
+    editorState.componentSearchText.clear();
+}

@@ -1,0 +1,227 @@
+#include "scene/undo.h"
+
+#include "scene/clipboard.h"
+#include "scene/commands.h"
+#include "scene/component_commands.h"
+#include "scene/same_object.h"
+#include "scene/selection.h"
+#include "support/edited_scene.h"
+
+#include "doctest/doctest.h"
+
+#include <algorithm>
+
+TEST_CASE("undo brings back the scene and the selection before the last change") {
+    StartWithSamples();
+    const Scene before = editorState.scene;
+    addEntity();
+    undo();
+    CHECK(editorState.scene == before);
+    CHECK(editorState.selectedIndex == 2);
+    CHECK(editorState.statusMessage == L"Ctrl+Z: posledni zmena sceny byla vracena.");
+    undo();
+    CHECK(editorState.scene == before);
+    CHECK(editorState.statusMessage == L"Ctrl+Z: neni co vratit.");
+}
+
+TEST_CASE("the 65th change drops the oldest one, and the 65th undo finds nothing") {
+    StartWithSamples();
+    for (int i = 0; i < 65; ++i) addCube();
+    CHECK(editorState.undoScenes.size() == 64);
+    CHECK(editorState.undoSelections.size() == 64);
+    for (int i = 0; i < 64; ++i) {
+        undo();
+        REQUIRE(editorState.statusMessage == L"Ctrl+Z: posledni zmena sceny byla vracena.");
+    }
+    CHECK(editorState.scene.size() == 7);
+    CHECK(editorState.scene.back().name == L"GameObject_06");
+    CHECK(editorState.undoSelections.empty());
+    undo();
+    CHECK(editorState.statusMessage == L"Ctrl+Z: neni co vratit.");
+}
+
+TEST_CASE("undo never returns to an empty scene") {
+    StartWithParents({});
+    addCube();
+    CHECK(editorState.undoScenes.empty());
+    undo();
+    CHECK(editorState.scene.size() == 1);
+    CHECK(editorState.statusMessage == L"Ctrl+Z: neni co vratit.");
+}
+
+TEST_CASE("nothing is recorded in the game runtime") {
+    StartWithSamples();
+    editorState.runtimeMode = true;
+    addCube();
+    CHECK(editorState.scene.size() == 7);
+    CHECK(editorState.undoScenes.empty());
+}
+
+TEST_CASE("after an undo something is selected") {
+    struct {
+        int32_t stored, restored;
+    } cases[] = {{-1, 0}, {-9, 0}, {1, 1}, {2, 1}, {INT32_MAX, 1}};
+    for (const auto& [stored, restored] : cases) {
+        StartWithParents({-1, -1});
+        editorState.selectedIndex = stored;
+        pushUndo("Test");
+        editorState.selectedIndex = 1;
+        undo();
+        CHECK(editorState.selectedIndex == restored);
+    }
+}
+
+TEST_CASE("changes and undo in the Prefab editor make the prefab unsaved") {
+    for (const Screen screen : {Screen::SceneEditor, Screen::PrefabEditor}) {
+        StartWithSamples();
+        editorState.screen = screen;
+        addCube();
+        CHECK(editorState.prefabDirty == (screen == Screen::PrefabEditor));
+        editorState.prefabDirty = false;
+        undo();
+        CHECK(editorState.prefabDirty == (screen == Screen::PrefabEditor));
+        editorState.prefabDirty = false;
+        undo();
+        CHECK_FALSE(editorState.prefabDirty);
+    }
+}
+
+TEST_CASE("undo ends drags, entries and the component search") {
+    StartWithSamples();
+    addCube();
+    editorState.gizmoDrag.axis = 2;
+    editorState.keyboardTransform = true;
+    editorState.hierarchyDrag = {.pressed = true, .dragging = true, .source = 6};
+    editorState.objectMenu = {.open = true, .item = 6};
+    editorState.nameEntry = {.kind = NameEntry::Kind::Object, .target = 6, .text = L"x"};
+    editorState.numberEntry = {.open = true, .target = 6};
+    editorState.componentSearchActive = true;
+    undo();
+    CHECK(editorState.gizmoDrag.axis == 0);
+    CHECK_FALSE(editorState.keyboardTransform);
+    CHECK_FALSE(editorState.hierarchyDrag.pressed);
+    CHECK_FALSE(editorState.objectMenu.open);
+    CHECK(editorState.nameEntry.kind == NameEntry::Kind::Closed);
+    CHECK(editorState.nameEntry.target == -1);
+    CHECK_FALSE(editorState.numberEntry.open);
+    CHECK_FALSE(editorState.componentSearchActive);
+}
+
+TEST_CASE("a cleared history has nothing to undo") {
+    StartWithSamples();
+    addCube();
+    ClearUndo();
+    undo();
+    CHECK(editorState.scene.size() == 7);
+    CHECK(editorState.statusMessage == L"Ctrl+Z: neni co vratit.");
+}
+
+static void RunRandomCommand(RandomSource& random) {
+    const auto count = static_cast<int32_t>(editorState.scene.size());
+    editorState.selectedIndex = random.IntBetween(-1, count);
+    switch (random.IntBetween(0, 11)) {
+        case 0:
+            return addCube();
+        case 1:
+            return addEntity();
+        case 2:
+            return addText();
+        case 3:
+            return addChild(random.IntBetween(-1, count));
+        case 4:
+            return addModelObject(7, L"model", random.IntBetween(-1, count));
+        case 5:
+            return duplicateSelected();
+        case 6:
+        case 7:
+            return deleteSelected();
+        case 8:
+            return copySelected();
+        case 9:
+            return pasteObject();
+        case 10:
+            AddComponent(ComponentCommands()[random.IntBetween(0, 9)].action);
+            return;
+        default:
+            return moveInHierarchy(random.IntBetween(-1, count), random.IntBetween(-1, count),
+                                   random.OneIn(2), random.OneIn(2));
+    }
+}
+
+// For every object, the name of its parent. Names are kept unique here, so that they stand for the objects.
+static std::vector<std::wstring> ParentNames() {
+    std::vector<std::wstring> names;
+    for (const GameObject& object : editorState.scene) {
+        const bool hasParent = IsObjectIndex(object.parentIndex);
+        names.push_back(hasParent ? editorState.scene[object.parentIndex].name : L"");
+    }
+    return names;
+}
+
+TEST_CASE("undo after any commands gives back the scene before each of them, bit for bit") {
+    constexpr uint32_t kSeed = 1492;
+    constexpr int32_t kOldStep = -777;
+    CAPTURE(kSeed);
+    RandomSource random(kSeed);
+    for (int run = 0; run < 40; ++run) {
+        editorState = EditorState{};
+        const int32_t count = random.IntBetween(1, 30);
+        for (int32_t i = 0; i < count; ++i) editorState.scene.push_back(RandomObject(random, count));
+
+        std::vector<Scene> before;
+        for (int round = 0; round < 100; ++round) {
+            // A stored selection that no command stores marks the newest step as an old one.
+            if (!editorState.undoSelections.empty()) editorState.undoSelections.back() = kOldStep;
+            Scene scene = editorState.scene;
+            RunRandomCommand(random);
+            REQUIRE(editorState.undoScenes.size() <= 64);
+            REQUIRE(editorState.undoScenes.size() == editorState.undoSelections.size());
+            const auto& selections = editorState.undoSelections;
+            if (!selections.empty() && selections.back() != kOldStep) {
+                before.push_back(std::move(scene));
+            } else if (!scene.empty()) {
+                REQUIRE(std::ranges::equal(scene, editorState.scene, SameBits));
+            }
+            const auto last = static_cast<int32_t>(editorState.scene.size()) - 1;
+            REQUIRE(editorState.selectedIndex <= std::max(last + 1, 0));
+        }
+        while (!editorState.undoScenes.empty()) {
+            undo();
+            REQUIRE(std::ranges::equal(before.back(), editorState.scene, SameBits));
+            before.pop_back();
+        }
+    }
+}
+
+TEST_CASE("deleting and moving leave every other object under the parent that it had") {
+    constexpr uint32_t kSeed = 1848;
+    CAPTURE(kSeed);
+    RandomSource random(kSeed);
+    for (int round = 0; round < 1000; ++round) {
+        editorState = EditorState{};
+        const int32_t count = random.IntBetween(3, 14);
+        for (int32_t i = 0; i < count; ++i) {
+            GameObject object = RandomObject(random, count);
+            object.name = L"o" + std::to_wstring(i);
+            editorState.scene.push_back(std::move(object));
+        }
+        const std::vector<std::wstring> parents = ParentNames();
+        const int32_t dragged = random.IntBetween(0, count - 1);
+        const bool isMove = random.OneIn(2);
+        if (isMove) {
+            moveInHierarchy(dragged, random.IntBetween(0, count - 1), random.OneIn(2), random.OneIn(2));
+        } else {
+            editorState.selectedIndex = dragged;
+            deleteSelected();
+        }
+        const bool isChanged = !editorState.undoScenes.empty();
+        const std::vector<std::wstring> newParents = ParentNames();
+        for (size_t i = 0; i < editorState.scene.size(); ++i) {
+            const GameObject& object = editorState.scene[i];
+            const auto old = static_cast<size_t>(std::stoi(object.name.substr(1)));
+            if (isMove && static_cast<int32_t>(old) == dragged) continue;
+            REQUIRE(newParents[i] == parents[old]);
+            if (isChanged) REQUIRE((object.parentIndex == -1 || IsObjectIndex(object.parentIndex)));
+        }
+    }
+}
