@@ -1,0 +1,16 @@
+#include "scene/text_entry.h"
+
+#include "scene/editor_state.h"
+
+void CloseEntriesAndMenus() {
+    editorState.createMenu = {};
+    editorState.objectMenu = {};
+    editorState.filesCreateMenu = {};
+    editorState.filesItemMenu = {};
+    editorState.projectMenu = {};
+    editorState.addNodeMenu = {};
+    editorState.nameEntry = {};
+    editorState.numberEntry = {};
+    editorState.typedHalf = 0;
+    editorState.componentSearchActive = false;
+}
