@@ -1,0 +1,131 @@
+#include "play/play_mode.h"
+
+#include "scene/commands.h"
+#include "scene/editor_camera.h"
+#include "support/edited_scene.h"
+
+#include "doctest/doctest.h"
+
+TEST_CASE("starting to play resets the game and keeps the edited scene aside") {
+    StartWithSamples();
+    editorState.scene[2].velocityY = -3;
+    editorState.scene[3].velocity = {1, 2, 3};
+    addText();
+    const Scene before = editorState.scene;
+    editorState.animationTime = 12;
+    editorState.score = 5;
+
+    StartPlayMode();
+    CHECK(editorState.playMode);
+    CHECK(editorState.scene[2].velocityY == 0);
+    CHECK(editorState.scene[3].velocity == Vec3{});
+    CHECK(editorState.animationTime == 0);
+    CHECK(editorState.score == 0);
+    CHECK(editorState.scene[6].text == L"Score: 0");
+    CHECK(editorState.playSnapshot == before);
+    CHECK(editorState.statusMessage == L"Play mode zapnuty: stav sceny byl ulozen.");
+}
+
+TEST_CASE("stopping puts scene, camera, clock and selection back to where the game began") {
+    StartWithSamples();
+    editorState.scene[2].velocityY = -3;
+    editorState.animationTime = 12;
+    const CameraPose camera{{1, 2, 3}, 0.4f, 0.2f};
+    PlaceEditorCamera(camera);
+    editorState.selectedIndex = 4;
+    const Scene before = editorState.scene;
+
+    StartPlayMode();
+    editorState.scene[2].position.y = -50;
+    editorState.scene.resize(3);
+    editorState.animationTime = 99;
+    PlaceEditorCamera({});
+    editorState.selectedIndex = 1;
+    StopPlayMode();
+
+    CHECK_FALSE(editorState.playMode);
+    CHECK(editorState.scene == before);
+    CHECK(EditorCamera() == camera);
+    CHECK(editorState.animationTime == 12);
+    CHECK(editorState.selectedIndex == 4);
+    CHECK(editorState.playSnapshot.empty());
+    CHECK_FALSE(editorState.playSnapshotState.taken);
+    CHECK(editorState.statusMessage == L"Edit mode zapnuty: scena obnovena do stavu pred spustenim hry.");
+}
+
+TEST_CASE("after stopping something is selected where there is something") {
+    struct {
+        std::initializer_list<int32_t> parents;
+        int32_t selected, restored;
+    } cases[] = {{{-1, -1}, -1, 0}, {{-1, -1}, 1, 1}, {{-1, -1}, 9, 1}, {{}, 0, -1}, {{}, -1, -1}};
+    for (const auto& [parents, selected, restored] : cases) {
+        StartWithParents(parents);
+        editorState.selectedIndex = selected;
+        StartPlayMode();
+        StopPlayMode();
+        CHECK(editorState.selectedIndex == restored);
+    }
+}
+
+TEST_CASE("a game that the runtime started keeps its scene when it stops") {
+    StartWithSamples();
+    editorState.runtimeMode = true;
+    editorState.playMode = true;
+    editorState.scene[2].position.y = -50;
+    StopPlayMode();
+    CHECK_FALSE(editorState.playMode);
+    CHECK(editorState.scene[2].position.y == -50);
+    CHECK(editorState.selectedIndex == 2);
+    CHECK(editorState.statusMessage == L"Edit mode zapnuty.");
+}
+
+TEST_CASE("playing starts only in the Scene editor, once, and not in the runtime") {
+    const auto stays = [] {
+        const Scene snapshot = editorState.playSnapshot;
+        const bool playMode = editorState.playMode;
+        editorState.statusMessage = L"before";
+        StartPlayMode();
+        return editorState.playMode == playMode && editorState.playSnapshot == snapshot &&
+               editorState.statusMessage == L"before";
+    };
+    StartWithSamples();
+    editorState.screen = Screen::PrefabEditor;
+    CHECK(stays());
+    editorState.screen = Screen::BlueprintEditor;
+    CHECK(stays());
+    StartWithSamples();
+    editorState.runtimeMode = true;
+    CHECK(stays());
+    StartWithSamples();
+    StartPlayMode();
+    editorState.scene[2].position.y = -50;
+    CHECK(stays());
+}
+
+TEST_CASE("starting and stopping end drags and entries") {
+    StartWithSamples();
+    const auto beginGestures = [] {
+        editorState.gizmoDrag.axis = 1;
+        editorState.keyboardTransform = true;
+        editorState.hierarchyDrag.pressed = true;
+        editorState.nameEntry.kind = NameEntry::Kind::Object;
+        editorState.numberEntry.open = true;
+    };
+    for (const auto change : {StartPlayMode, StopPlayMode}) {
+        beginGestures();
+        change();
+        CHECK(editorState.gizmoDrag.axis == 0);
+        CHECK_FALSE(editorState.keyboardTransform);
+        CHECK_FALSE(editorState.hierarchyDrag.pressed);
+        CHECK(editorState.nameEntry.kind == NameEntry::Kind::Closed);
+        CHECK_FALSE(editorState.numberEntry.open);
+    }
+}
+
+TEST_CASE("stopping without a game does nothing") {
+    StartWithSamples();
+    editorState.statusMessage = L"before";
+    StopPlayMode();
+    CHECK(editorState.scene.size() == 6);
+    CHECK(editorState.statusMessage == L"before");
+}
