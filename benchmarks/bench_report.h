@@ -11,3 +11,4 @@ std::string BenchName(const std::string& scenario, const std::string& way);
 
 void RegisterRasterizerBenchmarks();
 void RegisterSceneFileBenchmarks();
+void RegisterUndoBenchmarks();

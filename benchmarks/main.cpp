@@ -50,6 +50,7 @@ int main(int argc, char** argv) {
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
     RegisterRasterizerBenchmarks();
     RegisterSceneFileBenchmarks();
+    RegisterUndoBenchmarks();
     RatioReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     reporter.PrintRatios();
