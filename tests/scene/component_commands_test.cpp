@@ -111,6 +111,11 @@ TEST_CASE("a rigidbody limits mass and drag, stands still and leaves gravitation
     CHECK(AddedTo({.mass = std::numeric_limits<float>::quiet_NaN()}, 41).mass == 0.1f);
 }
 
+TEST_CASE("a texture and a rigidbody open their sections") {
+    CHECK(AddedTo({.textureExpanded = false}, 40).textureExpanded);
+    CHECK(AddedTo({.rigidbodyExpanded = false}, 41).rigidbodyExpanded);
+}
+
 TEST_CASE("collecting and spawning open the Collision section") {
     for (const int32_t action : {33, 41, 46, 47}) {
         CHECK(AddedTo({.collisionExpanded = false}, action).collisionExpanded);
