@@ -21,9 +21,7 @@ bool EnsureSize(int32_t width, int32_t height) {
 
 void ReleaseFrameBuffer() {
     DestroyCanvas();
-    frameBuffer.pixels = nullptr;
-    frameBuffer.width = frameBuffer.height = 0;
-    frameBuffer.depth.clear();
+    frameBuffer = FrameBuffer{};
 }
 
 void PreparePixelAccess() {

@@ -29,7 +29,7 @@ constexpr float kFarDepth = 1.0f;
 // the old buffer: a minimised window keeps its picture. False when there is nothing to draw into.
 bool EnsureSize(int32_t width, int32_t height);
 
-// Gives the buffer's memory back.
+// Gives the buffer's memory back: the frame buffer is then as it was before its first size.
 void ReleaseFrameBuffer();
 
 // To be called before pixels are read or written directly: what the system drew before is then in them.

@@ -9,6 +9,7 @@
 #include <vector>
 
 constexpr Pixel kBack{0x102030}, kFill{0xABCDEF};
+constexpr Pixel kBoxFill{0x211B18}, kLight{0x4A3E36}, kSecond{0x443B36}, kDark{0x14100D};
 
 TEST_CASE("a rectangle fills from left and top up to right and bottom") {
     StartPicture(10, 8, kBack);
@@ -107,6 +108,20 @@ TEST_CASE("text reaches the system with its place, colour, height and weight unc
     CHECK(headless.texts[0] == DrawnText{3, 4, L"Ahoj", TextColor{0x78E2FF}, 16, 600});
 }
 
+TEST_CASE("a released frame buffer is as one that never had a size") {
+    StartPicture(50, 20);
+    frameBuffer.viewport = {1, 2, 3, 4};
+    DrawText(0, 0, L"a", TextColor{0}, 13, 400);
+    ReleaseFrameBuffer();
+    CHECK(frameBuffer.pixels == nullptr);
+    CHECK(frameBuffer.width == 0);
+    CHECK(frameBuffer.height == 0);
+    CHECK(frameBuffer.depth.empty());
+    CHECK(frameBuffer.viewport == Rect{});
+    CHECK_FALSE(frameBuffer.systemDrew);
+    CHECK(headless.pixels.empty());
+}
+
 TEST_CASE("what the system drew is finished before the program touches the pixels, and only then") {
     StartPicture(50, 20);
     CHECK(headless.flushes == 0);
@@ -119,10 +134,17 @@ TEST_CASE("what the system drew is finished before the program touches the pixel
     CHECK(headless.flushes == 1);
 }
 
+TEST_CASE("an image is finished before the program touches the pixels, like a text") {
+    StartPicture(50, 20);
+    DrawImage(LoadCanvasImage(L"" ZEL_SOURCE_DIR "/CMakeLists.txt"), {0, 0, 9, 9});
+    CHECK(headless.images.size() == 1);
+    FillRect({0, 0, 1, 1}, kFill);
+    CHECK(headless.flushes == 1);
+}
+
 TEST_CASE(
     "a panel box has light top and left edges, dark bottom and right ones, and a second line below the top") {
     StartPicture(12, 12, kBack);
-    constexpr Pixel kBoxFill{0x211B18}, kLight{0x4A3E36}, kSecond{0x443B36}, kDark{0x14100D};
     DrawPanelBox({1, 1, 11, 9}, kBoxFill, kLight);
     CHECK(PixelAt(5, 1) == kLight);
     CHECK(PixelAt(5, 2) == kSecond);
@@ -134,4 +156,30 @@ TEST_CASE(
     CHECK(PixelAt(10, 1) == kDark);
     CHECK(PixelAt(10, 8) == kDark);
     CHECK(CountOf(kBack) == 12 * 12 - 80);
+}
+
+TEST_CASE("where the edges of a small panel box meet, the one drawn last is seen") {
+    // In the order top, second line, bottom, left, right. The second line of a box one pixel high lies below
+    // it.
+    struct {
+        Rect box;
+        std::vector<Pixel> column, row;  // down its middle and along its first row
+    } cases[] = {
+        {{1, 1, 6, 3}, {kLight, kDark}, {kLight, kLight, kLight, kLight, kDark}},
+        {{1, 1, 6, 2}, {kDark, kSecond}, {kLight, kDark, kDark, kDark, kDark}},
+        {{1, 1, 2, 6}, {kDark, kDark, kDark, kDark, kDark}, {kDark}},
+        {{1, 1, 3, 6}, {kDark, kDark, kDark, kDark, kDark}, {kLight, kDark}},
+    };
+    for (const auto& [box, column, row] : cases) {
+        StartPicture(12, 12, kBack);
+        DrawPanelBox(box, kBoxFill, kLight);
+        const int32_t middle = (box.left + box.right) / 2;
+        for (size_t i = 0; i < column.size(); ++i) {
+            CHECK(PixelAt(middle, box.top + static_cast<int32_t>(i)) == column[i]);
+        }
+        for (size_t i = 0; i < row.size(); ++i) {
+            CHECK(PixelAt(box.left + static_cast<int32_t>(i), box.top) == row[i]);
+        }
+        CHECK(PixelAt(middle, box.top + static_cast<int32_t>(column.size())) == kBack);
+    }
 }
