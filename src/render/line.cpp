@@ -23,7 +23,7 @@ static uint32_t OutcodeOf(Point p, const Rect& bounds) {
 // The ends' differences are taken in double: they may exceed 32 bits.
 static double Span(int32_t from, int32_t to) { return static_cast<double>(to) - from; }
 
-// start + offset * rise / run, the quotient truncated. `run` is not 0.
+// start + offset * rise / run, the quotient truncated.
 static int32_t Along(int32_t start, double offset, double rise, double run) {
     return static_cast<int32_t>(start + static_cast<int64_t>(offset * rise / run));
 }
@@ -35,14 +35,14 @@ bool ClipLine(LineSegment& line, const Rect& bounds) {
     while ((codeA | codeB) != kInside) {
         if ((codeA & codeB) != kInside) return false;
         const uint32_t code = codeA != kInside ? codeA : codeB;
+        // The difference divided by is never 0: ends without one lie beyond the edge together, which has
+        // dropped the line above.
         const double dx = Span(a.x, b.x), dy = Span(a.y, b.y);
         Point cut;
         if ((code & (kBeyondTop | kBeyondBottom)) != 0) {
-            if (dy == 0) return false;
             cut.y = (code & kBeyondBottom) != 0 ? bounds.bottom : bounds.top;
             cut.x = Along(a.x, Span(a.y, cut.y), dx, dy);
         } else {
-            if (dx == 0) return false;
             cut.x = (code & kBeyondRight) != 0 ? bounds.right : bounds.left;
             cut.y = Along(a.y, Span(a.x, cut.x), dy, dx);
         }
