@@ -70,7 +70,8 @@ static const std::wstring& ShownText(const GameObject& object) {
     return object.text.empty() ? kPlaceholder : object.text;
 }
 
-// Each letter taken as half as wide as high. Limited, so that a text of any length keeps within 32 bits.
+// Each letter taken as half as wide as high. The letters are limited, so that their product with the height
+// keeps within 32 bits; so many are wider than any screen even at the smallest height.
 static int32_t LettersWidth(const GameObject& object) {
     constexpr size_t kMostLetters = 10'000;
     return static_cast<int32_t>(std::min(ShownText(object).size(), kMostLetters)) * TextObjectHeight(object) /
@@ -87,8 +88,9 @@ void DrawTextObject(const GameObject& object, Vec3 position, const Matrix4& view
         DrawPanelBox({anchor.x - 7, anchor.y - 5, anchor.x + width, anchor.y + 9 + height}, kSelectedTextFill,
                      kSelectedTextEdge);
     }
-    DrawText(anchor.x, anchor.y, text, object.hasColor ? TextColor{object.color} : kTextObject, height,
-             kTextWeight);
+    // A file may hold a fourth byte, which the system would take for another kind of colour.
+    const TextColor color = object.hasColor ? TextColor{object.color & 0xFFFFFF} : kTextObject;
+    DrawText(anchor.x, anchor.y, text, color, height, kTextWeight);
 }
 
 Rect IconRect(Point anchor) { return SquareAround(anchor, kIconSize); }
