@@ -10,19 +10,12 @@
 
 #if defined(_MSC_VER) && !defined(__clang__)
 #define ZEL_AVX2
-#define ZEL_INLINE __forceinline
 #else
 #define ZEL_AVX2 __attribute__((target("avx2")))
-// Into functions of every level, so that each is encoded as one: a call from AVX2 code into SSE code would
-// run with the upper halves of the registers in use, which slows down all that follows.
-#define ZEL_INLINE inline __attribute__((always_inline))
 #endif
 
 constexpr float kSmallestArea = 0.0001f;
 constexpr float kSmallestQ = 1e-6f;  // interpolated 1 / w below which a pixel is skipped
-
-// More than what rounding can move an edge's crossing with a row, in pixels.
-constexpr double kSlack = 1.0;
 
 bool SetUpTriangle(const std::array<ScreenCorner, 3>& corners, TriangleSetup& setup) {
     const auto& [a, b, c] = corners;
@@ -55,21 +48,6 @@ ColumnBounds BoundColumns(const TriangleSetup& setup) {
     return bounds;
 }
 
-static ZEL_INLINE ColumnRange ColumnsOf(const ColumnBounds& bounds, int32_t y, ColumnRange within) {
-    double left = within.left, right = within.right;
-    for (size_t i = 0; i < 3; ++i) {
-        const double crossing = bounds.startX[i] + (y + 0.5 - bounds.startY[i]) * bounds.slope[i] - 0.5;
-        if (bounds.side[i] > 0) left = std::max(left, crossing - kSlack);
-        if (bounds.side[i] < 0) right = std::min(right, crossing + kSlack + 1);
-    }
-    if (!(left < right)) return {};
-    return {static_cast<int32_t>(left), static_cast<int32_t>(std::ceil(right))};
-}
-
-ColumnRange CoveredColumns(const ColumnBounds& bounds, int32_t y, ColumnRange within) {
-    return ColumnsOf(bounds, y, within);
-}
-
 // ---- One pixel at a time: the definition.
 
 namespace {
@@ -95,7 +73,7 @@ struct Weights {
 
 static ZEL_INLINE RowSpan SpanOfRow(const FillArea& area, int32_t y) {
     ColumnRange columns{area.box.left, area.box.right};
-    if (area.isBounded) columns = ColumnsOf(area.bounds, y, columns);
+    if (area.isBounded) columns = CoveredColumns(area.bounds, y, columns);
     const int64_t start = static_cast<int64_t>(y) * area.width;
     return {columns.left, columns.right, area.size - start, area.pixels + start, area.depth + start};
 }

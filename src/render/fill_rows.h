@@ -7,8 +7,18 @@
 #include "render/rect.h"
 #include "render/texture_image.h"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdint>
+
+// Into functions of every level, so that each is encoded as one: a call from AVX2 code into SSE code would
+// run with the upper halves of the registers in use, which slows down all that follows.
+#if defined(_MSC_VER) && !defined(__clang__)
+#define ZEL_INLINE __forceinline
+#else
+#define ZEL_INLINE inline __attribute__((always_inline))
+#endif
 
 // A triangle as its rows need it. Edge i lies opposite corner i, and its function divided by `area` is the
 // weight of that corner.
@@ -23,7 +33,7 @@ struct TriangleSetup {
 
 // What colours a textured triangle.
 struct TextureFill {
-    const TextureImage* texture = nullptr;  // may be empty: then white
+    const TextureImage* texture = nullptr;  // never null; without texels it shows as white
     bool repeat = false;
     uint32_t tint = 0;     // 0x00BBGGRR, 0 for none
     float brightness = 1;  // limited when it is applied
@@ -55,12 +65,23 @@ bool SetUpTriangle(const std::array<ScreenCorner, 3>& corners, TriangleSetup& se
 
 ColumnBounds BoundColumns(const TriangleSetup& setup);
 
-// The columns of a row that the triangle may cover, within left .. right (exclusive): at least every covered
-// pixel, and little more. Empty when none can be.
 struct ColumnRange {
-    int32_t left = 0, right = 0;
+    int32_t left = 0, right = 0;  // right exclusive
 };
-ColumnRange CoveredColumns(const ColumnBounds& bounds, int32_t y, ColumnRange within);
+
+// The columns of a row that the triangle may cover, as far as they lie `within`: at least every covered
+// pixel, and little more. Empty when none can be.
+ZEL_INLINE ColumnRange CoveredColumns(const ColumnBounds& bounds, int32_t y, ColumnRange within) {
+    constexpr double kSlack = 1.0;  // columns: more than what rounding can move a crossing
+    double left = within.left, right = within.right;
+    for (size_t i = 0; i < 3; ++i) {
+        const double crossing = bounds.startX[i] + (y + 0.5 - bounds.startY[i]) * bounds.slope[i] - 0.5;
+        if (bounds.side[i] > 0) left = std::max(left, crossing - kSlack);
+        if (bounds.side[i] < 0) right = std::min(right, crossing + kSlack + 1);
+    }
+    if (!(left < right)) return {};
+    return {static_cast<int32_t>(left), static_cast<int32_t>(std::ceil(right))};
+}
 
 // True where the triangle covers the pixel's centre, edges included, and lies strictly before `depth`, which
 // then becomes the triangle's depth there.
