@@ -1,7 +1,7 @@
 #include "render/fill_triangle.h"
 
-#include "render/surface.h"
 #include "support/picture.h"
+#include "support/plain_renderer.h"
 #include "support/random_scene.h"
 
 #include "doctest/doctest.h"
@@ -16,49 +16,6 @@ constexpr Pixel kRed{0xFF0000}, kGreen{0x00FF00};
 
 using Corners = std::array<ScreenCorner, 3>;
 using Points = std::array<TexturePoint, 3>;
-
-// Every pixel of the viewport by itself, in the words of the definition: no rows, no spans, no vectors.
-static void FillPlainly(const Corners& c, const Points& points, const TextureFill* fill, Pixel color) {
-    const float area = (c[2].x - c[0].x) * (c[1].y - c[0].y) - (c[2].y - c[0].y) * (c[1].x - c[0].x);
-    if (!(std::abs(area) >= 0.0001f)) return;
-    const auto edge = [](const ScreenCorner& a, const ScreenCorner& b, float x, float y) {
-        return (x - a.x) * (b.y - a.y) - (y - a.y) * (b.x - a.x);
-    };
-    const float minX = std::floor(std::min({c[0].x, c[1].x, c[2].x}));
-    const float maxX = std::ceil(std::max({c[0].x, c[1].x, c[2].x}));
-    const float minY = std::floor(std::min({c[0].y, c[1].y, c[2].y}));
-    const float maxY = std::ceil(std::max({c[0].y, c[1].y, c[2].y}));
-    const Rect& v = frameBuffer.viewport;
-    for (int32_t py = v.top; py < v.bottom; ++py) {
-        for (int32_t px = v.left; px < v.right; ++px) {
-            const auto fx = static_cast<float>(px), fy = static_cast<float>(py);
-            if (fx < minX || fx > maxX || fy < minY || fy > maxY) continue;
-            const float w0 = edge(c[1], c[2], fx + 0.5f, fy + 0.5f) / area;
-            const float w1 = edge(c[2], c[0], fx + 0.5f, fy + 0.5f) / area;
-            const float w2 = edge(c[0], c[1], fx + 0.5f, fy + 0.5f) / area;
-            if (w0 < 0 || w1 < 0 || w2 < 0) continue;
-            const float depth = w0 * c[0].depth + w1 * c[1].depth + w2 * c[2].depth;
-            const size_t at =
-                static_cast<size_t>(py) * static_cast<size_t>(frameBuffer.width) + static_cast<size_t>(px);
-            if (depth < 0 || !(depth < frameBuffer.depth[at])) continue;
-            Pixel drawn = color;
-            if (fill != nullptr) {
-                const float q = w0 * c[0].inverseW + w1 * c[1].inverseW + w2 * c[2].inverseW;
-                if (std::abs(q) <= 1e-6f) continue;
-                const float u = (w0 * c[0].inverseW * points[0].u + w1 * c[1].inverseW * points[1].u +
-                                 w2 * c[2].inverseW * points[2].u) /
-                                q;
-                const float t = (w0 * c[0].inverseW * points[0].v + w1 * c[1].inverseW * points[1].v +
-                                 w2 * c[2].inverseW * points[2].v) /
-                                q;
-                drawn = Lit(Tinted(SampleTexture(*fill->texture, u, t, fill->repeat), fill->tint),
-                            fill->brightness);
-            }
-            frameBuffer.depth[at] = depth;
-            frameBuffer.pixels[at] = drawn;
-        }
-    }
-}
 
 namespace {
 
@@ -119,7 +76,11 @@ TEST_CASE("every fill gives the pixels and depths of the plain one on random tri
             RandomSource plainDepth(depthSeed);
             StartUneven(plainDepth, width, height);
             frameBuffer.viewport = viewport;
-            FillPlainly(corners, points, textured ? &fill : nullptr, kRed);
+            if (textured) {
+                FillTrianglePlainly(corners, points, fill);
+            } else {
+                FillTrianglePlainly(corners, kRed);
+            }
             const Snapshot expected = TakePicture();
 
             RandomSource sameDepth(depthSeed);
@@ -214,14 +175,80 @@ TEST_CASE("only what is strictly nearer is drawn, and depths below 0 or beyond 1
     CHECK(DepthAt(3, 3) == 0.25f);
 }
 
+// A thin triangle around the centre of the picture's first pixel.
+static Corners Sliver(float left, float right, float foot, float tip) {
+    return {{{left, foot, 0.5f, 1}, {right, foot, 0.5f, 1}, {0.5f, tip, 0.5f, 1}}};
+}
+
 TEST_CASE("a triangle without area draws nothing") {
     StartPicture(10, 10);
     FillTriangle({{{1, 1, 0.5f, 1}, {9, 9, 0.5f, 1}, {5, 5, 0.5f, 1}}}, kRed);
-    FillTriangle({{{1, 1, 0.5f, 1}, {1.009f, 1, 0.5f, 1}, {1, 1.01f, 0.5f, 1}}}, kRed);  // area 0.00009
-    CHECK(CountOf(kRed) == 0);
     const float nan = std::numeric_limits<float>::quiet_NaN();
     FillTriangle({{{nan, 1, 0.5f, 1}, {9, 9, 0.5f, 1}, {5, 2, 0.5f, 1}}}, kRed);
     CHECK(CountOf(kRed) == 0);
+}
+
+TEST_CASE("twice the area must be at least 0.0001 square pixels") {
+    // 5 / 2^12 wide and 2748777 or 2748779 / 2^25 high, so that the products come out exactly: the second one
+    // is just the float 0.0001, which is 13743895 / 2^37.
+    constexpr float kAcross = 0x1p-12f, kUp = 0x1p-25f;
+    const float left = 0.5f - 2 * kAcross, right = 0.5f + 3 * kAcross, foot = 0.5f - 1374391 * kUp;
+    struct {
+        Corners sliver;
+        int32_t pixels;
+    } cases[] = {
+        {Sliver(left, right, foot, 0.5f + 1374386 * kUp), 0},
+        {Sliver(left, right, foot, 0.5f + 1374388 * kUp), 1},
+    };
+    for (auto& [sliver, pixels] : cases) {
+        for (bool reversed : {false, true}) {
+            if (reversed) std::swap(sliver[0], sliver[1]);
+            StartPicture(10, 10);
+            FillTriangle(sliver, kRed);
+            CHECK(CountOf(kRed) == pixels);
+            const TextureImage green{.width = 1, .height = 1, .texels{kGreen}};
+            StartPicture(10, 10);
+            FillTriangle(sliver, {}, {&green, false, 0, 1});
+            CHECK(CountOf(kGreen) == pixels);
+        }
+    }
+}
+
+TEST_CASE("a depth of exactly 0 is drawn, flat and textured, at every level") {
+    const TextureImage green{.width = 1, .height = 1, .texels{kGreen}};
+    const Corners corners{{{0, 0, 0, 1}, {64, 0, 0, 1}, {0, 64, 0, 1}}};
+    for (SimdLevel level : Levels()) {
+        CAPTURE(static_cast<int>(level));
+        StartPicture(24, 3);
+        frameBuffer.simd = level;
+        FillTriangle(corners, kRed);
+        CHECK(CountOf(kRed) == 72);
+        CHECK(frameBuffer.depth == std::vector<float>(72, 0.0f));
+        StartPicture(24, 3);
+        frameBuffer.simd = level;
+        FillTriangle(corners, {}, {&green, false, 0, 1});
+        CHECK(CountOf(kGreen) == 72);
+    }
+}
+
+TEST_CASE("a textured pixel whose 1 / w is within 0.000001 of 0 is skipped, with its depth") {
+    const TextureImage green{.width = 1, .height = 1, .texels{kGreen}};
+    struct {
+        float inverseW;
+        int32_t pixels;
+    } cases[] = {{0.9e-6f, 0}, {-0.9e-6f, 0}, {1.1e-6f, 72}, {-1.1e-6f, 72}, {0, 0}};
+    for (SimdLevel level : Levels()) {
+        for (auto [inverseW, pixels] : cases) {
+            CAPTURE(static_cast<int>(level));
+            CAPTURE(inverseW);
+            StartPicture(24, 3);
+            frameBuffer.simd = level;
+            FillTriangle({{{0, 0, 0.5f, inverseW}, {64, 0, 0.5f, inverseW}, {0, 64, 0.5f, inverseW}}}, {},
+                         {&green, false, 0, 1});
+            CHECK(CountOf(kGreen) == pixels);
+            CHECK((DepthAt(23, 2) == 1.0f) == (pixels == 0));
+        }
+    }
 }
 
 TEST_CASE("depths that are not numbers draw nothing") {

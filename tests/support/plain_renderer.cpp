@@ -15,15 +15,11 @@ struct Corner {
     float red, green, blue;
 };
 
-struct Screen {
-    float x, y, z, inverseW;
-};
-
 }  // namespace
 
 static float Channel(uint32_t color, int shift) { return static_cast<float>(color >> shift & 255); }
 
-static bool Project(const Corner& c, Screen& s) {
+static bool Project(const Corner& c, ScreenCorner& s) {
     if (!(c.w > 0.05f)) return false;
     const float inv = 1 / c.w;
     const float depth = c.z * inv;
@@ -71,14 +67,25 @@ static Pixel Shade(float red, float green, float blue, uint32_t tint, float brig
     return Pixel{shade(red, 16) | shade(green, 8) | shade(blue, 0)};
 }
 
-static void Fill(const Screen (&s)[3], const Corner (&c)[3], const Corner& first, const MeshDraw& draw,
-                 float brightness) {
+static Pixel Texel(const TextureFill& fill, float u, float v) {
+    uint32_t texel = 0xFFFFFF;
+    if (const TextureImage& image = *fill.texture; !image.texels.empty()) {
+        const float across = Fraction(u, fill.repeat), up = Fraction(v, fill.repeat);
+        const auto column = static_cast<int32_t>(across * static_cast<float>(image.width - 1));
+        const auto row = static_cast<int32_t>((1 - up) * static_cast<float>(image.height - 1));
+        texel = static_cast<uint32_t>(image.texels[static_cast<size_t>(row * image.width + column)]);
+    }
+    return Shade(Channel(texel, 16), Channel(texel, 8), Channel(texel, 0), fill.tint, fill.brightness);
+}
+
+// In `color` without a texture, which is then null.
+static void Fill(const std::array<ScreenCorner, 3>& s, Pixel color, const std::array<TexturePoint, 3>* points,
+                 const TextureFill* fill) {
     const float area = (s[2].x - s[0].x) * (s[1].y - s[0].y) - (s[2].y - s[0].y) * (s[1].x - s[0].x);
     if (std::abs(area) < 0.0001f) return;
-    const auto edge = [](const Screen& a, const Screen& b, float x, float y) {
+    const auto edge = [](const ScreenCorner& a, const ScreenCorner& b, float x, float y) {
         return (x - a.x) * (b.y - a.y) - (y - a.y) * (b.x - a.x);
     };
-    const Pixel flat = Shade(first.red, first.green, first.blue, draw.tint, brightness);
     const Rect& v = frameBuffer.viewport;
     const int32_t left =
         std::max(v.left, static_cast<int32_t>(std::floor(std::min({s[0].x, s[1].x, s[2].x}))));
@@ -96,30 +103,31 @@ static void Fill(const Screen (&s)[3], const Corner (&c)[3], const Corner& first
             if (w0 < 0 || w1 < 0 || w2 < 0) continue;
             const size_t at =
                 static_cast<size_t>(py) * static_cast<size_t>(frameBuffer.width) + static_cast<size_t>(px);
-            const float depth = w0 * s[0].z + w1 * s[1].z + w2 * s[2].z;
+            const float depth = w0 * s[0].depth + w1 * s[1].depth + w2 * s[2].depth;
             if (depth < 0 || depth >= frameBuffer.depth[at]) continue;
 
-            Pixel pixel = flat;
-            if (draw.texture != nullptr) {
+            Pixel pixel = color;
+            if (fill != nullptr) {
+                const auto& p = *points;
                 const float q0 = w0 * s[0].inverseW, q1 = w1 * s[1].inverseW, q2 = w2 * s[2].inverseW;
                 const float q = q0 + q1 + q2;
                 if (std::abs(q) <= 1e-6f) continue;
-                const float u = Fraction((q0 * c[0].u + q1 * c[1].u + q2 * c[2].u) / q, draw.repeat);
-                const float w = Fraction((q0 * c[0].v + q1 * c[1].v + q2 * c[2].v) / q, draw.repeat);
-                uint32_t texel = 0xFFFFFF;
-                if (const TextureImage& image = *draw.texture; !image.texels.empty()) {
-                    const auto column = static_cast<int32_t>(u * static_cast<float>(image.width - 1));
-                    const auto row = static_cast<int32_t>((1 - w) * static_cast<float>(image.height - 1));
-                    texel =
-                        static_cast<uint32_t>(image.texels[static_cast<size_t>(row * image.width + column)]);
-                }
-                pixel =
-                    Shade(Channel(texel, 16), Channel(texel, 8), Channel(texel, 0), draw.tint, brightness);
+                pixel = Texel(*fill, (q0 * p[0].u + q1 * p[1].u + q2 * p[2].u) / q,
+                              (q0 * p[0].v + q1 * p[1].v + q2 * p[2].v) / q);
             }
             frameBuffer.depth[at] = depth;
             frameBuffer.pixels[at] = pixel;
         }
     }
+}
+
+void FillTrianglePlainly(const std::array<ScreenCorner, 3>& corners, Pixel color) {
+    Fill(corners, color, nullptr, nullptr);
+}
+
+void FillTrianglePlainly(const std::array<ScreenCorner, 3>& corners,
+                         const std::array<TexturePoint, 3>& points, const TextureFill& fill) {
+    Fill(corners, {}, &points, &fill);
 }
 
 static float AxisLength(const Matrix4& m, size_t column) {
@@ -169,9 +177,19 @@ void DrawMeshPlainly(const Mesh& mesh, const MeshDraw& draw) {
         const std::vector<Corner> polygon = CutAtNearPlane(corners);
         for (size_t k = 1; k + 1 < polygon.size(); ++k) {
             const Corner part[3] = {polygon[0], polygon[k], polygon[k + 1]};
-            Screen screen[3];
-            if (Project(part[0], screen[0]) && Project(part[1], screen[1]) && Project(part[2], screen[2])) {
-                Fill(screen, part, polygon[0], draw, brightness);
+            std::array<ScreenCorner, 3> screen;
+            std::array<TexturePoint, 3> points;
+            bool visible = true;
+            for (size_t i = 0; i < 3; ++i) {
+                visible = visible && Project(part[i], screen[i]);
+                points[i] = {part[i].u, part[i].v};
+            }
+            if (!visible) continue;
+            if (draw.texture != nullptr) {
+                FillTrianglePlainly(screen, points, {draw.texture, draw.repeat, draw.tint, brightness});
+            } else {
+                const Corner& first = polygon[0];
+                FillTrianglePlainly(screen, Shade(first.red, first.green, first.blue, draw.tint, brightness));
             }
         }
     }
@@ -184,7 +202,7 @@ void DrawMeshPlainly(const Mesh& mesh, const MeshDraw& draw) {
                 const auto index = static_cast<size_t>(triangle[(i + e) % 3]);
                 const Vec4 clip = TransformToClip(draw.viewProjection,
                                                   TransformPoint(draw.world, mesh.vertices[index].position));
-                Screen s;
+                ScreenCorner s;
                 visible = visible && Project({clip.x, clip.y, clip.z, clip.w, 0, 0, 0, 0, 0}, s);
                 if (visible) ends[e] = {static_cast<int32_t>(s.x), static_cast<int32_t>(s.y)};
             }
