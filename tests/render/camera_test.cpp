@@ -53,6 +53,7 @@ TEST_CASE("a viewport without height or width still has a finite projection") {
         }
     }
     CHECK(ProjectionMatrix(100, 0) == ProjectionMatrix(100, 1));
+    CHECK(ProjectionMatrix(0, 100) == ProjectionMatrix(1, 100));
 }
 
 TEST_CASE("a point straight ahead lands in the middle of the viewport") {
@@ -95,9 +96,9 @@ TEST_CASE("a vertex exactly at w = 0.05 is rejected, one slightly beyond it is k
 
 TEST_CASE("depths are kept up to 0.001 beyond their range and limited to it") {
     ScreenCorner corner;
-    CHECK(ProjectToViewport({0, 0, -0.0005f, 1}, kViewport, corner));
+    CHECK(ProjectToViewport({0, 0, -0.0009f, 1}, kViewport, corner));
     CHECK(corner.depth == 0);
-    CHECK(ProjectToViewport({0, 0, 1.0005f, 1}, kViewport, corner));
+    CHECK(ProjectToViewport({0, 0, 1.0009f, 1}, kViewport, corner));
     CHECK(corner.depth == 1);
     CHECK_FALSE(ProjectToViewport({0, 0, -0.0011f, 1}, kViewport, corner));
     CHECK_FALSE(ProjectToViewport({0, 0, 1.0011f, 1}, kViewport, corner));

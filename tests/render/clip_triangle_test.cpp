@@ -58,6 +58,12 @@ TEST_CASE("an edge that barely crosses takes its first end") {
     CHECK(polygon.vertices[1].position.x == 3);
 }
 
+TEST_CASE("an edge that rises by more than 0.000001 is cut where it meets the plane") {
+    const ClippedPolygon polygon = ClipTriangle({At(3, 5.5e-7f), At(5, -5.5e-7f), At(7, 1)});
+    REQUIRE(polygon.count == 4);
+    CHECK(polygon.vertices[1].position.x == 4);  // half way
+}
+
 TEST_CASE("coordinates that are not a number leave nothing that could be filled by accident") {
     const float nan = std::numeric_limits<float>::quiet_NaN();
     const ClippedPolygon polygon = ClipTriangle({At(0, nan), At(1, nan), At(2, nan)});

@@ -241,6 +241,87 @@ TEST_CASE("a mesh without triangles draws nothing, selected or not") {
     CHECK(CountOf(Pixel{0}) == 3600);
 }
 
+TEST_CASE("a face at 45 degrees takes its texture along y before x, and along x before z") {
+    TextureImage image{.width = 3, .height = 3};
+    for (uint32_t i = 1; i <= 9; ++i) image.texels.push_back(Pixel{i * 20 << 16});
+    // Each face has two normal components of the same size. `point` lies on it, in object space.
+    struct {
+        std::array<Vec3, 3> corners;
+        Vec3 place, point;
+        uint32_t red;
+    } cases[] = {
+        // Normal (-1, 1, 0), so (x, z): u = 0.75 and v = 0.25, texel 4.
+        {{{{-1, -1, -1}, {1, 1, 1}, {1, 1, -1}}}, {2, -2, 6}, {0.5f, 0.5f, -0.5f}, 30},
+        // Normal (0, 1, -1), so (x, z): u = 0.75 and v = 0.125, texel 4.
+        {{{{-1, -1, -2}, {1, 1, 0}, {1, -1, -2}}}, {0, -1, 6}, {0.5f, 0.25f, -0.75f}, 30},
+        // Normal (-1, 0, -1), so (z, y): u = 0.25 and v = 0.625, texel 0.
+        {{{{-1, -1, 1}, {1, 1, -1}, {1, -1, -1}}}, {0, 0, 6}, {0.5f, 0.25f, -0.5f}, 6},
+    };
+    for (const auto& [corners, place, point, red] : cases) {
+        StartPicture(200, 200);
+        MeshDraw draw = LookingAhead();
+        draw.texture = &image;
+        draw.light = {0, 0, 0};  // 0.3 ambient only
+        draw.world = At(place.x, place.y, place.z);
+        DrawMesh({{{corners[0], {}}, {corners[1], {}}, {corners[2], {}}}, {{0, 1, 2}}}, draw);
+        Point pixel;
+        REQUIRE(ProjectToPixel(draw.viewProjection, place + point, frameBuffer.viewport, pixel));
+        CHECK(PixelAt(pixel.x, pixel.y) == Pixel{red << 16});
+    }
+}
+
+TEST_CASE("a repeated texture counts a world scale as at least 0.001") {
+    const TextureImage image{
+        .width = 3, .height = 1, .texels{Pixel{0x000064}, Pixel{0x006400}, Pixel{0xFFFFFF}}};
+    const Mesh wide{{{{-4000, -1, 0}, {}}, {{4000, -1, 0}, {}}, {{4000, 1, 0}, {}}, {{-4000, 1, 0}, {}}},
+                    {{0, 2, 1}, {0, 3, 2}}};
+    StartPicture(200, 200);
+    MeshDraw draw = LookingAhead();
+    draw.texture = &image;
+    draw.light = {0, 0, 0};
+    draw.repeat = true;
+    draw.world = LocalMatrix({0, 0, 5}, {}, {0.0005f, 1, 1});
+    DrawMesh(wide, draw);
+    CHECK(RunsOf(Pixel{0x001E00}) == 4);  // 8000 * 0.001 / 2
+}
+
+TEST_CASE("a face whose first corner lies at the eye turns nothing to it") {
+    const Mesh mesh = FrontTriangle({-1, -1, 5}, {1, -1, 5}, {0, 1, 5});
+    StartPicture(60, 60);
+    MeshDraw draw = LookingAhead();
+    DrawMesh(mesh, draw);
+    CHECK(CountOf(Pixel{0}) < 3600);
+    StartPicture(60, 60);
+    draw.eye = {-1, -1, 5};
+    DrawMesh(mesh, draw);
+    CHECK(CountOf(Pixel{0}) == 3600);
+}
+
+TEST_CASE("a text drawn before a mesh is finished first") {
+    StartPicture(60, 60);
+    DrawText(0, 0, L"a", TextColor{0}, 13, 400);
+    DrawMesh(FrontTriangle({-1, -1, 5}, {1, -1, 5}, {0, 1, 5}), LookingAhead());
+    CHECK(headless.flushes == 1);
+}
+
+// Only a camera object of a playing scene can be turned that far.
+TEST_CASE("a camera that looks straight up or down sees no mesh") {
+    for (float pitch : {1.57079633f, -1.57079633f}) {
+        for (float yaw : {0.0f, 0.3f, -2.0f}) {
+            StartPicture(60, 60);
+            MeshDraw draw = LookingAhead();
+            draw.viewProjection = MultiplyMatrix(draw.viewProjection, ViewMatrix({{0, 0, 0}, yaw, pitch}));
+            for (int32_t mesh = 0; mesh < kBuiltinMeshCount; ++mesh) {
+                for (float y : {-5.0f, -0.5f, 0.0f, 0.5f, 5.0f}) {
+                    draw.world = At(0.3f, y, -0.2f);
+                    DrawMesh(Builtin(static_cast<BuiltinMesh>(mesh)), draw);
+                }
+            }
+            CHECK(CountOf(Pixel{0}) == 3600);
+        }
+    }
+}
+
 TEST_CASE("transforms that overflow or are not numbers neither crash nor draw") {
     const float nan = std::numeric_limits<float>::quiet_NaN(), inf = std::numeric_limits<float>::infinity();
     const TextureImage image{.width = 1, .height = 1, .texels{Pixel{0xFFFFFF}}};
@@ -255,11 +336,9 @@ TEST_CASE("transforms that overflow or are not numbers neither crash nor draw") 
             DrawMesh(Builtin(kSphereMesh), draw);
             draw.texture = nullptr;
             DrawMesh(Builtin(kCubeMesh), draw);
+            CAPTURE(bad);
+            CHECK(CountOf(Pixel{0}) == 3600);
+            CHECK(frameBuffer.depth == std::vector<float>(3600, 1.0f));
         }
     }
-    StartPicture(60, 60);
-    MeshDraw draw = LookingAhead();
-    draw.world = At(nan, nan, nan);
-    DrawMesh(Builtin(kCubeMesh), draw);
-    CHECK(CountOf(Pixel{0}) == 3600);
 }
