@@ -23,6 +23,15 @@ TEST_CASE("the score is written into the Text whose name or text speaks of it, i
     }
 }
 
+TEST_CASE("a Text that only nearly speaks of the score is one like any other") {
+    for (const wchar_t* nearly : {L"Skor", L"Scor", L"S core", L"Sk ore"}) {
+        StartWith({{.name = L"Title", .isText = true}, {.name = nearly, .isText = true, .text = nearly}}, 7);
+        ShowScore();
+        CHECK(editorState.scene[0].text == L"Score: 7");
+        CHECK(editorState.scene[1].text == nearly);
+    }
+}
+
 TEST_CASE("without such a Text the first active one shows the score") {
     StartWith({{.name = L"Off", .active = false, .isText = true}, {.name = L"On", .isText = true}}, -3);
     ShowScore();

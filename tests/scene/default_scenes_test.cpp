@@ -7,6 +7,7 @@
 
 TEST_CASE("a reset without samples holds the camera and the light, the camera selected") {
     editorState = EditorState{};
+    editorState.selectedIndex = 5;
     resetScene(false);
     REQUIRE(editorState.scene.size() == 2);
     CHECK(editorState.selectedIndex == 0);

@@ -82,6 +82,16 @@ TEST_CASE("two fly keys move no faster than one, and opposite keys not at all") 
     FlyWithKeys(0.05f);
     CHECK(Length(editorState.cameraPosition) == doctest::Approx(0.22));
     CHECK(editorState.cameraPosition.x == editorState.cameraPosition.z);
+    // Half ahead and half aside also where the view points far down or up.
+    for (float pitch : {0.9f, -1.1f}) {
+        Start();
+        editorState.cameraPitch = pitch;
+        Hold({'W', 'D'});
+        FlyWithKeys(0.05f);
+        CHECK(editorState.cameraPosition.x == doctest::Approx(0.22 * std::sqrt(0.5)));
+        CHECK(editorState.cameraPosition.y == 0);
+        CHECK(editorState.cameraPosition.z == doctest::Approx(0.22 * std::sqrt(0.5)));
+    }
     Start();
     Hold({'W', 'S', 'A', 'D', kKeySpace, kKeyShift});
     FlyWithKeys(0.05f);
