@@ -47,8 +47,8 @@ struct GameObject {
     std::wstring texturePath{};  // the image file; empty without one
     bool hasRigidbody = false;   // Rigidbody component present
     bool rigidbodyExpanded = true;
-    float mass = 1.0f;             // at least 0.1
-    float drag = 0.05f;            // per second, 0 .. 5
+    float mass = 1.0f;             // at least 0.1 once the component is there
+    float drag = 0.05f;            // per second, 0 .. 1 in the editor; files up to 5
     Vec3 velocity{};               // world units per second; state of Play mode
     bool active = true;            // inactive objects are not drawn, not solid and not collected
     std::wstring collectTarget{};  // CollectOnTouch: name of the object to collect
