@@ -3,22 +3,33 @@
 
 #include "formats/scene_file.h"
 #include "platform/files.h"
-#include "platform/headless/fault_injection.h"
 #include "scene/default_scenes.h"
 #include "scene/editor_state.h"
 
 #include <benchmark/benchmark.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <string>
 
 constexpr int32_t kObjects = 100'000;
 constexpr auto kScenario = "100,000 objects saved", kLoadScenario = "100,000 objects loaded";
 
+namespace {
+
+// Removed when the program ends.
+struct TemporaryFile {
+    std::wstring path{};
+
+    ~TemporaryFile() { RemoveFile(path); }
+};
+
+}  // namespace
+
 static const std::wstring& ScenePath() {
-    static const std::wstring path =
-        AbsolutePath((std::filesystem::temp_directory_path() / "zel_bench.scene").wstring());
-    return path;
+    static const TemporaryFile file{
+        AbsolutePath((std::filesystem::temp_directory_path() / "zel_bench.scene").wstring())};
+    return file.path;
 }
 
 static void BuildScene() {
@@ -44,32 +55,33 @@ static std::string SavedBytes() {
     return bytes;
 }
 
-static void CountBytes(benchmark::State& state, size_t bytes) {
+// A call that fails is no measurement: it ends the benchmark, and no figure is shown.
+template <typename Call>
+static void Measure(benchmark::State& state, size_t bytes, Call call) {
+    for ([[maybe_unused]] auto round : state) {
+        if (call()) continue;
+        state.SkipWithError("the file could not be saved or loaded");
+        return;
+    }
     state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) * static_cast<int64_t>(bytes));
 }
 
 static void Save(benchmark::State& state) {
-    const size_t bytes = SavedBytes().size();
-    for ([[maybe_unused]] auto round : state) benchmark::DoNotOptimize(SaveScene(ScenePath()));
-    CountBytes(state, bytes);
+    Measure(state, SavedBytes().size(), [] { return SaveScene(ScenePath()); });
 }
 
 static void WriteBytes(benchmark::State& state) {
     const std::string bytes = SavedBytes();
-    for ([[maybe_unused]] auto round : state) benchmark::DoNotOptimize(WriteWholeFile(ScenePath(), bytes));
-    CountBytes(state, bytes.size());
+    Measure(state, bytes.size(), [&bytes] { return WriteWholeFile(ScenePath(), bytes); });
 }
 
 static void Load(benchmark::State& state) {
-    const size_t bytes = SavedBytes().size();
-    for ([[maybe_unused]] auto round : state) benchmark::DoNotOptimize(LoadScene(ScenePath()));
-    CountBytes(state, bytes);
+    Measure(state, SavedBytes().size(), [] { return LoadScene(ScenePath()); });
 }
 
 static void ReadBytes(benchmark::State& state) {
     std::string bytes = SavedBytes();
-    for ([[maybe_unused]] auto round : state) benchmark::DoNotOptimize(ReadWholeFile(ScenePath(), bytes));
-    CountBytes(state, bytes.size());
+    Measure(state, bytes.size(), [&bytes] { return ReadWholeFile(ScenePath(), bytes); });
 }
 
 void RegisterSceneFileBenchmarks() {
