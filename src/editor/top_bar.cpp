@@ -1,0 +1,85 @@
+#include "editor/top_bar.h"
+
+#include "editor/theme.h"
+#include "editor/widgets.h"
+#include "render/frame_buffer.h"
+#include "render/icons.h"
+#include "scene/editor_state.h"
+
+constexpr int32_t kNarrowWidth = 760;  // pixels; up to here the right side stays empty
+constexpr int32_t kButtonTop = 8, kButtonBottom = 36, kCaptionTop = 16;
+
+namespace {
+struct BarButton {
+    TopBarButton button;
+    bool isInPrefabEditor;  // else in the Scene editor
+    bool isOnTheRight;      // left and right count from the window's right edge
+    int32_t left, right;    // pixels
+    int32_t captionLeft;    // pixels from the button's left
+    const wchar_t* caption;
+};
+}  // namespace
+
+// clang-format off
+constexpr BarButton kButtons[] = {
+    {TopBarButton::CloseEditor,  true,  false,  190,  262, 14, L"Scene"},
+    {TopBarButton::SavePrefab,   true,  false,  268,  340, 14, L"Save"},
+    {TopBarButton::ProjectHub,   false, true,  -420, -310, 12, L"Project Hub"},
+    {TopBarButton::SaveProject,  false, true,  -302, -172, 12, L"Ulozit projekt"},
+    {TopBarButton::BuildProject, false, true,  -164,  -14, 12, L"Sestavit projekt"},
+};
+// clang-format on
+
+static bool IsInPrefabEditor() { return editorState.screen == Screen::PrefabEditor; }
+
+static bool IsShown(const BarButton& button, const EditorLayout& layout) {
+    if (editorState.runtimeMode || button.isInPrefabEditor != IsInPrefabEditor()) return false;
+    return !button.isOnTheRight || layout.width > kNarrowWidth;
+}
+
+static Rect PlaceOf(const BarButton& button, const EditorLayout& layout) {
+    const int32_t origin = button.isOnTheRight ? layout.width : 0;
+    return {origin + button.left, kButtonTop, origin + button.right, kButtonBottom};
+}
+
+static void DrawBarButton(const BarButton& button, const Rect& place) {
+    TextColor captionColor = kButtonText;
+    if (button.button == TopBarButton::SavePrefab) {
+        const bool unsaved = editorState.prefabDirty;
+        DrawButton(place, unsaved ? kUnsavedFill : kSaveFill, unsaved ? kUnsavedEdge : kSaveEdge, true);
+        captionColor = kSaveText;
+    } else {
+        DrawButton(place, kButtonFill, kButtonEdge, false);
+    }
+    DrawText(place.left + button.captionLeft, kCaptionTop, button.caption, captionColor, 14, kSemiBold);
+}
+
+static void DrawMode(const EditorLayout& layout) {
+    if (!IsInPrefabEditor()) {
+        const bool playing = editorState.playMode;
+        DrawText(190, 12, playing ? L"[PLAY MODE]" : L"[EDIT MODE]", playing ? kPlayModeText : kEditModeText,
+                 16, kSemiBold);
+        return;
+    }
+    const std::wstring& name = editorState.prefabName;
+    DrawText(356, 12, L"[PREFAB MODE] " + (name.empty() ? L"Prefab" : name), kPrefabText, 16, kSemiBold);
+    if (layout.width > kNarrowWidth) {
+        DrawText(layout.width - 280, 13, L"Ctrl+S save  |  Esc scene", kKeyHint, 13, kNormal);
+    }
+}
+
+void DrawTopBar(const EditorLayout& layout) {
+    DrawImage(icons.logo, {14, 8, 38, 32});
+    DrawText(44, 11, L"ZelEngine", kProgramTitle, 18, kSemiBold);
+    for (const BarButton& button : kButtons) {
+        if (IsShown(button, layout)) DrawBarButton(button, PlaceOf(button, layout));
+    }
+    DrawMode(layout);
+}
+
+TopBarButton TopBarButtonAt(Point point, const EditorLayout& layout) {
+    for (const BarButton& button : kButtons) {
+        if (IsShown(button, layout) && Contains(PlaceOf(button, layout), point)) return button.button;
+    }
+    return TopBarButton::None;
+}
