@@ -103,6 +103,7 @@ constexpr TextColor kBadgeText{0xFCF8F5};
 constexpr TextColor kMenuTitle{0x78E2FF};
 constexpr TextColor kMenuText{0xE6DED6};
 constexpr TextColor kEntrySubtitle{0xD2C6BE};
+constexpr TextColor kEntryText{0xF4EEE8};
 
 // Weights of texts.
 constexpr int32_t kNormal = 400, kSemiBold = 600;
