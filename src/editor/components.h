@@ -1,0 +1,101 @@
+// What the Inspector shows of an object, and what a click on it does, as tables: one block per component.
+#pragma once
+
+#include "editor/hit_zone.h"
+#include "scene/game_object.h"
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <variant>
+
+// A bar from 0 to 1.
+struct SliderContent {
+    float (*value)(const GameObject&) = nullptr;
+};
+
+// A colour wheel, at its full size. Its zone is the square around it.
+struct WheelContent {
+    uint32_t GameObject::*color = nullptr;  // 0x00BBGGRR
+    Point centre{};                         // from the section's top left corner, pixels
+    int32_t radius = 0;                     // pixels
+};
+
+// The type says how a row looks: three boxes for a vector, a wheel for a colour, a bar for a slider and one
+// box for a number, for a text of the object, for a text made from it, and for a fixed text.
+using RowContent =
+    std::variant<Vec3 GameObject::*, float GameObject::*, std::wstring GameObject::*,
+                 std::wstring (*)(const GameObject&), const wchar_t*, SliderContent, WheelContent>;
+
+struct InspectorRow {
+    int32_t y = 0;  // of the label, from the section's top, pixels
+    const wchar_t* label = nullptr;
+    int32_t action = 0;  // what a click on the row's zone runs, 0 nothing; a vector's three boxes count up
+    RowContent content{};
+};
+
+// How a section looks while it is open.
+struct SectionLook {
+    const wchar_t* title = nullptr;
+    int32_t height = 0;  // pixels from its top to the next section's
+    std::span<const InspectorRow> rows{};
+};
+
+// A press on a zone.
+struct ZonePress {
+    Point pointer{};
+    HitZone zone{};
+};
+
+// The message for each state of a flag that was turned over.
+struct OnOffMessage {
+    const wchar_t* on = nullptr;
+    const wchar_t* off = nullptr;
+};
+
+// No undo step: the action changes only what is shown, or it begins something that takes the step itself.
+constexpr const char* kNoUndo = nullptr;
+
+// No message: what the action begins says it itself.
+constexpr const wchar_t* kNoMessage = nullptr;
+
+struct InspectorAction {
+    int32_t number = 0;
+    const char* undoLabel = kNoUndo;
+    std::variant<bool GameObject::*, void (*)(GameObject&, const ZonePress&)> effect{};  // a flag turns over
+    std::variant<const wchar_t*, OnOffMessage, std::wstring (*)(const GameObject&)> message{};
+    int32_t count = 1;                                // how many numbers from `number` on run it
+    bool (*isPossible)(const GameObject&) = nullptr;  // without it always; else nothing happens at all
+};
+
+struct Component {
+    bool (*isPresent)(const GameObject&) = nullptr;
+    int32_t fold = 0;    // action of the arrow; it turns the flag over that keeps the section open
+    int32_t remove = 0;  // action of the "[x]", 0 none
+    SectionLook look{};
+    bool GameObject::*changesLook = nullptr;  // while set, the section looks as follows; null never
+    SectionLook otherLook{};
+    std::span<const InspectorAction> actions{};
+};
+
+// In the order of their sections.
+extern const std::span<const Component> kComponents;
+
+// Height of a section that is closed.
+constexpr int32_t kClosedSectionHeight = 30;
+
+bool IsOpen(const Component& component, const GameObject& object);
+const SectionLook& LookOf(const Component& component, const GameObject& object);
+
+// The block of a custom script. Its title is the script's name.
+const SectionLook& ScriptLook(const std::wstring& title);
+
+// Actions of zones that belong to no component's section.
+constexpr int32_t kRemoveScriptAction = 9;
+constexpr int32_t kOpenSearchAction = 50;
+
+// The action that a click on a zone of this number runs. Null for the numbers that a click passes over.
+const InspectorAction* FindInspectorAction(int32_t number);
+
+// The name under which a mesh is shown; "Unknown" for an index without a mesh.
+std::wstring MeshName(int32_t meshIndex);

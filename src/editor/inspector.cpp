@@ -1,0 +1,244 @@
+#include "editor/inspector.h"
+
+#include "editor/components.h"
+#include "editor/theme.h"
+#include "editor/widgets.h"
+#include "render/frame_buffer.h"
+#include "render/panel_box.h"
+#include "scene/component_search.h"
+#include "scene/editor_state.h"
+#include "scene/numbers.h"
+#include "scene/selection.h"
+#include "scene/status.h"
+#include "scene/undo.h"
+
+#include <algorithm>
+
+constexpr int32_t kFirstSectionTop = 162;
+constexpr int32_t kMinContentWidth = 300;
+constexpr int32_t kKeptForSearch = 114;  // the Add Component box and its results end above the panel's bottom
+
+namespace {
+// The column that the sections stand in.
+struct Column {
+    int32_t left = 0, right = 0;  // of the content, pixels
+    int32_t bottom = 0;           // of the panel
+    int32_t windowBottom = 0;     // nothing below is seen or clicked
+};
+}  // namespace
+
+static Column ColumnOf(const EditorLayout& layout) {
+    const int32_t left = layout.inspectorLeft + 10;
+    const int32_t width = std::max(kMinContentWidth, layout.width - layout.inspectorLeft - 20);
+    return {left, left + width, layout.bottomTop, layout.height};
+}
+
+static void AddZone(const Rect& rect, int32_t action) {
+    if (action != 0) editorState.inspectorZones.push_back({rect, action});
+}
+
+// The strips above the sections.
+
+static Pixel ChipColor(const GameObject& object) {
+    if (object.isEntity) return kEntityChip;
+    if (object.isText) return kTextChip;
+    return object.isLight ? kLightChip : kObjectChip;
+}
+
+static void DrawHeaderStrip(const Column& column, const GameObject& object) {
+    const int32_t left = column.left;
+    DrawPanelBox({left, 86, column.right, 122}, kStripFill, kInputEdge);
+    FillRect({left + 10, 95, left + 26, 111}, ChipColor(object));
+    DrawPanelBox({left + 36, 93, left + 220, 114}, kNameBoxFill, kInputEdge);
+    DrawText(left + 42, 96, object.name, kObjectNameText, 14, kSemiBold);
+    DrawText(left + 226, 96, L"[ ] Static", kLabelText, 13, kNormal);
+}
+
+static void DrawTagStrip(const Column& column, const GameObject& object) {
+    const int32_t left = column.left;
+    DrawPanelBox({left, 124, column.right, 154}, kStripFill, kInputEdge);
+    DrawText(left + 10, 131, L"Tag", kLabelText, 13, kNormal);
+    DrawPanelBox({left + 42, 128, left + 140, 150}, kValueBoxFill, kInputEdge);
+    DrawText(left + 48, 131, object.isEntity ? L"Entity" : L"Untagged", kValueText, 13, kNormal);
+    DrawText(left + 154, 131, L"Layer", kLabelText, 13, kNormal);
+    DrawPanelBox({left + 196, 128, left + 288, 150}, kValueBoxFill, kInputEdge);
+    DrawText(left + 202, 131, L"Default", kValueText, 13, kNormal);
+}
+
+// Rows. Each kind of content knows how it looks and where it is clicked.
+
+namespace {
+struct RowPainter {
+    const GameObject& object;
+    const InspectorRow& row;
+    int32_t left = 0, top = 0;  // of the section
+
+    int32_t Y() const { return top + row.y; }
+
+    void DrawValue(const std::wstring& value) const {
+        DrawValueRow(left, Y(), row.label, value);
+        AddZone({left + 120, Y() - 2, left + 286, Y() + 22}, row.action);
+    }
+
+    void operator()(Vec3 GameObject::*vector) const {
+        DrawVectorRow(left, Y(), row.label, object.*vector, row.action, editorState.inspectorZones);
+    }
+    void operator()(float GameObject::*number) const { DrawValue(Fixed(object.*number, 2)); }
+    void operator()(std::wstring GameObject::*text) const { DrawValue(object.*text); }
+    void operator()(std::wstring (*text)(const GameObject&)) const { DrawValue(text(object)); }
+    void operator()(const wchar_t* text) const { DrawValue(text); }
+
+    void operator()(const SliderContent& slider) const {
+        DrawSliderRow(left, Y(), row.label, slider.value(object));
+        AddZone({left + 88, Y() + 1, left + 244, Y() + 20}, row.action);
+    }
+
+    void operator()(const WheelContent& wheel) const {
+        const Point centre{left + wheel.centre.x, top + wheel.centre.y};
+        const int32_t radius = wheel.radius;
+        DrawText(left + 10, Y(), row.label, kLabelText, 14, kNormal);
+        DrawColorWheel(centre, radius, object.*wheel.color);
+        AddZone({centre.x - radius, centre.y - radius, centre.x + radius, centre.y + radius}, row.action);
+    }
+};
+}  // namespace
+
+static void DrawRows(int32_t left, int32_t top, const SectionLook& look, const GameObject& object) {
+    for (const InspectorRow& row : look.rows) std::visit(RowPainter{object, row, left, top}, row.content);
+}
+
+// Sections. Each returns the top of what follows.
+
+static int32_t DrawSection(const Column& column, int32_t top, const Component& component,
+                           const GameObject& object) {
+    const int32_t left = column.left;
+    const bool isOpen = IsOpen(component, object);
+    const SectionLook& look = LookOf(component, object);
+    DrawSectionHeader(left, top, column.right, look.title, isOpen, true);
+    AddZone({left + 4, top + 2, left + 22, top + 24}, component.fold);
+    AddZone({left + 24, top + 2, left + 48, top + 24}, component.remove);
+    if (!isOpen) return top + kClosedSectionHeight;
+    DrawRows(left, top, look, object);
+    return top + look.height;
+}
+
+static int32_t DrawScript(const Column& column, int32_t top, const std::wstring& title,
+                          const GameObject& object) {
+    const SectionLook& look = ScriptLook(title);
+    DrawSectionHeader(column.left, top, column.right, title, true, true);
+    AddZone({column.left + 24, top + 2, column.left + 48, top + 24}, kRemoveScriptAction);
+    DrawRows(column.left, top, look, object);
+    return top + look.height;
+}
+
+// Also for scripts that are only counted. Their number may come from anywhere: those below the window stay
+// away, with whatever follows them.
+static int32_t DrawScripts(const Column& column, int32_t top, const GameObject& object) {
+    const auto named = static_cast<int32_t>(object.scripts.size());
+    const int32_t count = std::max(object.scriptCount, named);
+    for (int32_t i = 0; i < count && top < column.windowBottom; ++i) {
+        const std::wstring title =
+            i < named ? object.scripts[static_cast<size_t>(i)] : L"Custom Script " + Padded(i + 1, 2);
+        top = DrawScript(column, top, title, object);
+    }
+    return top;
+}
+
+// Adding components.
+
+static void DrawResult(const Rect& rect, const std::wstring& title) {
+    DrawPanelBox(rect, kResultFill, kResultEdge);
+    DrawText(rect.left + 12, rect.top + 5, title, kResultText, 13, kSemiBold);
+}
+
+static void DrawSearchBox(const Rect& rect) {
+    const std::wstring& query = editorState.componentSearchText;
+    const bool isOpen = editorState.componentSearchActive;
+    DrawPanelBox(rect, kValueBoxFill, isOpen ? kAccent : kSearchEdge);
+    if (query.empty()) {
+        DrawText(rect.left + 10, rect.top + 6, L"Add Component...", kEmptySearchText, 13, kSemiBold);
+    } else {
+        DrawText(rect.left + 10, rect.top + 6, isOpen ? query + L"|" : query, kSearchText, 13, kSemiBold);
+    }
+    AddZone(rect, kOpenSearchAction);
+}
+
+static void DrawSearch(const Column& column, int32_t sectionsEnd) {
+    const int32_t left = column.left + 12, right = column.right - 12;
+    int32_t top = std::max(sectionsEnd + 10, column.bottom - kKeptForSearch);
+    DrawSearchBox({left, top, right, top + 28});
+    top += 32;
+    for (const ComponentCommand* found : SearchComponents(editorState.componentSearchText)) {
+        const Rect rect{left, top, right, top + 24};
+        DrawResult(rect, found->title);
+        AddZone(rect, found->action);
+        top += 28;
+    }
+}
+
+static void DrawObject(const Column& column, const GameObject& object) {
+    DrawHeaderStrip(column, object);
+    DrawTagStrip(column, object);
+
+    int32_t top = kFirstSectionTop;
+    for (const Component& component : kComponents) {
+        if (!component.isPresent(object)) continue;
+        top = DrawSection(column, top, component, object);
+        if (object.isEntity) break;  // coordinates are all that an Entity has
+    }
+    if (object.isEntity) {
+        DrawText(column.left + 10, top + 12, L"Entity ma jen jmeno a souradnice.", kHintText, 14, kNormal);
+        return;
+    }
+    top = DrawScripts(column, top, object);
+    DrawSearch(column, top);
+}
+
+void DrawInspector(const EditorLayout& layout) {
+    DrawPanelBox(layout.inspector, kPanelFill, kPanelLightEdge);
+    DrawText(layout.inspectorLeft + 20, 58, L"Inspector", kPanelTitle, 18, kSemiBold);
+    editorState.inspectorZones.clear();
+    if (SelectionIsValid()) DrawObject(ColumnOf(layout), SelectedObject());
+}
+
+// Acting.
+
+namespace {
+struct EffectRunner {
+    GameObject& object;
+    const ZonePress& press;
+
+    void operator()(bool GameObject::*flag) const { object.*flag = !(object.*flag); }
+    void operator()(void (*effect)(GameObject&, const ZonePress&)) const { effect(object, press); }
+};
+}  // namespace
+
+// What an action says once it is done. Empty when it says nothing of its own.
+static std::wstring MessageOf(const InspectorAction& action, const GameObject& object) {
+    if (const auto* either = std::get_if<OnOffMessage>(&action.message)) {
+        return object.*std::get<bool GameObject::*>(action.effect) ? either->on : either->off;
+    }
+    if (const auto* fixed = std::get_if<const wchar_t*>(&action.message)) return *fixed ? *fixed : L"";
+    return std::get<std::wstring (*)(const GameObject&)>(action.message)(object);
+}
+
+static void RunAction(const InspectorAction& action, const ZonePress& press) {
+    if (action.isPossible && !action.isPossible(SelectedObject())) return;
+    if (action.undoLabel) pushUndo(action.undoLabel);
+    std::visit(EffectRunner{SelectedObject(), press}, action.effect);
+    const std::wstring message = MessageOf(action, SelectedObject());
+    if (!message.empty()) SetStatus(message);
+}
+
+bool ClickInspector(Point pointer, const EditorLayout& layout) {
+    if (!Contains(layout.inspector, pointer)) return false;
+    if (!SelectionIsValid()) return true;
+    for (const HitZone& zone : editorState.inspectorZones) {
+        if (!Contains(zone.rect, pointer)) continue;
+        if (const InspectorAction* action = FindInspectorAction(zone.action)) {
+            RunAction(*action, {pointer, zone});
+            return true;
+        }
+    }
+    return true;
+}
