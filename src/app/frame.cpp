@@ -1,15 +1,25 @@
 #include "app/frame.h"
 
 #include "app/frame_view.h"
+#include "editor/bottom_panel.h"
+#include "editor/entry_boxes.h"
+#include "editor/hierarchy.h"
+#include "editor/inspector.h"
+#include "editor/menus.h"
+#include "editor/panel_frames.h"
 #include "editor/theme.h"
+#include "editor/tool_palette.h"
+#include "editor/top_bar.h"
 #include "platform/window.h"
 #include "render/draw_mesh.h"
 #include "render/frame_buffer.h"
+#include "render/gizmo.h"
 #include "render/icons.h"
 #include "render/scene_view.h"
 #include "render/transform.h"
 #include "render/viewport_overlay.h"
 #include "scene/editor_state.h"
+#include "scene/selection.h"
 
 static bool IsIndexOf(int32_t index, size_t count) {
     return index >= 0 && static_cast<size_t>(index) < count;
@@ -62,6 +72,12 @@ static void DrawMarkers(int32_t index, const Matrix4& viewProjection) {
     if (object.isLight) DrawObjectIcon(icons.light, position, viewProjection, selected);
 }
 
+static void DrawSelectedGizmo(const Rect& viewport, const Matrix4& viewProjection) {
+    if (ShowsGame() || !SelectionIsValid() || !HasGizmo(SelectedObject())) return;
+    const Vec3 origin = WorldPosition(editorState.scene, editorState.selectedIndex);
+    DrawGizmo(ProjectGizmo(origin, viewProjection, viewport), editorState.gizmoDrag.axis);
+}
+
 // The scene as the camera of this mode sees it, in scene order: depth alone decides between meshes. Markers
 // come last, over every mesh.
 static void DrawScene(const Rect& viewport) {
@@ -75,6 +91,17 @@ static void DrawScene(const Rect& viewport) {
     const auto count = static_cast<int32_t>(editorState.scene.size());
     for (int32_t i = 0; i < count; ++i) DrawObject(i, frame);
     for (int32_t i = 0; i < count; ++i) DrawMarkers(i, frame.viewProjection);
+    DrawSelectedGizmo(viewport, frame.viewProjection);
+}
+
+static void DrawPanels(const EditorLayout& layout) {
+    DrawPanelFrames(layout);
+    DrawTopBar(layout);
+    DrawHierarchy(layout);
+    DrawInspector(layout);
+    DrawBottomPanel(layout);
+    DrawMenus(layout);
+    DrawEntryBoxes(layout);
 }
 
 void RenderFrame() {
@@ -88,6 +115,10 @@ void RenderFrame() {
         frameBuffer.viewport = layout.viewport;
         Clear(kWindowFill);
         DrawScene(layout.viewport);
+        if (!editorState.runtimeMode) {
+            DrawToolPalette(layout);
+            DrawPanels(layout);
+        }
         Present();
     }
     isRendering = false;

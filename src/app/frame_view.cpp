@@ -16,8 +16,7 @@ EditorLayout CurrentLayout() {
     const int32_t width = isUsable ? size.width : frameBuffer.width;
     const int32_t height = isUsable ? size.height : frameBuffer.height;
     EditorLayout layout = LayoutEditor(FitPanelsToWindow(editorState.panels, width, height), width, height);
-    // The panels come later; until then the scene has the whole window, as in the game.
-    layout.viewport = {0, 0, width, height};
+    if (editorState.runtimeMode) layout.viewport = {0, 0, width, height};
     return layout;
 }
 

@@ -1,22 +1,64 @@
-// Input events become changes of the state.
+// Input events become changes of the state: by the entry that owns the keyboard, then by shortcuts and mouse.
 #include "app/frame.h"
-#include "app/frame_view.h"
+#include "app/mouse.h"
+#include "app/shortcuts.h"
 #include "platform/window.h"
-#include "scene/editor_camera.h"
+#include "scene/component_search.h"
 #include "scene/editor_state.h"
-#include "scene/status.h"
+#include "scene/name_entry.h"
+#include "scene/number_entry.h"
 
-#include <cstdlib>
+static bool NumberEntryIsOpen() { return editorState.numberEntry.open; }
+static bool ComponentSearchIsOpen() { return editorState.componentSearchActive; }
+static void CommitName() { CommitNameEntry(); }
 
-constexpr int32_t kLookThreshold = 5;  // pixels from the press that make a right click a look
+namespace {
+
+// A box that takes the keyboard while it is open.
+struct KeyboardOwner {
+    bool (*isOpen)();
+    void (*type)(wchar_t unit);
+    void (*erase)();
+    void (*commit)();
+    void (*cancel)();
+};
+
+}  // namespace
+
+// The first that is open has the keyboard to itself.
+constexpr KeyboardOwner kKeyboardOwners[] = {
+    {NameEntryIsOpen, TypeIntoNameEntry, EraseInNameEntry, CommitName, CancelNameEntry},
+    {NumberEntryIsOpen, TypeIntoNumberEntry, EraseInNumberEntry, CommitNumberEntry, CancelNumberEntry},
+    {ComponentSearchIsOpen, TypeIntoComponentSearch, EraseInComponentSearch, CommitComponentSearch,
+     CancelComponentSearch},
+};
+
+// Null when no box is open.
+static const KeyboardOwner* OpenKeyboardOwner() {
+    for (const KeyboardOwner& owner : kKeyboardOwners) {
+        if (owner.isOpen()) return &owner;
+    }
+    return nullptr;
+}
+
+static void SendToOwner(const KeyboardOwner& owner, uint32_t key) {
+    if (key == kKeyEnter) owner.commit();
+    if (key == kKeyEscape) owner.cancel();
+    if (key == kKeyBackspace) owner.erase();
+}
 
 static bool HasKeyState(uint32_t key) { return key < editorState.keyDown.size(); }
 
-static void OnKeyDown(uint32_t key) {
+static void OnKeyDown(uint32_t key, bool isRepeat) {
+    if (const KeyboardOwner* owner = OpenKeyboardOwner()) {
+        SendToOwner(*owner, key);
+        return;
+    }
     if (key == kKeyEscape) {
         RequestQuit();
         return;
     }
+    if (!isRepeat) handleKeyDown(key);
     // Keys pressed with Ctrl are commands and never count as held.
     if (HasKeyState(key) && !IsControlHeld()) editorState.keyDown[key] = true;
 }
@@ -25,69 +67,30 @@ static void OnKeyUp(uint32_t key) {
     if (HasKeyState(key)) editorState.keyDown[key] = false;
 }
 
-static void OnRightDown(Point pointer) {
-    editorState.mouseLook = {
-        .armed = true, .turnsView = Contains(CurrentLayout().viewport, pointer), .press = pointer};
-    CaptureMouse();
-}
-
-static void OnRightUp() {
-    const MouseLook look = editorState.mouseLook;
-    editorState.mouseLook = {};
-    ReleaseMouse();
-    if (look.armed && look.moved) SetStatus(L"Mouse look vypnuty.");
-}
-
-static void OnMouseMove(Point pointer) {
-    const Point last = editorState.pointer;
-    editorState.pointer = pointer;
-    ShowArrowCursor();
-    MouseLook& look = editorState.mouseLook;
-    if (!look.armed) return;
-    if (look.turnsView) LookWithMouse(pointer.x - last.x, pointer.y - last.y);
-    const int32_t distance = std::abs(pointer.x - look.press.x) + std::abs(pointer.y - look.press.y);
-    look.moved = look.moved || distance > kLookThreshold;
+static void OnCharacter(wchar_t unit) {
+    if (const KeyboardOwner* owner = OpenKeyboardOwner()) owner->type(unit);
 }
 
 static void OnFocusLost() {
     editorState.keyDown = {};
-    editorState.mouseLook = {};
-    ReleaseMouse();
+    EndDrags();
 }
 
 void HandleInput(const InputEvent& event) {
     const Point pointer{event.x, event.y};
     switch (event.kind) {
-        case InputKind::Paint:
-            RenderFrame();
-            break;
-        case InputKind::KeyDown:
-            OnKeyDown(event.key);
-            break;
-        case InputKind::KeyUp:
-            OnKeyUp(event.key);
-            break;
-        case InputKind::MouseMove:
-            OnMouseMove(pointer);
-            break;
-        case InputKind::RightDown:
-            editorState.pointer = pointer;
-            OnRightDown(pointer);
-            break;
-        case InputKind::RightUp:
-            OnRightUp();
-            break;
-        case InputKind::FocusLost:
-            OnFocusLost();
-            break;
-        case InputKind::CaptureLost:
-            editorState.mouseLook = {};
-            break;
-        case InputKind::Character:
-        case InputKind::LeftDown:
-        case InputKind::LeftUp:
-        case InputKind::LeftDoubleClick:
-        case InputKind::FilesDropped:
-            break;
+        case InputKind::Paint: RenderFrame(); break;
+        case InputKind::KeyDown: OnKeyDown(event.key, event.isRepeat); break;
+        case InputKind::KeyUp: OnKeyUp(event.key); break;
+        case InputKind::Character: OnCharacter(event.character); break;
+        case InputKind::MouseMove: MoveMouse(pointer); break;
+        case InputKind::LeftDown: PressLeft(pointer); break;
+        case InputKind::LeftUp: ReleaseLeft(); break;
+        case InputKind::LeftDoubleClick: DoubleClickLeft(pointer); break;
+        case InputKind::RightDown: PressRight(pointer); break;
+        case InputKind::RightUp: ReleaseRight(); break;
+        case InputKind::FocusLost: OnFocusLost(); break;
+        case InputKind::CaptureLost: EndDrags(); break;
+        case InputKind::FilesDropped: break;
     }
 }

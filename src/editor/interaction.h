@@ -26,7 +26,9 @@ struct MouseLook {
 
 // Dragging an axis of the gizmo. Every move recomputes from these start values.
 struct GizmoDrag {
-    int32_t axis = 0;  // 0 none, 1 X, 2 Y, 3 Z
+    int32_t axis = 0;     // 0 none, 1 X, 2 Y, 3 Z
+    int32_t object = -1;  // that is dragged; another selection ends the drag
+    int32_t tool = 0;     // that it was grabbed with
     Point press{};
     Vec3 startValue{};               // position, rotation or scale of the object, by tool
     Vec3 startWorldPosition{};       // world units

@@ -1,5 +1,6 @@
 #include "app/frame.h"
 
+#include "editor/theme.h"
 #include "platform/headless/headless.h"
 #include "render/frame_buffer.h"
 #include "render/icons.h"
@@ -9,14 +10,19 @@
 
 #include "doctest/doctest.h"
 
+#include <algorithm>
+
 constexpr Pixel kDefaultBackground{0x2D2219};
 constexpr Pixel kOutline{0x56D6FF};
 constexpr Pixel kGridLine{0x5B5E46};
 
-// A window of 200 x 150 pixels with an empty scene, seen from the origin along +Z.
-static void StartFrame(Scene scene) {
-    StartPicture(200, 150);
-    headless.clientSize = {200, 150};
+// The viewport of the editor's first window, and its middle.
+constexpr Rect kViewport{230, 42, 1040, 688};
+constexpr Point kMiddle{635, 365};
+
+static void StartWindow(Scene scene, int32_t width, int32_t height) {
+    StartPicture(width, height);
+    headless.clientSize = {width, height};
     editorState = EditorState{};
     resetScene(false);
     editorState.scene = std::move(scene);
@@ -30,24 +36,49 @@ static void StartFrame(Scene scene) {
     icons.light = LoadCanvasImage(L"" ZEL_SOURCE_DIR "/.gitignore");
 }
 
+// The editor in its first window with a scene that is seen from the origin along +Z.
+static void StartEditor(Scene scene) { StartWindow(std::move(scene), 1360, 820); }
+
+// The game in a window of 200 x 150 pixels.
+static void StartGame(Scene scene) {
+    StartWindow(std::move(scene), 200, 150);
+    editorState.runtimeMode = editorState.playMode = true;
+}
+
+static int32_t CountInView(Pixel color) {
+    int32_t count = 0;
+    for (int32_t y = kViewport.top; y < kViewport.bottom; ++y) {
+        for (int32_t x = kViewport.left; x < kViewport.right; ++x) count += PixelAt(x, y) == color;
+    }
+    return count;
+}
+
+// The icons in the viewport; the panels have some of their own.
+static std::vector<DrawnImage> Markers() {
+    std::vector<DrawnImage> markers;
+    for (const DrawnImage& image : headless.images) {
+        if (Contains(kViewport, {image.rect.left, image.rect.top})) markers.push_back(image);
+    }
+    return markers;
+}
+
 static GameObject CubeAt(Vec3 position) { return {.position = position, .meshIndex = 0}; }
 
 static bool DrawsAnything(Scene scene) {
-    StartFrame(std::move(scene));
-    editorState.runtimeMode = editorState.playMode = true;  // no grid
+    StartGame(std::move(scene));
     RenderFrame();
     return CountOf(kDefaultBackground) != 200 * 150;
 }
 
 TEST_CASE("a frame shows the background behind the grid, the grid behind the objects") {
     // Below the eye, where grid lines run.
-    StartFrame({CubeAt({0, -1, 5})});
+    StartEditor({CubeAt({0, -1, 5})});
     RenderFrame();
     CHECK(headless.presents == 1);
-    CHECK(PixelAt(0, 0) == kDefaultBackground);
+    CHECK(PixelAt(1000, 60) == kDefaultBackground);
     CHECK(CountOf(kGridLine) > 0);
     const int32_t before = CountOf(kGridLine);
-    StartFrame({});
+    StartEditor({});
     RenderFrame();
     CHECK(CountOf(kGridLine) > before);  // the cube covered some of it
 }
@@ -55,12 +86,11 @@ TEST_CASE("a frame shows the background behind the grid, the grid behind the obj
 TEST_CASE("the game shows no grid, no icons and no outline") {
     // Also after the game has stopped in the runtime: the view stays as it was.
     for (bool plays : {true, false}) {
-        StartFrame({CubeAt({0, 0, 5}),
-                    {.position{0, 0, 5}, .isEntity = true},
-                    {.position{1, 0, 5}, .isLight = true},
-                    {.isCamera = true, .active = false, .cameraBackground = 0x112233},
-                    {.isCamera = true, .cameraBackground = 0x445566}});
-        editorState.runtimeMode = true;
+        StartGame({CubeAt({0, 0, 5}),
+                   {.position{0, 0, 5}, .isEntity = true},
+                   {.position{1, 0, 5}, .isLight = true},
+                   {.isCamera = true, .active = false, .cameraBackground = 0x112233},
+                   {.isCamera = true, .cameraBackground = 0x445566}});
         editorState.playMode = plays;
         editorState.selectedIndex = 0;
         editorState.cameraPosition = {0, 0, -500};
@@ -86,16 +116,16 @@ TEST_CASE("the picture takes camera, light, material, texture mode and parents f
         {"parent", [](Scene& s) { s[2].parentIndex = 3; }},
     };
     const auto picture = [](void (*change)(Scene&)) {
-        StartFrame({{.isCamera = true},
-                    {.rotation{-0.7f, 2.6f, 0}, .isLight = true},
-                    {.position{0, 0, 5},
-                     .rotation{0.4f, 0.5f, 0},
-                     .scale{1.5f, 1, 1},
-                     .meshIndex = 0,
-                     .roughness = 1,
-                     .hasTexture = true,
-                     .textureIndex = 0},
-                    {.position{1, 1, 0}}});
+        StartEditor({{.isCamera = true},
+                     {.rotation{-0.7f, 2.6f, 0}, .isLight = true},
+                     {.position{0, 0, 5},
+                      .rotation{0.4f, 0.5f, 0},
+                      .scale{1.5f, 1, 1},
+                      .meshIndex = 0,
+                      .roughness = 1,
+                      .hasTexture = true,
+                      .textureIndex = 0},
+                     {.position{1, 1, 0}}});
         editorState.textures = {{.width = 3, .height = 3}};
         for (uint32_t i = 0; i < 9; ++i)
             editorState.textures[0].texels.push_back(Pixel{0x606060 + 0x101010 * i});
@@ -112,22 +142,22 @@ TEST_CASE("the picture takes camera, light, material, texture mode and parents f
 }
 
 TEST_CASE("a marker stands where its parents put it") {
-    StartFrame({{.position{0, 0, 5}, .isEntity = true, .hasShape = false},
-                {.parentIndex = 0, .isEntity = true, .hasShape = false}});
+    StartEditor({{.position{0, 0, 5}, .isEntity = true, .hasShape = false},
+                 {.parentIndex = 0, .isEntity = true, .hasShape = false}});
     RenderFrame();
-    REQUIRE(headless.images.size() == 2);
-    CHECK(headless.images[0].rect == headless.images[1].rect);
+    REQUIRE(Markers().size() == 2);
+    CHECK(Markers()[0].rect == Markers()[1].rect);
 }
 
 TEST_CASE("an empty scene with a selection of 0 is drawn") {
-    StartFrame({});
+    StartEditor({});
     editorState.selectedIndex = 0;
     RenderFrame();
     CHECK(headless.presents == 1);
 }
 
 TEST_CASE("a picture that is asked for while one is drawn is refused") {
-    StartFrame({CubeAt({0, 0, 5})});
+    StartEditor({CubeAt({0, 0, 5})});
     headless.onPresent = RenderFrame;
     RenderFrame();
     CHECK(headless.presents == 1);
@@ -137,50 +167,52 @@ TEST_CASE("a picture that is asked for while one is drawn is refused") {
 }
 
 TEST_CASE("Play mode in the editor keeps the grid and drops outline, markers and their meshes") {
-    StartFrame({{.position{0, 0, 5}, .meshIndex = 0, .isEntity = true}, CubeAt({1, 1, 5})});
+    StartEditor({{.position{0, 0, 5}, .meshIndex = 0, .isEntity = true}, CubeAt({1, 1, 5})});
     editorState.playMode = true;
     editorState.selectedIndex = 1;
     RenderFrame();
     CHECK(CountOf(kGridLine) > 0);
     CHECK(CountOf(kOutline) == 0);
-    CHECK(headless.images.empty());
-    StartFrame({{.position{0, 0, 5}, .meshIndex = 0, .isEntity = true}});
-    editorState.playMode = editorState.runtimeMode = true;
+    CHECK(Markers().empty());
+    StartGame({{.position{0, 0, 5}, .meshIndex = 0, .isEntity = true}});
     RenderFrame();
     CHECK(CountOf(kDefaultBackground) == 200 * 150);
 }
 
 TEST_CASE("in edit mode markers show their icons, each kind its own, and the selected one is larger") {
-    StartFrame({{.position{-1, 0, 5}, .isEntity = true},
-                {.position{0, 0, 5}, .isCamera = true},
-                {.position{1, 0, 5}, .isLight = true},
-                {.position{1, 0, 5}, .isLight = true, .active = false}});
+    StartEditor({{.position{-1, 0, 5}, .isEntity = true},
+                 {.position{0, 0, 5}, .isCamera = true},
+                 {.position{1, 0, 5}, .isLight = true},
+                 {.position{1, 0, 5}, .isLight = true, .active = false}});
     editorState.selectedIndex = 1;
     RenderFrame();
-    REQUIRE(headless.images.size() == 3);
-    CHECK(headless.images[0].path.ends_with(L"LICENSE"));
-    CHECK(headless.images[1].path.ends_with(L"CMakeLists.txt"));
-    CHECK(headless.images[2].path.ends_with(L".gitignore"));
-    CHECK(Width(headless.images[0].rect) == 24);
-    CHECK(Width(headless.images[1].rect) == 28);
-    CHECK(Width(headless.images[2].rect) == 24);
+    const std::vector<DrawnImage> markers = Markers();
+    REQUIRE(markers.size() == 3);
+    CHECK(markers[0].path.ends_with(L"LICENSE"));
+    CHECK(markers[1].path.ends_with(L"CMakeLists.txt"));
+    CHECK(markers[2].path.ends_with(L".gitignore"));
+    CHECK(Width(markers[0].rect) == 24);
+    CHECK(Width(markers[1].rect) == 28);
+    CHECK(Width(markers[2].rect) == 24);
 }
 
 TEST_CASE("markers lie over meshes that come later in the scene, texts only over those before them") {
-    StartFrame({{.position{0, 0, 5}, .isEntity = true, .hasShape = false},
-                {.position{0, 0, 5}, .isText = true},
-                CubeAt({0, 0, 5})});
+    StartEditor({{.position{0, 0, 5}, .isEntity = true, .hasShape = false},
+                 {.position{0, 0, 5}, .isText = true},
+                 CubeAt({0, 0, 5})});
     editorState.selectedIndex = 0;
     RenderFrame();
-    CHECK(CountOf(Pixel{0x78E2FF}) == 34 * 34);
-    StartFrame({CubeAt({0, 0, 5}), {.position{0, 0, 5}, .isText = true}});
+    // The frame of the selected icon is whole.
+    CHECK(PixelAt(kMiddle.x - 17, kMiddle.y - 17) == Pixel{0x78E2FF});
+    CHECK(PixelAt(kMiddle.x + 16, kMiddle.y + 16) == Pixel{0x78E2FF});
+    StartEditor({CubeAt({0, 0, 5}), {.position{0, 0, 5}, .isText = true}});
     editorState.selectedIndex = 1;
     RenderFrame();
-    const int32_t boxOverCube = CountOf(Pixel{0x312924});
-    StartFrame({{.position{0, 0, 5}, .isText = true}, CubeAt({0, 0, 5})});
+    const int32_t boxOverCube = CountInView(Pixel{0x312924});
+    StartEditor({{.position{0, 0, 5}, .isText = true}, CubeAt({0, 0, 5})});
     editorState.selectedIndex = 0;
     RenderFrame();
-    CHECK(CountOf(Pixel{0x312924}) < boxOverCube);
+    CHECK(CountInView(Pixel{0x312924}) < boxOverCube);
 }
 
 TEST_CASE("what has no shape, no valid mesh or is not active is not drawn") {
@@ -205,11 +237,11 @@ TEST_CASE("a Text object with a mesh shows its text alone") {
 }
 
 TEST_CASE("a texture index beyond the list leaves the vertex colours") {
-    StartFrame({CubeAt({0, 0, 5})});
+    StartEditor({CubeAt({0, 0, 5})});
     RenderFrame();
     const std::vector<Pixel> plain = headless.pixels;
     for (int32_t index : {-1, 1, 99, INT32_MIN}) {
-        StartFrame({CubeAt({0, 0, 5})});
+        StartEditor({CubeAt({0, 0, 5})});
         editorState.textures = {{.width = 1, .height = 1, .texels{Pixel{0x00FF00}}}};
         editorState.scene[0].hasTexture = true;
         editorState.scene[0].textureIndex = index;
@@ -225,7 +257,7 @@ TEST_CASE("a texture index beyond the list leaves the vertex colours") {
 }
 
 TEST_CASE("an object's colour tints it only while it has one, and 0 leaves it as it is") {
-    StartFrame({CubeAt({0, 0, 5})});
+    StartEditor({CubeAt({0, 0, 5})});
     RenderFrame();
     const std::vector<Pixel> plain = headless.pixels;
     editorState.scene[0].hasColor = true;
@@ -237,7 +269,7 @@ TEST_CASE("an object's colour tints it only while it has one, and 0 leaves it as
 }
 
 TEST_CASE("the selected object is outlined in edit mode") {
-    StartFrame({CubeAt({0, 0, 5}), CubeAt({2, 0, 5})});
+    StartEditor({CubeAt({0, 0, 5}), CubeAt({2, 0, 5})});
     RenderFrame();
     CHECK(CountOf(kOutline) == 0);
     editorState.selectedIndex = 1;
@@ -251,24 +283,58 @@ TEST_CASE("the selected object is outlined in edit mode") {
 }
 
 TEST_CASE("the frame follows the window's size, also through a minimised window") {
-    StartFrame({CubeAt({0, 0, 5})});
-    for (auto [width, height] : {std::pair{1, 1}, {640, 360}, {1360, 820}, {200, 150}}) {
-        headless.clientSize = {width, height};
+    for (bool game : {false, true}) {
+        StartEditor({CubeAt({0, 0, 5})});
+        editorState.runtimeMode = game;
+        for (auto [width, height] : {std::pair{1, 1}, {640, 360}, {1360, 820}, {200, 150}}) {
+            headless.clientSize = {width, height};
+            RenderFrame();
+            CHECK(frameBuffer.width == width);
+            CHECK(frameBuffer.height == height);
+            CHECK(frameBuffer.depth.size() == static_cast<size_t>(width * height));
+            const Rect& view = frameBuffer.viewport;
+            CHECK((view.left >= 0 && view.top >= 0 && view.right <= width && view.bottom <= height));
+            if (game) CHECK(view == Rect{0, 0, width, height});
+        }
+        const int32_t presents = headless.presents;
+        headless.clientSize = {0, 0};
         RenderFrame();
-        CHECK(frameBuffer.width == width);
-        CHECK(frameBuffer.height == height);
-        CHECK(frameBuffer.depth.size() == static_cast<size_t>(width * height));
-        CHECK(frameBuffer.viewport == Rect{0, 0, width, height});
+        CHECK(frameBuffer.width == 200);
+        CHECK(headless.presents == presents + 1);  // it goes on drawing into the old buffer
     }
-    const int32_t presents = headless.presents;
-    headless.clientSize = {0, 0};
+}
+
+TEST_CASE("the scene lies between the panels, the panels over what leaves it") {
+    StartEditor({{.position{0, 0, 1}, .scale{50, 50, 0.1f}, .meshIndex = 0}});
     RenderFrame();
-    CHECK(frameBuffer.width == 200);
-    CHECK(headless.presents == presents + 1);  // it goes on drawing into the old buffer
+    CHECK(frameBuffer.viewport == kViewport);
+    CHECK(PixelAt(100, 400) == kPanelFill);
+    CHECK(PixelAt(1200, 400) == kPanelFill);
+    CHECK(PixelAt(700, 5) == kTopBarFill);
+    CHECK(PixelAt(700, 800) == kBottomPanelFill);
+    CHECK(std::ranges::count(headless.texts, L"Hierarchy", &DrawnText::text) == 1);
+    CHECK(std::ranges::count(headless.texts, L"Inspector", &DrawnText::text) == 1);
+    CHECK(std::ranges::count(headless.texts, L"[EDIT MODE]", &DrawnText::text) == 1);
+    editorState.playMode = true;
+    RenderFrame();
+    CHECK(std::ranges::count(headless.texts, L"[PLAY MODE]", &DrawnText::text) == 1);
+}
+
+TEST_CASE("the gizmo shows in edit mode only, on a selected object") {
+    constexpr Pixel kAxisX{0x4A4BEB};
+    StartEditor({CubeAt({0, 0, 5})});
+    RenderFrame();
+    CHECK(CountInView(kAxisX) == 0);
+    editorState.selectedIndex = 0;
+    RenderFrame();
+    CHECK(CountInView(kAxisX) > 80);
+    editorState.playMode = true;
+    RenderFrame();
+    CHECK(CountInView(kAxisX) == 0);
 }
 
 TEST_CASE("without memory for a picture a frame is skipped") {
-    StartFrame({CubeAt({0, 0, 5})});
+    StartEditor({CubeAt({0, 0, 5})});
     headless.canvasFails = true;
     headless.clientSize = {300, 300};
     RenderFrame();
@@ -279,7 +345,7 @@ TEST_CASE("without memory for a picture a frame is skipped") {
 }
 
 TEST_CASE("a scene of parents in a cycle and of wild numbers is drawn without harm") {
-    StartFrame(
+    StartEditor(
         {{.position{0, 0, 5}, .meshIndex = 0, .parentIndex = 1},
          {.position{0, 0, 5}, .meshIndex = 4, .parentIndex = 0},
          {.position{0, 0, 5}, .meshIndex = 4, .parentIndex = 2},

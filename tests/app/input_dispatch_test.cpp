@@ -10,7 +10,7 @@
 
 static void Start() {
     headless = HeadlessPlatform{};
-    headless.clientSize = {200, 150};
+    headless.clientSize = {1360, 820};
     ReleaseFrameBuffer();
     editorState = EditorState{};
     resetScene(true);
@@ -62,7 +62,7 @@ TEST_CASE("Esc quits in the editor, in Play mode and in the game") {
 TEST_CASE("losing the focus lets go of every key and ends mouse look") {
     Start();
     SendKey(InputKind::KeyDown, 'W');
-    Send(InputKind::RightDown, 50, 50);
+    Send(InputKind::RightDown, 600, 300);
     CHECK(headless.mouseIsCaptured);
     HandleInput({.kind = InputKind::FocusLost});
     CHECK(editorState.keyDown == std::array<bool, 256>{});
@@ -72,34 +72,33 @@ TEST_CASE("losing the focus lets go of every key and ends mouse look") {
 
 TEST_CASE("dragging with the right button turns the camera and says so at its end") {
     Start();
-    Send(InputKind::RightDown, 50, 50);
-    Send(InputKind::MouseMove, 60, 45);
+    Send(InputKind::RightDown, 600, 300);
+    Send(InputKind::MouseMove, 610, 295);
     CHECK(editorState.cameraYaw == doctest::Approx(0.065));
     CHECK(editorState.cameraPitch == doctest::Approx(-0.24 + 0.0325));
-    Send(InputKind::MouseMove, 50, 50);
+    Send(InputKind::MouseMove, 600, 300);
     CHECK(editorState.cameraYaw == doctest::Approx(0));
-    Send(InputKind::RightUp, 50, 50);
+    Send(InputKind::RightUp, 600, 300);
     CHECK(editorState.statusMessage == L"Mouse look vypnuty.");
     CHECK_FALSE(headless.mouseIsCaptured);
-    Send(InputKind::MouseMove, 90, 90);
+    Send(InputKind::MouseMove, 640, 340);
     CHECK(editorState.cameraYaw == doctest::Approx(0));
 }
 
 TEST_CASE("a right drag counts as moved beyond 5 pixels") {
     for (auto [dx, dy, moved] : {std::tuple{5, 0, false}, {2, 3, false}, {-3, 3, true}, {0, -6, true}}) {
         Start();
-        const std::wstring before = editorState.statusMessage;
-        Send(InputKind::RightDown, 50, 50);
-        Send(InputKind::MouseMove, 50 + dx, 50 + dy);
+        Send(InputKind::RightDown, 600, 300);
+        Send(InputKind::MouseMove, 600 + dx, 300 + dy);
         CHECK(editorState.mouseLook.moved == moved);
-        Send(InputKind::RightUp, 50 + dx, 50 + dy);
-        CHECK((editorState.statusMessage != before) == moved);
+        Send(InputKind::RightUp, 600 + dx, 300 + dy);
+        CHECK(editorState.statusMessage == (moved ? L"Mouse look vypnuty." : L"Otevreno Create menu."));
     }
 }
 
 TEST_CASE("a right press outside the viewport does not turn the camera") {
     Start();
-    Send(InputKind::RightDown, 250, 50);
+    Send(InputKind::RightDown, 2600, 300);
     Send(InputKind::MouseMove, 100, 50);
     CHECK(editorState.cameraYaw == 0);
 }
@@ -107,11 +106,11 @@ TEST_CASE("a right press outside the viewport does not turn the camera") {
 TEST_CASE("losing the mouse ends mouse look without a message") {
     Start();
     const std::wstring before = editorState.statusMessage;
-    Send(InputKind::RightDown, 50, 50);
-    Send(InputKind::MouseMove, 90, 50);
+    Send(InputKind::RightDown, 600, 300);
+    Send(InputKind::MouseMove, 640, 300);
     HandleInput({.kind = InputKind::CaptureLost});
     CHECK_FALSE(editorState.mouseLook.armed);
-    Send(InputKind::RightUp, 90, 50);
+    Send(InputKind::RightUp, 640, 300);
     CHECK(editorState.statusMessage == before);
 }
 

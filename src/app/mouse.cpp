@@ -1,0 +1,166 @@
+#include "app/mouse.h"
+
+#include "app/frame_view.h"
+#include "app/gizmo_drag.h"
+#include "editor/bottom_panel.h"
+#include "editor/hierarchy.h"
+#include "editor/inspector.h"
+#include "editor/menus.h"
+#include "editor/popup_menu.h"
+#include "editor/tool_palette.h"
+#include "platform/window.h"
+#include "render/pick.h"
+#include "scene/editor_camera.h"
+#include "scene/editor_state.h"
+#include "scene/name_entry.h"
+#include "scene/selection.h"
+#include "scene/status.h"
+
+#include <cstdlib>
+
+constexpr int32_t kLookThreshold = 5;  // pixels from the press that make a right click a look
+
+static bool EntryIsOpen() { return NameEntryIsOpen() || editorState.numberEntry.open; }
+
+static bool IsDragging() {
+    return editorState.panelResize.edge != 0 || editorState.gizmoDrag.axis != 0 ||
+           editorState.hierarchyDrag.pressed || editorState.filesDrag.pressed;
+}
+
+static bool ClickOpenMenu(Point pointer, const EditorLayout&) { return ClickMenus(pointer); }
+
+static bool PressSplitter(Point pointer, const EditorLayout& layout) {
+    const PanelLayout sizes = FitPanelsToWindow(editorState.panels, layout.width, layout.height);
+    const int32_t edge = SplitterHitTest(pointer, sizes, layout.width, layout.height);
+    if (edge == 0) return false;
+    CloseMenus();
+    editorState.panelResize = {.edge = edge, .press = pointer, .start = sizes};
+    CaptureMouse();
+    SetStatus(L"Tahni hranu panelu pro zmenu velikosti.");
+    return true;
+}
+
+static bool PressViewport(Point pointer, const EditorLayout& layout) {
+    if (!Contains(layout.viewport, pointer)) return false;
+    const int32_t picked = PickObject(CurrentPickView(layout.viewport), pointer);
+    if (picked < 0) return true;
+    editorState.selectedIndex = picked;
+    SetStatus(L"Objekt vybran kliknutim ve Scene viewportu.");
+    return true;
+}
+
+// From the most transient to the least: the first that takes the press has it.
+constexpr bool (*kPressTakers[])(Point, const EditorLayout&) = {
+    ClickOpenMenu,    PressSplitter,  ClickBottomTabs, ClickInspector,
+    ClickToolPalette, StartGizmoDrag, PressViewport,   PressHierarchy,
+};
+
+void PressLeft(Point pointer) {
+    editorState.pointer = pointer;
+    if (editorState.runtimeMode || EntryIsOpen()) return;
+    const EditorLayout layout = CurrentLayout();
+    for (const auto take : kPressTakers) {
+        if (take(pointer, layout)) return;
+    }
+}
+
+static bool IsOnNameField(Point pointer, const EditorLayout& layout) {
+    const int32_t x = pointer.x - layout.inspectorLeft;
+    return Contains(layout.inspector, pointer) && x >= 46 && x <= 229 && pointer.y >= 93 && pointer.y <= 113;
+}
+
+void DoubleClickLeft(Point pointer) {
+    if (editorState.runtimeMode || EntryIsOpen()) return;
+    const EditorLayout layout = CurrentLayout();
+    const int32_t row = HierarchyObjectAt(pointer, layout);
+    if (IsOnNameField(pointer, layout) && SelectionIsValid()) {
+        StartObjectRename(editorState.selectedIndex);
+    } else if (IsObjectIndex(row)) {
+        editorState.selectedIndex = row;
+        FocusOnObject(row);
+    } else {
+        PressLeft(pointer);  // fast clicks on a stepping value all count
+    }
+}
+
+void ReleaseLeft() {
+    if (editorState.panelResize.edge != 0) {
+        editorState.panelResize = {};
+        SetStatus(L"Velikost panelu upravena.");
+    }
+    if (editorState.hierarchyDrag.pressed) ReleaseHierarchy();
+    FinishGizmoDrag();
+    ReleaseMouse();
+}
+
+void PressRight(Point pointer) {
+    editorState.pointer = pointer;
+    if (EntryIsOpen() || IsDragging()) return;
+    editorState.mouseLook = {
+        .armed = true, .turnsView = Contains(CurrentLayout().viewport, pointer), .press = pointer};
+    CaptureMouse();
+}
+
+static void OpenMenuAt(Point pointer) {
+    const EditorLayout layout = CurrentLayout();
+    const int32_t object = HierarchyObjectAt(pointer, layout);
+    if (IsObjectIndex(object)) {
+        OpenObjectMenu(object, pointer, layout);
+    } else {
+        OpenCreateMenu(pointer, layout);
+    }
+}
+
+void ReleaseRight() {
+    const MouseLook look = editorState.mouseLook;
+    if (!look.armed) return;
+    editorState.mouseLook = {};
+    ReleaseMouse();
+    if (look.moved) {
+        SetStatus(L"Mouse look vypnuty.");
+    } else if (!editorState.runtimeMode) {
+        OpenMenuAt(look.press);
+    }
+}
+
+static void MovePanelEdge(Point pointer) {
+    const PanelResize& resize = editorState.panelResize;
+    PanelLayout sizes = resize.start;
+    if (resize.edge == 1) sizes.hierarchyWidth += pointer.x - resize.press.x;
+    if (resize.edge == 2) sizes.inspectorWidth -= pointer.x - resize.press.x;
+    if (resize.edge == 3) sizes.bottomHeight -= pointer.y - resize.press.y;
+    const EditorLayout layout = CurrentLayout();
+    editorState.panels = FitPanelsToWindow(sizes, layout.width, layout.height);
+}
+
+static void MoveLook(Point from, Point to) {
+    MouseLook& look = editorState.mouseLook;
+    if (look.turnsView) LookWithMouse(to.x - from.x, to.y - from.y);
+    const int32_t distance = std::abs(to.x - look.press.x) + std::abs(to.y - look.press.y);
+    look.moved = look.moved || distance > kLookThreshold;
+}
+
+void MoveMouse(Point pointer) {
+    const Point last = editorState.pointer;
+    editorState.pointer = pointer;
+    ShowArrowCursor();
+    if (EntryIsOpen()) return;
+    if (editorState.panelResize.edge != 0) {
+        MovePanelEdge(pointer);
+    } else if (editorState.hierarchyDrag.pressed) {
+        DragInHierarchy(pointer);
+    } else if (editorState.mouseLook.armed) {
+        MoveLook(last, pointer);
+    } else if (editorState.gizmoDrag.axis != 0) {
+        MoveGizmoDrag(pointer);
+    }
+}
+
+void EndDrags() {
+    editorState.panelResize = {};
+    editorState.mouseLook = {};
+    editorState.gizmoDrag = {};
+    editorState.hierarchyDrag = {};
+    editorState.filesDrag = {};
+    ReleaseMouse();
+}

@@ -1,0 +1,14 @@
+// What the mouse does in the Scene editor and in the game.
+#pragma once
+
+#include "render/rect.h"
+
+void PressLeft(Point pointer);
+void DoubleClickLeft(Point pointer);
+void ReleaseLeft();
+void PressRight(Point pointer);
+void ReleaseRight();
+void MoveMouse(Point pointer);
+
+// Ends whatever is being dragged, without effect: the mouse or the focus went elsewhere.
+void EndDrags();

@@ -1,0 +1,102 @@
+#include "app/shortcuts.h"
+
+#include "editor/tool_palette.h"
+#include "platform/window.h"
+#include "play/play_mode.h"
+#include "project/save_project.h"
+#include "scene/clipboard.h"
+#include "scene/commands.h"
+#include "scene/editor_state.h"
+#include "scene/selection.h"
+#include "scene/status.h"
+#include "scene/undo.h"
+
+static bool Everywhere() { return true; }
+
+static bool InBlueprint() {
+    return editorState.screen == Screen::BlueprintEditor && !editorState.runtimeMode;
+}
+
+static bool InPrefab() { return editorState.screen == Screen::PrefabEditor && !editorState.runtimeMode; }
+
+static void Ignore() {}
+
+static void RefusePlayInPrefab() { SetStatus(L"Play mode se spousti jen ve Scene editoru."); }
+
+static void SelectNext() {
+    if (editorState.scene.empty()) return;
+    const auto count = static_cast<int32_t>(editorState.scene.size());
+    const int32_t current = IsObjectIndex(editorState.selectedIndex) ? editorState.selectedIndex : -1;
+    editorState.selectedIndex = (current + 1) % count;
+    SetStatus(L"Vybran dalsi objekt v Hierarchy.");
+}
+
+static void SelectMove() { SelectTool(Tool::Move); }
+static void SelectRotate() { SelectTool(Tool::Rotate); }
+static void SelectScale() { SelectTool(Tool::Scale); }
+
+static void TogglePlayMode() {
+    if (editorState.playMode) {
+        StopPlayMode();
+    } else if (!editorState.runtimeMode) {
+        StartPlayMode();
+    }
+}
+
+static void SelectByNumber(int32_t index) {
+    if (!IsObjectIndex(index)) return;
+    editorState.selectedIndex = index;
+    SetStatus(L"Objekt vybran ciselne.");
+}
+
+namespace {
+
+enum class Modifier { Any, Ctrl, None };
+
+constexpr uint32_t kAnyKey = 0;
+
+struct Shortcut {
+    bool (*applies)();
+    Modifier modifier;
+    uint32_t key;
+    void (*run)();
+};
+
+}  // namespace
+
+// The first row that matches wins.
+// clang-format off
+constexpr Shortcut kShortcuts[] = {
+    {InBlueprint, Modifier::Any,  kAnyKey,    Ignore},
+    {InPrefab,    Modifier::None, 'P',        RefusePlayInPrefab},
+    {Everywhere,  Modifier::Ctrl, 'Z',        undo},
+    {Everywhere,  Modifier::Ctrl, 'C',        copySelected},
+    {Everywhere,  Modifier::Ctrl, 'V',        pasteObject},
+    {Everywhere,  Modifier::Ctrl, 'D',        duplicateSelected},
+    {Everywhere,  Modifier::Ctrl, 'S',        SaveProject},
+    {Everywhere,  Modifier::Ctrl, kAnyKey,    Ignore},
+    {Everywhere,  Modifier::None, kKeyTab,    SelectNext},
+    {Everywhere,  Modifier::None, kKeyF1,     SelectMove},
+    {Everywhere,  Modifier::None, kKeyF2,     SelectRotate},
+    {Everywhere,  Modifier::None, kKeyF3,     SelectScale},
+    {Everywhere,  Modifier::None, 'G',        addCube},
+    {Everywhere,  Modifier::None, kKeyDelete, deleteSelected},
+    {Everywhere,  Modifier::None, 'P',        TogglePlayMode},
+};
+// clang-format on
+
+static bool Matches(const Shortcut& shortcut, uint32_t key, bool control) {
+    if (shortcut.key != kAnyKey && shortcut.key != key) return false;
+    if (shortcut.modifier != Modifier::Any && (shortcut.modifier == Modifier::Ctrl) != control) return false;
+    return shortcut.applies();
+}
+
+void handleKeyDown(uint32_t key) {
+    const bool control = IsControlHeld();
+    for (const Shortcut& shortcut : kShortcuts) {
+        if (!Matches(shortcut, key, control)) continue;
+        shortcut.run();
+        return;
+    }
+    if (key >= '1' && key <= '9') SelectByNumber(static_cast<int32_t>(key - '1'));
+}

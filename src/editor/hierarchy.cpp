@@ -1,0 +1,170 @@
+#include "editor/hierarchy.h"
+
+#include "editor/popup_menu.h"
+#include "editor/theme.h"
+#include "platform/window.h"
+#include "render/frame_buffer.h"
+#include "render/icons.h"
+#include "scene/commands.h"
+#include "scene/editor_state.h"
+#include "scene/hierarchy.h"
+#include "scene/selection.h"
+#include "scene/status.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <ranges>
+#include <vector>
+
+constexpr int32_t kFirstRow = 92, kRowPitch = 28;  // pixels
+constexpr int32_t kRowAbove = 4, kRowBelow = 22;   // what a row covers around its y
+constexpr int32_t kIndent = 18;                    // per level
+constexpr int32_t kDropLineWidth = 2;
+constexpr int32_t kCentreBegin = 3, kCentreEnd = 16;  // the band of a row that means "as a child"
+constexpr int32_t kCentre = 9;                        // below it the drop is behind the target
+constexpr int32_t kChildMargin = 52;                  // right of it the whole row means "as a child"
+constexpr int32_t kDragThreshold = 6;                 // |dx| + |dy| in pixels
+
+HierarchyRowList ListHierarchyRows(const Scene& scene, bool isPlaying) {
+    const ChildLists lists = BuildChildLists(scene);
+    HierarchyRowList rows;
+    rows.reserve(scene.size());
+
+    // Kept in a list and not on the call stack: a chain of parents may be as long as the scene.
+    struct Pending {
+        int32_t object, depth;
+    };
+    std::vector<Pending> pending;  // the next one at the back
+    const auto addChildren = [&](int32_t parent, int32_t depth) {
+        for (const int32_t child : ChildrenOf(lists, parent) | std::views::reverse) {
+            pending.push_back({child, depth});
+        }
+    };
+    addChildren(-1, 0);
+    while (!pending.empty()) {
+        const auto [object, depth] = pending.back();
+        pending.pop_back();
+        if (isPlaying && !scene[static_cast<size_t>(object)].active) continue;
+        rows.push_back({object, depth, kFirstRow + kRowPitch * static_cast<int32_t>(rows.size())});
+        addChildren(object, depth + 1);
+    }
+    return rows;
+}
+
+static CanvasImage IconOf(const GameObject& object) {
+    if (object.isCamera) return icons.camera;
+    if (object.isEntity) return icons.entity;
+    if (object.isLight) return icons.light;
+    return -1;
+}
+
+static void DrawDropMarker(const HierarchyDrag& drag, const Rect& bar, int32_t indent) {
+    if (drag.dropAsChild) return FillRect(bar, kDropChildFill);
+    const int32_t y = drag.dropAfter ? bar.bottom : bar.top;
+    FillRect({indent + 14, y, bar.right, y + kDropLineWidth}, kDropLine);
+}
+
+// The sign before the name: an icon, or a badge for a text. False without one.
+static bool DrawSign(const GameObject& object, int32_t x, int32_t y) {
+    const Rect place{x, y - 2, x + 18, y + 16};
+    if (object.isText) {
+        FillRect(place, kTextBadgeFill);
+        DrawText(x + 5, y - 2, L"T", kBadgeText, 16, kSemiBold);
+        return true;
+    }
+    const CanvasImage icon = IconOf(object);
+    DrawImage(icon, place);
+    return icon >= 0;
+}
+
+static void DrawRow(const HierarchyRow& row, const EditorLayout& layout) {
+    const GameObject& object = editorState.scene[static_cast<size_t>(row.objectIndex)];
+    const HierarchyDrag& drag = editorState.hierarchyDrag;
+    const bool selected = row.objectIndex == editorState.selectedIndex;
+    const int32_t indent = kIndent * row.depth, y = row.y;
+    const Rect bar{10, y - kRowAbove, std::max(46, layout.hierarchy.right - 10), y + kRowBelow};
+
+    if (drag.dragging && row.objectIndex == drag.dropTarget) DrawDropMarker(drag, bar, indent);
+    if (selected) {
+        FillRect(bar, kSelectedRowFill);
+        FillRect({bar.left, bar.top, bar.left + 3, bar.bottom}, kAccent);
+    }
+    const bool hasSign = DrawSign(object, indent + 20, y);
+    DrawText(indent + (hasSign ? 44 : 20), y, object.name, selected ? kSelectedRowText : kRowText, 15,
+             kNormal);
+}
+
+void DrawHierarchy(const EditorLayout& layout) {
+    DrawText(16, 58, L"Hierarchy", kPanelTitle, 18, kSemiBold);
+    editorState.hierarchyRows = ListHierarchyRows(editorState.scene, editorState.playMode);
+    for (const HierarchyRow& row : editorState.hierarchyRows) {
+        if (row.y - kRowAbove >= layout.height) return;
+        DrawRow(row, layout);
+    }
+}
+
+const HierarchyRow* HierarchyRowAt(int32_t y) {
+    const HierarchyRowList& rows = editorState.hierarchyRows;
+    const auto row = std::ranges::partition_point(
+        rows, [y](const HierarchyRow& above) { return above.y + kRowBelow <= y; });
+    if (row == rows.end() || y < row->y - kRowAbove) return nullptr;
+    return &*row;
+}
+
+int32_t HierarchyObjectAt(Point point, const EditorLayout& layout) {
+    if (!Contains(layout.hierarchy, point)) return -1;
+    const HierarchyRow* row = HierarchyRowAt(point.y);
+    return row && IsObjectIndex(row->objectIndex) ? row->objectIndex : -1;
+}
+
+DropPlace HierarchyDropAt(Point point, int32_t dragged) {
+    const HierarchyRow* row = HierarchyRowAt(point.y);
+    if (!row || !IsObjectIndex(row->objectIndex)) return {};
+    if (IsInSubtree(editorState.scene, row->objectIndex, dragged)) return {};
+    const int32_t y = point.y - row->y;
+    const bool inCentre = y >= kCentreBegin && y < kCentreEnd;
+    const bool rightOfMargin = point.x >= kIndent * row->depth + kChildMargin;
+    return {.target = row->objectIndex, .asChild = inCentre || rightOfMargin, .after = y > kCentre};
+}
+
+bool PressHierarchy(Point pointer, const EditorLayout& layout) {
+    if (!Contains(layout.hierarchy, pointer)) return false;
+    const int32_t object = HierarchyObjectAt(pointer, layout);
+    if (object < 0) return true;
+
+    editorState.hierarchyDrag = {
+        .pressed = true, .source = object, .previousSelection = editorState.selectedIndex, .press = pointer};
+    CaptureMouse();
+    SetStatus(L"Hierarchy: pust mys pro vyber, nebo tahni pro presun.");
+    return true;
+}
+
+void DragInHierarchy(Point pointer) {
+    HierarchyDrag& drag = editorState.hierarchyDrag;
+    if (!drag.pressed) return;
+    if (!drag.dragging) {
+        const Point press = drag.press;
+        if (std::abs(pointer.x - press.x) + std::abs(pointer.y - press.y) < kDragThreshold) return;
+        drag.dragging = true;
+        CloseMenus();
+        SetStatus(L"Tahni v Hierarchy: stred radku udela potomka, horni/spodni okraj meni poradi.");
+    }
+    const DropPlace place = HierarchyDropAt(pointer, drag.source);
+    drag.dropTarget = place.target;
+    drag.dropAsChild = place.asChild;
+    drag.dropAfter = place.after;
+}
+
+void ReleaseHierarchy() {
+    const HierarchyDrag drag = editorState.hierarchyDrag;
+    if (!drag.pressed) return;
+    editorState.hierarchyDrag = {};
+    ReleaseMouse();
+    if (drag.dragging) {
+        if (drag.dropTarget >= 0)
+            moveInHierarchy(drag.source, drag.dropTarget, drag.dropAsChild, drag.dropAfter);
+    } else if (IsObjectIndex(drag.source)) {
+        editorState.selectedIndex = drag.source;
+        SetStatus(L"Objekt vybran v Hierarchy.");
+    }
+}

@@ -1,0 +1,47 @@
+// The Hierarchy panel: the scene's objects as a tree of rows, and dragging them to another place in it.
+#pragma once
+
+#include "editor/hit_zone.h"
+#include "editor/layout.h"
+#include "render/rect.h"
+#include "scene/game_object.h"
+
+#include <cstdint>
+
+// One row per object that a chain of parents connects to a root, parents before their children, siblings in
+// scene order. While playing, inactive objects are left out with all below them.
+HierarchyRowList ListHierarchyRows(const Scene& scene, bool isPlaying);
+
+// Title and rows on the panel's frame, with the place where a dragged row would land. Fills
+// EditorState::hierarchyRows: every row is listed, those below the window are not drawn. Rows are not cut at
+// the panel's edges.
+void DrawHierarchy(const EditorLayout& layout);
+
+// What follows asks for the rows of the last drawn frame.
+
+// The row at a height in the window, wherever x is. Null between rows.
+const HierarchyRow* HierarchyRowAt(int32_t y);
+
+// The object whose row is under a point of the panel. -1 without one.
+int32_t HierarchyObjectAt(Point point, const EditorLayout& layout);
+
+// Where an object would land.
+struct DropPlace {
+    int32_t target = -1;   // object index, -1 nowhere
+    bool asChild = false;  // else beside the target
+    bool after = false;    // else before it
+
+    friend constexpr bool operator==(const DropPlace&, const DropPlace&) = default;
+};
+
+// Where `dragged` would land when it is let go at a point: nowhere on itself and on what is below it.
+DropPlace HierarchyDropAt(Point point, int32_t dragged);
+
+// A press of the left button: on a row it may become a drag. True when it lies inside the panel.
+bool PressHierarchy(Point pointer, const EditorLayout& layout);
+
+// Follows the pointer after a press on a row. A drag begins six pixels away from the press.
+void DragInHierarchy(Point pointer);
+
+// Lets go: a dragged object moves to where it would land, one that was only pressed becomes the selection.
+void ReleaseHierarchy();
