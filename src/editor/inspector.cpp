@@ -195,7 +195,6 @@ static void DrawObject(const Column& column, const GameObject& object) {
 }
 
 void DrawInspector(const EditorLayout& layout) {
-    DrawPanelBox(layout.inspector, kPanelFill, kPanelLightEdge);
     DrawText(layout.inspectorLeft + 20, 58, L"Inspector", kPanelTitle, 18, kSemiBold);
     editorState.inspectorZones.clear();
     if (SelectionIsValid()) DrawObject(ColumnOf(layout), SelectedObject());

@@ -4,8 +4,8 @@
 #include "editor/layout.h"
 #include "render/rect.h"
 
-// Paints the panel, and refills EditorState::inspectorZones with what can be clicked. An object that is not
-// there leaves the panel empty.
+// Paints what the panel holds into its frame, and refills EditorState::inspectorZones with what can be
+// clicked. Without a selected object only the title stands there.
 void DrawInspector(const EditorLayout& layout);
 
 // Runs the action of the first zone of the last frame under the pointer that has one. False when the pointer

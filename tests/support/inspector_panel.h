@@ -3,6 +3,7 @@
 
 #include "editor/inspector.h"
 #include "editor/layout.h"
+#include "editor/panel_frames.h"
 #include "scene/default_scenes.h"
 #include "scene/editor_state.h"
 #include "support/picture.h"
@@ -15,6 +16,7 @@ inline EditorLayout inspectorLayout;
 
 inline void DrawInspectorAgain() {
     headless.texts.clear();
+    DrawPanelFrames(inspectorLayout);
     DrawInspector(inspectorLayout);
 }
 
