@@ -54,6 +54,8 @@ TEST_CASE("a viewport without height or width still has a finite projection") {
     }
     CHECK(ProjectionMatrix(100, 0) == ProjectionMatrix(100, 1));
     CHECK(ProjectionMatrix(0, 100) == ProjectionMatrix(1, 100));
+    CHECK(ProjectionMatrix(100, 0).m[0][0] == doctest::Approx(0.01428148).epsilon(1e-6));
+    CHECK(ProjectionMatrix(0, 100).m[0][0] == doctest::Approx(142.8148).epsilon(1e-6));
 }
 
 TEST_CASE("a point straight ahead lands in the middle of the viewport") {
