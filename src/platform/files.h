@@ -22,9 +22,12 @@ PathKind KindOfPath(const std::wstring& path);
 bool ReadWholeFile(const std::wstring& path, std::string& bytes);
 
 // Puts `bytes` in place of the file at `path` so that a crash leaves the old file or the new one, never a
-// part: a temporary file beside it is written, flushed to the disk and renamed over it. Where the target
-// cannot be replaced but can be written, it is written in place. False when neither works; the old file then
-// stands as it was. No temporary file remains in any case. The folder must exist.
+// part: a temporary file beside it is written, flushed to the disk and renamed over it. Where the folder
+// takes no temporary file, or the target cannot be replaced but can be written, it is written in place as a
+// last resort, which a crash may cut short; a complete temporary file stays beside it until that is flushed.
+// A full disk never leads there. False when neither works; the old file then stands as it was, its bytes put
+// back if need be. No temporary file remains, except where not even that succeeded: it is then the only whole
+// file. A crash may leave one too. The folder must exist.
 bool WriteWholeFile(const std::wstring& path, std::string_view bytes);
 
 // Copies a file over `to`. False when it fails.

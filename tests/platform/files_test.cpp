@@ -2,11 +2,13 @@
 
 #include "platform/folders.h"
 #include "platform/headless/fault_injection.h"
+#include "platform/headless/native_path.h"
 #include "support/scratch_folder.h"
 
 #include "doctest/doctest.h"
 
 #include <algorithm>
+#include <filesystem>
 
 static std::vector<std::wstring> NamesIn(const std::wstring& folder) {
     std::vector<std::wstring> names;
@@ -101,6 +103,41 @@ TEST_CASE("a file that cannot be replaced is written in place") {
     fileFaults = {};
     CHECK(FileBytes(folder / L"a.txt") == "new");
     CHECK(NamesIn(folder.path) == Names{L"a.txt"});
+}
+
+// The folder that `NoteCopyBeside` looks into, and the steps of a save at which a copy of "new" stood there.
+static std::filesystem::path watchedFolder;
+static std::vector<int32_t> stepsWithCopy;
+
+static void NoteCopyBeside() {
+    for (const auto& entry : std::filesystem::directory_iterator(watchedFolder)) {
+        const bool isCopy =
+            entry.path().extension() == ".tmp" && FileBytes(ProgramPath(entry.path())) == "new";
+        if (isCopy) stepsWithCopy.push_back(fileFaults.steps);
+    }
+}
+
+TEST_CASE("a file that is written in place has its complete copy beside it until it is flushed") {
+    const ScratchFolder folder;
+    PutFile(folder / L"a.txt", "old");
+    watchedFolder = NativePath(folder.path);
+    stepsWithCopy.clear();
+    // After the three steps of the copy and the rename that fails: reading, writing, flushing.
+    fileFaults = {.failStep = 4, .onStep = NoteCopyBeside};
+    CHECK(WriteWholeFile(folder / L"a.txt", "new"));
+    CHECK(fileFaults.steps == 7);
+    fileFaults = {};
+    CHECK(stepsWithCopy == std::vector<int32_t>{4, 5, 6, 7});
+    CHECK(NamesIn(folder.path) == Names{L"a.txt"});
+}
+
+TEST_CASE("a file that cannot have a copy beside it is written in place") {
+    const ScratchFolder folder;
+    PutFile(folder / L"a.txt", "old and longer");
+    fileFaults = {.failStep = 1};
+    CHECK(WriteWholeFile(folder / L"a.txt", "new"));
+    fileFaults = {};
+    CHECK(FileBytes(folder / L"a.txt") == "new");
 }
 
 TEST_CASE("a full disk keeps the old file") {

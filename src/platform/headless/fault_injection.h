@@ -13,6 +13,7 @@ struct FileFaults {
     int64_t freeBytes = -1;      // how much may still be written to the disk; -1 without limit
     int64_t writtenAtOnce = -1;  // a write of more ends early without an error; -1 without limit
     int32_t steps = 0;           // taken so far
+    void (*onStep)() = nullptr;  // looks at the disk before each step
 };
 extern FileFaults fileFaults;
 

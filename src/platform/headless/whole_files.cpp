@@ -23,7 +23,15 @@ struct CloseFile {
 using File = std::unique_ptr<std::FILE, CloseFile>;
 
 enum class Use { Read, Create, Change };
+
+// What the target holds after it was written in place.
+enum class Target { Old, New, Damaged };
 }  // namespace
+
+// By the permission itself: whoever runs the tests may be allowed more.
+static bool IsWritable(const fs::file_status& status) {
+    return (status.permissions() & fs::perms::owner_write) != fs::perms::none;
+}
 
 static File Open(const fs::path& path, Use use) {
 #ifdef _WIN32
@@ -97,25 +105,30 @@ static bool Replace(const fs::path& target, const fs::path& temporary) {
     return !error;
 }
 
-// Writes over the target, and its old bytes back when that fails. What is longer than the new bytes is cut
-// last, so that going back needs no room on the disk.
-static bool WriteInPlace(const fs::path& target, std::string_view bytes) {
-    std::string oldBytes;
-    if (!TakeFileStep() || !Read(target, oldBytes)) return false;
+static bool PutBack(const fs::path& target, std::string_view oldBytes) {
     File file = Open(target, Use::Change);
     if (!file) return false;
+    const bool isWritten = std::fwrite(oldBytes.data(), 1, oldBytes.size(), file.get()) == oldBytes.size();
+    if (std::fclose(file.release()) != 0 || !isWritten) return false;
+    std::error_code error;
+    fs::resize_file(target, oldBytes.size(), error);
+    return !error;
+}
+
+// Writes over the target, and its old bytes back when that fails. What is longer than the new bytes is cut
+// last, so that going back needs no room on the disk.
+static Target WriteInPlace(const fs::path& target, std::string_view bytes) {
+    std::string oldBytes;
+    if (!TakeFileStep() || !Read(target, oldBytes)) return Target::Old;
+    File file = Open(target, Use::Change);
+    if (!file) return Target::Old;
     bool isWritten = Write(file.get(), bytes) && FlushToDisk(file.get());
     isWritten = std::fclose(file.release()) == 0 && isWritten;
 
     std::error_code error;
     if (isWritten) fs::resize_file(target, bytes.size(), error);
-    if (isWritten && !error) return true;
-
-    file = Open(target, Use::Change);
-    if (file) std::fwrite(oldBytes.data(), 1, oldBytes.size(), file.get());
-    file.reset();
-    fs::resize_file(target, oldBytes.size(), error);
-    return false;
+    if (isWritten && !error) return Target::New;
+    return PutBack(target, oldBytes) ? Target::Old : Target::Damaged;
 }
 
 bool ReadWholeFile(const std::wstring& path, std::string& bytes) {
@@ -126,22 +139,25 @@ bool ReadWholeFile(const std::wstring& path, std::string& bytes) {
     return false;
 }
 
-// A full disk fails here and does not reach the target: only a target that cannot be replaced is written in
-// place, by bytes that have been written once already or for whose copy the folder has no place.
 bool WriteWholeFile(const std::wstring& path, std::string_view bytes) {
     if (path.empty()) return false;
     const fs::path target = NativePath(path);
     std::error_code error;
     const fs::file_status status = fs::status(target, error);
     if (fs::exists(status)) {
-        const bool isWritable = (status.permissions() & fs::perms::owner_write) != fs::perms::none;
-        if (!fs::is_regular_file(status) || !isWritable) return false;
+        if (!fs::is_regular_file(status) || !IsWritable(status)) return false;
     }
 
     const fs::path temporary = TemporaryPath(target);
     const bool isSafe = WriteTemporary(temporary, bytes);
-    const bool hadRoom = isSafe || !fs::exists(temporary, error);
+    if (!isSafe && fs::exists(temporary, error)) {
+        fs::remove(temporary, error);
+        return false;  // what has no room for a copy is not overwritten
+    }
     if (isSafe && Replace(target, temporary)) return true;
-    fs::remove(temporary, error);
-    return hadRoom && fs::exists(status) && WriteInPlace(target, bytes);
+
+    const Target result = fs::exists(status) ? WriteInPlace(target, bytes) : Target::Old;
+    // Kept while the target holds a part: then it is the only whole file.
+    if (isSafe && result != Target::Damaged) fs::remove(temporary, error);
+    return result == Target::New;
 }

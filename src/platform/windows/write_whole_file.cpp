@@ -8,6 +8,20 @@
 constexpr int32_t kTemporaryNames = 100;  // names tried before giving up
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
+namespace {
+
+// How far the new bytes came in a file beside the target.
+enum class Copy {
+    NotAllowed,  // the folder takes no new file
+    Failed,      // the disk did not take all of it
+    Safe,        // complete, and down to the disk
+};
+
+// What the target holds after it was written in place.
+enum class Target { Old, New, Damaged };
+
+}  // namespace
+
 static bool SetFileSize(HANDLE file, int64_t size) {
     LARGE_INTEGER position{};
     position.QuadPart = size;
@@ -35,54 +49,52 @@ static std::wstring TemporaryName(const std::wstring& target, int32_t attempt) {
     return target.substr(0, folderEnd) + L"~zel" + number + L".tmp";
 }
 
-// Writes a new file beside the target, down to the disk. Its path, or an empty one when that fails.
-static std::wstring WriteTemporaryFile(const std::wstring& target, DWORD attributes, std::string_view bytes) {
+// The new bytes in a file beside the target, down to the disk.
+static Copy WriteTemporaryFile(const std::wstring& target, DWORD attributes, std::string_view bytes,
+                               std::wstring& path) {
     for (int32_t attempt = 0; attempt < kTemporaryNames; ++attempt) {
-        const std::wstring path = SystemPath(TemporaryName(target, attempt));
+        path = SystemPath(TemporaryName(target, attempt));
         FileHandle file(
             CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, attributes, nullptr));
         if (!file.IsOpen()) {
-            if (GetLastError() == ERROR_FILE_EXISTS) continue;
-            return {};
+            const DWORD reason = GetLastError();
+            if (reason == ERROR_FILE_EXISTS) continue;
+            const bool diskIsFull = reason == ERROR_DISK_FULL || reason == ERROR_HANDLE_DISK_FULL;
+            return diskIsFull ? Copy::Failed : Copy::NotAllowed;
         }
         const bool isSafe = WriteAllBytes(file.Get(), bytes) && FlushFileBuffers(file.Get());
         file.Close();
-        if (isSafe) return path;
+        if (isSafe) return Copy::Safe;
         DeleteFileW(path.c_str());
-        return {};
+        return Copy::Failed;
     }
-    return {};
+    return Copy::NotAllowed;
 }
 
 // One rename: whoever looks finds the old file or the new one.
-static bool ReplaceByTemporaryFile(const std::wstring& target, DWORD attributes, std::string_view bytes) {
-    const std::wstring temporary = WriteTemporaryFile(target, attributes, bytes);
-    if (temporary.empty()) return false;
+static bool Replace(const std::wstring& target, const std::wstring& temporary) {
     constexpr DWORD kFlags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
-    if (MoveFileExW(temporary.c_str(), target.c_str(), kFlags)) return true;
-    DeleteFileW(temporary.c_str());
-    return false;
+    return MoveFileExW(temporary.c_str(), target.c_str(), kFlags);
+}
+
+// Writes from the file's start, and ends the file there.
+static bool Fill(HANDLE file, std::string_view bytes) {
+    return GoToStart(file) && WriteAllBytes(file, bytes) &&
+           SetFileSize(file, static_cast<int64_t>(bytes.size())) && FlushFileBuffers(file);
 }
 
 // Overwrites a file that another program keeps open and lets others write to.
-static bool OverwriteInPlace(const std::wstring& target, std::string_view bytes) {
+static Target OverwriteInPlace(const std::wstring& target, std::string_view bytes) {
     const FileHandle file(CreateFileW(target.c_str(), GENERIC_READ | GENERIC_WRITE, kShareAll, nullptr,
                                       OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     std::string oldBytes;
-    if (!file.IsOpen() || !ReadAllBytes(file.Get(), oldBytes)) return false;
-    const auto newSize = static_cast<int64_t>(bytes.size());
-    const auto oldSize = static_cast<int64_t>(oldBytes.size());
+    if (!file.IsOpen() || !ReadAllBytes(file.Get(), oldBytes)) return Target::Old;
 
     // Grown first: a full disk is found before anything is overwritten.
-    const bool hasRoom = newSize <= oldSize || SetFileSize(file.Get(), newSize);
-    if (hasRoom && GoToStart(file.Get()) && WriteAllBytes(file.Get(), bytes) &&
-        SetFileSize(file.Get(), newSize) && FlushFileBuffers(file.Get())) {
-        return true;
-    }
-    if (GoToStart(file.Get())) WriteAllBytes(file.Get(), oldBytes);
-    SetFileSize(file.Get(), oldSize);
-    FlushFileBuffers(file.Get());
-    return false;
+    const bool hasRoom =
+        bytes.size() <= oldBytes.size() || SetFileSize(file.Get(), static_cast<int64_t>(bytes.size()));
+    if (hasRoom && Fill(file.Get(), bytes)) return Target::New;
+    return Fill(file.Get(), oldBytes) ? Target::Old : Target::Damaged;
 }
 
 bool WriteWholeFile(const std::wstring& path, std::string_view bytes) {
@@ -97,6 +109,13 @@ bool WriteWholeFile(const std::wstring& path, std::string_view bytes) {
 
     constexpr DWORD kKept = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
     const DWORD newAttributes = exists && (attributes & kKept) ? attributes & kKept : FILE_ATTRIBUTE_NORMAL;
-    return ReplaceByTemporaryFile(target, newAttributes, bytes) ||
-           (exists && OverwriteInPlace(target, bytes));
+    std::wstring temporary;
+    const Copy copy = WriteTemporaryFile(target, newAttributes, bytes, temporary);
+    if (copy == Copy::Failed) return false;  // what has no room for a copy is not overwritten
+    if (copy == Copy::Safe && Replace(target, temporary)) return true;
+
+    const Target result = exists ? OverwriteInPlace(target, bytes) : Target::Old;
+    // Kept while the target holds a part: then it is the only whole file.
+    if (copy == Copy::Safe && result != Target::Damaged) DeleteFileW(temporary.c_str());
+    return result == Target::New;
 }

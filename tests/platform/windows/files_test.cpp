@@ -18,6 +18,8 @@ public:
     HeldFile(const HeldFile&) = delete;
     HeldFile& operator=(const HeldFile&) = delete;
 
+    HANDLE Get() const { return handle; }
+
     std::string ReadFromStart() const {
         SetFilePointer(handle, 0, nullptr, FILE_BEGIN);
         char buffer[64] = {};
@@ -95,6 +97,25 @@ TEST_CASE("a file held open by a program that lets others write is written in pl
         CHECK(holder.ReadFromStart() == bytes);
         CHECK(Names(folder.Path()) == NameList{L"scene.scene"});
     }
+}
+
+TEST_CASE("a write in place that cannot be finished puts the old bytes back") {
+    const TestFolder folder;
+    const std::wstring path = folder / L"scene.scene";
+    REQUIRE(WriteWholeFile(path, "the old bytes"));
+    const HeldFile holder(path, FILE_SHARE_READ | FILE_SHARE_WRITE);
+    // A file in use as memory cannot become shorter: this fails after the new bytes have been written.
+    const HANDLE mapping = CreateFileMappingW(holder.Get(), nullptr, PAGE_READONLY, 0, 0, nullptr);
+    REQUIRE(mapping != nullptr);
+    const void* view = MapViewOfFile(mapping, FILE_MAP_READ, 0, 0, 0);
+    REQUIRE(view != nullptr);
+
+    CHECK_FALSE(WriteWholeFile(path, "new"));
+
+    CHECK(holder.ReadFromStart() == "the old bytes");
+    CHECK(Names(folder.Path()) == NameList{L"scene.scene"});
+    UnmapViewOfFile(view);
+    CloseHandle(mapping);
 }
 
 TEST_CASE("a file held open by a program that lets nobody write stays as it was") {
