@@ -30,7 +30,9 @@ bool ReadWholeFile(const std::wstring& path, std::string& bytes);
 // file. A crash may leave one too. The folder must exist.
 bool WriteWholeFile(const std::wstring& path, std::string_view bytes);
 
-// Copies a file over `to`. False when it fails.
+// Copies a file's bytes, and whether it is read-only, over `to`. Not in one step: where it fails half way, or
+// a crash cuts it short, `to` may hold a part or be gone. False when it fails, as it does for a file onto
+// itself and onto a read-only one; these stay as they were.
 bool CopyWholeFile(const std::wstring& from, const std::wstring& to);
 
 // Renames a file or folder. False when the target exists or the rename fails.

@@ -219,6 +219,36 @@ TEST_CASE("a file is copied over another one") {
     CHECK(FileBytes(folder / L"to") == "new");
 }
 
+TEST_CASE("a file is not copied onto itself or onto a read-only one, and its copy is read-only like it") {
+    const ScratchFolder folder;
+    PutFile(folder / L"from", "new");
+    PutFile(folder / L"kept", "old");
+    CHECK_FALSE(CopyWholeFile(folder / L"from", folder / L"from"));
+    CHECK(FileBytes(folder / L"from") == "new");
+
+    MakeReadOnly(folder / L"kept", true);
+    CHECK_FALSE(CopyWholeFile(folder / L"from", folder / L"kept"));
+    CHECK(FileBytes(folder / L"kept") == "old");
+    CHECK(CopyWholeFile(folder / L"kept", folder / L"to"));
+    CHECK_FALSE(WriteWholeFile(folder / L"to", "x"));
+    CHECK(FileBytes(folder / L"to") == "old");
+    for (const wchar_t* name : {L"kept", L"to"}) MakeReadOnly(folder / name, false);
+}
+
+TEST_CASE("a copy that fails at any step says so") {
+    const ScratchFolder folder;
+    PutFile(folder / L"from", "new");
+    for (const int32_t step : {1, 2, 3}) {  // reading, making and filling it
+        fileFaults = {.failStep = step};
+        CHECK_FALSE(CopyWholeFile(folder / L"from", folder / L"to"));
+        CHECK(fileFaults.steps == step);
+    }
+    fileFaults = {.freeBytes = 2};
+    CHECK_FALSE(CopyWholeFile(folder / L"from", folder / L"to"));
+    fileFaults = {};
+    CHECK(FileBytes(folder / L"from") == "new");
+}
+
 TEST_CASE("renaming never replaces what stands there") {
     const ScratchFolder folder;
     PutFile(folder / L"a", "a");

@@ -44,11 +44,6 @@ PathKind KindOfPath(const std::wstring& path) {
     return fs::exists(status) ? PathKind::File : PathKind::Missing;
 }
 
-bool CopyWholeFile(const std::wstring& from, const std::wstring& to) {
-    std::string bytes;
-    return ReadWholeFile(from, bytes) && WriteWholeFile(to, bytes);
-}
-
 bool RenamePath(const std::wstring& from, const std::wstring& to) {
     if (from.empty() || to.empty() || KindOfPath(to) != PathKind::Missing || !TakeFileStep()) return false;
     std::error_code error;

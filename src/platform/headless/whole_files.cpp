@@ -1,4 +1,4 @@
-// Reading and writing a file in one step.
+// Reading, writing and copying whole files.
 #include "platform/files.h"
 #include "platform/headless/fault_injection.h"
 #include "platform/headless/native_path.h"
@@ -160,4 +160,21 @@ bool WriteWholeFile(const std::wstring& path, std::string_view bytes) {
     // Kept while the target holds a part: then it is the only whole file.
     if (isSafe && result != Target::Damaged) fs::remove(temporary, error);
     return result == Target::New;
+}
+
+bool CopyWholeFile(const std::wstring& from, const std::wstring& to) {
+    std::string bytes;
+    if (to.empty() || !ReadWholeFile(from, bytes)) return false;
+    const fs::path source = NativePath(from), target = NativePath(to);
+    std::error_code error;
+    const fs::file_status old = fs::status(target, error);
+    if (fs::exists(old) && (!IsWritable(old) || fs::equivalent(source, target, error))) return false;
+
+    if (!TakeFileStep()) return false;
+    File file = Open(target, Use::Create);
+    if (!file) return false;
+    const bool isWritten = Write(file.get(), bytes);
+    if (std::fclose(file.release()) != 0 || !isWritten) return false;
+    fs::permissions(target, fs::status(source, error).permissions(), error);
+    return true;
 }

@@ -240,6 +240,21 @@ TEST_CASE("a copy overwrites, and fails for what is not there") {
     CHECK(Bytes(folder / L"to.txt") == "new");
 }
 
+TEST_CASE("a file is not copied onto itself, and the copy of a read-only one is read-only") {
+    const TestFolder folder;
+    const std::wstring from = folder / L"from", kept = folder / L"kept", to = folder / L"to";
+    REQUIRE(WriteWholeFile(from, "new"));
+    REQUIRE(WriteWholeFile(kept, "old"));
+    CHECK_FALSE(CopyWholeFile(from, from));
+    CHECK(Bytes(from) == "new");
+
+    REQUIRE(SetFileAttributesW(kept.c_str(), FILE_ATTRIBUTE_READONLY));
+    CHECK(CopyWholeFile(kept, to));
+    CHECK_FALSE(WriteWholeFile(to, "x"));
+    CHECK(Bytes(to) == "old");
+    for (const std::wstring& path : {kept, to}) SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
 TEST_CASE("a rename never overwrites, and a name in other letter case is the file's own") {
     const TestFolder folder;
     REQUIRE(WriteWholeFile(folder / L"a.txt", "a"));
