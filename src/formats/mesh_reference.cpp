@@ -1,6 +1,5 @@
 #include "formats/mesh_reference.h"
 
-#include "formats/obj_file.h"
 #include "formats/project_paths.h"
 #include "render/builtin_meshes.h"
 #include "scene/editor_state.h"
@@ -9,9 +8,14 @@ constexpr std::wstring_view kBuiltinPrefix = L"builtin:";
 constexpr std::wstring_view kFilePrefix = L"file:";
 
 int32_t MeshIndexFromReference(std::wstring_view reference) {
+    KnownModels known = ModelsInLibrary();
+    return MeshIndexFromReference(reference, known);
+}
+
+int32_t MeshIndexFromReference(std::wstring_view reference, KnownModels& known) {
     if (reference.starts_with(kFilePrefix)) {
         const std::wstring_view stored = reference.substr(kFilePrefix.size());
-        return LoadObjIntoLibrary(stored.empty() ? std::wstring{} : JoinProjectPath(stored));
+        return LoadObjIntoLibrary(stored.empty() ? std::wstring{} : JoinProjectPath(stored), known);
     }
     if (reference.starts_with(kBuiltinPrefix)) {
         const std::wstring_view name = reference.substr(kBuiltinPrefix.size());

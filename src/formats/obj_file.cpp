@@ -102,17 +102,28 @@ bool ReadObjFile(const std::wstring& path, Mesh& mesh) {
     return true;
 }
 
-int32_t LoadObjIntoLibrary(const std::wstring& path) {
-    const std::wstring fullPath = AbsolutePath(path);
+KnownModels ModelsInLibrary() {
+    KnownModels known;
     const auto& sources = editorState.meshSources;
-    const auto known = std::find(sources.begin(), sources.end(), fullPath);
-    if (!fullPath.empty() && known != sources.end()) return static_cast<int32_t>(known - sources.begin());
-
-    Mesh mesh;
-    if (!ReadObjFile(fullPath, mesh)) {
-        SetStatus(L"OBJ model se nepodarilo nacist.");
-        return -1;
+    for (size_t i = 0; i < sources.size(); ++i) {
+        if (!sources[i].empty()) known.try_emplace(sources[i], static_cast<int32_t>(i));
     }
-    AppendToLibrary(std::move(mesh), fullPath);
-    return static_cast<int32_t>(editorState.meshes.size()) - 1;
+    return known;
+}
+
+int32_t LoadObjIntoLibrary(const std::wstring& path) {
+    KnownModels known = ModelsInLibrary();
+    return LoadObjIntoLibrary(path, known);
+}
+
+int32_t LoadObjIntoLibrary(const std::wstring& path, KnownModels& known) {
+    const std::wstring fullPath = AbsolutePath(path);
+    const auto [entry, isNew] = known.try_emplace(fullPath, -1);
+    Mesh mesh;
+    if (isNew && ReadObjFile(fullPath, mesh)) {
+        AppendToLibrary(std::move(mesh), fullPath);
+        entry->second = static_cast<int32_t>(editorState.meshes.size()) - 1;
+    }
+    if (entry->second < 0) SetStatus(L"OBJ model se nepodarilo nacist.");
+    return entry->second;
 }

@@ -3,7 +3,6 @@
 #include "formats/mesh_reference.h"
 #include "formats/project_paths.h"
 #include "render/builtin_meshes.h"
-#include "render/textures.h"
 #include "scene/editor_state.h"
 #include "scene/numbers.h"
 
@@ -197,6 +196,7 @@ struct ColumnReader {
     std::span<const std::wstring_view> fields;  // from this column on; not empty
     GameObject& object;
     const ObjectColumn& column;
+    KnownFiles& known;
 
     void operator()(bool GameObject::*member) const {
         object.*member = ReadInteger(fields[0], object.*member ? 1 : 0) != 0;
@@ -204,7 +204,7 @@ struct ColumnReader {
 
     void operator()(int32_t GameObject::*member) const {
         if (column.form == Form::MeshReference) {
-            object.*member = MeshIndexFromReference(fields[0]);
+            object.*member = MeshIndexFromReference(fields[0], known.models);
         } else if (column.form == Form::Plain) {
             object.*member = ReadInteger(fields[0], object.*member);
         }
@@ -238,7 +238,7 @@ struct ColumnReader {
     }
 
     void LoadTexture() const {
-        object.textureIndex = LoadTextureImage(object.texturePath);
+        object.textureIndex = LoadTextureImage(object.texturePath, known.textures);
         if (object.textureIndex < 0) object.hasTexture = false;
     }
 
@@ -257,10 +257,10 @@ struct ColumnReader {
 }  // namespace
 
 static void ReadColumn(std::span<const std::wstring_view> fields, const ObjectColumn& column,
-                       GameObject& object) {
+                       GameObject& object, KnownFiles& known) {
     const auto number = static_cast<size_t>(column.number);
     if (number >= fields.size()) return;
-    std::visit(ColumnReader{fields.subspan(number), object, column}, column.member);
+    std::visit(ColumnReader{fields.subspan(number), object, column, known}, column.member);
 }
 
 // Ground and platforms were solid before objects could say so.
@@ -295,16 +295,21 @@ void WriteObjects(std::wstring& text) {
 }
 
 bool ParseObjectLine(std::span<const std::wstring_view> fields, GameObject& object) {
+    KnownFiles known;
+    return ParseObjectLine(fields, object, known);
+}
+
+bool ParseObjectLine(std::span<const std::wstring_view> fields, GameObject& object, KnownFiles& known) {
     if (fields.size() < kFewestColumns || fields[0] != kObjectTag) return false;
 
     object = GameObject{};
     const bool hasCollectPrefab = fields.size() >= kFewestWithCollectPrefab;
     for (const ObjectColumn& column : kObjectColumns) {
         if (!hasCollectPrefab && column.number >= kFirstPathColumn) break;
-        ReadColumn(fields, column, object);
+        ReadColumn(fields, column, object, known);
     }
     if (!hasCollectPrefab) {
-        for (const ObjectColumn& column : kEarlierPathColumns) ReadColumn(fields, column, object);
+        for (const ObjectColumn& column : kEarlierPathColumns) ReadColumn(fields, column, object, known);
     }
     SettleColumns(object, fields.size());
     return true;
@@ -313,11 +318,12 @@ bool ParseObjectLine(std::span<const std::wstring_view> fields, GameObject& obje
 Scene ReadObjects(TextFile& file) {
     Scene objects;
     GameObject object;
+    KnownFiles known;
     std::wstring_view line;
     std::vector<std::wstring_view> fields;
     while (NextLine(file, kObjectLineBuffer, line)) {
         SplitAtTabs(line, fields);
-        if (ParseObjectLine(fields, object)) objects.push_back(std::move(object));
+        if (ParseObjectLine(fields, object, known)) objects.push_back(std::move(object));
     }
     return objects;
 }

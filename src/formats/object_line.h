@@ -1,7 +1,9 @@
 // The line of tab-separated columns in which scene, prefab and project files store an object.
 #pragma once
 
+#include "formats/obj_file.h"
 #include "formats/text_file.h"
+#include "render/textures.h"
 #include "scene/game_object.h"
 
 #include <span>
@@ -19,6 +21,15 @@ void WriteObjects(std::wstring& text);
 // an older line lacks, and numbers that cannot be read, keep the values of a new object. False, with `object`
 // as it was, for a line that stores no object: not tagged "O", or of fewer than 30 columns with the tag.
 bool ParseObjectLine(std::span<const std::wstring_view> fields, GameObject& object);
+
+// The files that object lines name, as far as they are loaded or cannot be.
+struct KnownFiles {
+    KnownModels models = ModelsInLibrary();
+    KnownTextures textures = LoadedTextures();
+};
+
+// The same for one of many lines that are read in a row.
+bool ParseObjectLine(std::span<const std::wstring_view> fields, GameObject& object, KnownFiles& known);
 
 // The objects of a file from its next line on, in its order, read into a buffer of 8192 units. Lines that
 // store no object are skipped, headers among them.

@@ -5,6 +5,7 @@
 #include "scene/editor_state.h"
 
 #include <algorithm>
+#include <new>
 
 constexpr Pixel kTransparentTexel{0xFFFFFF};
 
@@ -14,20 +15,44 @@ static Pixel TexelOf(uint32_t argb) {
     return alpha == 0 ? kTransparentTexel : Pixel{red | green << 8 | blue << 16};
 }
 
-int32_t LoadTextureImage(const std::wstring& path) {
-    auto& textures = editorState.textures;
-    const std::wstring fullPath = AbsolutePath(path);
-    const auto loaded = std::ranges::find(textures, fullPath, &TextureImage::path);
-    if (loaded != textures.end()) return static_cast<int32_t>(loaded - textures.begin());
-
+// The texture of an image file. False when there is none, or no memory for it.
+static bool ReadTexture(const std::wstring& fullPath, TextureImage& texture) {
     DecodedImage image;
-    if (!DecodeImageFile(fullPath, image)) {
-        editorState.statusMessage = L"Texture image se nepodarilo nacist.";
-        return -1;
+    if (!DecodeImageFile(fullPath, image)) return false;
+    try {
+        texture.texels.resize(image.argb.size());
+    } catch (const std::bad_alloc&) {
+        return false;
     }
-    TextureImage texture{.path = fullPath, .width = image.width, .height = image.height};
-    texture.texels.resize(image.argb.size());
     std::ranges::transform(image.argb, texture.texels.begin(), TexelOf);
-    textures.push_back(std::move(texture));
-    return static_cast<int32_t>(textures.size()) - 1;
+    texture.path = fullPath;
+    texture.width = image.width;
+    texture.height = image.height;
+    return true;
+}
+
+KnownTextures LoadedTextures() {
+    KnownTextures known;
+    const auto& textures = editorState.textures;
+    for (size_t i = 0; i < textures.size(); ++i) {
+        known.try_emplace(textures[i].path, static_cast<int32_t>(i));
+    }
+    return known;
+}
+
+int32_t LoadTextureImage(const std::wstring& path) {
+    KnownTextures known = LoadedTextures();
+    return LoadTextureImage(path, known);
+}
+
+int32_t LoadTextureImage(const std::wstring& path, KnownTextures& known) {
+    const std::wstring fullPath = AbsolutePath(path);
+    const auto [entry, isNew] = known.try_emplace(fullPath, -1);
+    TextureImage texture;
+    if (isNew && ReadTexture(fullPath, texture)) {
+        editorState.textures.push_back(std::move(texture));
+        entry->second = static_cast<int32_t>(editorState.textures.size()) - 1;
+    }
+    if (entry->second < 0) editorState.statusMessage = L"Texture image se nepodarilo nacist.";
+    return entry->second;
 }

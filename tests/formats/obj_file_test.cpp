@@ -200,6 +200,31 @@ TEST_CASE("a model that cannot be loaded leaves the library alone and says so") 
         editorState.statusMessage.clear();
         CHECK(LoadObjIntoLibrary(path) == -1);
         CHECK(editorState.statusMessage == L"OBJ model se nepodarilo nacist.");
+TEST_CASE("of models loaded in a row none is read twice, whether it could be loaded or not") {
+    const ScratchFolder folder;
+    resetScene(false);
+    PutFile(folder / L"old.obj", kThreeVertices + "f 1 2 3\n");
+    PutFile(folder / L"new.obj", kThreeVertices + "f 1 2 3\n");
+    CHECK(LoadObjIntoLibrary(folder / L"old.obj") == 7);
+
+    KnownModels known = ModelsInLibrary();
+    CHECK(known == KnownModels{{folder / L"old.obj", 7}});
+    CHECK(LoadObjIntoLibrary(folder / L"new.obj", known) == 8);
+    CHECK(LoadObjIntoLibrary(folder / L"late.obj", known) == -1);
+    const int32_t steps = fileFaults.steps;
+    PutFile(folder / L"late.obj", kThreeVertices + "f 1 2 3\n");
+    editorState.statusMessage.clear();
+    CHECK(LoadObjIntoLibrary(folder / L"old.obj", known) == 7);
+    CHECK(LoadObjIntoLibrary(folder / L".\\new.obj", known) == 8);
+    CHECK(editorState.statusMessage == L"");
+    CHECK(LoadObjIntoLibrary(folder / L"late.obj", known) == -1);
+    CHECK(editorState.statusMessage == L"OBJ model se nepodarilo nacist.");
+    CHECK(fileFaults.steps == steps);
+
+    CHECK(LoadObjIntoLibrary(folder / L"late.obj") == 9);
+    CHECK(editorState.meshes.size() == 10);
+}
+
     }
     CHECK(editorState.meshes.size() == 7);
     CHECK(editorState.meshNames.size() == 7);

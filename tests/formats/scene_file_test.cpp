@@ -223,6 +223,60 @@ TEST_CASE("a failed model or image leaves the rest of the scene") {
     CHECK_FALSE(editorState.scene[0].hasTexture);
 }
 
+// A line of 41 columns with a mesh and a texture.
+static std::string LineWith(const std::string& mesh, const std::string& texture) {
+    return "O" + std::string(11, '\t') + mesh + std::string(29, '\t') + texture + "\r\n";
+}
+
+TEST_CASE("a model and an image that many objects name are read once, also when they cannot be loaded") {
+    const ScratchFolder folder;
+    PutFile(folder / L"good.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n");
+    PutFile(folder / L"bad.obj", "v 0 0 0\n");
+    PutFile(folder / L"good.bmp", OnePixelBitmap());
+    PutFile(folder / L"bad.bmp", "BM");
+    const std::string lines = LineWith("file:good.obj", "good.bmp") + LineWith("file:bad.obj", "bad.bmp");
+    std::string many;
+    for (int32_t i = 0; i < 100; ++i) many += lines;
+
+    fileFaults = {};
+    CHECK(LoadBytes(folder, lines));
+    const int32_t steps = fileFaults.steps;
+    fileFaults = {};
+    CHECK(LoadBytes(folder, many));
+    CHECK(fileFaults.steps == steps);
+
+    REQUIRE(editorState.scene.size() == 200);
+    CHECK(editorState.meshes.size() == 8);
+    CHECK(editorState.textures.size() == 1);
+    for (size_t i = 0; i < 200; i += 2) {
+        CHECK(editorState.scene[i].meshIndex == 7);
+        CHECK(editorState.scene[i].textureIndex == 0);
+        CHECK(editorState.scene[i + 1].meshIndex == -1);
+        CHECK(editorState.scene[i + 1].textureIndex == -1);
+    }
+}
+
+TEST_CASE("the last reference that could not be loaded decides the message, also when it is not the first") {
+    const ScratchFolder folder;
+    const std::string badModel = LineWith("file:missing.obj", ""), badImage = LineWith("", "missing.png");
+    CHECK(LoadBytes(folder, badModel + badImage + badModel));
+    CHECK(editorState.statusMessage == L"OBJ model se nepodarilo nacist.");
+    CHECK(LoadBytes(folder, badImage + badModel + badImage));
+    CHECK(editorState.statusMessage == L"Texture image se nepodarilo nacist.");
+}
+
+TEST_CASE("what could not be loaded is tried again with the next scene") {
+    const ScratchFolder folder;
+    const std::string line = LineWith("file:late.obj", "late.bmp");
+    CHECK(LoadBytes(folder, line));
+    CHECK(editorState.scene[0].meshIndex == -1);
+    PutFile(folder / L"late.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n");
+    PutFile(folder / L"late.bmp", OnePixelBitmap());
+    CHECK(LoadBytes(folder, line));
+    CHECK(editorState.scene[0].meshIndex == 7);
+    CHECK(editorState.scene[0].textureIndex == 0);
+}
+
 TEST_CASE("after loading, what the default scene selects is selected, as far as there are objects") {
     const ScratchFolder folder;
     editorState.selectedIndex = -1;

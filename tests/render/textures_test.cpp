@@ -87,6 +87,37 @@ TEST_CASE(
     CHECK(editorState.textures.empty());
 }
 
+TEST_CASE("an image of one pixel more than 64 million is refused") {
+    const ScratchFolder folder;
+    PutFile(folder / L"large.bmp", BitmapHeader(4'923'077, 13));
+    static_assert(int64_t{4'923'077} * 13 == kMaxImagePixels + 1);
+    CHECK(LoadTextureImage(folder / L"large.bmp") == -1);
+    CHECK(editorState.statusMessage == kFailure);
+}
+
+TEST_CASE("of images loaded in a row none is read twice, whether it could be loaded or not") {
+    const ScratchFolder folder;
+    const std::string png = PngBytes({1, 1, {0xFF112233}});
+    PutFile(folder / L"old.png", png);
+    PutFile(folder / L"new.png", png);
+    CHECK(LoadTextureImage(folder / L"old.png") == 0);
+
+    KnownTextures known = LoadedTextures();
+    CHECK(known == KnownTextures{{folder / L"old.png", 0}});
+    CHECK(LoadTextureImage(folder / L"new.png", known) == 1);
+    CHECK(LoadTextureImage(folder / L"late.png", known) == -1);
+    const int32_t steps = fileFaults.steps;
+    PutFile(folder / L"late.png", png);
+    editorState.statusMessage.clear();
+    CHECK(LoadTextureImage(folder / L"old.png", known) == 0);
+    CHECK(LoadTextureImage(folder / L".\\new.png", known) == 1);
+    CHECK(editorState.statusMessage == L"");
+    CHECK(LoadTextureImage(folder / L"late.png", known) == -1);
+    CHECK(editorState.statusMessage == kFailure);
+    CHECK(fileFaults.steps == steps);
+    CHECK(editorState.textures.size() == 2);
+}
+
 TEST_CASE("an image that failed to load may be tried again") {
     const ScratchFolder folder;
     CHECK(LoadTextureImage(folder / L"late.png") == -1);
