@@ -7,15 +7,28 @@
 #include "platform/folders.h"
 #include "scene/editor_state.h"
 
+#include <algorithm>
 #include <cwctype>
 
 constexpr size_t kRecentLineBuffer = 520;
 
-// Equal for paths that differ in upper and lower case only. Separators are compared as they stand.
-static std::wstring ComparisonKey(const std::wstring& path) {
-    std::wstring key = AbsolutePath(path);
-    for (wchar_t& c : key) c = static_cast<wchar_t>(std::towlower(static_cast<std::wint_t>(c)));
-    return key;
+// Equal for full paths that differ in upper and lower case only. Separators are compared as they stand.
+static std::wstring ComparisonKey(std::wstring fullPath) {
+    for (wchar_t& c : fullPath) c = static_cast<wchar_t>(std::towlower(static_cast<std::wint_t>(c)));
+    return fullPath;
+}
+
+// Where the list holds a project, in upper or lower case; its end when it does not.
+static auto FindProject(const std::wstring& fullPath) {
+    const std::wstring key = ComparisonKey(fullPath);
+    return std::ranges::find_if(editorState.recentProjects, [&key](const RecentProject& entry) {
+        return ComparisonKey(entry.path) == key;
+    });
+}
+
+static RecentProject EntryFor(const std::wstring& fullPath) {
+    const std::wstring name = LastComponent(fullPath);
+    return {.name = name.empty() ? L"ZelEngineProject" : name, .path = fullPath};
 }
 
 static std::wstring ListFile() { return JoinPath(GetDataFolder(), L"recent-projects.txt"); }
@@ -38,27 +51,28 @@ void AddRecentProject(const std::wstring& path) {
     if (fullPath.empty() || !IsProjectFolder(fullPath)) return;
 
     auto& projects = editorState.recentProjects;
-    const std::wstring key = ComparisonKey(fullPath);
-    std::erase_if(projects, [&](const RecentProject& entry) { return ComparisonKey(entry.path) == key; });
-
-    std::wstring name = LastComponent(fullPath);
-    if (name.empty()) name = L"ZelEngineProject";
-    projects.insert(projects.begin(), {.name = std::move(name), .path = fullPath});
+    const auto listed = FindProject(fullPath);
+    if (listed != projects.end()) projects.erase(listed);
+    projects.insert(projects.begin(), EntryFor(fullPath));
     if (projects.size() > kMaxRecentProjects) projects.resize(kMaxRecentProjects);
 }
 
 void LoadRecentProjects() {
-    editorState.recentProjects.clear();
+    auto& projects = editorState.recentProjects;
+    projects.clear();
 
-    std::vector<std::wstring> paths;
+    // The first lines are the most recent ones, and the first of several for one project counts. That is the
+    // list that adding its lines from the last to the first gives, whatever the file's length.
     TextFile file;
-    if (ReadTextFile(ListFile(), file)) {
-        std::wstring_view line;
-        while (NextLine(file, kRecentLineBuffer, line)) paths.emplace_back(line);
+    ReadTextFile(ListFile(), file);  // one that cannot be read has no lines
+    std::wstring_view line;
+    while (projects.size() < kMaxRecentProjects && NextLine(file, kRecentLineBuffer, line)) {
+        if (line.empty()) continue;
+        const std::wstring fullPath = AbsolutePath(std::wstring(line));
+        if (!IsProjectFolder(fullPath) || FindProject(fullPath) != projects.end()) continue;
+        projects.push_back(EntryFor(fullPath));
     }
-    // Each is put in front of the others, so the file's first line comes last.
-    for (size_t i = paths.size(); i > 0; --i) AddRecentProject(paths[i - 1]);
-    if (editorState.recentProjects.empty()) AddRecentProject(L"Project");
+    if (projects.empty()) AddRecentProject(L"Project");
 
     SaveRecentProjects();
 }

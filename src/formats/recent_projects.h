@@ -2,9 +2,10 @@
 // EditorState::recentProjects and in "recent-projects.txt". Failures of its file are not reported.
 #pragma once
 
+#include <cstddef>
 #include <string>
 
-constexpr size_t kMaxRecentProjects = 12;
+inline constexpr size_t kMaxRecentProjects = 12;
 
 // "ZelEngine" in the user's local application data; "ZelEngineData" beside the executable when that cannot be
 // told. Made when it is missing.

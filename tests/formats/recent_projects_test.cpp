@@ -8,6 +8,8 @@
 
 #include "doctest/doctest.h"
 
+#include <random>
+
 static std::wstring ListPath(const ScratchFolder& folder) {
     return folder / L"local\\ZelEngine\\recent-projects.txt";
 }
@@ -144,6 +146,50 @@ TEST_CASE("of a longer list the first twelve stay") {
     LoadRecentProjects();
     paths.resize(12);
     CHECK(Paths() == paths);
+}
+
+TEST_CASE("a list is read as if its lines were added from the last to the first") {
+    const ScratchFolder folder;
+    AnswerFoldersIn(folder);
+    PathList names = {L"", L"\t", folder / L"missing", folder.path, L"work"};
+    for (int32_t i = 0; i < 8; ++i) {
+        const std::wstring lower = MakeProject(folder, L"p" + std::to_wstring(i));
+        const std::wstring capital = MakeProject(folder, L"P" + std::to_wstring(i));
+        const std::wstring relative = L"..\\q" + std::to_wstring(i);
+        MakeProject(folder, L"q" + std::to_wstring(i));
+        names.insert(names.end(), {lower, capital, lower + L"\\", relative, folder / relative.substr(3)});
+    }
+    std::mt19937 random(4711);
+    for (int32_t round = 0; round < 60; ++round) {
+        CAPTURE(round);
+        PathList lines(random() % 60);
+        for (std::wstring& line : lines) line = names[random() % names.size()];
+        PutFile(ListPath(folder), ListOf(lines));
+
+        editorState.recentProjects.clear();
+        for (size_t i = lines.size(); i > 0; --i) AddRecentProject(lines[i - 1]);
+        const PathList expected = Paths();
+        LoadRecentProjects();
+        CHECK(Paths() == expected);
+    }
+}
+
+TEST_CASE("reading a list asks the disk for nothing behind its twelfth project") {
+    const ScratchFolder folder;
+    AnswerFoldersIn(folder);
+    PathList lines;
+    for (int32_t i = 0; i < 12; ++i) lines.push_back(MakeProject(folder, L"P" + std::to_wstring(i)));
+    const auto steps = [&folder](const PathList& list) {
+        PutFile(ListPath(folder), ListOf(list));
+        fileFaults = {};
+        LoadRecentProjects();
+        return fileFaults.steps;
+    };
+    const int32_t twelve = steps(lines);
+    lines.insert(lines.end(), 1000, folder / L"missing");
+    CHECK(steps(lines) == twelve);
+    lines.insert(lines.begin() + 5, 1000, L"");
+    CHECK(steps(lines) == twelve);
 }
 
 TEST_CASE("a missing or unreadable list is empty, and is written anew") {
