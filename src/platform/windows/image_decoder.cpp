@@ -2,17 +2,17 @@
 
 #include "platform/windows/gdi_plus.h"
 
-#include <cstring>
+#include <new>
+#include <utility>
 
-// The pixels of a locked bitmap, its rows closed up.
-static std::vector<uint32_t> CopyRows(const Gdiplus::BitmapData& locked) {
-    std::vector<uint32_t> argb(size_t{locked.Width} * locked.Height);
-    const auto* firstRow = static_cast<const uint8_t*>(locked.Scan0);
-    for (UINT y = 0; y < locked.Height; ++y) {
-        const uint8_t* row = firstRow + static_cast<ptrdiff_t>(y) * locked.Stride;
-        std::memcpy(&argb[size_t{y} * locked.Width], row, size_t{locked.Width} * sizeof(uint32_t));
+// False when there is no memory for as many pixels.
+static bool Reserve(std::vector<uint32_t>& pixels, size_t count) {
+    try {
+        pixels.resize(count);
+    } catch (const std::bad_alloc&) {
+        return false;
     }
-    return argb;
+    return true;
 }
 
 static bool ReadPixels(const GdiPlusCalls& gdiPlus, Gdiplus::GpBitmap* bitmap, DecodedImage& image) {
@@ -21,14 +21,23 @@ static bool ReadPixels(const GdiPlusCalls& gdiPlus, Gdiplus::GpBitmap* bitmap, D
     if (gdiPlus.GdipGetImageHeight(bitmap, &height) != Gdiplus::Ok) return false;
     if (width < 1 || height < 1 || uint64_t{width} * height > uint64_t{kMaxImagePixels}) return false;
 
-    const Gdiplus::Rect whole(0, 0, static_cast<INT>(width), static_cast<INT>(height));
-    Gdiplus::BitmapData locked{};
-    if (gdiPlus.GdipBitmapLockBits(bitmap, &whole, Gdiplus::ImageLockModeRead, PixelFormat32bppARGB,
-                                   &locked) != Gdiplus::Ok) {
+    DecodedImage decoded{.width = static_cast<int32_t>(width), .height = static_cast<int32_t>(height)};
+    if (!Reserve(decoded.argb, size_t{width} * height)) return false;
+
+    // Locking writes the pixels where `target` says, row behind row.
+    const Gdiplus::Rect whole(0, 0, decoded.width, decoded.height);
+    constexpr UINT kMode = Gdiplus::ImageLockModeRead | Gdiplus::ImageLockModeUserInputBuf;
+    Gdiplus::BitmapData target{};
+    target.Width = width;
+    target.Height = height;
+    target.Stride = static_cast<INT>(width * sizeof(uint32_t));
+    target.PixelFormat = PixelFormat32bppARGB;
+    target.Scan0 = decoded.argb.data();
+    if (gdiPlus.GdipBitmapLockBits(bitmap, &whole, kMode, PixelFormat32bppARGB, &target) != Gdiplus::Ok) {
         return false;
     }
-    image = {static_cast<int32_t>(width), static_cast<int32_t>(height), CopyRows(locked)};
-    gdiPlus.GdipBitmapUnlockBits(bitmap, &locked);
+    gdiPlus.GdipBitmapUnlockBits(bitmap, &target);
+    image = std::move(decoded);
     return true;
 }
 

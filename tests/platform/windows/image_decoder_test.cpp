@@ -95,8 +95,17 @@ TEST_CASE("an image without a row or a column is refused, and one of a single pi
 
 TEST_CASE("more pixels than the limit are refused, whether they are there or only promised") {
     CHECK(IsRefused(PngFile(30'000, 30'000, 8, 6, {std::string(8, '\0')})));
-    const std::vector<std::string> rows(8000, std::string(1001, '\0'));  // 8001 pixels of one bit
-    CHECK(IsRefused(PngFile(8001, 8000, 1, 0, rows)));
+    const std::vector<std::string> rows(13, std::string(615'385, '\0'));  // 4,923,077 pixels of one bit
+    static_assert(int64_t{4'923'077} * 13 == kMaxImagePixels + 1);
+    CHECK(IsRefused(PngFile(4'923'077, 13, 1, 0, rows)));
+}
+
+TEST_CASE("as many pixels as the limit are read") {
+    const std::vector<std::string> rows(8000, std::string(1000, '\xFF'));
+    const DecodedImage image = Decode(PngFile(8000, 8000, 1, 0, rows));
+    CHECK(image.argb.size() == size_t{kMaxImagePixels});
+    CHECK(image.argb.front() == 0xFFFFFFFF);
+    CHECK(image.argb.back() == 0xFFFFFFFF);
 }
 
 TEST_CASE("what is no image is refused") {
