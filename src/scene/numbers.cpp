@@ -10,8 +10,8 @@
 // FLT_MAX has 39 digits before the point; sign, point and six decimals come on top.
 constexpr size_t kNumberBuffer = 64;
 
-// Beyond this magnitude a float is a whole number, and times a million it leaves the exact range of double.
-constexpr float kLargeFloat = 8589934592.0f;  // 2 to the 33rd
+// From this magnitude on a float is a whole number, and a million times it may not fit 64 bits.
+constexpr float kLargeFloat = 17592186044416.0f;  // 2 to the 44th
 
 // Exponents beyond this are as good as infinite, and sums with it stay far from overflow.
 constexpr int64_t kExponentLimit = 1'000'000'000'000;
@@ -27,12 +27,12 @@ static wchar_t* WriteDigits(uint64_t number, wchar_t* end) {
     return end;
 }
 
-// The same for a float that is whole and at least 2 to the 33rd: its 24 bits are shifted into 128, which are
+// The same for a float that is whole and at least 2 to the 44th: its 24 bits are shifted into 128, which are
 // divided by ten until nothing is left.
 static wchar_t* WriteLargeDigits(float magnitude, wchar_t* end) {
     int exponent = 0;
     const auto mantissa = static_cast<uint32_t>(std::ldexp(std::frexp(magnitude, &exponent), 24));
-    const int shift = exponent - 24;  // 10 .. 104
+    const int shift = exponent - 24;  // 21 .. 104
 
     uint32_t words[4] = {};  // lowest first
     const uint64_t shifted = static_cast<uint64_t>(mantissa) << (shift % 32);
@@ -54,7 +54,7 @@ static wchar_t* WriteLargeDigits(float magnitude, wchar_t* end) {
     return end;
 }
 
-// The nearest whole number, an exact half to the even one. `value` lies below 2 to the 53rd.
+// The nearest whole number, an exact half to the even one. `value` lies below 2 to the 64th.
 static uint64_t RoundHalfToEven(double value) {
     const auto whole = static_cast<uint64_t>(value);
     const double fraction = value - static_cast<double>(whole);
@@ -85,7 +85,7 @@ void AppendFixed(std::wstring& text, float value, int32_t decimals) {
         }
         begin = WriteLargeDigits(magnitude, begin);
     } else {
-        // Exact: the 24 bits of a float times the 14 odd bits of a million fit the 53 of a double.
+        // Exact: a float has 24 significant bits, a power of ten up to a million at most 14, a double 53.
         uint64_t scaled = RoundHalfToEven(static_cast<double>(magnitude) * kPowersOfTen[decimals]);
         for (int32_t i = 0; i < decimals; ++i) {
             *--begin = static_cast<wchar_t>(L'0' + scaled % 10);

@@ -40,6 +40,9 @@ TEST_CASE("a fixed number has the decimals asked for and is rounded to the neare
         {8589934592.0f, 2, L"8589934592.00"},
         {8589933568.0f, 2, L"8589933568.00"},
         {1e10f, 0, L"10000000000"},
+        {17592184995840.0f, 6, L"17592184995840.000000"},  // the last below 2 to the 44th
+        {17592186044416.0f, 6, L"17592186044416.000000"},
+        {-17592188141568.0f, 1, L"-17592188141568.0"},
         {FLT_MAX, 6, L"340282346638528859811704183484516925440.000000"},
         {-FLT_MAX, 6, L"-340282346638528859811704183484516925440.000000"},
         {FLT_MIN, 6, L"0.000000"},
@@ -158,6 +161,13 @@ TEST_CASE("a float is read from its text's start, and a text without a finite nu
         {L"1e-999999999999999999999", 0},
         {L"0e999999999999999999999", 0},
         {L"1e-46", 0},
+        {L"7.006e-46", 0},  // just below half of the smallest
+        {L"7.007e-46", std::numeric_limits<float>::denorm_min()},
+        {L"1e-45", std::numeric_limits<float>::denorm_min()},
+        {L"-1e-45", -std::numeric_limits<float>::denorm_min()},
+        {L"2.2e-45", 2 * std::numeric_limits<float>::denorm_min()},
+        {L"1.17549435e-38", FLT_MIN},
+        {L"1.17549421e-38", FLT_MIN - std::numeric_limits<float>::denorm_min()},
         {L"340282346638528859811704183484516925440", FLT_MAX},
         {L"340282356779733661637539395458142568448", 99},            // half way to the next power of two
         {L"16777217", 16777216},                                     // a tie to the even mantissa
