@@ -4,13 +4,19 @@
 
 #include <cstdlib>
 
+static std::vector<std::wstring> Paths() {
+    std::vector<std::wstring> paths;
+    for (const RecentProject& project : editorState.recentProjects) paths.push_back(project.path);
+    return paths;
+}
+
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     PutFuzzInput(nullptr, 0, "a/project.zel");
     PutFuzzInput(data, size, "ZelEngine/recent-projects.txt");
     LoadRecentProjects();
-    const size_t count = editorState.recentProjects.size();
-    if (count > kMaxRecentProjects) std::abort();
+    const std::vector<std::wstring> first = Paths();
+    if (first.size() > kMaxRecentProjects) std::abort();
     LoadRecentProjects();
-    if (editorState.recentProjects.size() != count) std::abort();
+    if (Paths() != first) std::abort();
     return 0;
 }
