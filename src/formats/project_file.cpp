@@ -22,6 +22,10 @@ static bool FindCurrentScene(TextFile& file, std::wstring& stored) {
     return false;
 }
 
+std::wstring MainScenePath(const std::wstring& filesRoot) {
+    return JoinPath(filesRoot, L"Scenes\\Main.scene");
+}
+
 bool IsProjectFolder(const std::wstring& path) {
     if (KindOfPath(path) != PathKind::Folder) return false;
     return KindOfPath(JoinPath(path, kProjectFileName)) != PathKind::Missing ||
@@ -51,6 +55,6 @@ bool ReadProjectFile(const std::wstring& folder) {
             return true;
         }
     }
-    editorState.scenePath = JoinPath(editorState.filesRoot, L"Scenes\\Main.scene");
+    editorState.scenePath = MainScenePath(editorState.filesRoot);
     return LoadScene(projectFile);
 }

@@ -6,6 +6,9 @@
 inline constexpr const wchar_t* kProjectFileName = L"project.zel";
 inline constexpr const wchar_t* kFilesFolderName = L"Files";
 
+// The scene that a project has when it names no other: Scenes\Main.scene in its Files folder.
+std::wstring MainScenePath(const std::wstring& filesRoot);
+
 // True for a folder that holds a "project.zel" of any kind, or a folder "Files".
 bool IsProjectFolder(const std::wstring& path);
 

@@ -11,11 +11,11 @@
 
 bool DetectRuntimeProject() {
     const std::wstring folder = ParentFolder(GetExecutablePath());
-    if (KindOfPath(JoinPath(folder, L"project.zel")) == PathKind::Missing) return false;
+    if (KindOfPath(JoinPath(folder, kProjectFileName)) == PathKind::Missing) return false;
 
     SetProjectFolder(folder);
     if (!ReadProjectFile(folder)) {
-        editorState.scenePath = JoinPath(editorState.filesRoot, L"Scenes\\Main.scene");
+        editorState.scenePath = MainScenePath(editorState.filesRoot);
     }
 
     editorState.playMode = true;

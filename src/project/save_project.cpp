@@ -1,6 +1,5 @@
 #include "project/save_project.h"
 
-#include "formats/path_text.h"
 #include "formats/project_file.h"
 #include "formats/scene_file.h"
 #include "scene/editor_state.h"
@@ -22,7 +21,7 @@ void SaveProject() {
         return;
     }
     if (editorState.scenePath.empty()) {
-        editorState.scenePath = JoinPath(editorState.filesRoot, L"Scenes\\Main.scene");
+        editorState.scenePath = MainScenePath(editorState.filesRoot);
     }
     const bool sceneSaved = SaveScene(editorState.scenePath);
     const bool projectWritten = WriteProjectFile(editorState.projectRoot);
