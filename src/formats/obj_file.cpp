@@ -1,6 +1,7 @@
 #include "formats/obj_file.h"
 
 #include "formats/path_text.h"
+#include "formats/text_file.h"
 #include "platform/files.h"
 #include "scene/editor_state.h"
 #include "scene/numbers.h"
@@ -14,7 +15,6 @@ constexpr double kSmallestExtent = 0.001;  // of a model before it is scaled
 constexpr double kModelSize = 2;           // edge of the cube that a model fits
 constexpr Pixel kVertexColor{0xFFFFFF};
 constexpr std::string_view kBlanks = " \t\r\n\v\f";
-constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
 // Takes the next line, or the piece of it that fits the buffer, off the front.
 static std::string_view TakeLine(std::string_view& bytes) {
@@ -33,7 +33,7 @@ static void ReadVertex(std::string_view text, Mesh& mesh) {
 // The vertex that a token of a face names: n counts from 1, -n back from the last vertex. -1 for none.
 static int32_t FaceVertex(std::string_view token, size_t vertexCount) {
     int32_t number = 0;
-    if (!TakeInteger(token, number) || number == 0) return -1;
+    if (!TakeInteger(token, number)) return -1;
     const auto count = static_cast<int64_t>(vertexCount);
     const int64_t index = number > 0 ? int64_t{number} - 1 : count + number;
     return index >= 0 && index < count ? static_cast<int32_t>(index) : -1;

@@ -126,13 +126,13 @@ static constexpr bool ColumnsFollowEachOther(std::span<const ObjectColumn> colum
 static_assert(ColumnsFollowEachOther(kObjectColumns));
 
 static void AppendPath(std::wstring& text, const std::wstring& path) {
-    if (!path.empty()) AppendField(text, MakeProjectRelative(path));
+    AppendField(text, MakeProjectRelative(path));
 }
 
 // An object whose image was set without its path still names it.
 static void AppendTexturePath(std::wstring& text, const GameObject& object) {
-    const auto slot = static_cast<size_t>(object.textureIndex);
-    if (object.texturePath.empty() && object.textureIndex >= 0 && slot < editorState.textures.size()) {
+    const auto slot = static_cast<size_t>(object.textureIndex);  // far beyond the end for -1
+    if (object.texturePath.empty() && slot < editorState.textures.size()) {
         AppendPath(text, editorState.textures[slot].path);
     } else {
         AppendPath(text, object.texturePath);

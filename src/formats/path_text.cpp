@@ -1,6 +1,6 @@
 #include "formats/path_text.h"
 
-static bool IsSeparator(wchar_t c) { return c == L'\\' || c == L'/'; }
+#include "platform/files.h"
 
 // Where the last component begins.
 static size_t ComponentStart(std::wstring_view path) {

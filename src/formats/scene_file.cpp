@@ -30,6 +30,6 @@ bool LoadScene(const std::wstring& path) {
         editorState.scene = std::move(scene);
     }
     const auto last = static_cast<int32_t>(editorState.scene.size()) - 1;
-    editorState.selectedIndex = std::clamp(editorState.selectedIndex, 0, last);
+    editorState.selectedIndex = std::min(editorState.selectedIndex, last);
     return true;
 }

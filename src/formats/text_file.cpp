@@ -5,7 +5,6 @@
 #include <cassert>
 #include <cstdint>
 
-constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view kUtf16Mark = "\xFF\xFE";  // little-endian
 constexpr char32_t kReplacement = 0xFFFD;
 

@@ -6,6 +6,9 @@
 #include <string_view>
 #include <vector>
 
+// The byte-order mark that UTF-8 files may begin with.
+inline constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+
 // A text file in memory, and how far its lines have been handed out.
 struct TextFile {
     std::string bytes{};  // UTF-8, behind the byte-order mark

@@ -5,6 +5,9 @@
 #include <string_view>
 #include <vector>
 
+// What stands between the components of a path.
+inline bool IsSeparator(wchar_t c) { return c == L'\\' || c == L'/'; }
+
 enum class PathKind { Missing, File, Folder };
 
 struct FolderEntry {

@@ -11,8 +11,6 @@ namespace fs = std::filesystem;
 constexpr size_t kLongestFullPath = 259;  // units
 constexpr fs::perms kWritable = fs::perms::owner_write;
 
-static bool IsSeparator(wchar_t c) { return c == L'\\' || c == L'/'; }
-
 static fs::file_status StatusOf(const std::wstring& path) {
     std::error_code error;
     if (path.empty() || !TakeFileStep()) return fs::file_status(fs::file_type::not_found);

@@ -8,8 +8,6 @@
 
 #include <algorithm>
 
-static bool IsSeparator(wchar_t c) { return c == L'\\' || c == L'/'; }
-
 // Without its last part and the separators before it. Empty for a path of one part.
 static std::wstring ParentOf(std::wstring path) {
     while (!path.empty() && IsSeparator(path.back())) path.pop_back();
