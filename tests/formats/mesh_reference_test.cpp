@@ -47,6 +47,24 @@ TEST_CASE("a model is loaded by its reference and written relative to the projec
     CHECK(MeshReferenceFromIndex(7) == L"file:" + (folder / L"Files\\box.obj"));
 }
 
+TEST_CASE("an imported mesh without a source is written as the Cube") {
+    const ScratchFolder folder;
+    resetScene(false);
+    editorState.meshes.emplace_back();
+    editorState.meshNames.emplace_back(L"lost");
+    editorState.meshSources.emplace_back();
+    CHECK(MeshReferenceFromIndex(7) == L"builtin:Cube");
+}
+
+TEST_CASE("a model reference without a path names no file, not even the project folder's") {
+    const ScratchFolder folder;
+    resetScene(false);
+    PutFile(folder / L"model.obj", kTriangle);
+    editorState.projectRoot = folder / L"model.obj";
+    CHECK(MeshIndexFromReference(L"file:") == -1);
+    CHECK(editorState.meshes.size() == 7);
+}
+
 TEST_CASE("a model that cannot be loaded gives no mesh and the importer's message") {
     const ScratchFolder folder;
     resetScene(false);

@@ -54,6 +54,15 @@ TEST_CASE("corners that name no vertex are skipped, and a face needs three other
     CHECK(Faces("f 1 2 3 -2147483648\n") == Triangles{{0, 1, 2}});
 }
 
+TEST_CASE("a face does not know the vertex behind it") {
+    CHECK(Model(kThreeVertices + "f 1 2 3 4\nv 1 1 1\nf 2 3 4 5\n").triangles ==
+          Triangles{{0, 1, 2}, {1, 2, 3}});
+}
+
+TEST_CASE("every kind of blank stands between the corners of a face") {
+    CHECK(Faces("f 1\v2\f3\t4\r\n") == Triangles{{0, 1, 2}, {0, 2, 3}});
+}
+
 TEST_CASE("a face before its vertices has none of them") {
     Mesh mesh;
     CHECK_FALSE(Read("f 1 2 3\n" + kThreeVertices, mesh));
@@ -191,15 +200,6 @@ TEST_CASE("a model is loaded once and kept under its name and its full path") {
     CHECK(LoadObjIntoLibrary(folder / L"other") == 8);
 }
 
-TEST_CASE("a model that cannot be loaded leaves the library alone and says so") {
-    const ScratchFolder folder;
-    resetScene(false);
-    PutFile(folder / L"empty.obj", "");
-    for (const std::wstring& path :
-         {folder / L"empty.obj", folder / L"missing.obj", folder.path, std::wstring{}}) {
-        editorState.statusMessage.clear();
-        CHECK(LoadObjIntoLibrary(path) == -1);
-        CHECK(editorState.statusMessage == L"OBJ model se nepodarilo nacist.");
 TEST_CASE("of models loaded in a row none is read twice, whether it could be loaded or not") {
     const ScratchFolder folder;
     resetScene(false);
@@ -225,6 +225,15 @@ TEST_CASE("of models loaded in a row none is read twice, whether it could be loa
     CHECK(editorState.meshes.size() == 10);
 }
 
+TEST_CASE("a model that cannot be loaded leaves the library alone and says so") {
+    const ScratchFolder folder;
+    resetScene(false);
+    PutFile(folder / L"empty.obj", "");
+    for (const std::wstring& path :
+         {folder / L"empty.obj", folder / L"missing.obj", folder.path, std::wstring{}}) {
+        editorState.statusMessage.clear();
+        CHECK(LoadObjIntoLibrary(path) == -1);
+        CHECK(editorState.statusMessage == L"OBJ model se nepodarilo nacist.");
     }
     CHECK(editorState.meshes.size() == 7);
     CHECK(editorState.meshNames.size() == 7);

@@ -292,6 +292,14 @@ TEST_CASE("lines of fewer than 53 columns have the prefab's source and the spawn
     CHECK(read.spawnerPrefab == L"C:\\Game\\Files\\Drop.prefab");
 }
 
+TEST_CASE("the collect target stands in column 49 of every line that has one") {
+    OpenGame();
+    CHECK(Parsed(Shortened(FullObject(), 49)).collectTarget == L"");
+    for (const size_t count : {50u, 51u, 52u, 53u, 61u}) {
+        CHECK(Parsed(Shortened(FullObject(), count)).collectTarget == L"Coin");
+    }
+}
+
 TEST_CASE("every length of line from 30 columns on is read, and columns beyond the last are ignored") {
     OpenGame();
     Fields fields = FieldsOf(FullObject());

@@ -74,8 +74,10 @@ TEST_CASE("each invalid sequence of UTF-8 reads as one U+FFFD and nothing after 
         {"a\xFFz", L"a\xFFFDz"},                                // never part of UTF-8
         {"a\xC0\x80z", L"a\xFFFD\xFFFDz"},                      // overlong NUL
         {"a\xE0\x80\x80z", L"a\xFFFD\xFFFD\xFFFDz"},            // overlong in three
+        {"a\xF0\x80\x80\x80z", L"a\xFFFD\xFFFD\xFFFD\xFFFDz"},  // overlong in four
         {"a\xED\xA0\x80z", L"a\xFFFD\xFFFD\xFFFDz"},            // a surrogate
         {"a\xF4\x90\x80\x80z", L"a\xFFFD\xFFFD\xFFFD\xFFFDz"},  // beyond U+10FFFF
+        {"a\xF5\x80\x80\x80z", L"a\xFFFD\xFFFD\xFFFD\xFFFDz"},  // no lead: all would be beyond U+10FFFF
         {"a\xE2\x82z", L"a\xFFFDz"},                            // cut short
         {"a\xF0\x9F\x98", L"a\xFFFD"},                          // cut short by the file's end
         {"a\xE2\x82\xE2\x82\xAC", L"a\xFFFD\x20AC"},            // cut short by the next one
@@ -104,6 +106,8 @@ TEST_CASE("a line one unit shorter than its buffer's room comes whole, a longer 
     CHECK(Lines("aaaaaaa", 8) == TextLines{a});
     CHECK(Lines("aaaaaaaaaaaaaa", 8) == TextLines{a, a});
     CHECK(Lines("aaaaaaaaaaaaaa\n", 8) == TextLines{a, a, L""});
+    CHECK(Lines("aaaaaa\r", 8) == TextLines{L"aaaaaa"});
+    CHECK(Lines("aaaaaaa\r", 8) == TextLines{a, L""});  // the CR comes alone
     CHECK(Lines("aaaaaa\r\r\nb", 8) == TextLines{L"aaaaaa", L"", L"b"});
 }
 

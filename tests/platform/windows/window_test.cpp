@@ -116,7 +116,7 @@ TEST_CASE("keys arrive with their code, and a held key says that it repeats") {
     const TestWindow window;
     Post(WM_KEYDOWN, 'W', 1);
     Post(WM_KEYDOWN, 'W', kRepeated | 1);
-    Post(WM_KEYUP, 'W', 1);
+    Post(WM_KEYUP, 'W', kRepeated | 1);  // it was down
     Post(WM_KEYDOWN, VK_ESCAPE, 1);
     PumpMessages();
     std::erase_if(recordedInput.events, [](const InputEvent& event) {
@@ -128,6 +128,7 @@ TEST_CASE("keys arrive with their code, and a held key says that it repeats") {
     CHECK(recordedInput.events[1].isRepeat);
     CHECK(recordedInput.events[2].kind == InputKind::KeyUp);
     CHECK(recordedInput.events[2].key == 'W');
+    CHECK_FALSE(recordedInput.events[2].isRepeat);
     CHECK(recordedInput.events[3].key == kKeyEscape);
 }
 
@@ -222,6 +223,17 @@ TEST_CASE("a request to quit ends the program after the waiting messages") {
     Post(WM_KEYDOWN, 'A', 1);
     CHECK_FALSE(PumpMessages());
     CHECK(CountOf(InputKind::KeyDown) == 1);
+    CHECK(PumpMessages());
+}
+
+TEST_CASE("what waits behind a message to quit arrives before the program ends") {
+    const TestWindow window;
+    Post(WM_KEYDOWN, 'A', 1);
+    PostThreadMessageW(GetCurrentThreadId(), WM_QUIT, 0, 0);
+    Post(WM_KEYUP, 'A', kRepeated | 1);
+    CHECK_FALSE(PumpMessages());
+    CHECK(CountOf(InputKind::KeyDown) == 1);
+    CHECK(CountOf(InputKind::KeyUp) == 1);
     CHECK(PumpMessages());
 }
 
