@@ -18,7 +18,7 @@ def take(name, folder, executable):
 
 if __name__ == "__main__":
     os.makedirs(IMAGES, exist_ok=True)
-    take("scene_view", STAGE, "ZelEngine.exe")
+    take("editor", STAGE, "ZelEngine.exe")
     with tempfile.TemporaryDirectory(prefix="zel_game_", dir=os.path.join(ROOT, "build")) as game:
         shutil.copytree(os.path.join(STAGE, "Project"), game, dirs_exist_ok=True)
         shutil.copy(os.path.join(STAGE, "ZelEngine.exe"), os.path.join(game, "ZelGame.exe"))
