@@ -9,20 +9,20 @@
 #include <span>
 
 struct MenuItem {
-    const wchar_t* label;
-    void (*run)(int32_t item);  // gets PopupMenu::item; the menu is closed by then
+    const wchar_t* label = L"";
+    void (*run)(int32_t item) = nullptr;  // gets PopupMenu::item; the menu is closed by then
 };
 
 struct MenuTable {
-    PopupMenu EditorState::*state;
-    const wchar_t* title;
-    const wchar_t* openMessage;
-    int32_t width, height;         // pixels; drawn smaller where the window ends, hit as a whole
-    int32_t keptRight, keptBelow;  // pixels that opening leaves right of and below the corner
-    int32_t firstItem;             // pixels below the top where the press on the first item begins
-    bool closesBesideItems;        // by a press inside that hits no item; the title never closes
-    bool takesPressOutside;        // which closes it in any case; else the press goes on to what lies there
-    std::span<const MenuItem> items;
+    PopupMenu EditorState::*state = nullptr;
+    const wchar_t* title = L"";
+    const wchar_t* openMessage = L"";
+    int32_t width = 0, height = 0;         // pixels; drawn smaller where the window ends, hit as a whole
+    int32_t keptRight = 0, keptBelow = 0;  // pixels that opening leaves right of and below the corner
+    int32_t firstItem = 34;                // pixels below the top where the press on the first item begins
+    bool closesBesideItems = true;         // by a press inside that hits no item; the title never closes
+    bool takesPressOutside = false;  // which closes it in any case; else the press goes on to what lies there
+    std::span<const MenuItem> items{};
 };
 
 // Opens the menu with its corner at the pointer, moved into the window, and closes every other one. `item` is
