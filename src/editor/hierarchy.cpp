@@ -12,8 +12,9 @@
 #include "scene/status.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdlib>
-#include <ranges>
+#include <span>
 #include <vector>
 
 constexpr int32_t kFirstRow = 92, kRowPitch = 28;  // pixels
@@ -36,9 +37,8 @@ HierarchyRowList ListHierarchyRows(const Scene& scene, bool isPlaying) {
     };
     std::vector<Pending> pending;  // the next one at the back
     const auto addChildren = [&](int32_t parent, int32_t depth) {
-        for (const int32_t child : ChildrenOf(lists, parent) | std::views::reverse) {
-            pending.push_back({child, depth});
-        }
+        const std::span<const int32_t> children = ChildrenOf(lists, parent);
+        for (size_t i = children.size(); i > 0; --i) pending.push_back({children[i - 1], depth});
     };
     addChildren(-1, 0);
     while (!pending.empty()) {
