@@ -30,22 +30,14 @@ static const TextureImage* TextureOf(const GameObject& object) {
     return &editorState.textures[static_cast<size_t>(object.textureIndex)];
 }
 
-static bool HasMarker(const GameObject& object) {
-    return object.isEntity || object.isCamera || object.isLight;
-}
-
 // What the edit mode shows of the selection is not part of the game.
 static bool IsSelected(int32_t index) { return !ShowsGame() && index == editorState.selectedIndex; }
-
-static bool IsHidden(const GameObject& object) {
-    return !object.active || (ShowsGame() && HasMarker(object));
-}
 
 // `frame` holds what all objects share.
 static void DrawObject(int32_t index, MeshDraw frame) {
     const GameObject& object = editorState.scene[static_cast<size_t>(index)];
-    const bool hasMesh = object.hasShape && IsIndexOf(object.meshIndex, editorState.meshes.size());
-    if (IsHidden(object) || !(object.isText || hasMesh)) return;
+    const bool showsMesh = ShowsMesh(object, editorState.meshes.size());
+    if (!IsShown(object, ShowsGame()) || !(object.isText || showsMesh)) return;
 
     frame.world = WorldMatrix(editorState.scene, index);
     frame.selected = IsSelected(index);
@@ -63,7 +55,7 @@ static void DrawObject(int32_t index, MeshDraw frame) {
 
 static void DrawMarkers(int32_t index, const Matrix4& viewProjection) {
     const GameObject& object = editorState.scene[static_cast<size_t>(index)];
-    if (IsHidden(object) || !HasMarker(object)) return;
+    if (!IsShown(object, ShowsGame()) || !HasMarker(object)) return;
 
     const Vec3 position = WorldPosition(editorState.scene, index);
     const bool selected = IsSelected(index);

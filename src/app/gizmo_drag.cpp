@@ -5,7 +5,6 @@
 #include "render/gizmo.h"
 #include "render/transform.h"
 #include "scene/editor_state.h"
-#include "scene/limit.h"
 #include "scene/local_position.h"
 #include "scene/selection.h"
 #include "scene/status.h"

@@ -15,6 +15,7 @@
 #include "scene/name_entry.h"
 #include "scene/selection.h"
 #include "scene/status.h"
+#include "scene/text_entry.h"
 
 #include <cstdlib>
 

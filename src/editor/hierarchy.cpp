@@ -10,6 +10,7 @@
 #include "scene/hierarchy.h"
 #include "scene/selection.h"
 #include "scene/status.h"
+#include "scene/text_entry.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -4,6 +4,7 @@
 #include "render/frame_buffer.h"
 #include "render/panel_box.h"
 #include "scene/status.h"
+#include "scene/text_entry.h"
 
 #include <algorithm>
 
@@ -18,15 +19,6 @@ void OpenMenu(const MenuTable& menu, int32_t item, Point pointer, const EditorLa
                        std::clamp(pointer.y, 0, std::max(layout.height - menu.keptBelow, 0))};
     editorState.*menu.state = {.open = true, .corner = corner, .item = item};
     SetStatus(menu.openMessage);
-}
-
-void CloseMenus() {
-    editorState.createMenu = {};
-    editorState.objectMenu = {};
-    editorState.filesCreateMenu = {};
-    editorState.filesItemMenu = {};
-    editorState.projectMenu = {};
-    editorState.addNodeMenu = {};
 }
 
 void DrawMenu(const MenuTable& menu, const EditorLayout& layout) {

@@ -29,8 +29,6 @@ struct MenuTable {
 // what the menu is about, -1 for nothing.
 void OpenMenu(const MenuTable& menu, int32_t item, Point pointer, const EditorLayout& layout);
 
-void CloseMenus();
-
 // Nothing while it is closed.
 void DrawMenu(const MenuTable& menu, const EditorLayout& layout);
 

@@ -3,21 +3,9 @@
 #include "render/draw_mesh.h"
 #include "render/frame_buffer.h"
 #include "render/projection.h"
+#include "render/scene_view.h"
 #include "render/transform.h"
 #include "render/viewport_overlay.h"
-
-static bool HasMarker(const GameObject& object) {
-    return object.isEntity || object.isCamera || object.isLight;
-}
-
-static bool IsDrawn(const PickView& view, const GameObject& object) {
-    return object.active && !(view.playMode && HasMarker(object));
-}
-
-static bool HasMesh(const PickView& view, const GameObject& object) {
-    return !object.isText && object.hasShape && object.meshIndex >= 0 &&
-           static_cast<size_t>(object.meshIndex) < view.meshes.size();
-}
 
 // What of an object lies over the meshes: its icon or its text.
 static bool IsOverlayAt(const GameObject& object, Point anchor, Point pixel) {
@@ -28,7 +16,7 @@ static bool IsOverlayAt(const GameObject& object, Point anchor, Point pixel) {
 static int32_t PickOverlay(const PickView& view, Point pixel) {
     for (auto i = static_cast<int32_t>(view.scene.size()) - 1; i >= 0; --i) {
         const GameObject& object = view.scene[static_cast<size_t>(i)];
-        if (!IsDrawn(view, object) || !(HasMarker(object) || object.isText)) continue;
+        if (!IsShown(object, view.playMode) || !(HasMarker(object) || object.isText)) continue;
         Point anchor;
         const Vec3 position = WorldPosition(view.scene, i);
         if (!ProjectToPixel(view.viewProjection, position, frameBuffer.viewport, anchor)) continue;
@@ -43,7 +31,7 @@ static int32_t PickMesh(const PickView& view, Point pixel) {
     MeshDraw draw{.eye = view.eye, .viewProjection = view.viewProjection};
     for (int32_t i = 0; i < static_cast<int32_t>(view.scene.size()); ++i) {
         const GameObject& object = view.scene[static_cast<size_t>(i)];
-        if (!IsDrawn(view, object) || !HasMesh(view, object)) continue;
+        if (!IsShown(object, view.playMode) || !ShowsMesh(object, view.meshes.size())) continue;
         draw.world = WorldMatrix(view.scene, i);
         if (MeshDepthAt(view.meshes[static_cast<size_t>(object.meshIndex)], draw, pixel, depth)) found = i;
     }

@@ -9,6 +9,17 @@
 constexpr Pixel kDefaultBackground{0x2D2219};
 constexpr Vec3 kDefaultLight{-0.45f, 0.85f, -0.28f};
 
+bool HasMarker(const GameObject& object) { return object.isEntity || object.isCamera || object.isLight; }
+
+bool IsShown(const GameObject& object, bool showsGame) {
+    return object.active && !(showsGame && HasMarker(object));
+}
+
+bool ShowsMesh(const GameObject& object, size_t meshCount) {
+    return !object.isText && object.hasShape && object.meshIndex >= 0 &&
+           static_cast<size_t>(object.meshIndex) < meshCount;
+}
+
 CameraPose ActiveCamera(std::span<const GameObject> scene, const CameraPose& editorCamera, bool playMode) {
     const auto camera = std::ranges::find_if(scene, &GameObject::isCamera);
     if (!playMode || camera == scene.end()) return editorCamera;

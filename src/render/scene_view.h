@@ -5,8 +5,18 @@
 #include "scene/camera_pose.h"
 #include "scene/game_object.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
+
+// True for what is shown by an icon and not in the game: entities, cameras and lights.
+bool HasMarker(const GameObject& object);
+
+// False for what no frame of this mode shows: inactive objects, and in the game those with a marker.
+bool IsShown(const GameObject& object, bool showsGame);
+
+// True when a shown object is drawn as its mesh. A Text shows its text instead.
+bool ShowsMesh(const GameObject& object, size_t meshCount);
 
 // Where the frame is seen from. In Play mode the first camera object, active or not: its world position, and
 // its own rotation without that of its parents. Else, and without a camera object, the editor's camera.

@@ -2,13 +2,17 @@
 
 #include "scene/editor_state.h"
 
-void CloseEntriesAndMenus() {
+void CloseMenus() {
     editorState.createMenu = {};
     editorState.objectMenu = {};
     editorState.filesCreateMenu = {};
     editorState.filesItemMenu = {};
     editorState.projectMenu = {};
     editorState.addNodeMenu = {};
+}
+
+void CloseEntriesAndMenus() {
+    CloseMenus();
     editorState.nameEntry = {};
     editorState.numberEntry = {};
     editorState.typedHalf = 0;

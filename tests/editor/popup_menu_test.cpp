@@ -1,5 +1,6 @@
 #include "editor/popup_menu.h"
 
+#include "scene/text_entry.h"
 #include "support/picture.h"
 
 #include "doctest/doctest.h"
