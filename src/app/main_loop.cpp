@@ -47,6 +47,7 @@ float FrameTime(double measured) { return static_cast<float>(std::min(measured, 
 
 int RunProgram() {
     StartPlatform();
+    frameBuffer.keepsTexts = true;
     const double start = MonotonicSeconds();
     LoadIcons();
     resetScene(true);

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 // Makes the surface at a size (both at least 1) in place of the old one. The result is the top left pixel;
 // rows follow each other without a gap. Null when there is no memory: nothing may be drawn then.
@@ -17,6 +18,16 @@ void DestroyCanvas();
 // transparent background, ClearType.
 void DrawCanvasText(int32_t x, int32_t y, const std::wstring& text, TextColor color, int32_t height,
                     int32_t weight);
+
+// What a text leaves on a background of one colour. The text's corner lies `margin` pixels inside.
+struct TextPicture {
+    int32_t width = 0, height = 0;  // pixels: the text's own cell and a margin on all four sides
+    std::vector<Pixel> pixels{};
+};
+
+// Draws a text as DrawCanvasText does, beside the canvas. False, with `picture` unchanged, when it fails.
+bool RasterizeText(const std::wstring& text, TextColor color, int32_t height, int32_t weight,
+                   Pixel background, int32_t margin, TextPicture& picture);
 
 // Must come between the system's drawing and the program's own access to the pixels.
 void FlushCanvas();

@@ -1,5 +1,7 @@
 #include "render/frame_buffer.h"
 
+#include "render/text_runs.h"
+
 #include <algorithm>
 #include <cstddef>
 
@@ -21,6 +23,7 @@ bool EnsureSize(int32_t width, int32_t height) {
 
 void ReleaseFrameBuffer() {
     DestroyCanvas();
+    ForgetKeptTexts();
     frameBuffer = FrameBuffer{};
 }
 
@@ -53,6 +56,7 @@ void FillRect(const Rect& rect, Pixel color) {
 void DrawText(int32_t x, int32_t y, const std::wstring& text, TextColor color, int32_t height,
               int32_t weight) {
     if (frameBuffer.pixels == nullptr) return;
+    if (frameBuffer.keepsTexts && DrawKeptText(x, y, text, color, height, weight)) return;
     DrawCanvasText(x, y, text, color, height, weight);
     frameBuffer.systemDrew = true;
 }

@@ -17,6 +17,7 @@ struct FrameBuffer {
     std::vector<float> depth{};        // width x height; 1 is far, nothing drawn yet
     Rect viewport{};                   // what lines and 3D drawing are confined to; inside the buffer
     SimdLevel simd = BestSimdLevel();  // how triangles are filled
+    bool keepsTexts = false;           // texts are drawn out of kept pixels where that changes nothing
     bool systemDrew = false;           // the system drew last: see PreparePixelAccess
 };
 

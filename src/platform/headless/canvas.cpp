@@ -9,16 +9,12 @@ Pixel* CreateCanvas(int32_t width, int32_t height) {
     headless.pixels.clear();
     if (headless.canvasFails) return nullptr;
     ++headless.canvasesMade;
+    headless.canvasSize = {width, height};
     headless.pixels.resize(static_cast<size_t>(width) * static_cast<size_t>(height));
     return headless.pixels.data();
 }
 
 void DestroyCanvas() { headless.pixels.clear(); }
-
-void DrawCanvasText(int32_t x, int32_t y, const std::wstring& text, TextColor color, int32_t height,
-                    int32_t weight) {
-    headless.texts.push_back({x, y, text, color, height, weight});
-}
 
 void FlushCanvas() { ++headless.flushes; }
 

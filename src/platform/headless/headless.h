@@ -45,7 +45,9 @@ struct HeadlessPlatform {
     // The canvas.
     bool canvasFails = false;  // true: there is no memory for a canvas
     int32_t canvasesMade = 0;
+    ClientSize canvasSize{};
     std::vector<Pixel> pixels{};
+    bool paintsTexts = false;          // true: texts leave marks in the pixels
     std::vector<DrawnText> texts{};    // since the test last emptied it
     std::vector<DrawnImage> images{};  // likewise
     int32_t flushes = 0;

@@ -3,5 +3,13 @@
 
 #include <windows.h>
 
+#include <cstdint>
+
 // The one memory device context, with the canvas selected into it. Null while there is no canvas.
 HDC CanvasDevice();
+
+// The description of a bitmap in the frame buffer's form: 0x00RRGGBB, row 0 at the top.
+BITMAPINFO TopDownPixels(int32_t width, int32_t height);
+
+// Gives back the fonts that texts were drawn with.
+void ReleaseCanvasFonts();

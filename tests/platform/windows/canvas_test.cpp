@@ -211,3 +211,39 @@ TEST_CASE("an image that is not there draws nothing") {
     FlushCanvas();
     CHECK(Width(PaintedArea(canvas, 0x251F1C)) <= 0);
 }
+
+TEST_CASE("a text drawn beside the canvas is the one drawn on it") {
+    constexpr int32_t kMargin = 20;
+    const TestCanvas canvas(400, 90, 0x251F1C);
+    for (const wchar_t* text : {L"Hierarchy", L"Žluťoučký kůň", L"[x]", L"0.00", L"🙂", L"fjord W."}) {
+        for (auto [height, weight] : {std::pair{13, 400}, {15, 600}, {18, 600}}) {
+            std::fill_n(canvas.pixels, canvas.width * canvas.height, Pixel{0x251F1C});
+            DrawCanvasText(kMargin, kMargin, text, TextColor{0x78E2FF}, height, weight);
+            FlushCanvas();
+            TextPicture beside;
+            REQUIRE(
+                RasterizeText(text, TextColor{0x78E2FF}, height, weight, Pixel{0x251F1C}, kMargin, beside));
+            REQUIRE(beside.width <= canvas.width);
+            REQUIRE(beside.height <= canvas.height);
+            int32_t different = 0, marked = 0;
+            for (int32_t y = 0; y < beside.height; ++y) {
+                for (int32_t x = 0; x < beside.width; ++x) {
+                    const auto i = static_cast<size_t>(y * beside.width + x);
+                    const uint32_t pixel = static_cast<uint32_t>(beside.pixels[i]) & 0xFFFFFF;
+                    different += pixel != canvas.At(x, y);
+                    marked += pixel != 0x251F1C;
+                }
+            }
+            CHECK(different == 0);
+            CHECK(marked > 10);
+        }
+    }
+}
+
+TEST_CASE("without a canvas and for an empty text nothing is drawn beside it") {
+    TextPicture picture;
+    CHECK_FALSE(RasterizeText(L"Hello", TextColor{}, 15, 400, Pixel{}, 5, picture));
+    const TestCanvas canvas(10, 10, 0);
+    CHECK_FALSE(RasterizeText(L"", TextColor{}, 15, 400, Pixel{}, 5, picture));
+    CHECK(picture.pixels.empty());
+}

@@ -1,0 +1,102 @@
+// Texts on the canvas and beside it, drawn by the system.
+#include "platform/canvas.h"
+#include "platform/windows/canvas_device.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+struct CanvasFont {
+    int32_t height = 0, weight = 0;
+    HFONT font = nullptr;
+};
+
+std::vector<CanvasFont> fonts;
+
+// A device context with a bitmap of its own, for the time of one text.
+struct TextBitmap {
+    HDC device = nullptr;
+    HBITMAP bitmap = nullptr;
+    HGDIOBJ firstBitmap = nullptr;  // what the device held when it was made
+    Pixel* pixels = nullptr;        // null when there is no memory
+
+    TextBitmap(int32_t width, int32_t height) : device(CreateCompatibleDC(nullptr)) {
+        const BITMAPINFO info = TopDownPixels(width, height);
+        void* memory = nullptr;
+        bitmap = CreateDIBSection(device, &info, DIB_RGB_COLORS, &memory, nullptr, 0);
+        if (!device || !bitmap) return;
+        firstBitmap = SelectObject(device, bitmap);
+        pixels = static_cast<Pixel*>(memory);
+    }
+    ~TextBitmap() {
+        if (firstBitmap) SelectObject(device, firstBitmap);
+        if (bitmap) DeleteObject(bitmap);
+        if (device) DeleteDC(device);
+    }
+    TextBitmap(const TextBitmap&) = delete;
+    TextBitmap& operator=(const TextBitmap&) = delete;
+};
+
+}  // namespace
+
+static HFONT MakeFont(int32_t height, int32_t weight) {
+    return CreateFontW(height, 0, 0, 0, weight, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
+                       CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY, DEFAULT_PITCH | FF_SWISS, L"Segoe UI");
+}
+
+// Fonts are few and are asked for a hundred times a frame, so each is made once.
+static HFONT FindFont(int32_t height, int32_t weight) {
+    for (const CanvasFont& known : fonts) {
+        if (known.height == height && known.weight == weight) return known.font;
+    }
+    const HFONT font = MakeFont(height, weight);
+    if (font) fonts.push_back({height, weight, font});
+    return font;
+}
+
+static void Write(HDC device, HFONT font, Point corner, const std::wstring& text, TextColor color) {
+    const HGDIOBJ previous = SelectObject(device, font);
+    SetBkMode(device, TRANSPARENT);
+    SetTextColor(device, static_cast<COLORREF>(color));
+    TextOutW(device, corner.x, corner.y, text.c_str(), static_cast<int>(text.size()));
+    SelectObject(device, previous);
+}
+
+// Empty when it cannot be told.
+static SIZE Extent(HDC device, HFONT font, const std::wstring& text) {
+    SIZE extent{};
+    const HGDIOBJ previous = SelectObject(device, font);
+    if (!GetTextExtentPoint32W(device, text.c_str(), static_cast<int>(text.size()), &extent)) extent = {};
+    SelectObject(device, previous);
+    return extent;
+}
+
+void ReleaseCanvasFonts() {
+    for (const CanvasFont& known : fonts) DeleteObject(known.font);
+    fonts.clear();
+}
+
+void DrawCanvasText(int32_t x, int32_t y, const std::wstring& text, TextColor color, int32_t height,
+                    int32_t weight) {
+    if (!CanvasDevice() || text.empty()) return;
+    if (const HFONT font = FindFont(height, weight)) Write(CanvasDevice(), font, {x, y}, text, color);
+}
+
+bool RasterizeText(const std::wstring& text, TextColor color, int32_t height, int32_t weight,
+                   Pixel background, int32_t margin, TextPicture& picture) {
+    const HFONT font = FindFont(height, weight);
+    if (!CanvasDevice() || !font || text.empty()) return false;
+    const SIZE extent = Extent(CanvasDevice(), font, text);
+    if (extent.cx < 1 || extent.cy < 1) return false;
+
+    const int32_t pictureWidth = extent.cx + 2 * margin, pictureHeight = extent.cy + 2 * margin;
+    const TextBitmap bitmap(pictureWidth, pictureHeight);
+    if (!bitmap.pixels) return false;
+    const auto count = static_cast<size_t>(pictureWidth) * static_cast<size_t>(pictureHeight);
+    std::fill_n(bitmap.pixels, count, background);
+    Write(bitmap.device, font, {margin, margin}, text, color);
+    FlushCanvas();
+    picture = {pictureWidth, pictureHeight, {bitmap.pixels, bitmap.pixels + count}};
+    return true;
+}
