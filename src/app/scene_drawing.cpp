@@ -1,0 +1,75 @@
+#include "app/scene_drawing.h"
+
+#include "app/frame_view.h"
+#include "render/draw_mesh.h"
+#include "render/frame_buffer.h"
+#include "render/gizmo.h"
+#include "render/icons.h"
+#include "render/scene_view.h"
+#include "render/transform.h"
+#include "render/viewport_overlay.h"
+#include "scene/editor_state.h"
+#include "scene/selection.h"
+
+static bool IsIndexOf(int32_t index, size_t count) {
+    return index >= 0 && static_cast<size_t>(index) < count;
+}
+
+static const TextureImage* TextureOf(const GameObject& object) {
+    if (!object.hasTexture || !IsIndexOf(object.textureIndex, editorState.textures.size())) return nullptr;
+    return &editorState.textures[static_cast<size_t>(object.textureIndex)];
+}
+
+// What the edit mode shows of the selection is not part of the game.
+static bool IsSelected(int32_t index) { return !ShowsGame() && index == editorState.selectedIndex; }
+
+// `frame` holds what all objects share.
+static void DrawObject(int32_t index, MeshDraw frame) {
+    const GameObject& object = editorState.scene[static_cast<size_t>(index)];
+    const bool showsMesh = ShowsMesh(object, editorState.meshes.size());
+    if (!IsShown(object, ShowsGame()) || !(object.isText || showsMesh)) return;
+
+    frame.world = WorldMatrix(editorState.scene, index);
+    frame.selected = IsSelected(index);
+    if (object.isText) {
+        DrawTextObject(object, Translation(frame.world), frame.viewProjection, frame.selected);
+        return;
+    }
+    frame.tint = object.hasColor ? object.color : 0;
+    frame.roughness = object.roughness;
+    frame.gloss = object.gloss;
+    frame.texture = TextureOf(object);
+    frame.repeat = object.textureRepeat;
+    DrawMesh(editorState.meshes[static_cast<size_t>(object.meshIndex)], frame);
+}
+
+static void DrawMarkers(int32_t index, const Matrix4& viewProjection) {
+    const GameObject& object = editorState.scene[static_cast<size_t>(index)];
+    if (!IsShown(object, ShowsGame()) || !HasMarker(object)) return;
+
+    const Vec3 position = WorldPosition(editorState.scene, index);
+    const bool selected = IsSelected(index);
+    if (object.isEntity) DrawObjectIcon(icons.entity, position, viewProjection, selected);
+    if (object.isCamera) DrawObjectIcon(icons.camera, position, viewProjection, selected);
+    if (object.isLight) DrawObjectIcon(icons.light, position, viewProjection, selected);
+}
+
+static void DrawSelectedGizmo(const Rect& viewport, const Matrix4& viewProjection) {
+    if (ShowsGame() || !SelectionIsValid() || !HasGizmo(SelectedObject())) return;
+    const Vec3 origin = WorldPosition(editorState.scene, editorState.selectedIndex);
+    DrawGizmo(ProjectGizmo(origin, viewProjection, viewport), editorState.gizmoDrag.axis);
+}
+
+void DrawScene(const Rect& viewport) {
+    const FrameView view = CurrentView(viewport);
+    const MeshDraw frame{.eye = view.camera.position,
+                         .light = LightDirection(editorState.scene),
+                         .viewProjection = view.viewProjection};
+
+    FillRect(viewport, ViewportBackground(editorState.scene, editorState.selectedIndex, ShowsGame()));
+    if (!editorState.runtimeMode) DrawGrid(frame.viewProjection);
+    const auto count = static_cast<int32_t>(editorState.scene.size());
+    for (int32_t i = 0; i < count; ++i) DrawObject(i, frame);
+    for (int32_t i = 0; i < count; ++i) DrawMarkers(i, frame.viewProjection);
+    DrawSelectedGizmo(viewport, frame.viewProjection);
+}
