@@ -1,7 +1,6 @@
 #include "scene/commands.h"
 
 #include "render/builtin_meshes.h"
-#include "render/camera.h"
 #include "render/transform.h"
 #include "scene/editor_camera.h"
 #include "scene/editor_state.h"
@@ -33,11 +32,6 @@ struct AddCommand {
 };
 }  // namespace
 
-static Vec3 InFrontOfCamera(float distance) {
-    const CameraPose camera = EditorCamera();
-    return camera.position + CameraForward(camera.yaw, camera.pitch) * distance;
-}
-
 static GameObject MakeCube(float count) {
     return {.position{0, 0, 3.0f + 0.4f * count}, .scale{0.75f, 0.75f, 0.75f}, .meshIndex = kCubeMesh};
 }
@@ -46,18 +40,18 @@ static GameObject MakeEntity(float count) {
     return {.position{-1.0f, 0, 3.0f + 0.35f * count}, .isEntity = true};
 }
 
-static GameObject MakeCamera(float) { return {.position = InFrontOfCamera(4.0f), .isCamera = true}; }
+static GameObject MakeCamera(float) { return {.position = InFrontOfEditorCamera(4.0f), .isCamera = true}; }
 
 static GameObject MakeLight(float) {
-    return {.position = InFrontOfCamera(3.5f), .rotation{-0.7f, 0.4f, 0}, .isLight = true};
+    return {.position = InFrontOfEditorCamera(3.5f), .rotation{-0.7f, 0.4f, 0}, .isLight = true};
 }
 
 static GameObject MakePlane(float) {
-    return {.position = InFrontOfCamera(4.0f), .scale{2.0f, 1.0f, 2.0f}, .meshIndex = kPlaneMesh};
+    return {.position = InFrontOfEditorCamera(4.0f), .scale{2.0f, 1.0f, 2.0f}, .meshIndex = kPlaneMesh};
 }
 
 static GameObject MakeText(float) {
-    return {.position = InFrontOfCamera(3.5f), .hasShape = false, .isText = true};
+    return {.position = InFrontOfEditorCamera(3.5f), .hasShape = false, .isText = true};
 }
 
 static GameObject MakeChild(float) {
@@ -111,7 +105,7 @@ void addModelObject(int32_t meshIndex, const std::wstring& name, int32_t parent)
 
     const bool hasParent = IsObjectIndex(parent);
     AppendAndSelect({.name = name,
-                     .position = hasParent ? kBesideParent : InFrontOfCamera(kModelDistance),
+                     .position = hasParent ? kBesideParent : InFrontOfEditorCamera(kModelDistance),
                      .meshIndex = meshIndex,
                      .parentIndex = hasParent ? parent : -1});
 

@@ -4,6 +4,7 @@
 #include "render/camera.h"
 #include "render/transform.h"
 #include "scene/editor_state.h"
+#include "scene/held_keys.h"
 #include "scene/limit.h"
 #include "scene/status.h"
 
@@ -13,13 +14,6 @@ constexpr float kKeyTurn = 1.75f;       // radians per second
 constexpr float kFlySpeed = 4.4f;       // world units per second
 constexpr float kFocusDistance = 4.0f;  // world units
 constexpr float kFocusHeight = 1.4f;
-
-static bool IsDown(uint32_t key) { return editorState.keyDown[key]; }
-
-// +1 for the first key, -1 for the second, 0 for both or none.
-static float KeyAxis(uint32_t positive, uint32_t negative) {
-    return static_cast<float>(IsDown(positive)) - static_cast<float>(IsDown(negative));
-}
 
 static void Turn(float yaw, float pitch) {
     editorState.cameraYaw += yaw;
@@ -34,6 +28,11 @@ void PlaceEditorCamera(const CameraPose& pose) {
     editorState.cameraPosition = pose.position;
     editorState.cameraYaw = pose.yaw;
     editorState.cameraPitch = pose.pitch;
+}
+
+Vec3 InFrontOfEditorCamera(float distance) {
+    return editorState.cameraPosition +
+           CameraForward(editorState.cameraYaw, editorState.cameraPitch) * distance;
 }
 
 void LookWithMouse(int32_t dx, int32_t dy) {

@@ -8,6 +8,9 @@
 CameraPose EditorCamera();
 void PlaceEditorCamera(const CameraPose& pose);
 
+// The place `distance` units along the view direction, where new objects appear.
+Vec3 InFrontOfEditorCamera(float distance);
+
 // Turns the camera by a movement of the mouse in pixels.
 void LookWithMouse(int32_t dx, int32_t dy);
 
