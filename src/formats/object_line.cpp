@@ -1,7 +1,9 @@
 #include "formats/object_line.h"
 
 #include "formats/mesh_reference.h"
+#include "formats/path_text.h"
 #include "formats/project_paths.h"
+#include "platform/files.h"
 #include "render/builtin_meshes.h"
 #include "scene/editor_state.h"
 #include "scene/numbers.h"
@@ -289,9 +291,20 @@ void WriteObjectLine(std::wstring& text, const GameObject& object) {
     text += L'\n';
 }
 
-void WriteObjects(std::wstring& text) {
-    text.reserve(text.size() + editorState.scene.size() * kUsualLineLength);
-    for (const GameObject& object : editorState.scene) WriteObjectLine(text, object);
+void WriteObjects(std::wstring& text, std::span<const GameObject> objects) {
+    text.reserve(text.size() + objects.size() * kUsualLineLength);
+    for (const GameObject& object : objects) WriteObjectLine(text, object);
+}
+
+bool WriteObjectFile(const std::wstring& path, std::wstring_view header,
+                     std::span<const GameObject> objects) {
+    const std::wstring folder = ParentFolder(path);
+    if (!folder.empty()) MakeFolders(folder);
+
+    std::wstring text(header);
+    text += L'\n';
+    WriteObjects(text, objects);
+    return WriteTextFile(path, text);
 }
 
 bool ParseObjectLine(std::span<const std::wstring_view> fields, GameObject& object) {

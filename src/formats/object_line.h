@@ -14,8 +14,8 @@
 // project. A float that is not finite is written as "nan" or "inf", which reads as the column's default.
 void WriteObjectLine(std::wstring& text, const GameObject& object);
 
-// The lines of the whole open scene, in its order.
-void WriteObjects(std::wstring& text);
+// The lines of all objects, in their order.
+void WriteObjects(std::wstring& text, std::span<const GameObject> objects);
 
 // Fills `object` from a line cut at its TABs, and loads the model and the image that it names. Columns that
 // an older line lacks, and numbers that cannot be read, keep the values of a new object. False, with `object`
@@ -30,6 +30,10 @@ struct KnownFiles {
 
 // The same for one of many lines that are read in a row.
 bool ParseObjectLine(std::span<const std::wstring_view> fields, GameObject& object, KnownFiles& known);
+
+// Writes a file of a header line and the lines of all objects, and makes the folder of `path` first. False,
+// with the old file as it was, when it cannot be written.
+bool WriteObjectFile(const std::wstring& path, std::wstring_view header, std::span<const GameObject> objects);
 
 // The objects of a file from its next line on, in its order, read into a buffer of 8192 units. Lines that
 // store no object are skipped, headers among them.

@@ -38,7 +38,7 @@ bool WriteProjectFile(const std::wstring& folder) {
     std::wstring text = L"ZELENGINE_PROJECT\t1\nFILES\tFiles\nCURRENT_SCENE\t";
     text += RelativeTo(editorState.scenePath, folder);
     text += L'\n';
-    WriteObjects(text);
+    WriteObjects(text, editorState.scene);
     return WriteTextFile(JoinPath(folder, kProjectFileName), text);
 }
 

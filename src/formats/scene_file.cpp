@@ -1,20 +1,13 @@
 #include "formats/scene_file.h"
 
 #include "formats/object_line.h"
-#include "formats/path_text.h"
-#include "platform/files.h"
 #include "scene/default_scenes.h"
 #include "scene/editor_state.h"
 
 #include <algorithm>
 
 bool SaveScene(const std::wstring& path) {
-    const std::wstring folder = ParentFolder(path);
-    if (!folder.empty()) MakeFolders(folder);
-
-    std::wstring text = L"ZELENGINE_SCENE\t1\n";
-    WriteObjects(text);
-    return WriteTextFile(path, text);
+    return WriteObjectFile(path, L"ZELENGINE_SCENE\t1", editorState.scene);
 }
 
 bool LoadScene(const std::wstring& path) {

@@ -613,7 +613,7 @@ TEST_CASE("the objects of a scene are written in its order") {
     OpenGame();
     editorState.scene = {{.name = L"first"}, {.name = L"second"}};
     std::wstring text, expected;
-    WriteObjects(text);
+    WriteObjects(text, editorState.scene);
     WriteObjectLine(expected, editorState.scene[0]);
     WriteObjectLine(expected, editorState.scene[1]);
     CHECK(text == expected);

@@ -1,0 +1,20 @@
+// Prefab files: a header line, then the object lines of one tree, its root first.
+#pragma once
+
+#include "scene/game_object.h"
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+// Reads the objects of a prefab as a scene's are read, and loads the models and images that they name. A file
+// without objects gives none. False, with no objects, when the file cannot be read.
+bool LoadPrefab(const std::wstring& path, Scene& objects);
+
+// Writes a prefab, and makes the folder of `path` first. A parent index that names none of the objects is
+// written as -1. False, with the old file as it was, when it cannot be written.
+bool WritePrefab(const std::wstring& path, std::span<const GameObject> objects);
+
+// An object of a scene and all below it, as a prefab holds them: the root first and without a parent, each
+// object followed by its children in scene order, parent indices into this list. `root` names an object.
+Scene CollectPrefab(std::span<const GameObject> scene, int32_t root);
