@@ -1,8 +1,10 @@
 #include "scene/gestures.h"
 
+#include "platform/window.h"
 #include "scene/editor_state.h"
 
 void EndGestures() {
+    if (editorState.gizmoDrag.axis != 0 || editorState.hierarchyDrag.pressed) ReleaseMouse();
     editorState.gizmoDrag = {};
     editorState.keyboardTransform = false;
     editorState.hierarchyDrag = {};

@@ -1,0 +1,308 @@
+#include "support/editor_input.h"
+
+#include "doctest/doctest.h"
+
+#include <string>
+#include <utility>
+
+// The camera stands 10 units before the world's origin and looks straight at it, so that the pictures of the
+// axes can be worked out by hand: the viewport is 810 x 646 pixels, 1.25 units at this distance are 1.25 / 10
+// / tan(35 degrees) * 646 / 2 = 57.66 pixels.
+constexpr Point kOrigin{635, 365};  // also the tip of Z, which points away from the camera
+constexpr Point kTipX{692, 365};
+constexpr Point kTipY{635, 307};
+constexpr int32_t kLengthX = 57;  // pixels of the X axis
+
+static void StartWith(Scene scene, int32_t selected) {
+    StartEditor();
+    editorState.cameraPosition = {0, 0, -10};
+    editorState.cameraYaw = 0;
+    editorState.cameraPitch = 0;
+    ShowScene(std::move(scene), selected);
+}
+
+static GameObject Cube() { return {.name = L"Cube", .meshIndex = 0}; }
+static void StartWithCube() { StartWith({Cube()}, 0); }
+
+static const GameObject& Dragged() { return editorState.scene[0]; }
+
+TEST_CASE("a press grabs an axis within its reach and no further") {
+    struct {
+        Point at;
+        int32_t axis;
+    } cases[] = {
+        {kTipX, 1},
+        {{kTipX.x + 8, kTipX.y - 8}, 1},  // in the tip's square, 11.3 pixels from the line
+        {{kTipX.x + 8, kTipX.y + 8}, 1},
+        {{kTipX.x + 9, kTipX.y - 8}, 0},  // beside the square, 12 pixels from the line
+        {{kTipX.x + 9, kTipX.y + 8}, 0},
+        {{kTipX.x + 10, kTipX.y}, 1},  // behind the tip, 10 pixels
+        {{kTipX.x + 11, kTipX.y}, 0},
+        {{663, kOrigin.y + 9}, 1},  // beside the line
+        {{663, kOrigin.y + 10}, 1},
+        {{663, kOrigin.y + 11}, 0},
+        {{663, kOrigin.y - 10}, 1},
+        {{663, kOrigin.y - 11}, 0},
+        {kTipY, 2},
+        {{kTipY.x - 8, kTipY.y - 8}, 2},
+        {{kTipY.x - 8, kTipY.y - 9}, 0},
+        {{kTipY.x - 9, kTipY.y - 8}, 0},
+        {{kTipY.x - 10, 340}, 2},
+        {{kTipY.x - 11, 340}, 0},
+        {kOrigin, 1},  // all three begin here: the first
+        {{635, 375}, 1},
+        {{635, 376}, 0},
+        {{645, 345}, 2},  // 10 pixels from Y, 20 from X
+        {{655, 355}, 1},  // 10 pixels from X, 20 from Y
+    };
+    for (const auto& [at, axis] : cases) {
+        CAPTURE(at.x);
+        CAPTURE(at.y);
+        StartWithCube();
+        Press(at);
+        CHECK(editorState.gizmoDrag.axis == axis);
+        CHECK(headless.mouseIsCaptured == (axis != 0));
+        CHECK(editorState.undoScenes.size() == (axis != 0 ? 1 : 0));
+    }
+}
+
+TEST_CASE("the axis that is held is drawn in its bright colour until it is let go") {
+    StartWithCube();
+    const auto pixelAt = [](Point p) { return headless.pixels[static_cast<size_t>(p.y * 1360 + p.x)]; };
+    CHECK(pixelAt(kTipX) == Pixel{0x4A4BEB});
+    Press(kTipX);
+    RenderFrame();
+    CHECK(pixelAt(kTipX) == Pixel{0x808AFF});
+    CHECK(pixelAt(kTipY) == Pixel{0x76D25F});
+    Release(kTipX);
+    RenderFrame();
+    CHECK(pixelAt(kTipX) == Pixel{0x4A4BEB});
+}
+
+TEST_CASE("each tool changes its own field by the way along the axis, and says what it does") {
+    struct {
+        uint32_t key;
+        Vec3 position, rotation, scale;
+        const wchar_t *grabbed, *moving, *finished;
+    } cases[] = {
+        {kKeyF1,
+         {1.25f, 0, 0},
+         {},
+         {1, 1, 1},
+         L"Tahni levym tlacitkem po ose gizma pro posun objektu.",
+         L"Move gizmo: posouvam vybrany objekt mysi.",
+         L"Move gizmo dokoncil posun objektu."},
+        {kKeyF2,
+         {},
+         {2, 0, 0},
+         {1, 1, 1},
+         L"Tahni levym tlacitkem po ose gizma pro rotaci objektu.",
+         L"Rotate gizmo: otacim vybrany objekt mysi.",
+         L"Rotate gizmo dokoncil rotaci objektu."},
+        {kKeyF3,
+         {},
+         {},
+         {2.25f, 1, 1},
+         L"Tahni levym tlacitkem po ose gizma pro zmenu velikosti.",
+         L"Scale gizmo: menim velikost vybraneho objektu mysi.",
+         L"Scale gizmo dokoncil zmenu velikosti objektu."},
+    };
+    for (const auto& [key, position, rotation, scale, grabbed, moving, finished] : cases) {
+        StartWithCube();
+        TapKey(key);
+        Press(kTipX);
+        CHECK(editorState.statusMessage == grabbed);
+        const Point to{kTipX.x + kLengthX, kTipX.y + 200};  // what goes across the axis does not count
+        Move(to);
+        CHECK(editorState.statusMessage == moving);
+        CHECK(Dragged().position == position);
+        CHECK(Dragged().rotation == rotation);
+        CHECK(Dragged().scale == scale);
+        Release(to);
+        CHECK(editorState.statusMessage == finished);
+        CHECK_FALSE(headless.mouseIsCaptured);
+        Move({300, 300});
+        CHECK(Dragged().position == position);
+    }
+}
+
+TEST_CASE("a drag depends on where the pointer is and not on its way there") {
+    StartWithCube();
+    Press(kTipX);
+    for (const Point on : {Point{-500, 900}, {4000, 3}, {kTipX.x + kLengthX, 2}, {-1, -1}}) Move(on);
+    CHECK(Dragged().position.x < -10);
+    Move(kTipX);
+    CHECK(Dragged().position == Vec3{});
+    Move({kTipX.x - kLengthX, kTipX.y});
+    CHECK(Dragged().position == Vec3{-1.25f, 0, 0});
+    CHECK(editorState.undoScenes.size() == 1);
+}
+
+TEST_CASE("scaling raises every component to a tenth at least") {
+    StartWith({{.scale{1, 0.05f, -3}, .meshIndex = 0}}, 0);
+    editorState.tool = Tool::Scale;
+    Press(kTipX);
+    Move({kTipX.x - 4 * kLengthX, kTipX.y});
+    CHECK(Dragged().scale == Vec3{0.1f, 0.1f, 0.1f});
+}
+
+TEST_CASE("a child moves by the way in the world, whatever its parent does to it") {
+    // The parent doubles and shifts: 1.25 units in the world are 0.625 under it.
+    StartWith(
+        {{.position{1, 0, 0}, .scale{2, 2, 2}}, {.position{-0.5f, 0, 0}, .meshIndex = 0, .parentIndex = 0}},
+        1);
+    Press(kTipX);
+    Move({kTipX.x + kLengthX, kTipX.y});
+    CHECK(editorState.scene[1].position == Vec3{0.125f, 0, 0});
+    CHECK(editorState.scene[0].position == Vec3{1, 0, 0});
+}
+
+TEST_CASE("a child of a parent without size moves by its distance from the parent") {
+    StartWith({{.scale{0, 0, 0}}, {.position{7, 7, 7}, .meshIndex = 0, .parentIndex = 0}}, 1);
+    Press(kTipX);
+    Move({kTipX.x + kLengthX, kTipX.y});
+    CHECK(editorState.scene[1].position == Vec3{1.25f, 0, 0});
+}
+
+TEST_CASE("whatever has a role is dragged without a mesh, what has none is not") {
+    const GameObject markers[] = {
+        {.isEntity = true}, {.isCamera = true}, {.isLight = true}, {.isText = true}};
+    for (const GameObject& marker : markers) {
+        StartWith({marker}, 0);
+        Drag(kTipX, {kTipX.x + kLengthX, kTipX.y});
+        CHECK(Dragged().position == Vec3{1.25f, 0, 0});
+    }
+    StartWith({{.name = L"Nothing"}}, 0);
+    Press(kTipX);
+    CHECK(editorState.gizmoDrag.axis == 0);
+}
+
+TEST_CASE("an object behind the camera is not grabbed") {
+    StartWithCube();
+    editorState.scene[0].position.z = -20;
+    Press(kOrigin);
+    CHECK(editorState.gizmoDrag.axis == 0);
+}
+
+TEST_CASE("an axis is grabbed inside the viewport only") {
+    StartWithCube();
+    // Beside the viewport's right edge the tip lies under the Inspector.
+    editorState.scene[0].position.x = 8;
+    RenderFrame();
+    Press({1050, 365});
+    CHECK(editorState.gizmoDrag.axis == 0);
+    Release({1050, 365});
+    Press({1030, 365});
+    CHECK(editorState.gizmoDrag.axis == 1);
+}
+
+TEST_CASE("nothing is grabbed while playing and without a selection") {
+    StartWithCube();
+    TapKey('P');
+    Press(kTipX);
+    CHECK(editorState.gizmoDrag.axis == 0);
+    for (const int32_t selected : {-1, 1, 700}) {
+        StartWithCube();
+        editorState.selectedIndex = selected;
+        Press(kTipX);
+        CHECK(editorState.gizmoDrag.axis == 0);
+        CHECK(editorState.undoScenes.empty());
+    }
+}
+
+// Two objects in one place after the protected two.
+static void StartDragOfFour() {
+    StartWith({{.name = L"Camera"}, {.name = L"Light"}, Cube(), {.name = L"Behind", .meshIndex = 0}}, 2);
+    Press(kTipX);
+    Move({kTipX.x + kLengthX, kTipX.y});
+    REQUIRE(editorState.scene[2].position.x == 1.25f);
+}
+
+TEST_CASE("deleting the object half way ends the drag and leaves the next object where it is") {
+    StartDragOfFour();
+    TapKey(kKeyDelete);
+    REQUIRE(editorState.scene.size() == 3);
+    CHECK_FALSE(headless.mouseIsCaptured);
+    Move({900, 100});
+    Release({900, 100});
+    CHECK(editorState.scene[2].name == L"Behind");
+    CHECK(editorState.scene[2].position == Vec3{});
+    CHECK(editorState.statusMessage == L"Vybrany objekt byl smazan.");
+}
+
+TEST_CASE("undoing half way puts the object back and ends the drag") {
+    StartDragOfFour();
+    TapWithControl('Z');
+    CHECK(editorState.scene[2].position == Vec3{});
+    CHECK_FALSE(headless.mouseIsCaptured);
+    Move({900, 100});
+    Release({900, 100});
+    CHECK(editorState.scene[2].position == Vec3{});
+    CHECK(editorState.statusMessage == L"Ctrl+Z: posledni zmena sceny byla vracena.");
+}
+
+TEST_CASE("playing half way ends the drag") {
+    StartDragOfFour();
+    TapKey('P');
+    CHECK_FALSE(headless.mouseIsCaptured);
+    Move({900, 100});
+    CHECK(editorState.scene[2].position == Vec3{1.25f, 0, 0});
+}
+
+TEST_CASE("selecting something else half way ends the drag at the next move") {
+    for (const uint32_t key : {uint32_t{kKeyTab}, uint32_t{'1'}, uint32_t{'G'}}) {
+        StartDragOfFour();
+        TapKey(key);
+        Move({900, 100});
+        CHECK(editorState.gizmoDrag.axis == 0);
+        CHECK_FALSE(headless.mouseIsCaptured);
+        CHECK(editorState.scene[2].position == Vec3{1.25f, 0, 0});
+        CHECK(editorState.scene[3].position == Vec3{});
+    }
+}
+
+TEST_CASE("changing the tool half way goes on with the tool of the grab") {
+    StartDragOfFour();
+    TapKey(kKeyF3);
+    Move({kTipX.x - kLengthX, kTipX.y});
+    CHECK(editorState.scene[2].position == Vec3{-1.25f, 0, 0});
+    CHECK(editorState.scene[2].scale == Vec3{1, 1, 1});
+    Release(kTipX);
+    CHECK(editorState.statusMessage == L"Move gizmo dokoncil posun objektu.");
+}
+
+TEST_CASE("losing the mouse or the focus ends a drag where it is, without a message") {
+    for (void (*const lose)() : {LoseMouse, LoseFocus}) {
+        StartDragOfFour();
+        const std::wstring before = editorState.statusMessage;
+        lose();
+        CHECK(editorState.gizmoDrag.axis == 0);
+        CHECK_FALSE(headless.mouseIsCaptured);
+        Move({900, 100});
+        Release({900, 100});
+        CHECK(editorState.scene[2].position == Vec3{1.25f, 0, 0});
+        CHECK(editorState.statusMessage == before);
+    }
+}
+
+TEST_CASE("one undo takes a whole drag back") {
+    StartDragOfFour();
+    Move({500, 500});
+    Release({500, 500});
+    TapWithControl('Z');
+    CHECK(editorState.scene[2].position == Vec3{});
+    CHECK(editorState.selectedIndex == 2);
+    CHECK(editorState.undoScenes.empty());
+}
+
+TEST_CASE("objects in a cycle of parents are dragged without an end being looked for") {
+    for (const auto& [first, second] : {std::pair{0, 1}, {1, 0}}) {
+        StartWith({{.meshIndex = 0, .parentIndex = first}, {.meshIndex = 0, .parentIndex = second}}, 0);
+        for (Point at{kOrigin.x - 60, kOrigin.y - 60}; at.x < kOrigin.x + 80; at.x += 8, at.y += 8) {
+            Drag(at, {at.x + 30, at.y + 30});
+            Drag({at.x, kOrigin.y}, {at.x + 30, at.y + 30});
+        }
+        CHECK(editorState.scene[0].parentIndex == first);
+        CHECK(editorState.scene[1].parentIndex == second);
+    }
+}
