@@ -9,7 +9,6 @@
 #include "scene/editor_state.h"
 
 #include <string>
-#include <string_view>
 #include <utility>
 
 // The sample scene with "PlayerCube" (2) selected, shown once. In a window of 1360 x 820 the Hierarchy lies
@@ -72,7 +71,7 @@ inline void TapWithControl(uint32_t key) {
     headless.controlIsHeld = false;
 }
 
-inline void Type(std::wstring_view text) {
+inline void Type(const std::wstring& text) {
     for (const wchar_t unit : text) HandleInput({.kind = InputKind::Character, .character = unit});
 }
 
