@@ -42,6 +42,8 @@ static const KeyboardOwner* OpenKeyboardOwner() {
 }
 
 static void SendToOwner(const KeyboardOwner& owner, uint32_t key) {
+    if (key != kKeyEnter && key != kKeyEscape && key != kKeyBackspace) return;
+    editorState.typedHalf = 0;  // what is typed from here on begins a new character
     if (key == kKeyEnter) owner.commit();
     if (key == kKeyEscape) owner.cancel();
     if (key == kKeyBackspace) owner.erase();

@@ -78,7 +78,7 @@ inline void Type(const std::wstring& text) {
 inline void LoseFocus() { HandleInput({.kind = InputKind::FocusLost}); }
 inline void LoseMouse() { HandleInput({.kind = InputKind::CaptureLost}); }
 
-// Where an object's row lies in the Hierarchy, without open gaps: row 0 is the first.
+// The centre of a row of the Hierarchy, counted from 0.
 inline Point RowAt(int32_t row) { return {60, 92 + 28 * row + 9}; }
 
 // Where the last frame drew the Inspector's first zone with an action. (-1, -1) without one.
