@@ -87,7 +87,7 @@ void HandleInput(const InputEvent& event) {
         case InputKind::Character: OnCharacter(event.character); break;
         case InputKind::MouseMove: MoveMouse(pointer); break;
         case InputKind::LeftDown: PressLeft(pointer); break;
-        case InputKind::LeftUp: ReleaseLeft(); break;
+        case InputKind::LeftUp: ReleaseLeft(pointer); break;
         case InputKind::LeftDoubleClick: DoubleClickLeft(pointer); break;
         case InputKind::RightDown: PressRight(pointer); break;
         case InputKind::RightUp: ReleaseRight(); break;

@@ -3,6 +3,7 @@
 #include "app/frame_view.h"
 #include "app/gizmo_drag.h"
 #include "editor/bottom_panel.h"
+#include "editor/drop_assignments.h"
 #include "editor/hierarchy.h"
 #include "editor/inspector.h"
 #include "editor/menus.h"
@@ -23,9 +24,15 @@ constexpr int32_t kLookThreshold = 5;  // pixels from the press that make a righ
 
 static bool EntryIsOpen() { return NameEntryIsOpen() || editorState.numberEntry.open; }
 
+// With the left button.
 static bool IsDragging() {
     return editorState.panelResize.edge != 0 || editorState.gizmoDrag.axis != 0 ||
            editorState.hierarchyDrag.pressed || editorState.filesDrag.pressed;
+}
+
+// Only one drag runs at a time: until it ends, the left button starts nothing else.
+static bool IgnoresLeftButton() {
+    return editorState.runtimeMode || EntryIsOpen() || IsDragging() || editorState.mouseLook.armed;
 }
 
 static bool ClickOpenMenu(Point pointer, const EditorLayout&) { return ClickMenus(pointer); }
@@ -57,8 +64,8 @@ constexpr bool (*kPressTakers[])(Point, const EditorLayout&) = {
 };
 
 void PressLeft(Point pointer) {
+    if (IgnoresLeftButton()) return;
     editorState.pointer = pointer;
-    if (editorState.runtimeMode || EntryIsOpen()) return;
     const EditorLayout layout = CurrentLayout();
     for (const auto take : kPressTakers) {
         if (take(pointer, layout)) return;
@@ -71,7 +78,8 @@ static bool IsOnNameField(Point pointer, const EditorLayout& layout) {
 }
 
 void DoubleClickLeft(Point pointer) {
-    if (editorState.runtimeMode || EntryIsOpen()) return;
+    if (IgnoresLeftButton()) return;
+    if (MenuIsOpen()) return PressLeft(pointer);  // it lies over what could be double-clicked
     const EditorLayout layout = CurrentLayout();
     const int32_t row = HierarchyObjectAt(pointer, layout);
     if (IsOnNameField(pointer, layout) && SelectionIsValid()) {
@@ -84,14 +92,27 @@ void DoubleClickLeft(Point pointer) {
     }
 }
 
-void ReleaseLeft() {
+static bool IsOverInspector(Point pointer) { return Contains(CurrentLayout().inspector, pointer); }
+
+// A dragged object becomes a reference of the selected one when it is let go over the Inspector.
+static void ReleaseHierarchyAt(Point pointer) {
+    const HierarchyDrag drag = editorState.hierarchyDrag;
+    if (drag.dragging && IsOverInspector(pointer)) {
+        editorState.hierarchyDrag = {};
+        AssignObjectReference(drag.source);
+    } else {
+        ReleaseHierarchy();
+    }
+}
+
+void ReleaseLeft(Point pointer) {
     if (editorState.panelResize.edge != 0) {
         editorState.panelResize = {};
         SetStatus(L"Velikost panelu upravena.");
     }
-    if (editorState.hierarchyDrag.pressed) ReleaseHierarchy();
+    if (editorState.hierarchyDrag.pressed) ReleaseHierarchyAt(pointer);
     FinishGizmoDrag();
-    ReleaseMouse();
+    if (!editorState.mouseLook.armed) ReleaseMouse();
 }
 
 void PressRight(Point pointer) {
@@ -134,6 +155,12 @@ static void MovePanelEdge(Point pointer) {
     editorState.panels = FitPanelsToWindow(sizes, layout.width, layout.height);
 }
 
+static void DragHierarchyTo(Point pointer) {
+    DragInHierarchy(pointer);
+    // There it becomes a reference, and no row at that height is meant.
+    if (IsOverInspector(pointer)) editorState.hierarchyDrag.dropTarget = -1;
+}
+
 static void MoveLook(Point from, Point to) {
     MouseLook& look = editorState.mouseLook;
     if (look.turnsView) LookWithMouse(to.x - from.x, to.y - from.y);
@@ -149,7 +176,7 @@ void MoveMouse(Point pointer) {
     if (editorState.panelResize.edge != 0) {
         MovePanelEdge(pointer);
     } else if (editorState.hierarchyDrag.pressed) {
-        DragInHierarchy(pointer);
+        DragHierarchyTo(pointer);
     } else if (editorState.mouseLook.armed) {
         MoveLook(last, pointer);
     } else if (editorState.gizmoDrag.axis != 0) {

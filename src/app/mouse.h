@@ -5,7 +5,7 @@
 
 void PressLeft(Point pointer);
 void DoubleClickLeft(Point pointer);
-void ReleaseLeft();
+void ReleaseLeft(Point pointer);
 void PressRight(Point pointer);
 void ReleaseRight();
 void MoveMouse(Point pointer);

@@ -2,13 +2,19 @@
 
 #include "scene/editor_state.h"
 
+#include <algorithm>
+
+constexpr PopupMenu EditorState::*kMenus[] = {
+    &EditorState::createMenu,    &EditorState::objectMenu,  &EditorState::filesCreateMenu,
+    &EditorState::filesItemMenu, &EditorState::projectMenu, &EditorState::addNodeMenu,
+};
+
+bool MenuIsOpen() {
+    return std::ranges::any_of(kMenus, [](const auto menu) { return (editorState.*menu).open; });
+}
+
 void CloseMenus() {
-    editorState.createMenu = {};
-    editorState.objectMenu = {};
-    editorState.filesCreateMenu = {};
-    editorState.filesItemMenu = {};
-    editorState.projectMenu = {};
-    editorState.addNodeMenu = {};
+    for (const auto menu : kMenus) editorState.*menu = {};
 }
 
 void CloseEntriesAndMenus() {

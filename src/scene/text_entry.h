@@ -1,6 +1,8 @@
 // Closing what lies over the panels: pop-up menus and entry boxes.
 #pragma once
 
+bool MenuIsOpen();
+
 // Closes every pop-up menu.
 void CloseMenus();
 
