@@ -77,6 +77,51 @@ TEST_CASE("while a name or number is typed the mouse does nothing") {
     }
 }
 
+TEST_CASE("while components are searched the mouse goes on working") {
+    StartEditor();
+    OpenSearch();
+    Type(L"mass");
+    Click({260, 100});
+    CHECK(editorState.tool == Tool::Rotate);
+    CHECK(editorState.componentSearchActive);
+    TapKey(kKeyEnter);
+    CHECK(editorState.scene[2].hasRigidbody);
+    CHECK_FALSE(editorState.componentSearchActive);
+}
+
+TEST_CASE("a key that was held when an entry opened is let go by its release") {
+    for (const auto open : kOpeners) {
+        StartEditor();
+        HandleInput({.kind = InputKind::KeyDown, .key = 'W'});
+        open();
+        CHECK(editorState.keyDown['W']);
+        HandleInput({.kind = InputKind::KeyDown, .key = 'W', .isRepeat = true});
+        HandleInput({.kind = InputKind::KeyUp, .key = 'W'});
+        CHECK_FALSE(editorState.keyDown['W']);
+    }
+}
+
+TEST_CASE("losing the focus or the mouse leaves an entry open with what was typed") {
+    StartEditor();
+    OpenRename();
+    Type(L"!");
+    LoseFocus();
+    LoseMouse();
+    CHECK(editorState.nameEntry.text == L"PlayerCube!");
+    TapKey(kKeyEnter);
+    CHECK(editorState.scene[2].name == L"PlayerCube!");
+    CHECK(editorState.statusMessage == L"Objekt byl prejmenovan.");
+}
+
+TEST_CASE("characters without an open entry go nowhere") {
+    StartEditor();
+    Type(L"g1\x1b\r");
+    CHECK(editorState.scene.size() == 6);
+    CHECK(editorState.componentSearchText.empty());
+    CHECK(editorState.statusMessage == L"untouched");
+    CHECK_FALSE(headless.quitRequested);
+}
+
 TEST_CASE("letters of every kind are typed into names and texts, pairs of halves whole") {
     const std::wstring czech = L"\u017dlu\u0165ou\u010dk\u00fd k\u016f\u0148";
     const std::wstring pair{static_cast<wchar_t>(0xD83D), static_cast<wchar_t>(0xDE00)};

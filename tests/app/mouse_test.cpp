@@ -406,6 +406,18 @@ TEST_CASE("the Create menu stays inside the window in every corner and works the
     }
 }
 
+TEST_CASE("the menu of a row at the window's lower end stays inside the window and works there") {
+    StartEditor();
+    ShowScene(Scene(30), 0);
+    RightClick({100, 687});  // on row 21, at y 680
+    REQUIRE(editorState.objectMenu.open);
+    CHECK(editorState.objectMenu.item == 21);
+    CHECK(editorState.objectMenu.corner == Point{100, 660});
+    Click({120, 660 + 118});
+    CHECK(editorState.scene.size() == 29);
+    CHECK(editorState.statusMessage == L"Vybrany objekt byl smazan.");
+}
+
 TEST_CASE("each height in the Create menu means its kind of object") {
     struct {
         Point at;  // from the corner

@@ -200,6 +200,13 @@ TEST_CASE("P plays and P again brings scene, camera and selection back") {
     CHECK(editorState.statusMessage == L"Edit mode zapnuty: scena obnovena do stavu pred spustenim hry.");
 }
 
+TEST_CASE("Ctrl+S is refused while playing") {
+    StartEditor();
+    TapKey('P');
+    TapWithControl('S');
+    CHECK(editorState.statusMessage == L"Nejdriv vypni Play Mode. Runtime zmeny se do projektu neukladaji.");
+}
+
 TEST_CASE("P ends what was being typed and dragged") {
     StartEditor();
     Press(RowAt(3));
