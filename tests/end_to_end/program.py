@@ -128,9 +128,49 @@ class Program:
     def move(self, x, y):
         subprocess.run(["xdotool", "mousemove", "--window", self.window, str(x), str(y)], check=True)
 
+    def mouse_down(self, x, y, button=1):
+        self.move(x, y)
+        subprocess.run(["xdotool", "mousedown", str(button)], check=True)
+
+    def mouse_up(self, x, y, button=1):
+        self.move(x, y)
+        subprocess.run(["xdotool", "mouseup", str(button)], check=True)
+
     def click(self, x, y, button=1):
         self.move(x, y)
         subprocess.run(["xdotool", "click", str(button)], check=True)
+
+    def double_click(self, x, y):
+        self.move(x, y)
+        subprocess.run(["xdotool", "click", "--repeat", "2", "--delay", "60", "1"], check=True)
+
+    def drag(self, start, end, button=1, steps=8):
+        """From one point to another, with moves between them as a hand makes them."""
+        self.mouse_down(*start, button)
+        for step in range(1, steps):
+            self.move(*(a + (b - a) * step // steps for a, b in zip(start, end)))
+        self.mouse_up(*end, button)
+
+    def pixels(self):
+        return wait_for(lambda: output_of("import", "-window", self.window, "-depth", "8", "rgb:-"), "a screenshot")
+
+    def steady_pixels(self):
+        """What the window shows once nothing in it moves any more."""
+        seen = []
+
+        def is_steady():
+            seen.append(self.pixels())
+            return len(seen) > 1 and seen[-1] == seen[-2]
+
+        wait_for(is_steady, "a window in which nothing moves")
+        return seen[-1]
+
+    def see(self, act, *arguments):
+        """Acts, waits until that has changed what the window shows, and until the change is complete."""
+        before = self.steady_pixels()
+        act(*arguments)
+        wait_for(lambda: self.pixels() != before, f"the window to show {act.__name__}{arguments}")
+        self.steady_pixels()
 
     def resize(self, width, height):
         subprocess.run(["xdotool", "windowsize", self.window, str(width), str(height)], check=True)
