@@ -96,8 +96,9 @@ struct RowPainter {
     void operator()(const WheelContent& wheel) const {
         const Point centre{left + wheel.centre.x, top + wheel.centre.y};
         const int32_t radius = wheel.radius;
-        DrawText(left + 10, Y(), row.label, kLabelText, 14, kNormal);
         DrawColorWheel(centre, radius, object.*wheel.color);
+        // After the wheel: a large one reaches under a long label.
+        DrawText(left + 10, Y(), row.label, kLabelText, 14, kNormal);
         AddZone({centre.x - radius, centre.y - radius, centre.x + radius, centre.y + radius}, row.action);
     }
 };
