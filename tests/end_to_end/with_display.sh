@@ -34,6 +34,8 @@ wait_until grep -q . "$work/number"
 DISPLAY=":$(cat "$work/number")"
 export DISPLAY
 
+wait_until xprop -root WM_NAME  # a window manager that finds no display gives up at once
+
 timeout "$longest_seconds" openbox --config-file "$here/openbox.xml" >>"$work/log" 2>&1 &
 manager=$!
 wait_until sh -c 'xprop -root _NET_SUPPORTING_WM_CHECK | grep -q "window id"'
