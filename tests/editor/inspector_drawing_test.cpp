@@ -1,3 +1,4 @@
+#include "editor/theme.h"
 #include "support/inspector_panel.h"
 
 #include "doctest/doctest.h"
@@ -378,6 +379,25 @@ TEST_CASE("a wheel marks the colour that it sets") {
     OpenInspector(object);
     CHECK(PixelAt(centre.x - 54 + 3, centre.y) == Pixel{0xFFFFFF});
     CHECK(PixelAt(centre.x + 3, centre.y) != Pixel{0xFFFFFF});
+}
+
+TEST_CASE("the label of a camera's background stays readable where the large wheel reaches under it") {
+    // The last letters, within the wheel.
+    const Rect shared{kLeft + 70, kSecondTop + 46, kLeft + 80, kSecondTop + 50};
+    const auto pixels = [&](bool paintsTexts) {
+        OpenInspector(
+            {.isCamera = true, .hasShape = false, .transformExpanded = false, .cameraBackgroundSet = true});
+        headless.paintsTexts = paintsTexts;
+        DrawInspectorAgain();
+        std::vector<Pixel> found;
+        for (int32_t y = shared.top; y < shared.bottom; ++y) {
+            for (int32_t x = shared.left; x < shared.right; ++x) found.push_back(PixelAt(x, y));
+        }
+        return found;
+    };
+    const std::vector<Pixel> wheel = pixels(false);
+    CHECK(std::ranges::count(wheel, kPanelFill) == 0);
+    CHECK(pixels(true) != wheel);
 }
 
 static std::wstring ValueBeside(const wchar_t* label) {
