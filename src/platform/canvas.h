@@ -19,6 +19,9 @@ void DestroyCanvas();
 void DrawCanvasText(int32_t x, int32_t y, const std::wstring& text, TextColor color, int32_t height,
                     int32_t weight);
 
+// How far a text reaches to the right of its corner, pixels. 0 when it cannot be told.
+int32_t MeasureCanvasText(const std::wstring& text, int32_t height, int32_t weight);
+
 // What a text leaves on a background of one colour. The text's corner lies `margin` pixels inside.
 struct TextPicture {
     int32_t width = 0, height = 0;  // pixels: the text's own cell and a margin on all four sides

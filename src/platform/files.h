@@ -47,8 +47,9 @@ bool RemoveEmptyFolder(const std::wstring& path);
 // Makes a folder and its missing parents. True when the folder stands afterwards.
 bool MakeFolders(const std::wstring& path);
 
-// The entries of a folder, sorted by name (by UTF-16 unit). Empty when it cannot be listed.
-std::vector<FolderEntry> ListFolder(const std::wstring& path);
+// The entries of a folder, sorted by name (by UTF-16 unit). False, with `entries` empty, when it cannot be
+// listed to its end.
+bool ListFolder(const std::wstring& path, std::vector<FolderEntry>& entries);
 
 // The full path, with "." and ".." resolved. `path` unchanged when it cannot be made, or when the result has
 // 260 characters or more.

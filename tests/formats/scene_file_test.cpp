@@ -6,6 +6,7 @@
 #include "platform/headless/fault_injection.h"
 #include "scene/default_scenes.h"
 #include "scene/editor_state.h"
+#include "support/folder_entries.h"
 #include "support/scratch_folder.h"
 
 #include "doctest/doctest.h"
@@ -172,7 +173,7 @@ TEST_CASE("a scene that cannot be saved leaves the old file, whichever step fail
         fileFaults = {};
         CHECK(isSaved == isOver);
         CHECK((FileBytes(folder / L"a.scene") == "old") == !isSaved);
-        CHECK(ListFolder(folder.path).size() == 1);
+        CHECK(EntriesOf(folder.path).size() == 1);
     }
 }
 
@@ -192,7 +193,7 @@ TEST_CASE("a full disk, a cut-short write, a folder and a read-only file fail a 
     CHECK_FALSE(SaveScene(folder / L"a.scene"));
     MakeReadOnly(folder / L"a.scene", false);
     CHECK(FileBytes(folder / L"a.scene") == "old");
-    CHECK(ListFolder(folder.path).size() == 2);
+    CHECK(EntriesOf(folder.path).size() == 2);
 }
 
 TEST_CASE("loading drops the meshes and textures of before") {

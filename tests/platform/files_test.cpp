@@ -3,6 +3,7 @@
 #include "platform/folders.h"
 #include "platform/headless/fault_injection.h"
 #include "platform/headless/native_path.h"
+#include "support/folder_entries.h"
 #include "support/scratch_folder.h"
 
 #include "doctest/doctest.h"
@@ -12,7 +13,7 @@
 
 static std::vector<std::wstring> NamesIn(const std::wstring& folder) {
     std::vector<std::wstring> names;
-    for (const FolderEntry& entry : ListFolder(folder)) names.push_back(entry.name);
+    for (const FolderEntry& entry : EntriesOf(folder)) names.push_back(entry.name);
     return names;
 }
 
@@ -286,12 +287,12 @@ TEST_CASE("a folder is listed by name, by UTF-16 units") {
     auto names = NamesIn(folder.path);
     if (names.front() != L"B") names.insert(names.begin(), L"B");
     CHECK(names == Names{L"B", L"a", L"b", L"c", L"\x10D", L"\U0001F600", L"\xE000"});
-    const auto entries = ListFolder(folder.path);
+    const auto entries = EntriesOf(folder.path);
     const auto c = std::find_if(entries.begin(), entries.end(), [](auto& e) { return e.name == L"c"; });
     CHECK(*c == FolderEntry{L"c", true, false});
-    CHECK(ListFolder(folder / L"missing").empty());
-    CHECK(ListFolder(folder / L"a").empty());
-    CHECK(ListFolder(L"").empty());
+    CHECK(EntriesOf(folder / L"missing").empty());
+    CHECK(EntriesOf(folder / L"a").empty());
+    CHECK(EntriesOf(L"").empty());
 }
 
 TEST_CASE("paths that no disk can hold fail and do not throw") {
@@ -308,7 +309,7 @@ TEST_CASE("paths that no disk can hold fail and do not throw") {
         std::string bytes;
         CHECK_FALSE(ReadWholeFile(path, bytes));
         CHECK(KindOfPath(path) == PathKind::Missing);
-        CHECK(ListFolder(path).empty());
+        CHECK(EntriesOf(path).empty());
         CHECK_FALSE(RemoveFile(path));
         CHECK_FALSE(RenamePath(path, folder / L"other"));
         (void)AbsolutePath(path);

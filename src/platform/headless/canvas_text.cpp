@@ -66,6 +66,10 @@ void DrawCanvasText(int32_t x, int32_t y, const std::wstring& text, TextColor co
     PaintText(canvas, {x, y}, headless.texts.back());
 }
 
+int32_t MeasureCanvasText(const std::wstring& text, int32_t height, int32_t) {
+    return static_cast<int32_t>(text.size()) * Advance(height);
+}
+
 bool RasterizeText(const std::wstring& text, TextColor color, int32_t height, int32_t weight,
                    Pixel background, int32_t margin, TextPicture& picture) {
     if (!headless.paintsTexts || text.empty()) return false;

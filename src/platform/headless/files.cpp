@@ -68,20 +68,22 @@ bool MakeFolders(const std::wstring& path) {
     return fs::is_directory(NativePath(path), error);
 }
 
-std::vector<FolderEntry> ListFolder(const std::wstring& path) {
-    if (path.empty() || !TakeFileStep()) return {};
+bool ListFolder(const std::wstring& path, std::vector<FolderEntry>& entries) {
+    entries.clear();
+    if (path.empty() || !TakeFileStep()) return false;
     std::error_code error;
-    std::vector<FolderEntry> entries;
+    std::vector<FolderEntry> found;
     fs::directory_iterator entry(NativePath(path), error);
     while (!error && entry != fs::directory_iterator()) {
         std::error_code ignored;
-        entries.push_back({ProgramPath(entry->path().filename()), entry->is_directory(ignored),
-                           entry->is_symlink(ignored)});
+        found.push_back({ProgramPath(entry->path().filename()), entry->is_directory(ignored),
+                         entry->is_symlink(ignored)});
         entry.increment(error);
     }
-    if (error) return {};
-    std::ranges::sort(entries, ComesBefore);
-    return entries;
+    if (error) return false;
+    std::ranges::sort(found, ComesBefore);
+    entries = std::move(found);
+    return true;
 }
 
 // Paths of a drive ("C:\...") are full already, as they are on the program's own system.

@@ -83,6 +83,11 @@ void DrawCanvasText(int32_t x, int32_t y, const std::wstring& text, TextColor co
     if (const HFONT font = FindFont(height, weight)) Write(CanvasDevice(), font, {x, y}, text, color);
 }
 
+int32_t MeasureCanvasText(const std::wstring& text, int32_t height, int32_t weight) {
+    const HFONT font = FindFont(height, weight);
+    return CanvasDevice() && font ? Extent(CanvasDevice(), font, text).cx : 0;
+}
+
 bool RasterizeText(const std::wstring& text, TextColor color, int32_t height, int32_t weight,
                    Pixel background, int32_t margin, TextPicture& picture) {
     const HFONT font = FindFont(height, weight);

@@ -59,24 +59,26 @@ bool MakeFolders(const std::wstring& path) {
     return KindOfPath(path) == PathKind::Folder;  // also when another program was faster
 }
 
-std::vector<FolderEntry> ListFolder(const std::wstring& path) {
-    if (path.empty()) return {};
+bool ListFolder(const std::wstring& path, std::vector<FolderEntry>& entries) {
+    entries.clear();
+    if (path.empty()) return false;
     WIN32_FIND_DATAW found{};
     const HANDLE search = FindFirstFileW(SystemPath(path + L"\\*").c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE) return {};
+    if (search == INVALID_HANDLE_VALUE) return false;
 
-    std::vector<FolderEntry> entries;
+    std::vector<FolderEntry> all;
     do {
         if (IsItselfOrParent(found.cFileName)) continue;
         const bool isFolder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-        entries.push_back({found.cFileName, isFolder, IsLink(found)});
+        all.push_back({found.cFileName, isFolder, IsLink(found)});
     } while (FindNextFileW(search, &found));
     const bool isWhole = GetLastError() == ERROR_NO_MORE_FILES;
     FindClose(search);
-    if (!isWhole) return {};
+    if (!isWhole) return false;
 
-    std::ranges::sort(entries, {}, &FolderEntry::name);
-    return entries;
+    std::ranges::sort(all, {}, &FolderEntry::name);
+    entries = std::move(all);
+    return true;
 }
 
 std::wstring AbsolutePath(const std::wstring& path) {

@@ -2,6 +2,7 @@
 
 #include "doctest/doctest.h"
 #include "platform/windows/test_folder.h"
+#include "support/folder_entries.h"
 
 #include <windows.h>
 
@@ -42,7 +43,7 @@ static std::string Bytes(const std::wstring& path) {
 
 static std::vector<std::wstring> Names(const std::wstring& folder) {
     std::vector<std::wstring> names;
-    for (const FolderEntry& entry : ListFolder(folder)) names.push_back(entry.name);
+    for (const FolderEntry& entry : EntriesOf(folder)) names.push_back(entry.name);
     return names;
 }
 
@@ -172,7 +173,7 @@ TEST_CASE("a file with the longest possible name is saved twice") {
     CHECK(WriteWholeFile(path, "one"));
     CHECK(WriteWholeFile(path, "two"));
     CHECK(Bytes(path) == "two");
-    CHECK(ListFolder(folder.Path()).size() == 1);
+    CHECK(EntriesOf(folder.Path()).size() == 1);
 }
 
 TEST_CASE("a leftover of a save that was broken off is not in the way") {
@@ -263,7 +264,7 @@ TEST_CASE("a rename never overwrites, and a name in other letter case is the fil
     CHECK(Bytes(folder / L"b.txt") == "b");
     CHECK(RenamePath(folder / L"a.txt", folder / L"A.txt"));
     CHECK(Bytes(folder / L"A.txt") == "a");
-    CHECK(ListFolder(folder.Path()).size() == 2);
+    CHECK(EntriesOf(folder.Path()).size() == 2);
 
     REQUIRE(MakeFolders(folder / L"old\\inner"));
     CHECK(RenamePath(folder / L"old", folder / L"new"));
@@ -280,7 +281,7 @@ TEST_CASE("only empty folders are removed") {
     CHECK_FALSE(RemoveFile(folder / L"full\\a.txt"));
     CHECK_FALSE(RemoveFile(folder / L"full"));
     CHECK(RemoveEmptyFolder(folder / L"full"));
-    CHECK(ListFolder(folder.Path()).empty());
+    CHECK(EntriesOf(folder.Path()).empty());
 }
 
 TEST_CASE("folders are made with their parents, and stand already the second time") {
@@ -305,11 +306,11 @@ TEST_CASE("a folder is listed by name, capitals before small letters, without it
     REQUIRE(MakeFolders(folder / L"B"));
     const std::vector<FolderEntry> expected{
         {L"B", true}, {L"C.txt", false}, {L"a", false}, {L"b.txt", false}, {L"\x017Elut\xFD.txt", false}};
-    CHECK(ListFolder(folder.Path()) == expected);
-    CHECK(ListFolder(folder.Path() + L"\\") == expected);
-    CHECK(ListFolder(folder / L"missing").empty());
-    CHECK(ListFolder(folder / L"b.txt").empty());
-    CHECK(ListFolder(L"").empty());
+    CHECK(EntriesOf(folder.Path()) == expected);
+    CHECK(EntriesOf(folder.Path() + L"\\") == expected);
+    CHECK(EntriesOf(folder / L"missing").empty());
+    CHECK(EntriesOf(folder / L"b.txt").empty());
+    CHECK(EntriesOf(L"").empty());
 }
 
 TEST_CASE("a link to a folder is told apart from a folder, and saving through a link keeps it") {
@@ -325,7 +326,7 @@ TEST_CASE("a link to a folder is told apart from a folder, and saving through a 
         MESSAGE("skipped: this system lets the test make no links");
         return;
     }
-    CHECK(ListFolder(folder.Path()) ==
+    CHECK(EntriesOf(folder.Path()) ==
           std::vector<FolderEntry>{{L"b.txt", false, true}, {L"link", true, true}, {L"target", true, false}});
     CHECK(WriteWholeFile(fileLink, "new"));
     CHECK(Bytes(folder / L"target\\a.txt") == "new");
