@@ -6,24 +6,18 @@
 #include "platform/files.h"
 #include "platform/folders.h"
 #include "scene/editor_state.h"
+#include "scene/lower_case.h"
 
 #include <algorithm>
-#include <cwctype>
 
 constexpr size_t kRecentLineBuffer = 520;
 
-// Equal for full paths that differ in upper and lower case only. Separators are compared as they stand.
-static std::wstring ComparisonKey(std::wstring fullPath) {
-    for (wchar_t& c : fullPath) c = static_cast<wchar_t>(std::towlower(static_cast<std::wint_t>(c)));
-    return fullPath;
-}
-
-// Where the list holds a project, in upper or lower case; its end when it does not.
+// Where the list holds a project, in upper or lower case; its end when it does not. Separators are compared
+// as they stand.
 static auto FindProject(const std::wstring& fullPath) {
-    const std::wstring key = ComparisonKey(fullPath);
-    return std::ranges::find_if(editorState.recentProjects, [&key](const RecentProject& entry) {
-        return ComparisonKey(entry.path) == key;
-    });
+    const std::wstring key = LowerCase(fullPath);
+    return std::ranges::find_if(editorState.recentProjects,
+                                [&key](const RecentProject& entry) { return LowerCase(entry.path) == key; });
 }
 
 static RecentProject EntryFor(const std::wstring& fullPath) {

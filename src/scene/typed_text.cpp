@@ -5,13 +5,13 @@
 
 constexpr uint32_t kDeleteCharacter = 127;
 
-static bool IsFirstHalf(wchar_t unit) { return (static_cast<uint32_t>(unit) & ~0x3FFu) == 0xD800; }
-static bool IsSecondHalf(wchar_t unit) { return (static_cast<uint32_t>(unit) & ~0x3FFu) == 0xDC00; }
-
 static bool IsControl(wchar_t unit) {
     const auto code = static_cast<uint32_t>(unit);
     return code < 32 || code == kDeleteCharacter;
 }
+
+bool IsFirstHalf(wchar_t unit) { return (static_cast<uint32_t>(unit) & ~0x3FFu) == 0xD800; }
+bool IsSecondHalf(wchar_t unit) { return (static_cast<uint32_t>(unit) & ~0x3FFu) == 0xDC00; }
 
 void AppendTyped(wchar_t unit, size_t limit, wchar_t& half, std::wstring& text) {
     const wchar_t first = std::exchange(half, wchar_t{0});

@@ -4,6 +4,10 @@
 #include <cstddef>
 #include <string>
 
+// Halves of a surrogate pair: what comes first and what comes second in UTF-16.
+bool IsFirstHalf(wchar_t unit);
+bool IsSecondHalf(wchar_t unit);
+
 // Appends the typed unit while `text` stays within `limit` units; control characters are dropped. The halves
 // of a surrogate pair come one after the other: the first waits in `half` (0 when none waits), and both are
 // appended together or not at all.
