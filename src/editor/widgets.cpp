@@ -15,7 +15,7 @@ constexpr int32_t kSliderLeft = 88, kSliderWidth = 156;
 constexpr int32_t kMarkReach = 3;  // the wheel's mark is 7 x 7
 
 // The edges of a box, in the order that decides its corners.
-static void DrawBoxEdges(const Rect& rect, Pixel topLeft, Pixel bottomRight) {
+void DrawBoxEdges(const Rect& rect, Pixel topLeft, Pixel bottomRight) {
     const auto [left, top, right, bottom] = rect;
     FillRect({left, top, right, top + 1}, topLeft);
     FillRect({left, bottom - 1, right, bottom}, bottomRight);

@@ -9,6 +9,9 @@
 #include <cstdint>
 #include <string>
 
+// A frame of one pixel: its top and left edges in one colour, its bottom and right edges in another.
+void DrawBoxEdges(const Rect& rect, Pixel topLeft, Pixel bottomRight);
+
 // A button without its caption.
 void DrawButton(const Rect& rect, Pixel fill, Pixel edge, bool shadow);
 
