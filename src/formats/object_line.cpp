@@ -296,15 +296,18 @@ void WriteObjects(std::wstring& text, std::span<const GameObject> objects) {
     for (const GameObject& object : objects) WriteObjectLine(text, object);
 }
 
+std::wstring ObjectFileText(std::wstring_view header, std::span<const GameObject> objects) {
+    std::wstring text(header);
+    text += L'\n';
+    WriteObjects(text, objects);
+    return text;
+}
+
 bool WriteObjectFile(const std::wstring& path, std::wstring_view header,
                      std::span<const GameObject> objects) {
     const std::wstring folder = ParentFolder(path);
     if (!folder.empty()) MakeFolders(folder);
-
-    std::wstring text(header);
-    text += L'\n';
-    WriteObjects(text, objects);
-    return WriteTextFile(path, text);
+    return WriteTextFile(path, ObjectFileText(header, objects));
 }
 
 bool ParseObjectLine(std::span<const std::wstring_view> fields, GameObject& object) {

@@ -31,6 +31,9 @@ struct KnownFiles {
 // The same for one of many lines that are read in a row.
 bool ParseObjectLine(std::span<const std::wstring_view> fields, GameObject& object, KnownFiles& known);
 
+// The text of a file of a header line and the lines of all objects.
+std::wstring ObjectFileText(std::wstring_view header, std::span<const GameObject> objects);
+
 // Writes a file of a header line and the lines of all objects, and makes the folder of `path` first. False,
 // with the old file as it was, when it cannot be written.
 bool WriteObjectFile(const std::wstring& path, std::wstring_view header, std::span<const GameObject> objects);

@@ -32,14 +32,22 @@ bool IsProjectFolder(const std::wstring& path) {
            KindOfPath(JoinPath(path, kFilesFolderName)) == PathKind::Folder;
 }
 
-bool WriteProjectFile(const std::wstring& folder) {
+static bool WriteInto(const std::wstring& folder, const std::wstring& relativeScenePath) {
     MakeFolders(folder);
 
     std::wstring text = L"ZELENGINE_PROJECT\t1\nFILES\tFiles\nCURRENT_SCENE\t";
-    text += RelativeTo(editorState.scenePath, folder);
+    text += relativeScenePath;
     text += L'\n';
     WriteObjects(text, editorState.scene);
     return WriteTextFile(JoinPath(folder, kProjectFileName), text);
+}
+
+bool WriteProjectFile(const std::wstring& folder) {
+    return WriteInto(folder, RelativeTo(editorState.scenePath, folder));
+}
+
+bool WriteProjectCopy(const std::wstring& folder) {
+    return WriteInto(folder, RelativeTo(editorState.scenePath, editorState.projectRoot));
 }
 
 bool ReadProjectFile(const std::wstring& folder) {

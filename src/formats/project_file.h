@@ -16,6 +16,10 @@ bool IsProjectFolder(const std::wstring& path);
 // it, and a copy of the open scene. False, with the old file as it was, when it cannot be written.
 bool WriteProjectFile(const std::wstring& folder);
 
+// The same for a copy of the open project in `folder`: every path is written relative to the open project,
+// and so stands for the same place in the copy.
+bool WriteProjectCopy(const std::wstring& folder);
+
 // Loads the scene that the project in `folder` names and makes it the current one. When it is not named, not
 // there or not readable, the current scene becomes Files\Scenes\Main.scene with the objects that the project
 // file keeps. False, with the old scene as it was, when the project file cannot be read.

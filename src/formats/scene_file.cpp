@@ -1,13 +1,20 @@
 #include "formats/scene_file.h"
 
 #include "formats/object_line.h"
+#include "platform/files.h"
 #include "scene/default_scenes.h"
 #include "scene/editor_state.h"
 
 #include <algorithm>
 
-bool SaveScene(const std::wstring& path) {
-    return WriteObjectFile(path, L"ZELENGINE_SCENE\t1", editorState.scene);
+constexpr std::wstring_view kHeader = L"ZELENGINE_SCENE\t1";
+
+bool SaveScene(const std::wstring& path) { return WriteObjectFile(path, kHeader, editorState.scene); }
+
+bool SceneEqualsFile(const std::wstring& path) {
+    std::string bytes;
+    if (!ReadWholeFile(path, bytes)) return false;
+    return bytes == TextFileBytes(ObjectFileText(kHeader, editorState.scene));
 }
 
 bool LoadScene(const std::wstring& path) {

@@ -7,6 +7,9 @@
 // cannot be written.
 bool SaveScene(const std::wstring& path);
 
+// True when saving the open scene would leave the file as it is.
+bool SceneEqualsFile(const std::wstring& path);
+
 // Replaces the open scene, the mesh library and the textures by what the file names; a file without objects
 // gives the default scene with its samples. Lines that store no object are skipped, the header among them.
 // The default scene's selection stays, limited to the objects there. False, with the old scene as it was,

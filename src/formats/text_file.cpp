@@ -212,12 +212,16 @@ void SplitAtTabs(std::wstring_view line, std::vector<std::wstring_view>& fields)
     fields.push_back(line);
 }
 
-bool WriteTextFile(const std::wstring& path, std::wstring_view text) {
+std::string TextFileBytes(std::wstring_view text) {
     std::string bytes;
     bytes.reserve(kUtf8Mark.size() + text.size() + text.size() / 64);
     bytes += kUtf8Mark;
     Encode(text, "\r\n", bytes);
-    return WriteWholeFile(path, bytes);
+    return bytes;
+}
+
+bool WriteTextFile(const std::wstring& path, std::wstring_view text) {
+    return WriteWholeFile(path, TextFileBytes(text));
 }
 
 void AppendField(std::wstring& line, std::wstring_view text) {

@@ -34,6 +34,9 @@ bool NextLine(TextFile& file, size_t bufferSize, std::wstring_view& line);
 // Cuts a line at every TAB. Empty fields are kept; a line without TAB is one field.
 void SplitAtTabs(std::wstring_view line, std::vector<std::wstring_view>& fields);
 
+// What WriteTextFile puts on the disk.
+std::string TextFileBytes(std::wstring_view text);
+
 // Writes a whole file in one step that cannot leave half of it: a byte-order mark, then `text`, whose lines
 // each end with "\n" and are written with CR LF. False when it cannot be written; the old file then stands.
 bool WriteTextFile(const std::wstring& path, std::wstring_view text);
