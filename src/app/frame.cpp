@@ -12,6 +12,9 @@
 #include "editor/tool_palette.h"
 #include "editor/top_bar.h"
 #include "platform/window.h"
+#include "project/files_menus.h"
+#include "project/files_page.h"
+#include "project/project_hub.h"
 #include "render/frame_buffer.h"
 #include "scene/editor_state.h"
 
@@ -22,8 +25,18 @@ void DrawPanels(const EditorLayout& layout) {
     DrawHierarchy(layout);
     DrawInspector(layout);
     DrawBottomPanel(layout);
+    DrawFilesPage(layout);
+    DrawFilesMenus(layout);
     DrawMenus(layout);
+    DrawFilesDrag();
     DrawEntryBoxes(layout);
+}
+
+static void DrawEditor(const EditorLayout& layout) {
+    frameBuffer.viewport = layout.viewport;
+    Clear(kWindowFill);
+    DrawScene(layout.viewport);
+    if (!editorState.runtimeMode) DrawPanels(layout);
 }
 
 void RenderFrame() {
@@ -33,11 +46,11 @@ void RenderFrame() {
 
     const ClientSize size = WindowClientSize();
     if (EnsureSize(size.width, size.height)) {
-        const EditorLayout layout = CurrentLayout();
-        frameBuffer.viewport = layout.viewport;
-        Clear(kWindowFill);
-        DrawScene(layout.viewport);
-        if (!editorState.runtimeMode) DrawPanels(layout);
+        if (HubIsShown()) {
+            DrawProjectHub(CurrentHubLayout());
+        } else {
+            DrawEditor(CurrentLayout());
+        }
         Present();
     }
     isRendering = false;

@@ -9,12 +9,22 @@
 
 bool ShowsGame() { return editorState.playMode || editorState.runtimeMode; }
 
-EditorLayout CurrentLayout() {
-    // A minimised window has no size; the picture keeps the one that it had.
+bool HubIsShown() { return editorState.hubVisible && !editorState.runtimeMode; }
+
+// A minimised window has no size; the picture keeps the one that it had.
+static ClientSize PictureSize() {
     const ClientSize size = WindowClientSize();
     const bool isUsable = size.width >= 1 && size.height >= 1;
-    const int32_t width = isUsable ? size.width : frameBuffer.width;
-    const int32_t height = isUsable ? size.height : frameBuffer.height;
+    return isUsable ? size : ClientSize{frameBuffer.width, frameBuffer.height};
+}
+
+HubLayout CurrentHubLayout() {
+    const auto [width, height] = PictureSize();
+    return LayoutHub(width, height, editorState.recentProjects.size());
+}
+
+EditorLayout CurrentLayout() {
+    const auto [width, height] = PictureSize();
     EditorLayout layout = LayoutEditor(FitPanelsToWindow(editorState.panels, width, height), width, height);
     if (editorState.runtimeMode) layout.viewport = {0, 0, width, height};
     return layout;

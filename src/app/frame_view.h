@@ -2,6 +2,7 @@
 #pragma once
 
 #include "editor/layout.h"
+#include "project/hub_layout.h"
 #include "render/matrix4.h"
 #include "render/pick.h"
 #include "scene/camera_pose.h"
@@ -12,6 +13,12 @@ bool ShowsGame();
 // The regions of the window at its current size, with the panel sizes fitted to it. The viewport is the whole
 // client area in the game.
 EditorLayout CurrentLayout();
+
+// True while the Project Hub is on the screen; the game never shows it.
+bool HubIsShown();
+
+// The regions of the Project Hub in the window at its current size.
+HubLayout CurrentHubLayout();
 
 struct FrameView {
     CameraPose camera{};

@@ -1,16 +1,27 @@
 // Input events become changes of the state: by the entry that owns the keyboard, then by shortcuts and mouse.
 #include "app/frame.h"
+#include "app/frame_view.h"
 #include "app/mouse.h"
 #include "app/shortcuts.h"
 #include "platform/window.h"
+#include "project/asset_commands.h"
+#include "project/asset_import.h"
+#include "project/project_hub.h"
+#include "project/project_lifecycle.h"
 #include "scene/component_search.h"
 #include "scene/editor_state.h"
 #include "scene/name_entry.h"
 #include "scene/number_entry.h"
 
+#include <optional>
+#include <span>
+
 static bool NumberEntryIsOpen() { return editorState.numberEntry.open; }
 static bool ComponentSearchIsOpen() { return editorState.componentSearchActive; }
-static void CommitName() { CommitNameEntry(); }
+static void CommitName() {
+    const std::optional<FileRename> rename = CommitNameEntry();
+    if (rename) RenameAsset(rename->item, rename->name);
+}
 
 namespace {
 
@@ -51,13 +62,28 @@ static void SendToOwner(const KeyboardOwner& owner, uint32_t key) {
 
 static bool HasKeyState(uint32_t key) { return key < editorState.keyDown.size(); }
 
+// In the other editors it leads back to the Scene editor.
+static bool EscapeEndsProgram() {
+    return editorState.screen == Screen::SceneEditor || editorState.runtimeMode;
+}
+
+// The Project Hub has few keys. What is held there does not move anything.
+static void OnHubKeyDown(uint32_t key, bool isRepeat) {
+    if (isRepeat) return;
+    if (key == kKeyEscape) RequestQuit();
+    if (key == 'O' && IsControlHeld()) OpenProjectDialog();
+    if (key == 'N' && IsControlHeld()) CreateProject(false);
+}
+
 static void OnKeyDown(uint32_t key, bool isRepeat) {
+    if (HubIsShown()) return OnHubKeyDown(key, isRepeat);
     if (const KeyboardOwner* owner = OpenKeyboardOwner()) {
         SendToOwner(*owner, key);
         return;
     }
-    if (key == kKeyEscape) {
-        RequestQuit();
+    if (key == kKeyEscape && EscapeEndsProgram()) {
+        // Not by the repeats of a press that has just cancelled something.
+        if (!isRepeat) RequestQuit();
         return;
     }
     if (!isRepeat) handleKeyDown(key);
@@ -73,6 +99,34 @@ static void OnCharacter(wchar_t unit) {
     if (const KeyboardOwner* owner = OpenKeyboardOwner()) owner->type(unit);
 }
 
+static void OnLeftDown(Point pointer) {
+    if (HubIsShown()) {
+        HubLeftClick(pointer, CurrentHubLayout());
+    } else {
+        PressLeft(pointer);
+    }
+}
+
+static void OnLeftDoubleClick(Point pointer) {
+    if (HubIsShown()) {
+        HubLeftClick(pointer, CurrentHubLayout());
+    } else {
+        DoubleClickLeft(pointer);
+    }
+}
+
+static void OnRightDown(Point pointer) {
+    if (HubIsShown()) {
+        HubRightClick(pointer, CurrentHubLayout());
+    } else {
+        PressRight(pointer);
+    }
+}
+
+static void OnFilesDropped(std::span<const std::wstring> files) {
+    if (!HubIsShown() && !editorState.runtimeMode) ImportDroppedFiles(files);
+}
+
 static void OnFocusLost() {
     editorState.keyDown = {};
     EndDrags();
@@ -86,13 +140,13 @@ void HandleInput(const InputEvent& event) {
         case InputKind::KeyUp: OnKeyUp(event.key); break;
         case InputKind::Character: OnCharacter(event.character); break;
         case InputKind::MouseMove: MoveMouse(pointer); break;
-        case InputKind::LeftDown: PressLeft(pointer); break;
+        case InputKind::LeftDown: OnLeftDown(pointer); break;
         case InputKind::LeftUp: ReleaseLeft(pointer); break;
-        case InputKind::LeftDoubleClick: DoubleClickLeft(pointer); break;
-        case InputKind::RightDown: PressRight(pointer); break;
+        case InputKind::LeftDoubleClick: OnLeftDoubleClick(pointer); break;
+        case InputKind::RightDown: OnRightDown(pointer); break;
         case InputKind::RightUp: ReleaseRight(); break;
         case InputKind::FocusLost: OnFocusLost(); break;
         case InputKind::CaptureLost: EndDrags(); break;
-        case InputKind::FilesDropped: break;
+        case InputKind::FilesDropped: OnFilesDropped(event.files); break;
     }
 }

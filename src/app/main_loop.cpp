@@ -1,14 +1,11 @@
 #include "app/main_loop.h"
 
 #include "app/frame.h"
-#include "formats/project_file.h"
-#include "formats/recent_projects.h"
 #include "platform/clock.h"
-#include "platform/files.h"
 #include "platform/window.h"
 #include "play/play_update.h"
 #include "project/game_runtime.h"
-#include "project/project_folder.h"
+#include "project/project_hub.h"
 #include "render/frame_buffer.h"
 #include "render/icons.h"
 #include "scene/default_scenes.h"
@@ -18,15 +15,6 @@
 
 constexpr ClientSize kInitialSize{1360, 820};
 constexpr double kLongestFrame = 0.05;  // seconds
-
-// Shows the project that lies in the working folder, or else the default scene. Its folder is taken as a full
-// path, because paths of models and images are full ones and are stored relative to it.
-static void StartEditor() {
-    LoadRecentProjects();
-    if (!IsProjectFolder(editorState.projectRoot)) return;
-    SetProjectFolder(AbsolutePath(editorState.projectRoot));
-    ReadProjectFile(editorState.projectRoot);
-}
 
 static const wchar_t* InitialTitle() {
     if (editorState.runtimeMode) return L"ZelGame";
@@ -51,7 +39,7 @@ int RunProgram() {
     const double start = MonotonicSeconds();
     LoadIcons();
     resetScene(true);
-    if (!DetectRuntimeProject()) StartEditor();
+    if (!DetectRuntimeProject()) ShowHub();
 
     editorState.windowTitle = InitialTitle();
     const bool isOpen = OpenMainWindow(editorState.windowTitle, kInitialSize);

@@ -1,7 +1,9 @@
 #include "app/mouse.h"
 
+#include "app/files_drop.h"
 #include "app/frame_view.h"
 #include "app/gizmo_drag.h"
+#include "app/top_bar_actions.h"
 #include "editor/bottom_panel.h"
 #include "editor/drop_assignments.h"
 #include "editor/hierarchy.h"
@@ -10,6 +12,8 @@
 #include "editor/popup_menu.h"
 #include "editor/tool_palette.h"
 #include "platform/window.h"
+#include "project/files_menus.h"
+#include "project/files_page.h"
 #include "render/pick.h"
 #include "scene/editor_camera.h"
 #include "scene/editor_state.h"
@@ -35,7 +39,9 @@ static bool IgnoresLeftButton() {
     return editorState.runtimeMode || EntryIsOpen() || IsDragging() || editorState.mouseLook.armed;
 }
 
-static bool ClickOpenMenu(Point pointer, const EditorLayout&) { return ClickMenus(pointer); }
+static bool ClickOpenMenu(Point pointer, const EditorLayout&) {
+    return ClickFilesMenus(pointer) || ClickMenus(pointer);
+}
 
 static bool PressSplitter(Point pointer, const EditorLayout& layout) {
     const PanelLayout sizes = FitPanelsToWindow(editorState.panels, layout.width, layout.height);
@@ -59,8 +65,8 @@ static bool PressViewport(Point pointer, const EditorLayout& layout) {
 
 // From the most transient to the least: the first that takes the press has it.
 constexpr bool (*kPressTakers[])(Point, const EditorLayout&) = {
-    ClickOpenMenu,    PressSplitter,  ClickBottomTabs, ClickInspector,
-    ClickToolPalette, StartGizmoDrag, PressViewport,   PressHierarchy,
+    ClickTopBar,    ClickOpenMenu,    PressSplitter,  ClickBottomTabs, ClickInspector,
+    PressFilesPage, ClickToolPalette, StartGizmoDrag, PressViewport,   PressHierarchy,
 };
 
 void PressLeft(Point pointer) {
@@ -82,6 +88,7 @@ void DoubleClickLeft(Point pointer) {
     if (MenuIsOpen()) return PressLeft(pointer);  // it lies over what could be double-clicked
     const EditorLayout layout = CurrentLayout();
     const int32_t row = HierarchyObjectAt(pointer, layout);
+    if (OpenFilesItemAt(pointer, layout)) return;
     if (IsOnNameField(pointer, layout) && SelectionIsValid()) {
         StartObjectRename(editorState.selectedIndex);
     } else if (IsObjectIndex(row)) {
@@ -110,6 +117,7 @@ void ReleaseLeft(Point pointer) {
         editorState.panelResize = {};
         SetStatus(L"Velikost panelu upravena.");
     }
+    if (editorState.filesDrag.pressed) ReleaseFilesItem(pointer, CurrentLayout());
     if (editorState.hierarchyDrag.pressed) ReleaseHierarchyAt(pointer);
     FinishGizmoDrag();
     if (!editorState.mouseLook.armed) ReleaseMouse();
@@ -126,6 +134,7 @@ void PressRight(Point pointer) {
 static void OpenMenuAt(Point pointer) {
     const EditorLayout layout = CurrentLayout();
     const int32_t object = HierarchyObjectAt(pointer, layout);
+    if (OpenFilesMenuAt(pointer, layout)) return;
     if (IsObjectIndex(object)) {
         OpenObjectMenu(object, pointer, layout);
     } else {
@@ -177,6 +186,8 @@ void MoveMouse(Point pointer) {
         MovePanelEdge(pointer);
     } else if (editorState.hierarchyDrag.pressed) {
         DragHierarchyTo(pointer);
+    } else if (editorState.filesDrag.pressed) {
+        DragFilesItem(pointer);
     } else if (editorState.mouseLook.armed) {
         MoveLook(last, pointer);
     } else if (editorState.gizmoDrag.axis != 0) {

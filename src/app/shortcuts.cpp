@@ -3,7 +3,11 @@
 #include "editor/tool_palette.h"
 #include "platform/window.h"
 #include "play/play_mode.h"
+#include "project/build_project.h"
+#include "project/prefab_editor.h"
+#include "project/project_lifecycle.h"
 #include "project/save_project.h"
+#include "project/save_project_as.h"
 #include "scene/clipboard.h"
 #include "scene/commands.h"
 #include "scene/editor_state.h"
@@ -22,6 +26,25 @@ static bool InPrefab() { return editorState.screen == Screen::PrefabEditor && !e
 static void Ignore() {}
 
 static void RefusePlayInPrefab() { SetStatus(L"Play mode se spousti jen ve Scene editoru."); }
+
+static void Save() {
+    if (IsShiftHeld()) {
+        SaveProjectAs();
+    } else {
+        SaveProject();
+    }
+}
+
+// Saving under a new folder is about the project, from here too.
+static void SaveInPrefab() {
+    if (IsShiftHeld()) {
+        SaveProjectAs();
+    } else {
+        SavePrefabEditor();
+    }
+}
+
+static void CreateBasicProject() { CreateProject(false); }
 
 static void SelectNext() {
     if (editorState.scene.empty()) return;
@@ -68,12 +91,17 @@ struct Shortcut {
 // clang-format off
 constexpr Shortcut kShortcuts[] = {
     {InBlueprint, Modifier::Any,  kAnyKey,    Ignore},
-    {InPrefab,    Modifier::None, 'P',        RefusePlayInPrefab},
+    {InPrefab,    Modifier::Ctrl, 'S',        SaveInPrefab},
+    {InPrefab,    Modifier::Any,  kKeyEscape, ClosePrefabEditor},
+    {InPrefab,    Modifier::Any,  'P',        RefusePlayInPrefab},
     {Everywhere,  Modifier::Ctrl, 'Z',        undo},
     {Everywhere,  Modifier::Ctrl, 'C',        copySelected},
     {Everywhere,  Modifier::Ctrl, 'V',        pasteObject},
     {Everywhere,  Modifier::Ctrl, 'D',        duplicateSelected},
-    {Everywhere,  Modifier::Ctrl, 'S',        SaveProject},
+    {Everywhere,  Modifier::Ctrl, 'S',        Save},
+    {Everywhere,  Modifier::Ctrl, 'O',        OpenProjectDialog},
+    {Everywhere,  Modifier::Ctrl, 'N',        CreateBasicProject},
+    {Everywhere,  Modifier::Ctrl, 'B',        BuildProject},
     {Everywhere,  Modifier::Ctrl, kAnyKey,    Ignore},
     {Everywhere,  Modifier::None, kKeyTab,    SelectNext},
     {Everywhere,  Modifier::None, kKeyF1,     SelectMove},

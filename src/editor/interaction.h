@@ -53,7 +53,6 @@ struct FilesDrag {
     bool dragging = false;
     int32_t source = -1;  // index into EditorState::fileEntries
     Point press{};
-    Point pointer{};
 };
 
 // A pop-up menu, for an object or an item where the menu is about one.

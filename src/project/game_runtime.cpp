@@ -5,6 +5,7 @@
 #include "platform/files.h"
 #include "platform/folders.h"
 #include "play/play_mode.h"
+#include "project/asset_list.h"
 #include "project/project_folder.h"
 #include "scene/editor_state.h"
 #include "scene/status.h"
@@ -18,6 +19,7 @@ bool DetectRuntimeProject() {
         editorState.scenePath = MainScenePath(editorState.filesRoot);
     }
 
+    RefreshAssetList();
     editorState.playMode = true;
     editorState.runtimeMode = true;
     ResetGameState();

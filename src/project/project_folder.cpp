@@ -2,10 +2,60 @@
 
 #include "formats/path_text.h"
 #include "formats/project_file.h"
+#include "platform/files.h"
+#include "platform/window.h"
+#include "play/play_mode.h"
 #include "scene/editor_state.h"
+#include "scene/file_name.h"
+#include "scene/gestures.h"
+#include "scene/text_entry.h"
+#include "scene/undo.h"
+
+constexpr const wchar_t* kFilesSubfolders[] = {L"imported", L"scripts", L"Scenes"};
 
 void SetProjectFolder(const std::wstring& folder) {
     editorState.projectRoot = folder;
     editorState.filesRoot = JoinPath(folder, kFilesFolderName);
     editorState.filesFolder = editorState.filesRoot;
+    editorState.projectName = LastComponent(folder);
+    editorState.selectedFile = -1;
+}
+
+bool MakeProjectFolders() {
+    bool allStand = true;
+    for (const wchar_t* name : kFilesSubfolders) {
+        allStand = MakeFolders(JoinPath(editorState.filesRoot, name)) && allStand;
+    }
+    return allStand;
+}
+
+void LeaveOpenProject() {
+    EndGestures();
+    CloseEntriesAndMenus();
+    editorState.componentSearchText.clear();
+    editorState.hubVisible = false;
+    editorState.runtimeMode = false;
+    editorState.playMode = false;
+    editorState.playSnapshot.clear();
+    editorState.playSnapshotState = {};
+    editorState.screen = Screen::SceneEditor;
+    editorState.blueprintDirty = false;
+    ClearUndo();
+}
+
+void ShowTitle(const std::wstring& title) {
+    editorState.windowTitle = title;
+    ChangeWindowTitle(title);
+}
+
+void ShowProjectTitle() { ShowTitle(L"ZelEngine - " + LastComponent(editorState.projectRoot)); }
+
+std::wstring ProjectFileName() {
+    const std::wstring name = SanitizeFileName(LastComponent(editorState.projectRoot));
+    return name.empty() ? L"ZelEngineProject" : name;
+}
+
+const std::wstring& CurrentScenePath() {
+    if (editorState.scenePath.empty()) editorState.scenePath = MainScenePath(editorState.filesRoot);
+    return editorState.scenePath;
 }

@@ -2,6 +2,7 @@
 
 #include "formats/project_file.h"
 #include "formats/scene_file.h"
+#include "project/project_folder.h"
 #include "scene/editor_state.h"
 #include "scene/status.h"
 
@@ -15,15 +16,15 @@ static void ReportSaved(bool sceneSaved, bool projectWritten) {
     }
 }
 
+bool RefuseSaveInPlayMode() {
+    if (!editorState.playMode || editorState.runtimeMode) return false;
+    SetStatus(L"Nejdriv vypni Play Mode. Runtime zmeny se do projektu neukladaji.");
+    return true;
+}
+
 void SaveProject() {
-    if (editorState.playMode && !editorState.runtimeMode) {
-        SetStatus(L"Nejdriv vypni Play Mode. Runtime zmeny se do projektu neukladaji.");
-        return;
-    }
-    if (editorState.scenePath.empty()) {
-        editorState.scenePath = MainScenePath(editorState.filesRoot);
-    }
-    const bool sceneSaved = SaveScene(editorState.scenePath);
+    if (RefuseSaveInPlayMode()) return;
+    const bool sceneSaved = SaveScene(CurrentScenePath());
     const bool projectWritten = WriteProjectFile(editorState.projectRoot);
     ReportSaved(sceneSaved, projectWritten);
 }

@@ -1,6 +1,9 @@
 // Saving the open project.
 #pragma once
 
-// Saves the scene into its file and a copy of it into the project file, and says how that went. Refused in Play mode,
-// whose changes are not kept.
+// True, with a message, while a game plays in the editor: its changes are not kept.
+bool RefuseSaveInPlayMode();
+
+// Saves the scene into its file and a copy of it into the project file, and says how that went. Refused in
+// Play mode, whose changes are not kept.
 void SaveProject();

@@ -45,12 +45,19 @@ TEST_CASE("a frame simulates at most 0.05 seconds, also after a pause of two") {
     CHECK(FrameTime(-1) == -1);  // there is no lower limit
 }
 
-TEST_CASE("a normal start opens the editor's window, shows the default scene and ends with 0") {
+// A click on the first project of the Hub in the frame after the first.
+static void ClickFirstProject() {
+    headless.input = {{}, {{.kind = InputKind::LeftDown, .x = 300, .y = 200}}, {}};
+}
+
+TEST_CASE("a normal start shows the Project Hub before the default scene and ends with 0") {
     const ScratchFolder folder;
     StartIn(folder);
     CHECK(RunProgram() == 0);
     CHECK(headless.windowIsOpen);
-    CHECK(headless.title == L"ZelEngine");
+    CHECK(headless.title == L"ZelEngine - Projects");
+    CHECK(editorState.hubVisible);
+    CHECK(editorState.statusMessage == L"Vyber existujici projekt nebo vytvor novy.");
     CHECK(headless.clientSize == ClientSize{1360, 820});
     CHECK(headless.presents == 2);
     CHECK(headless.starts == 1);
@@ -64,12 +71,16 @@ TEST_CASE("a normal start opens the editor's window, shows the default scene and
     CHECK(FileBytes(folder / L"data\\ZelEngine\\recent-projects.txt") != "<missing>");
 }
 
-TEST_CASE("a start in a folder with a project shows that project") {
+TEST_CASE("a first start beside a project lists it, and a click opens it") {
     const ScratchFolder folder;
     StartIn(folder);
     PutProject(folder / L"work\\Project", L"From the project");
+    ClickFirstProject();
     CHECK(RunProgram() == 0);
-    CHECK(headless.title == L"ZelEngine");
+    REQUIRE(editorState.recentProjects.size() == 1);
+    CHECK(editorState.recentProjects[0].path == folder / L"work\\Project");
+    CHECK_FALSE(editorState.hubVisible);
+    CHECK(headless.title == L"ZelEngine - Project");
     REQUIRE(editorState.scene.size() == 3);
     CHECK(editorState.scene[2].name == L"From the project");
     CHECK_FALSE(editorState.runtimeMode);
@@ -92,6 +103,7 @@ TEST_CASE("the project in the working folder is saved again byte for byte, its m
     CHECK(scene.find("file:Files\\imported\\one.obj") != std::string::npos);
 
     editorState = EditorState{};
+    ClickFirstProject();
     CHECK(RunProgram() == 0);
     CHECK(editorState.projectRoot == folder / L"work\\Project");
     CHECK(editorState.meshes.size() == 8);
@@ -130,7 +142,7 @@ TEST_CASE("moving project.zel away makes the same executable start as the editor
     PutProject(folder / L"program", L"From the game");
     RemoveTree(folder / L"program\\project.zel");
     CHECK(RunProgram() == 0);
-    CHECK(headless.title == L"ZelEngine");
+    CHECK(headless.title == L"ZelEngine - Projects");
     CHECK_FALSE(editorState.runtimeMode);
 }
 
@@ -167,12 +179,12 @@ TEST_CASE("a request to quit ends the program after the messages that came with 
     StartIn(folder);
     headless.input = {
         {},
-        {{.kind = InputKind::KeyDown, .key = kKeyEscape}, {.kind = InputKind::KeyDown, .key = 'W'}},
+        {{.kind = InputKind::KeyDown, .key = kKeyEscape}, {.kind = InputKind::MouseMove, .x = 7, .y = 9}},
         {},
         {}};
     CHECK(RunProgram() == 0);
     CHECK(headless.presents == 1);
-    CHECK(editorState.keyDown['W']);
+    CHECK(editorState.pointer == Point{7, 9});
 }
 
 TEST_CASE("each frame takes the time since the one before, limited") {

@@ -1,0 +1,69 @@
+#include "app/files_drop.h"
+
+#include "app/frame_view.h"
+#include "editor/drop_assignments.h"
+#include "editor/hierarchy.h"
+#include "formats/obj_file.h"
+#include "formats/path_text.h"
+#include "formats/prefab_instance.h"
+#include "render/pick.h"
+#include "scene/commands.h"
+#include "scene/editor_state.h"
+
+#include <utility>
+
+namespace {
+
+struct FileDrop {
+    bool inHierarchy = false;
+    bool inInspector = false;
+    int32_t target = -1;  // object there, -1 none
+};
+
+}  // namespace
+
+static FileDrop PlaceAt(Point pointer, const EditorLayout& layout) {
+    if (Contains(layout.hierarchy, pointer)) {
+        return {.inHierarchy = true, .target = HierarchyObjectAt(pointer, layout)};
+    }
+    if (Contains(layout.inspector, pointer)) {
+        return {.inInspector = true, .target = editorState.selectedIndex};
+    }
+    return {.target = PickObject(CurrentPickView(layout.viewport), pointer)};
+}
+
+static void PlaceModel(const AssetEntry& entry, const FileDrop& place) {
+    const int32_t mesh = LoadObjIntoLibrary(entry.path);
+    if (mesh < 0) return;
+    addModelObject(mesh, NameWithoutExtension(entry.name), place.inHierarchy ? place.target : -1);
+}
+
+static void PlacePrefab(const AssetEntry& entry, const FileDrop& place) {
+    if (place.inInspector && AssignPrefab(entry, place.target)) return;
+    InstantiatePrefab(entry.path, place.inHierarchy ? place.target : -1);
+}
+
+// Let go where it came from, a model or a prefab is not placed.
+static bool IsOutsideScene(Point pointer, const EditorLayout& layout) {
+    return Contains(layout.bottom, pointer) || Contains(layout.topBar, pointer);
+}
+
+void ReleaseFilesItem(Point pointer, const EditorLayout& layout) {
+    const FilesDrag drag = std::exchange(editorState.filesDrag, {});
+    const auto source = static_cast<size_t>(drag.source);
+    if (!drag.dragging || source >= editorState.fileEntries.size()) return;
+
+    const AssetEntry entry = editorState.fileEntries[source];
+    const FileDrop place = PlaceAt(pointer, layout);
+    switch (entry.kind) {
+        case AssetKind::Model:
+            if (!IsOutsideScene(pointer, layout)) PlaceModel(entry, place);
+            break;
+        case AssetKind::Prefab:
+            if (!IsOutsideScene(pointer, layout)) PlacePrefab(entry, place);
+            break;
+        case AssetKind::Script: AssignScript(entry, place.target); break;
+        case AssetKind::Image: AssignTexture(entry, place.target); break;
+        default: break;
+    }
+}

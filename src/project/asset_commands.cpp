@@ -1,0 +1,102 @@
+#include "project/asset_commands.h"
+
+#include "formats/path_text.h"
+#include "platform/dialogs.h"
+#include "platform/files.h"
+#include "project/asset_creation.h"
+#include "project/asset_list.h"
+#include "project/prefab_editor.h"
+#include "project/scene_switch.h"
+#include "project/stored_paths.h"
+#include "scene/editor_state.h"
+#include "scene/file_name.h"
+#include "scene/status.h"
+
+static bool IsAssetIndex(int32_t index) {
+    return index >= 0 && static_cast<size_t>(index) < editorState.fileEntries.size();
+}
+
+// A copy: what a command runs may rebuild the list.
+static AssetEntry EntryAt(int32_t index) { return editorState.fileEntries[static_cast<size_t>(index)]; }
+
+void FilesGoUp() {
+    if (editorState.filesFolder == editorState.filesRoot) {
+        SetStatus(L"Jsi v hlavni slozce Files.");
+        return;
+    }
+    editorState.filesFolder = ParentFolder(editorState.filesFolder);
+    editorState.selectedFile = -1;
+    SetStatus(L"Files: zpet do nadrazene slozky.");
+}
+
+static void ShowFolder(const AssetEntry& entry) {
+    editorState.filesFolder = entry.path;
+    editorState.selectedFile = -1;
+    SetStatus(L"Otevrena slozka: " + entry.name);
+}
+
+static void OpenOutside(const AssetEntry& entry) {
+    const bool opened = OpenWithSystem(entry.path, entry.kind == AssetKind::Script);
+    SetStatus(opened ? L"Oteviram soubor: " + entry.name : L"Nepodarilo se otevrit soubor ve Windows.");
+}
+
+void OpenAsset(int32_t index) {
+    if (!IsAssetIndex(index)) return;
+    const AssetEntry entry = EntryAt(index);
+    switch (entry.kind) {
+        case AssetKind::Folder: ShowFolder(entry); break;
+        case AssetKind::SceneFile: OpenSceneFile(entry.path); break;
+        case AssetKind::Prefab: OpenPrefabEditor(entry.path); break;
+        default: OpenOutside(entry); break;
+    }
+}
+
+void RenameAsset(int32_t index, const std::wstring& name) {
+    if (!IsAssetIndex(index)) return;
+    const AssetEntry entry = EntryAt(index);
+    const std::wstring newPath = JoinPath(entry.folder, name);
+    const bool isRenamed = name == entry.name || (IsUsableFileName(name) && RenamePath(entry.path, newPath));
+    if (!isRenamed) {
+        SetStatus(L"Soubor nebo slozku se nepodarilo prejmenovat.");
+        return;
+    }
+    MoveStoredPaths(entry.path, newPath);
+    editorState.fileEntries[static_cast<size_t>(index)] =
+        AssetEntryFor(newPath, entry.kind == AssetKind::Folder);
+    SetStatus(L"Polozka projektu byla prejmenovana.");
+}
+
+// Beside the entry, with "_Copy" before its extension, and a number behind that where the name is taken.
+static std::wstring CopyPath(const AssetEntry& entry) {
+    const bool isFolder = entry.kind == AssetKind::Folder;
+    const std::wstring extension = isFolder ? L"" : FileExtension(entry.name);
+    const std::wstring stem = entry.name.substr(0, entry.name.size() - extension.size()) + L"_Copy";
+    return FreePath(entry.folder, stem, extension);
+}
+
+void DuplicateAsset(int32_t index) {
+    if (!IsAssetIndex(index)) return;
+    const AssetEntry entry = EntryAt(index);
+    const bool isFolder = entry.kind == AssetKind::Folder;
+    const std::wstring copy = CopyPath(entry);
+    if (!(isFolder ? MakeFolders(copy) : CopyWholeFile(entry.path, copy))) {
+        SetStatus(L"Polozku projektu se nepodarilo duplikovat.");
+        return;
+    }
+    AddNewAsset(copy, isFolder);
+    SetStatus(L"Polozka projektu byla duplikovana.");
+}
+
+void DeleteAsset(int32_t index) {
+    if (!IsAssetIndex(index)) return;
+    const AssetEntry entry = EntryAt(index);
+    if (entry.kind == AssetKind::Folder) {
+        RemoveEmptyFolder(entry.path);
+    } else {
+        RemoveFile(entry.path);
+    }
+    editorState.fileEntries.erase(editorState.fileEntries.begin() + index);
+    editorState.selectedFile = -1;
+    editorState.filesDrag = {};
+    SetStatus(L"Polozka projektu byla odstranena z panelu.");
+}

@@ -1,0 +1,22 @@
+// What a user does with one file or folder of the project. An index that names no entry of the list does
+// nothing.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+// Shows the parent of the folder that the Files panel shows, down to the project's Files folder.
+void FilesGoUp();
+
+// Shows a folder, opens a scene, a Blueprint or a prefab in its editor, and anything else with the system.
+void OpenAsset(int32_t index);
+
+// Gives a new name within the same folder, and lets everything follow that refers to the old one. `name` has
+// no forbidden characters.
+void RenameAsset(int32_t index, const std::wstring& name);
+
+// Copies a file beside itself, or makes an empty folder beside a folder.
+void DuplicateAsset(int32_t index);
+
+// Deletes a file, or a folder that is empty. The entry leaves the list in any case.
+void DeleteAsset(int32_t index);

@@ -1,0 +1,20 @@
+// New files and folders of the project, made in the folder that the Files panel shows.
+#pragma once
+
+#include <string>
+
+// Each makes one and says so, or says that it could not be made.
+void CreateSceneAsset();
+void CreateScriptAsset();
+void CreateBlueprintAsset();
+void CreateFolderAsset();
+
+// `name` in `folder` with the first free number from _01 on, and the extension.
+std::wstring FirstFreePath(const std::wstring& folder, const std::wstring& name,
+                           const std::wstring& extension);
+
+// The name as it is where it is free, else with the first free number.
+std::wstring FreePath(const std::wstring& folder, const std::wstring& name, const std::wstring& extension);
+
+// Lists what now stands at `path` in the Files panel and selects it.
+void AddNewAsset(const std::wstring& path, bool isFolder);

@@ -1,0 +1,39 @@
+#include "project/asset_import.h"
+
+#include "formats/obj_file.h"
+#include "formats/path_text.h"
+#include "platform/files.h"
+#include "project/asset_creation.h"
+#include "project/asset_list.h"
+#include "project/project_folder.h"
+#include "scene/commands.h"
+#include "scene/editor_state.h"
+#include "scene/status.h"
+
+constexpr size_t kLongestPath = 260;
+
+static bool ImportFile(const std::wstring& path) {
+    if (path.size() > kLongestPath || KindOfPath(path) != PathKind::File) return false;
+    const std::wstring copy = JoinPath(editorState.filesFolder, LastComponent(path));
+    if (!CopyWholeFile(path, copy)) return false;
+    AddNewAsset(copy, false);
+    return true;
+}
+
+static void PlaceModel(const std::wstring& path) {
+    const int32_t mesh = LoadObjIntoLibrary(path);
+    if (mesh >= 0) addModelObject(mesh, NameWithoutExtension(path));
+}
+
+void ImportDroppedFiles(std::span<const std::wstring> paths) {
+    MakeProjectFolders();
+    size_t imported = 0;
+    for (const std::wstring& path : paths) {
+        if (!ImportFile(path)) continue;
+        ++imported;
+        if (AssetKindOf(path) == AssetKind::Model) {
+            PlaceModel(JoinPath(editorState.filesFolder, LastComponent(path)));
+        }
+    }
+    SetStatus(L"Importovano " + std::to_wstring(imported) + L" souboru do aktualni slozky.");
+}

@@ -1,0 +1,74 @@
+#include "project/asset_list.h"
+
+#include "formats/path_text.h"
+#include "platform/files.h"
+#include "project/project_folder.h"
+#include "scene/editor_state.h"
+#include "scene/lower_case.h"
+
+#include <algorithm>
+
+namespace {
+
+struct KindOfExtension {
+    const wchar_t* extension;  // in lower case
+    AssetKind kind;
+};
+
+}  // namespace
+
+// clang-format off
+constexpr KindOfExtension kKinds[] = {
+    {L".cpp",       AssetKind::Script},
+    {L".h",         AssetKind::Script},
+    {L".hpp",       AssetKind::Script},
+    {L".obj",       AssetKind::Model},
+    {L".scene",     AssetKind::SceneFile},
+    {L".blueprint", AssetKind::Blueprint},
+    {L".prefab",    AssetKind::Prefab},
+    {L".png",       AssetKind::Image},
+    {L".jpg",       AssetKind::Image},
+    {L".jpeg",      AssetKind::Image},
+    {L".bmp",       AssetKind::Image},
+};
+// clang-format on
+
+AssetKind AssetKindOf(const std::wstring& path) {
+    const std::wstring extension = LowerCase(FileExtension(path));
+    for (const KindOfExtension& row : kKinds) {
+        if (extension == row.extension) return row.kind;
+    }
+    return AssetKind::Other;
+}
+
+AssetEntry AssetEntryFor(const std::wstring& path, bool isFolder) {
+    return {.name = LastComponent(path),
+            .path = path,
+            .folder = ParentFolder(path),
+            .kind = isFolder ? AssetKind::Folder : AssetKindOf(path)};
+}
+
+static void AddEntriesOf(const std::wstring& folder, std::vector<AssetEntry>& list) {
+    std::vector<FolderEntry> entries;
+    if (!ListFolder(folder, entries)) return;
+    for (const FolderEntry& entry : entries) {
+        if (entry.isLink) continue;
+        const std::wstring path = JoinPath(folder, entry.name);
+        list.push_back(AssetEntryFor(path, entry.isFolder));
+        if (entry.isFolder) AddEntriesOf(path, list);
+    }
+}
+
+void RefreshAssetList() {
+    const auto selected = static_cast<size_t>(editorState.selectedFile);
+    const std::wstring selectedPath =
+        selected < editorState.fileEntries.size() ? editorState.fileEntries[selected].path : std::wstring();
+    MakeProjectFolders();
+    std::vector<AssetEntry> list;
+    AddEntriesOf(editorState.filesRoot, list);
+
+    const auto found = std::ranges::find(list, selectedPath, &AssetEntry::path);
+    const bool isThere = !selectedPath.empty() && found != list.end();
+    editorState.selectedFile = isThere ? static_cast<int32_t>(found - list.begin()) : -1;
+    editorState.fileEntries = std::move(list);
+}

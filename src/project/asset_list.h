@@ -1,0 +1,17 @@
+// The list of all files and folders of the open project.
+#pragma once
+
+#include "project/asset_entry.h"
+
+#include <string>
+
+// By the extension, in upper or lower case. For files; folders have none.
+AssetKind AssetKindOf(const std::wstring& path);
+
+// A file or folder that stands at `path`.
+AssetEntry AssetEntryFor(const std::wstring& path, bool isFolder);
+
+// Makes the project's folders where they are missing and lists what lies in its Files folder, each folder
+// before what is in it and everything in one folder by name. Links are left out. The selected file stays
+// selected while it is there.
+void RefreshAssetList();

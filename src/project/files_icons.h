@@ -1,0 +1,8 @@
+// The icons of the Files page.
+#pragma once
+
+#include "project/asset_entry.h"
+#include "render/rect.h"
+
+// The image for the kind; a drawn sheet with a sign for kinds that have none.
+void DrawFileIcon(AssetKind kind, const Rect& place);

@@ -1,0 +1,154 @@
+#include "project/files_page.h"
+
+#include "editor/fit_text.h"
+#include "editor/theme.h"
+#include "editor/widgets.h"
+#include "formats/path_text.h"
+#include "platform/window.h"
+#include "project/asset_commands.h"
+#include "project/files_icons.h"
+#include "project/files_menus.h"
+#include "render/frame_buffer.h"
+#include "render/panel_box.h"
+#include "scene/editor_state.h"
+#include "scene/status.h"
+#include "scene/typed_text.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+constexpr int32_t kGridLeft = 18, kGridTop = 82;  // pixels; the top from the panel's
+constexpr int32_t kCellPitch = 108, kRowPitch = 60;
+constexpr int32_t kCellWidth = 98, kCellAbove = 6, kCellBelow = 52;  // what a cell covers around its corner
+constexpr int32_t kIconSize = 28;
+constexpr size_t kLongestShownName = 13, kShownOfLongName = 12;
+constexpr int32_t kDragThreshold = 6;  // |dx| + |dy| in pixels
+constexpr const wchar_t* kHelp =
+    L"Dvojklik: otevrit  |  Levy klik prazdno: vytvorit  |  Pravy klik: menu  |  Drop: import";
+
+static bool ShowsFilesPage() { return editorState.bottomTab == BottomTab::Files; }
+
+static bool IsOnPage(Point point, const EditorLayout& layout) {
+    return ShowsFilesPage() && Contains(layout.bottom, point);
+}
+
+static Rect PathBar(const EditorLayout& layout) {
+    return {12, layout.bottomTop + 44, layout.width - 12, layout.bottomTop + 74};
+}
+
+static Rect BackButton(const EditorLayout& layout) {
+    return {18, layout.bottomTop + 48, 54, layout.bottomTop + 70};
+}
+
+static std::wstring ShownName(const std::wstring& name) {
+    if (name.size() <= kLongestShownName) return name;
+    const size_t kept = IsFirstHalf(name[kShownOfLongName - 1]) ? kShownOfLongName - 1 : kShownOfLongName;
+    return name.substr(0, kept) + L"...";
+}
+
+static void DrawPathBar(const EditorLayout& layout) {
+    const int32_t helpLeft = std::max(260, layout.width - 420), y = layout.bottomTop + 52;
+    const std::wstring folder = RelativeTo(editorState.filesFolder, editorState.projectRoot);
+    DrawPanelBox(PathBar(layout), kPathBarFill, kPathBarEdge);
+    DrawPanelBox(BackButton(layout), kBackButtonFill, kBackButtonEdge);
+    DrawText(26, y, L"<", kFilesText, 14, kSemiBold);
+    DrawText(64, y, ShortenMiddle(folder, helpLeft - 74, {15, kSemiBold}), kFilesText, 15, kSemiBold);
+    DrawText(helpLeft, y, kHelp, kHintText, 13, kNormal);
+}
+
+static Rect CellOf(Point corner) {
+    return {corner.x, corner.y - kCellAbove, corner.x + kCellWidth, corner.y + kCellBelow};
+}
+
+static void DrawItem(int32_t index, Point corner) {
+    const AssetEntry& entry = editorState.fileEntries[static_cast<size_t>(index)];
+    const Rect cell = CellOf(corner);
+    if (index == editorState.selectedFile) {
+        FillRect(cell, kSelectedFileFill);
+        DrawBoxEdges(cell, kSelectedFileEdge, kSelectedFileEdge);
+    }
+    DrawFileIcon(entry.kind, {corner.x + 35, corner.y, corner.x + 35 + kIconSize, corner.y + kIconSize});
+    DrawText(corner.x + 7, corner.y + 32, ShownName(entry.name), kFilesText, 13, kNormal);
+    editorState.filesCells.push_back({cell, index});
+}
+
+static Point NextCorner(Point corner, const EditorLayout& layout) {
+    corner.x += kCellPitch;
+    if (corner.x + kCellWidth > layout.width - 18) corner = {kGridLeft, corner.y + kRowPitch};
+    return corner;
+}
+
+void DrawFilesPage(const EditorLayout& layout) {
+    editorState.filesCells.clear();
+    if (!ShowsFilesPage()) return;
+    DrawPathBar(layout);
+    Point corner{kGridLeft, layout.bottomTop + kGridTop};
+    const auto count = static_cast<int32_t>(editorState.fileEntries.size());
+    for (int32_t i = 0; i < count && corner.y - kCellAbove < layout.height; ++i) {
+        if (editorState.fileEntries[static_cast<size_t>(i)].folder != editorState.filesFolder) continue;
+        DrawItem(i, corner);
+        corner = NextCorner(corner, layout);
+    }
+}
+
+void DrawFilesDrag() {
+    const FilesDrag& drag = editorState.filesDrag;
+    const auto source = static_cast<size_t>(drag.source);
+    if (!drag.dragging || source >= editorState.fileEntries.size()) return;
+    const std::wstring name = ShownName(editorState.fileEntries[source].name);
+    const Point corner{editorState.pointer.x + 14, editorState.pointer.y + 10};
+    const int32_t width = MeasureCanvasText(name, 13, kNormal) + 16;
+    DrawPanelBox({corner.x, corner.y, corner.x + width, corner.y + 24}, kMenuFill, kSelectedFileEdge);
+    DrawText(corner.x + 8, corner.y + 5, name, kFilesText, 13, kNormal);
+}
+
+int32_t FilesItemAt(Point point, const EditorLayout& layout) {
+    if (!IsOnPage(point, layout)) return -1;
+    for (const HitZone& cell : editorState.filesCells) {
+        if (!Contains(cell.rect, point)) continue;
+        const bool isThere = static_cast<size_t>(cell.action) < editorState.fileEntries.size();
+        return isThere ? cell.action : -1;
+    }
+    return -1;
+}
+
+static void PressItem(int32_t item, Point pointer) {
+    editorState.selectedFile = item;
+    editorState.filesDrag = {.pressed = true, .source = item, .press = pointer};
+    CaptureMouse();
+    SetStatus(L"Vybrana polozka projektu: " + editorState.fileEntries[static_cast<size_t>(item)].name);
+}
+
+bool PressFilesPage(Point pointer, const EditorLayout& layout) {
+    if (!IsOnPage(pointer, layout)) return false;
+    const int32_t item = FilesItemAt(pointer, layout);
+    if (Contains(BackButton(layout), pointer)) {
+        FilesGoUp();
+    } else if (item >= 0) {
+        PressItem(item, pointer);
+    } else if (pointer.y >= PathBar(layout).bottom) {
+        OpenFilesMenu(-1, pointer, layout);
+    }
+    return true;
+}
+
+void DragFilesItem(Point pointer) {
+    FilesDrag& drag = editorState.filesDrag;
+    const int32_t distance = std::abs(pointer.x - drag.press.x) + std::abs(pointer.y - drag.press.y);
+    drag.dragging = drag.dragging || distance >= kDragThreshold;
+}
+
+bool OpenFilesItemAt(Point pointer, const EditorLayout& layout) {
+    const int32_t item = FilesItemAt(pointer, layout);
+    if (item < 0) return false;
+    OpenAsset(item);
+    return true;
+}
+
+bool OpenFilesMenuAt(Point pointer, const EditorLayout& layout) {
+    if (!IsOnPage(pointer, layout)) return false;
+    const int32_t item = FilesItemAt(pointer, layout);
+    if (item >= 0) editorState.selectedFile = item;
+    OpenFilesMenu(item, pointer, layout);
+    return true;
+}

@@ -1,0 +1,73 @@
+#include "project/folder_copy.h"
+
+#include "formats/path_text.h"
+#include "platform/files.h"
+#include "scene/numbers.h"
+
+#include <utility>
+
+constexpr int32_t kLastFolderNumber = 99;
+
+bool ListFolderTree(const std::wstring& folder, FolderTree& tree) {
+    FolderTree found;
+    std::vector<std::wstring> pending{L""};  // relative; the next one at the back
+    std::vector<FolderEntry> entries;
+    while (!pending.empty()) {
+        const std::wstring parent = std::move(pending.back());
+        pending.pop_back();
+        if (!ListFolder(JoinPath(folder, parent), entries)) return false;
+        for (const FolderEntry& entry : entries) {
+            if (entry.isLink) continue;
+            std::wstring path = JoinPath(parent, entry.name);
+            if (entry.isFolder) {
+                found.folders.push_back(path);
+                pending.push_back(std::move(path));
+            } else {
+                found.files.push_back(std::move(path));
+            }
+        }
+    }
+    tree = std::move(found);
+    return true;
+}
+
+static bool CopyTree(const std::wstring& from, const std::wstring& to, const FolderTree& tree) {
+    if (!MakeFolders(to)) return false;
+    for (const std::wstring& folder : tree.folders) {
+        if (!MakeFolders(JoinPath(to, folder))) return false;
+    }
+    for (const std::wstring& file : tree.files) {
+        if (!CopyWholeFile(JoinPath(from, file), JoinPath(to, file))) return false;
+    }
+    return true;
+}
+
+bool CopyFolder(const std::wstring& from, const std::wstring& to) {
+    FolderTree tree;
+    if (!ListFolderTree(from, tree)) return false;
+    const bool isNew = KindOfPath(to) == PathKind::Missing;
+    if (CopyTree(from, to, tree)) return true;
+    if (isNew) RemoveFolderTree(to);
+    return false;
+}
+
+void RemoveFolderTree(const std::wstring& folder) {
+    FolderTree tree;
+    if (ListFolderTree(folder, tree)) {
+        for (const std::wstring& file : tree.files) RemoveFile(JoinPath(folder, file));
+        for (size_t i = tree.folders.size(); i > 0; --i) {
+            RemoveEmptyFolder(JoinPath(folder, tree.folders[i - 1]));
+        }
+    }
+    RemoveEmptyFolder(folder);
+}
+
+std::wstring MakeUniqueFolder(const std::wstring& parent, const std::wstring& name) {
+    const std::wstring path = JoinPath(parent, name);
+    if (KindOfPath(path) == PathKind::Missing) return path;
+    for (int32_t number = 1; number <= kLastFolderNumber; ++number) {
+        const std::wstring numbered = path + L"_" + Padded(number, 2);
+        if (KindOfPath(numbered) == PathKind::Missing) return numbered;
+    }
+    return path + L"_New";
+}

@@ -1,0 +1,146 @@
+// The picture of the Project Hub.
+#include "editor/fit_text.h"
+#include "editor/theme.h"
+#include "editor/widgets.h"
+#include "project/project_hub.h"
+#include "render/frame_buffer.h"
+#include "render/icons.h"
+#include "render/panel_box.h"
+#include "scene/editor_state.h"
+
+constexpr Pixel kHubFill{0x1A1613}, kHubRailFill{0x15120F};
+constexpr Pixel kCardFill{0x2D2622}, kCardEdge{0x4C423A};
+constexpr Pixel kLitFill{0x3A302A}, kLitEdge{0xE6AA50};
+constexpr TextColor kHubTitle{0xF4F0EC}, kHubText{0xDCD5CD}, kHubQuietText{0xA69A91}, kDangerText{0x7A7AF0};
+constexpr TextFont kSmall{13, kNormal};
+constexpr int32_t kLine = 18;  // pixels from one line of small text to the next
+
+static bool IsUnderPointer(const Rect& rect) {
+    return !editorState.projectMenu.open && Contains(rect, editorState.pointer);
+}
+
+static void DrawCard(const Rect& rect, bool isLit) {
+    DrawPanelBox(rect, isLit ? kLitFill : kCardFill, isLit ? kLitEdge : kCardEdge);
+}
+
+// Lines of small text from (x, y) down.
+static void DrawWrapped(int32_t x, int32_t y, int32_t width, const std::wstring& text) {
+    for (const std::wstring& line : WrapText(text, width, kSmall)) {
+        DrawText(x, y, line, kHubQuietText, kSmall.height, kSmall.weight);
+        y += kLine;
+    }
+}
+
+static void DrawRailEntry(int32_t y, const std::wstring& label, const std::wstring& value) {
+    DrawText(24, y, label, kHubQuietText, 13, kNormal);
+    DrawText(24, y + kLine, ShortenMiddle(value, 164, {15, kSemiBold}), kHubText, 15, kSemiBold);
+}
+
+static void DrawRail(const HubLayout& layout) {
+    if (Width(layout.rail) == 0) return;
+    const auto& projects = editorState.recentProjects;
+    FillRect(layout.rail, kHubRailFill);
+    FillRect({layout.rail.right - 1, 0, layout.rail.right, layout.height}, kPanelLightEdge);
+    DrawImage(icons.logo, {24, 20, 56, 52});
+    DrawText(68, 20, L"ZelEngine Editor", kHubTitle, 16, kSemiBold);
+    DrawText(68, 39, L"Local projects", kHubQuietText, 13, kNormal);
+    FillRect({24, 76, layout.rail.right - 24, 77}, kPanelLightEdge);
+    DrawRailEntry(96, L"Projects", std::to_wstring(projects.size()));
+    DrawRailEntry(150, L"Recent", projects.empty() ? L"-" : projects.front().name);
+}
+
+static void DrawHead(const HubLayout& layout) {
+    const Rect& button = layout.openButton;
+    DrawText(layout.contentLeft, 18, L"Project Hub", kHubTitle, 28, kSemiBold);
+    DrawText(layout.contentLeft, 56, L"Open an existing project or create a new one.", kHubQuietText, 14,
+             kNormal);
+    DrawButton(button, IsUnderPointer(button) ? kUnsavedFill : kSaveFill,
+               IsUnderPointer(button) ? kUnsavedEdge : kSaveEdge, true);
+    const int32_t width = MeasureCanvasText(L"Open other project", 15, kSemiBold);
+    DrawText(button.left + (Width(button) - width) / 2, button.top + 9, L"Open other project", kSaveText, 15,
+             kSemiBold);
+}
+
+static void DrawProjectRow(const Rect& row, const RecentProject& project) {
+    const int32_t textLeft = row.left + 60, room = row.right - 14 - textLeft;
+    DrawCard(row, IsUnderPointer(row));
+    DrawImage(icons.logo, {row.left + 14, row.top + 19, row.left + 46, row.top + 51});
+    DrawText(textLeft, row.top + 14, ShortenMiddle(project.name, room, {17, kSemiBold}), kHubTitle, 17,
+             kSemiBold);
+    DrawText(textLeft, row.top + 39, ShortenMiddle(project.path, room, kSmall), kHubQuietText, 13, kNormal);
+}
+
+static void DrawList(const HubLayout& layout) {
+    const Rect& list = layout.list;
+    const auto& projects = editorState.recentProjects;
+    if (Width(list) < 1) return;
+    DrawPanelBox(list, kPanelFill, kPanelLightEdge);
+    DrawText(list.left + 20, list.top + 14, L"Moje projekty", kHubTitle, 18, kSemiBold);
+    DrawText(list.left + 20, list.top + 42, L"Kliknutim otevres projekt v editoru.", kHubQuietText, 13,
+             kNormal);
+    if (projects.empty()) {
+        DrawText(list.left + 20, list.top + 84, L"Zatim tady neni zadny projekt.", kHubText, 15, kSemiBold);
+        DrawWrapped(list.left + 20, list.top + 108, Width(list) - 40,
+                    L"Vytvor novy projekt vpravo nebo otevri existujici slozku.");
+    }
+    for (size_t i = 0; i < layout.rows.size(); ++i) DrawProjectRow(layout.rows[i], projects[i]);
+    if (layout.rows.size() < projects.size()) {
+        const std::wstring hidden = L"+" + std::to_wstring(projects.size() - layout.rows.size());
+        DrawText(list.right - 44, list.top + 16, hidden, kHubQuietText, 14, kSemiBold);
+    }
+}
+
+static void DrawTemplate(const Rect& card, const std::wstring& title, const std::wstring& description) {
+    DrawCard(card, IsUnderPointer(card));
+    FillRect({card.left, card.top, card.left + 3, card.bottom}, kAccent);
+    DrawText(card.left + 18, card.top + 12, title, kHubTitle, 17, kSemiBold);
+    DrawWrapped(card.left + 18, card.top + 38, Width(card) - 32, description);
+}
+
+static void DrawTemplates(const HubLayout& layout) {
+    const Rect& panel = layout.templates;
+    const int32_t left = panel.left + 22, room = Width(panel) - 44;
+    DrawPanelBox(panel, kPanelFill, kPanelLightEdge);
+    DrawText(left, panel.top + 14, L"Create new project", kHubTitle, 18, kSemiBold);
+    DrawWrapped(left, panel.top + 42, room, L"Vyber sablonu. Potom zvolis slozku ve Windows.");
+
+    DrawTemplate(layout.basicCard, L"Zakladni projekt", L"Kamera, svetlo, kostka, zeme a ukazkove objekty.");
+    const Rect open{layout.basicCard.right - 68, layout.basicCard.top + 9, layout.basicCard.right - 12,
+                    layout.basicCard.top + 33};
+    DrawButton(open, kSaveFill, kSaveEdge, false);
+    DrawText(open.left + 12, open.top + 5, L"Open", kSaveText, 14, kSemiBold);
+    DrawTemplate(layout.emptyCard, L"Prazdny projekt", L"Jen Game Camera a Directional Light.");
+
+    if (panel.bottom - 74 < layout.emptyCard.bottom) return;  // no room for the note
+    DrawText(left, panel.bottom - 70, L"Projects are saved locally", kHubText, 14, kSemiBold);
+    DrawWrapped(left, panel.bottom - 50, room,
+                L"Otevrene a nove projekty se automaticky pridaji do seznamu.");
+}
+
+static void DrawMenuItem(const Rect& place, const std::wstring& label, TextColor color) {
+    const bool isLit = Contains(place, editorState.pointer);
+    DrawPanelBox(place, isLit ? kLitFill : kMenuItemFill, isLit ? kLitEdge : kMenuItemEdge);
+    DrawText(place.left + 8, place.top + 5, label, color, 14, kSemiBold);
+}
+
+static void DrawProjectMenu(const HubLayout& layout) {
+    if (!editorState.projectMenu.open) return;
+    const ProjectMenuLayout menu =
+        LayoutProjectMenu(editorState.projectMenu.corner, layout.width, layout.height);
+    DrawPanelBox(menu.box, kMenuFill, kMenuLightEdge);
+    DrawText(menu.box.left + 12, menu.box.top + 10, L"Project", kMenuTitle, 15, kSemiBold);
+    DrawMenuItem(menu.remove, L"Odebrat ze seznamu", kMenuText);
+    DrawMenuItem(menu.recycle, L"Smazat projekt z disku", kDangerText);
+}
+
+void DrawProjectHub(const HubLayout& layout) {
+    FillRect({0, 0, layout.width, layout.height}, kHubFill);
+    DrawRail(layout);
+    DrawHead(layout);
+    DrawList(layout);
+    DrawTemplates(layout);
+    const std::wstring status =
+        ShortenMiddle(editorState.statusMessage, layout.width - 32 - layout.contentLeft, kSmall);
+    DrawText(layout.contentLeft, layout.height - 26, status, kHubQuietText, 13, kNormal);
+    DrawProjectMenu(layout);
+}

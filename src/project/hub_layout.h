@@ -1,0 +1,32 @@
+// Where everything of the Project Hub lies.
+#pragma once
+
+#include "render/rect.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+struct HubLayout {
+    int32_t width = 0, height = 0;  // of the client area, pixels
+    Rect rail{};                    // along the left; empty in a narrow window
+    int32_t contentLeft = 0;        // of the headings and the list
+    Rect openButton{};
+    Rect list{};
+    std::vector<Rect> rows{};  // one per project that fits, in list order
+    Rect templates{};          // the panel on the right
+    Rect basicCard{};
+    Rect emptyCard{};
+};
+
+// For `projects` entries. Rows that do not fit into one column go on in a second one.
+HubLayout LayoutHub(int32_t width, int32_t height, size_t projects);
+
+// The project's menu, opened at `corner` and moved into the window, and its two items.
+struct ProjectMenuLayout {
+    Rect box{};
+    Rect remove{};
+    Rect recycle{};
+};
+
+ProjectMenuLayout LayoutProjectMenu(Point corner, int32_t width, int32_t height);

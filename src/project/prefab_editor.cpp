@@ -1,0 +1,111 @@
+#include "project/prefab_editor.h"
+
+#include "formats/path_text.h"
+#include "formats/prefab_file.h"
+#include "platform/dialogs.h"
+#include "play/play_mode.h"
+#include "project/asset_creation.h"
+#include "project/other_screens.h"
+#include "scene/editor_camera.h"
+#include "scene/editor_state.h"
+#include "scene/file_name.h"
+#include "scene/gestures.h"
+#include "scene/selection.h"
+#include "scene/status.h"
+#include "scene/text_entry.h"
+
+#include <utility>
+
+// What the user was in the middle of belongs to the objects that were shown.
+static void EndInteraction() {
+    EndGestures();
+    CloseEntriesAndMenus();
+}
+
+static void ShowPrefab(const std::wstring& path, Scene objects) {
+    editorState.prefabSnapshot = {.scene = std::exchange(editorState.scene, std::move(objects)),
+                                  .undoScenes = std::exchange(editorState.undoScenes, {}),
+                                  .undoSelections = std::exchange(editorState.undoSelections, {})};
+    editorState.prefabSelection = editorState.selectedIndex;
+    editorState.prefabCamera = EditorCamera();
+    editorState.selectedIndex = editorState.scene.empty() ? -1 : 0;
+    editorState.prefabPath = path;
+    editorState.prefabName = NameWithoutExtension(path);
+    editorState.prefabDirty = false;
+    editorState.screen = Screen::PrefabEditor;
+}
+
+static void ShowScene() {
+    editorState.scene = std::exchange(editorState.prefabSnapshot.scene, {});
+    editorState.undoScenes = std::exchange(editorState.prefabSnapshot.undoScenes, {});
+    editorState.undoSelections = std::exchange(editorState.prefabSnapshot.undoSelections, {});
+    editorState.selectedIndex = editorState.prefabSelection;
+    PlaceEditorCamera(editorState.prefabCamera);
+    editorState.prefabPath.clear();
+    editorState.prefabName.clear();
+    editorState.prefabDirty = false;
+    editorState.screen = Screen::SceneEditor;
+}
+
+void OpenPrefabEditor(const std::wstring& path) {
+    if (!LeaveOtherScreens()) return;
+    StopPlayMode();
+    Scene objects;
+    if (!LoadPrefab(path, objects)) {
+        SetStatus(L"Prefab se nepodarilo otevrit.");
+        return;
+    }
+    EndInteraction();
+    ShowPrefab(path, std::move(objects));
+    SetStatus(L"Otevren Prefab editor: " + LastComponent(path));
+}
+
+static bool Save() {
+    if (editorState.prefabPath.empty()) {
+        SetStatus(L"Neni otevreny Prefab.");
+        return false;
+    }
+    if (!WritePrefab(editorState.prefabPath, editorState.scene)) {
+        SetStatus(L"Prefab se nepodarilo ulozit.");
+        return false;
+    }
+    editorState.prefabDirty = false;
+    SetStatus(L"Prefab ulozen: " + LastComponent(editorState.prefabPath));
+    return true;
+}
+
+void SavePrefabEditor() { Save(); }
+
+static bool AskToLeave() {
+    if (!editorState.prefabDirty) return true;
+    const Answer answer = AskYesNoCancel(L"Chces ulozit zmeny v prefabu?", L"ZelEngine");
+    return answer == Answer::No || (answer == Answer::Yes && Save());
+}
+
+void ClosePrefabEditor() {
+    if (editorState.screen != Screen::PrefabEditor || !AskToLeave()) return;
+    EndInteraction();
+    ShowScene();
+    SetStatus(L"Zpet do Scene editoru.");
+}
+
+static std::wstring NewPrefabPath(const std::wstring& objectName) {
+    std::wstring name = SanitizeFileName(objectName);
+    if (name.empty()) return FirstFreePath(editorState.filesFolder, L"Prefab", L".prefab");
+    if (!IsUsableFileName(name)) name.insert(0, 1, L'_');
+    return FreePath(editorState.filesFolder, name, L".prefab");
+}
+
+void SavePrefabFromSelection() {
+    if (!SelectionIsValid()) {
+        SetStatus(L"Prefab: nejdriv vyber objekt ve scene nebo Hierarchy.");
+        return;
+    }
+    const std::wstring path = NewPrefabPath(SelectedObject().name);
+    if (!WritePrefab(path, CollectPrefab(editorState.scene, editorState.selectedIndex))) {
+        SetStatus(L"Prefab se nepodarilo ulozit.");
+        return;
+    }
+    AddNewAsset(path, false);
+    SetStatus(L"Prefab vytvoren z vybraneho objektu: " + LastComponent(path));
+}

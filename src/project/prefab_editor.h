@@ -1,0 +1,19 @@
+// Editing a prefab on its own, in the place of the scene.
+#pragma once
+
+#include <string>
+
+// Keeps scene, undo history, selection and camera aside and shows the prefab's objects instead. Another
+// screen is left first, a game stops. On failure, or when the user stays there, nothing changes but the
+// message.
+void OpenPrefabEditor(const std::wstring& path);
+
+// Writes the objects shown into the prefab's file.
+void SavePrefabEditor();
+
+// Puts the scene back, after a question when there are unsaved changes. It stays open when the user cancels
+// or when saving fails.
+void ClosePrefabEditor();
+
+// Makes a new prefab in the folder of the Files panel out of the selected object and all below it.
+void SavePrefabFromSelection();

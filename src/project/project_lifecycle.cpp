@@ -1,0 +1,147 @@
+#include "project/project_lifecycle.h"
+
+#include "formats/path_text.h"
+#include "formats/project_file.h"
+#include "formats/recent_projects.h"
+#include "formats/scene_file.h"
+#include "platform/dialogs.h"
+#include "platform/files.h"
+#include "play/play_mode.h"
+#include "project/asset_list.h"
+#include "project/folder_copy.h"
+#include "project/other_screens.h"
+#include "project/project_folder.h"
+#include "project/scene_switch.h"
+#include "scene/default_scenes.h"
+#include "scene/editor_state.h"
+#include "scene/lower_case.h"
+#include "scene/numbers.h"
+#include "scene/status.h"
+
+#include <string_view>
+#include <utility>
+
+constexpr std::string_view kPlayerController =
+    "// ZelEngine PlayerController\n"
+    "\n"
+    "float moveSpeed = 4.0f;\n"
+    "\n"
+    "void Update() {\n"
+    "    // W/S/A/D pohyb je zatim spousten enginem podle nazvu PlayerController.\n"
+    "}\n";
+static_assert(kPlayerController.size() == 151);
+
+// Closes the other editors and the game, and lets the user save what would be lost. False to stay.
+static bool LeaveScene() {
+    if (!LeaveOtherScreens()) return false;
+    if (editorState.hubVisible || editorState.runtimeMode) return true;
+    StopPlayMode();
+    return AskSaveOfChangedScene();
+}
+
+static void ListAsRecent(const std::wstring& folder) {
+    AddRecentProject(folder);
+    SaveRecentProjects();
+}
+
+static bool WritePlayerController() {
+    const std::wstring path = JoinPath(editorState.filesRoot, L"scripts\\PlayerController.cpp");
+    return KindOfPath(path) != PathKind::Missing || WriteWholeFile(path, kPlayerController);
+}
+
+static bool WriteNewProject() {
+    const bool hasFolders = MakeProjectFolders() && WritePlayerController();
+    return hasFolders && SaveScene(editorState.scenePath) && WriteProjectFile(editorState.projectRoot);
+}
+
+void CreateProject(bool empty) {
+    if (!LeaveOtherScreens()) return;
+    const std::wstring chosen = PickFolder(L"Vyber slozku, kde se vytvori novy ZelEngine projekt");
+    if (chosen.empty()) {
+        SetStatus(L"Vytvoreni noveho projektu zruseno.");
+        return;
+    }
+    if (!LeaveScene()) return;
+
+    EditorState before = editorState;
+    const std::wstring folder = MakeUniqueFolder(chosen, L"ZelEngineProject");
+    const bool isNew = KindOfPath(folder) == PathKind::Missing;
+    SetProjectFolder(folder);
+    LeaveOpenProject();
+    resetScene(!empty);
+    editorState.scenePath = MainScenePath(editorState.filesRoot);
+    if (!WriteNewProject()) {
+        editorState = std::move(before);
+        if (isNew) RemoveFolderTree(folder);
+        SetStatus(L"Projekt se nepodarilo ulozit.");
+        return;
+    }
+    RefreshAssetList();
+    ListAsRecent(editorState.projectRoot);
+    ShowProjectTitle();
+    SetStatus((empty ? L"Prazdny projekt vytvoren: " : L"Zakladni projekt vytvoren: ") +
+              editorState.projectRoot);
+}
+
+static bool HoldsProjectFile(const std::wstring& folder) {
+    return KindOfPath(JoinPath(folder, kProjectFileName)) != PathKind::Missing;
+}
+
+// Empty when `chosen` belongs to no project.
+static std::wstring ProjectRootOf(const std::wstring& chosen) {
+    if (HoldsProjectFile(chosen)) return chosen;
+    const std::wstring parent = ParentFolder(chosen);
+    if (LowerCase(LastComponent(chosen)) == LowerCase(kFilesFolderName) && HoldsProjectFile(parent))
+        return parent;
+    const bool holdsFiles = KindOfPath(JoinPath(chosen, kFilesFolderName)) == PathKind::Folder;
+    return holdsFiles ? chosen : std::wstring();
+}
+
+void OpenProjectDialog() {
+    const std::wstring chosen = PickFolder(L"Vyber slozku ZelEngine projektu");
+    if (chosen.empty()) {
+        SetStatus(L"Otevreni projektu zruseno.");
+        return;
+    }
+    OpenProject(ProjectRootOf(chosen));
+}
+
+// A main scene that lost its project file is somebody's work: it gets the first free name Main_01, Main_02
+// ...
+static void KeepOldMainScene(const std::wstring& scenePath) {
+    if (KindOfPath(scenePath) == PathKind::Missing) return;
+    const std::wstring stem = JoinPath(ParentFolder(scenePath), NameWithoutExtension(scenePath)) + L"_";
+    int32_t number = 1;
+    while (KindOfPath(stem + Padded(number, 2) + L".scene") != PathKind::Missing) ++number;
+    RenamePath(scenePath, stem + Padded(number, 2) + L".scene");
+}
+
+static void MakeDefaultScene() {
+    resetScene(true);
+    editorState.scenePath = MainScenePath(editorState.filesRoot);
+    KeepOldMainScene(editorState.scenePath);
+    SaveScene(editorState.scenePath);
+    RefreshAssetList();
+    SetStatus(L"Projekt otevren, ale project.zel nebyl nalezen. Vytvorena vychozi scena.");
+}
+
+bool OpenProject(const std::wstring& folder) {
+    if (folder.empty() || !IsProjectFolder(folder)) {
+        SetStatus(L"Vybrana slozka neni ZelEngine projekt.");
+        return false;
+    }
+    if (!LeaveScene()) return false;
+
+    const std::wstring root = AbsolutePath(folder);
+    LeaveOpenProject();
+    SetProjectFolder(root);
+    RefreshAssetList();
+    if (ReadProjectFile(root)) {
+        SetStatus(L"Projekt otevren: " + root);
+    } else {
+        MakeDefaultScene();
+    }
+    ListAsRecent(root);
+    ShowProjectTitle();
+    return true;
+}

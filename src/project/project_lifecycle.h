@@ -1,0 +1,17 @@
+// Creating and opening projects.
+#pragma once
+
+#include <string>
+
+// Asks for a folder and makes a new project in it: the default scene with its samples, or for the empty
+// template without them, a script for a player, and the folders that every project has. Nothing that stands
+// there is overwritten. When it cannot be written, the project that was open stays.
+void CreateProject(bool empty);
+
+// Asks for a folder and opens the project in it, also from its Files folder.
+void OpenProjectDialog();
+
+// Opens the project in `folder`. False, with the open project as it was, when it is none, or when the user
+// does not want to leave what is open. A project without a readable "project.zel" gets the default scene; a
+// main scene that it already has is kept beside it under a new name.
+bool OpenProject(const std::wstring& folder);

@@ -1,0 +1,43 @@
+#include "project/scene_switch.h"
+
+#include "formats/scene_file.h"
+#include "platform/dialogs.h"
+#include "platform/files.h"
+#include "play/play_mode.h"
+#include "project/other_screens.h"
+#include "project/project_folder.h"
+#include "scene/editor_state.h"
+#include "scene/gestures.h"
+#include "scene/status.h"
+#include "scene/undo.h"
+
+bool AskSaveBeforeSceneSwitch() {
+    const Answer answer =
+        AskYesNoCancel(L"Chces ulozit aktualni scenu pred otevrenim jine sceny?", L"ZelEngine");
+    if (answer == Answer::Cancel) {
+        SetStatus(L"Otevreni sceny zruseno.");
+        return false;
+    }
+    if (answer == Answer::Yes && !SaveScene(CurrentScenePath())) {
+        SetStatus(L"Aktualni scenu se nepodarilo ulozit.");
+        return false;
+    }
+    return true;
+}
+
+bool AskSaveOfChangedScene() { return SceneEqualsFile(CurrentScenePath()) || AskSaveBeforeSceneSwitch(); }
+
+void OpenSceneFile(const std::wstring& path) {
+    if (!LeaveOtherScreens()) return;
+    StopPlayMode();
+    const bool isOther = AbsolutePath(path) != AbsolutePath(editorState.scenePath);
+    if (isOther && !AskSaveBeforeSceneSwitch()) return;
+    if (!LoadScene(path)) {
+        SetStatus(L"Scenu se nepodarilo otevrit.");
+        return;
+    }
+    EndGestures();
+    ClearUndo();
+    editorState.scenePath = path;
+    SetStatus(L"Otevrena scena: " + path);
+}

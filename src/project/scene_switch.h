@@ -1,0 +1,16 @@
+// Opening another scene of the project.
+#pragma once
+
+#include <string>
+
+// Asks whether the open scene shall be saved first, and saves it on Yes. False when the switch must not
+// happen: the user cancelled, or saving failed; the status message says which.
+bool AskSaveBeforeSceneSwitch();
+
+// The same where the open scene differs from its file, before it is left for another project or the Project
+// Hub. True without a question when nothing would be lost.
+bool AskSaveOfChangedScene();
+
+// Opens a scene file, after that question when it is not the open one. A game stops first. On failure, or
+// when the user cancels, the open scene stays.
+void OpenSceneFile(const std::wstring& path);
