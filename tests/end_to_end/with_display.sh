@@ -27,8 +27,9 @@ wait_until() {
     return 1
 }
 
-# Without a number given, the server takes a free one and writes it to the file.
-timeout "$longest_seconds" Xvfb -displayfd 3 -screen 0 1600x1000x24 -nolisten tcp 3>"$work/number" 2>"$work/log" &
+# Without a number given, the server takes a free one and writes it to the file. It must not start anew when
+# its last program leaves: the next one would find no display meanwhile.
+timeout "$longest_seconds" Xvfb -displayfd 3 -screen 0 1600x1000x24 -nolisten tcp -noreset 3>"$work/number" 2>"$work/log" &
 server=$!
 wait_until grep -q . "$work/number"
 DISPLAY=":$(cat "$work/number")"
