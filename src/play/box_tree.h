@@ -1,0 +1,43 @@
+// Finds among many boxes the next one that touches a given box, without looking at all of them.
+#pragma once
+
+#include "play/box.h"
+
+#include <cstdint>
+#include <vector>
+
+// A box and the number that it is known by.
+struct NumberedBox {
+    Box box{};
+    int32_t number = 0;
+};
+
+// The boxes of a node lie together in `BoxTree::boxes`.
+struct BoxTreeNode {
+    Box bounds{};                     // holds the boxes below, as far as they are numbers
+    int32_t lowest = 0, highest = 0;  // numbers below
+    int32_t begin = 0, end = 0;       // of its boxes
+    int32_t child = -1;               // the first of two nodes that follow each other; -1 for a leaf
+    int32_t parent = -1;
+};
+
+// Built once and queried while boxes move a little: bounds only grow. Boxes that are added later are looked
+// at one by one until the tree is built anew.
+struct BoxTree {
+    std::vector<NumberedBox> boxes{};  // those of the tree, then those added
+    std::vector<BoxTreeNode> nodes{};  // the root first; none for an empty tree
+    std::vector<int32_t> slots{};      // by number: its place in `boxes`, -1 where there is none
+    std::vector<int32_t> leaves{};     // by place in `boxes`: the node that it is in
+};
+
+// Every number is there once, from 0 on; gaps cost four bytes each.
+BoxTree BuildBoxTree(std::vector<NumberedBox> boxes);
+
+// Adds a box with a number that is not there.
+void AddBox(const NumberedBox& added, BoxTree& tree);
+
+// Nothing happens when there is no box with that number.
+void MoveBox(const NumberedBox& moved, BoxTree& tree);
+
+// The lowest number above `after` whose box touches `box`, but not `except`. -1 when there is none.
+int32_t NextTouching(const Box& box, int32_t after, int32_t except, const BoxTree& tree);

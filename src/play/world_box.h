@@ -1,0 +1,23 @@
+// The box that an object occupies in the world.
+#pragma once
+
+#include "play/box.h"
+#include "render/matrix4.h"
+#include "scene/game_object.h"
+
+#include <cstdint>
+
+// The extent of an object's shape under the upper 3 x 3 of a world matrix, so that a shape that only moves
+// need not be walked again.
+struct TurnedShape {
+    Matrix4 world{};  // whose translation does not matter
+    Box extent{};     // around the shape, seen from the translation
+    bool isKnown = false;
+};
+
+// The box around an object's mesh, or around its cube of edge 2 when it has no Shape or no mesh. Every side
+// is at least 0.04 long, those of flat planes too. `index` names an object of the open scene.
+Box WorldBox(int32_t index);
+
+// The same box, bit for bit, by way of what is known of the object's shape, and brings that up to date.
+Box WorldBox(int32_t index, TurnedShape& shape);

@@ -1,0 +1,129 @@
+#include "play/world_boxes.h"
+
+#include "scene/editor_state.h"
+
+#include <limits>
+
+constexpr float kNotANumber = std::numeric_limits<float>::quiet_NaN();
+constexpr Box kNowhere{{kNotANumber, kNotANumber, kNotANumber}, {kNotANumber, kNotANumber, kNotANumber}};
+
+static int32_t ObjectCount() { return static_cast<int32_t>(editorState.scene.size()); }
+
+// What the tree knows of an object: nothing touches one that is not solid any more.
+static NumberedBox InTree(int32_t index, const WorldBoxes& boxes) {
+    return {IsSolid(index) ? boxes.objects[index].box : kNowhere, index};
+}
+
+static void RefreshBox(int32_t index, WorldBoxes& boxes) {
+    CachedBox& cached = boxes.objects[index];
+    if (cached.isFresh) return;
+    cached.box = WorldBox(index, cached.shape);
+    cached.isFresh = true;
+    if (boxes.hasTree) MoveBox(InTree(index, boxes), boxes.solids);
+}
+
+// Takes in the objects from `first` on.
+static void TakeIn(int32_t first, WorldBoxes& boxes) {
+    const int32_t count = ObjectCount();
+    boxes.objects.resize(static_cast<size_t>(count));
+    for (int32_t i = first; i < count; ++i) {
+        const int32_t parent = editorState.scene[i].parentIndex;
+        boxes.dependsOnCount |= parent >= i;
+        if (parent < 0 || parent >= count) continue;
+        boxes.objects[i].nextSibling = boxes.objects[parent].firstChild;
+        boxes.objects[parent].firstChild = i;
+    }
+    if (!boxes.hasTree) return;
+    for (int32_t i = first; i < count; ++i) {
+        if (!IsSolid(i)) continue;
+        boxes.objects[i].box = WorldBox(i, boxes.objects[i].shape);
+        boxes.objects[i].isFresh = true;
+        AddBox({boxes.objects[i].box, i}, boxes.solids);
+    }
+}
+
+// An added object comes with new meshes, or becomes the parent of one that named it before it was there:
+// then nothing that was known holds for sure.
+static void KeepUpWithScene(WorldBoxes& boxes) {
+    const auto known = static_cast<int32_t>(boxes.objects.size());
+    if (known == ObjectCount()) return;
+    if (boxes.dependsOnCount || boxes.meshCount != editorState.meshes.size()) {
+        boxes = {.meshCount = editorState.meshes.size()};
+        TakeIn(0, boxes);
+    } else {
+        TakeIn(known, boxes);
+    }
+}
+
+static void MakeTree(WorldBoxes& boxes) {
+    std::vector<NumberedBox> solids;
+    for (int32_t i = 0; i < ObjectCount(); ++i) {
+        if (!IsSolid(i)) continue;
+        RefreshBox(i, boxes);
+        solids.push_back({boxes.objects[i].box, i});
+    }
+    boxes.solids = BuildBoxTree(std::move(solids));
+    boxes.hasTree = true;
+}
+
+// Brings the tree up to date, but for the box of `except`, which may stay late.
+static void RefreshTree(int32_t except, WorldBoxes& boxes) {
+    if (!boxes.hasTree) MakeTree(boxes);
+    std::erase_if(boxes.late, [&](int32_t index) {
+        if (index == except) return false;
+        RefreshBox(index, boxes);
+        boxes.objects[index].isLate = false;
+        return true;
+    });
+}
+
+static void Outdate(int32_t index, WorldBoxes& boxes) {
+    CachedBox& cached = boxes.objects[index];
+    cached.isFresh = false;
+    if (!boxes.hasTree || cached.isLate || !IsSolid(index)) return;
+    cached.isLate = true;
+    boxes.late.push_back(index);
+}
+
+bool IsSolid(int32_t index) {
+    const GameObject& object = editorState.scene[index];
+    return object.active && object.hasCollision && object.hasShape && object.meshIndex >= 0;
+}
+
+Box WorldBox(int32_t index, WorldBoxes& boxes) {
+    KeepUpWithScene(boxes);
+    RefreshBox(index, boxes);
+    return boxes.objects[index].box;
+}
+
+const std::vector<int32_t>& SubtreeOf(int32_t index, WorldBoxes& boxes) {
+    KeepUpWithScene(boxes);
+    std::vector<int32_t>& subtree = boxes.subtree;
+    subtree.assign(1, index);
+    ++boxes.visits;
+    boxes.objects[index].lastVisit = boxes.visits;
+    for (size_t i = 0; i < subtree.size(); ++i) {
+        int32_t child = boxes.objects[subtree[i]].firstChild;
+        for (; child >= 0; child = boxes.objects[child].nextSibling) {
+            if (boxes.objects[child].lastVisit == boxes.visits) continue;  // a cycle of parents
+            boxes.objects[child].lastVisit = boxes.visits;
+            subtree.push_back(child);
+        }
+    }
+    return subtree;
+}
+
+void ObjectMoved(int32_t index, WorldBoxes& boxes) {
+    if (boxes.objects.empty()) return;
+    for (const int32_t moved : SubtreeOf(index, boxes)) Outdate(moved, boxes);
+}
+
+void ActiveChanged(int32_t index, WorldBoxes& boxes) {
+    if (boxes.hasTree) MoveBox(InTree(index, boxes), boxes.solids);
+}
+
+int32_t NextSolid(const Box& box, int32_t after, int32_t except, WorldBoxes& boxes) {
+    KeepUpWithScene(boxes);
+    RefreshTree(except, boxes);
+    return NextTouching(box, after, except, boxes.solids);
+}

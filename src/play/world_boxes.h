@@ -1,0 +1,48 @@
+// The world boxes of a scene's objects during one pass over it: computed once, and again after a move.
+#pragma once
+
+#include "play/box_tree.h"
+#include "play/world_box.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+struct CachedBox {
+    Box box{};
+    TurnedShape shape{};
+    bool isFresh = false;      // `box` is the object's
+    bool isLate = false;       // listed in WorldBoxes::late
+    int32_t firstChild = -1;   // children in no particular order
+    int32_t nextSibling = -1;  // -1 ends the list
+    uint32_t lastVisit = 0;    // number of the walk that came here last
+};
+
+// Valid for the open scene from its first use on, as long as every change is told; only objects that are
+// added at the end are noticed by themselves. What it answers is what WorldBox answers, bit for bit.
+struct WorldBoxes {
+    std::vector<CachedBox> objects{};  // by object index
+    BoxTree solids{};                  // boxes of the objects that others bump into
+    bool hasTree = false;              // made when it is first asked for
+    std::vector<int32_t> late{};       // solid objects whose box in the tree may be out of date
+    std::vector<int32_t> subtree{};    // what SubtreeOf returned last
+    uint32_t visits = 0;
+    size_t meshCount = 0;         // of the library, when the boxes were computed
+    bool dependsOnCount = false;  // a parent stands behind its child: an added object may change old boxes
+};
+
+// True for what others bump into: active, with Collision, Shape and a mesh.
+bool IsSolid(int32_t index);
+
+Box WorldBox(int32_t index, WorldBoxes& boxes);
+
+// The object and all below it. Valid until the next call.
+const std::vector<int32_t>& SubtreeOf(int32_t index, WorldBoxes& boxes);
+
+// To be told after a change of an object's position, rotation or scale, and of `active`.
+void ObjectMoved(int32_t index, WorldBoxes& boxes);
+void ActiveChanged(int32_t index, WorldBoxes& boxes);
+
+// The first solid object behind `after` in scene order whose box touches `box`, but not `except`. -1 when
+// there is none.
+int32_t NextSolid(const Box& box, int32_t after, int32_t except, WorldBoxes& boxes);
