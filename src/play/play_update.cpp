@@ -1,7 +1,17 @@
 #include "play/play_update.h"
 
+#include "play/animation.h"
+#include "play/collect.h"
+#include "play/gravity.h"
+#include "play/keyboard_transform.h"
+#include "play/play_pass.h"
+#include "play/player_controller.h"
+#include "play/spawner.h"
 #include "scene/editor_camera.h"
 #include "scene/editor_state.h"
+#include "scene/selection.h"
+
+#include <algorithm>
 
 // The Project Hub, outside the game, and the Blueprint editor take the keys for themselves.
 static bool FullScreenPageIsShown() {
@@ -9,7 +19,32 @@ static bool FullScreenPageIsShown() {
            (editorState.hubVisible || editorState.screen == Screen::BlueprintEditor);
 }
 
+static bool HasScript(int32_t index, const wchar_t* name) {
+    const auto& scripts = editorState.scene[index].scripts;
+    return std::ranges::find(scripts, name) != scripts.end();
+}
+
+static void UpdateObject(int32_t index, float dt, PlayPass& pass) {
+    if (HasScript(index, L"PlayerController")) PlayerControllerStep(index, dt, pass.boxes);
+    if (HasScript(index, L"CollectOnTouch")) CollectOnTouchStep(index, pass);
+    GravityStep(index, dt, pass.boxes);
+    AnimationStep(index, dt, pass.boxes);
+    if (HasScript(index, L"PlanePrefabSpawner")) SpawnerStep(index, pass);
+}
+
+static void UpdateObjects(float dt) {
+    PlayPass pass;
+    pass.objectsBefore = static_cast<int32_t>(editorState.scene.size());
+    for (int32_t index = 0; IsObjectIndex(index); ++index) UpdateObject(index, dt, pass);
+}
+
 void UpdatePlay(float dt) {
-    if (!FullScreenPageIsShown()) FlyWithKeys(dt);
+    if (FullScreenPageIsShown()) {
+        editorState.animationTime += dt;
+        return;
+    }
+    FlyWithKeys(dt);
+    KeyboardTransformStep(dt);
     editorState.animationTime += dt;
+    if (editorState.playMode) UpdateObjects(dt);
 }

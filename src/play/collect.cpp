@@ -1,0 +1,73 @@
+#include "play/collect.h"
+
+#include "formats/path_text.h"
+#include "play/score.h"
+#include "scene/editor_state.h"
+#include "scene/selection.h"
+#include "scene/status.h"
+
+constexpr float kReach = 0.08f;  // world units around the collector's box
+
+static void Collect(int32_t index, const std::wstring& message, WorldBoxes& boxes) {
+    SetActiveRecursive(index, false, boxes);
+    ++editorState.score;
+    ShowScore();
+    SetStatus(message);
+}
+
+// The topmost object of the instance that `index` belongs to.
+static int32_t InstanceRoot(int32_t index) {
+    const Scene& scene = editorState.scene;
+    const std::wstring& prefab = scene[index].prefabSource;
+    for (size_t steps = 0; steps < scene.size(); ++steps) {
+        const int32_t parent = scene[index].parentIndex;
+        if (!IsObjectIndex(parent) || scene[parent].prefabSource != prefab) break;
+        index = parent;
+    }
+    return index;
+}
+
+static int32_t FirstTouchingInstance(int32_t collector, const Box& reach, PlayPass& pass) {
+    const std::wstring& prefab = editorState.scene[collector].collectPrefab;
+    for (const int32_t index : InstancesOf(prefab, pass.lookup)) {
+        if (index == collector || !editorState.scene[index].active) continue;
+        if (BoxesTouch(WorldBox(index, pass.boxes), reach)) return index;
+    }
+    return -1;
+}
+
+static void CollectInstance(int32_t collector, const Box& reach, PlayPass& pass) {
+    const int32_t touched = FirstTouchingInstance(collector, reach, pass);
+    if (touched < 0) return;
+    const std::wstring fileName = LastComponent(editorState.scene[collector].collectPrefab);
+    Collect(InstanceRoot(touched), L"CollectOnTouch: score +1, sebran prefab " + fileName, pass.boxes);
+}
+
+static void CollectTarget(int32_t collector, const Box& reach, PlayPass& pass) {
+    const int32_t target = FirstObjectNamed(editorState.scene[collector].collectTarget, pass.lookup);
+    if (target < 0 || target == collector || !editorState.scene[target].active) return;
+    if (!BoxesTouch(WorldBox(target, pass.boxes), reach)) return;
+    const std::wstring& name = editorState.scene[target].name;
+    Collect(target, L"CollectOnTouch: score +1, sebran objekt " + name, pass.boxes);
+}
+
+void CollectOnTouchStep(int32_t index, PlayPass& pass) {
+    const GameObject& object = editorState.scene[index];
+    if (!object.active) return;
+    const bool hasPrefab = IsFile(object.collectPrefab, pass.lookup);
+    if (!hasPrefab && object.collectTarget.empty()) return;
+
+    const Box reach = Grown(WorldBox(index, pass.boxes), kReach);
+    if (hasPrefab) {
+        CollectInstance(index, reach, pass);
+    } else {
+        CollectTarget(index, reach, pass);
+    }
+}
+
+void SetActiveRecursive(int32_t index, bool active, WorldBoxes& boxes) {
+    for (const int32_t below : SubtreeOf(index, boxes)) {
+        editorState.scene[below].active = active;
+        ActiveChanged(below, boxes);
+    }
+}

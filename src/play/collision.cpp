@@ -1,0 +1,81 @@
+#include "play/collision.h"
+
+#include "scene/editor_state.h"
+#include "scene/limit.h"
+#include "scene/selection.h"
+
+#include <algorithm>
+#include <cmath>
+
+constexpr float kLongestStep = 0.2f;    // world units
+constexpr float kMostSteps = 64;        // per move
+constexpr float kSkin = 0.001f;         // gap left between boxes, so that a resting object is not inside
+constexpr float kLeastOverlap = 0.05f;  // world units of height that make an obstacle sideways
+
+using Axis = float Vec3::*;
+
+static bool Collides(const GameObject& object) {
+    return object.hasCollision && !object.isEntity && !object.isCamera && !object.isLight;
+}
+
+static int32_t StepCount(Vec3 displacement) {
+    const float longest =
+        std::max({std::fabs(displacement.x), std::fabs(displacement.y), std::fabs(displacement.z)});
+    return static_cast<int32_t>(Limit(std::ceil(longest / kLongestStep), 1.0f, kMostSteps));
+}
+
+// What rests on top of another slides over it.
+static bool BlocksAlong(Axis axis, const Box& mover, const Box& other) {
+    if (axis == &Vec3::y) return true;
+    return !(std::min(mover.max.y, other.max.y) - std::max(mover.min.y, other.min.y) < kLeastOverlap);
+}
+
+// How far the mover shifts along the axis to leave the box that it met while stepping by `step`.
+static float PushOut(Axis axis, float step, const Box& mover, const Box& other) {
+    if (step > 0) return other.min.*axis - mover.max.*axis - kSkin;
+    return other.max.*axis - mover.min.*axis + kSkin;
+}
+
+static void StopAlong(Axis axis, GameObject& object) {
+    object.velocity.*axis = 0;
+    if (axis == &Vec3::y) object.velocityY = 0;
+}
+
+static void Shift(int32_t index, Axis axis, float by, WorldBoxes& boxes) {
+    editorState.scene[index].position.*axis += by;
+    ObjectMoved(index, boxes);
+}
+
+static void MoveAlong(int32_t index, Axis axis, float step, WorldBoxes& boxes) {
+    if (step == 0) return;
+    Shift(index, axis, step, boxes);
+    Box mover = WorldBox(index, boxes);
+    int32_t met = -1;
+    while ((met = NextSolid(mover, met, index, boxes)) >= 0) {
+        const Box other = WorldBox(met, boxes);
+        if (!BlocksAlong(axis, mover, other)) continue;
+        const float push = PushOut(axis, step, mover, other);
+        mover.min.*axis += push;
+        mover.max.*axis += push;
+        Shift(index, axis, push, boxes);
+        StopAlong(axis, editorState.scene[index]);
+    }
+}
+
+void MoveWithCollision(int32_t index, Vec3 displacement, WorldBoxes& boxes) {
+    if (!IsObjectIndex(index)) return;
+    GameObject& object = editorState.scene[index];
+    if (!object.active) return;
+    if (!Collides(object)) {
+        object.position = object.position + displacement;
+        ObjectMoved(index, boxes);
+        return;
+    }
+    const int32_t count = StepCount(displacement);
+    const auto divisor = static_cast<float>(count);
+    for (int32_t i = 0; i < count; ++i) {
+        MoveAlong(index, &Vec3::x, displacement.x / divisor, boxes);
+        MoveAlong(index, &Vec3::y, displacement.y / divisor, boxes);
+        MoveAlong(index, &Vec3::z, displacement.z / divisor, boxes);
+    }
+}

@@ -1,0 +1,7 @@
+#include "play/drag.h"
+
+#include "scene/limit.h"
+
+#include <algorithm>
+
+float KeptByDrag(float drag, float dt) { return std::max(1 - dt * Limit(drag, 0.0f, 5.0f), 0.0f); }

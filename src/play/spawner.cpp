@@ -1,0 +1,70 @@
+#include "play/spawner.h"
+
+#include "formats/path_text.h"
+#include "formats/prefab_instance.h"
+#include "scene/editor_state.h"
+#include "scene/status.h"
+
+#include <algorithm>
+
+constexpr float kReach = 0.1f;    // world units around the spawner's box in which an instance stands on it
+constexpr float kHeight = 0.04f;  // world units above the box
+
+// The next number of the game's random sequence, 0 .. 1.
+static float NextRandom() {
+    editorState.randomState = editorState.randomState * 1664525u + 1013904223u;
+    return static_cast<float>(editorState.randomState >> 8) / 16777215.0f;
+}
+
+static Vec3 RandomSpotOn(const Box& box) {
+    const float x = NextRandom() * (box.max.x - box.min.x) + box.min.x;
+    const float z = NextRandom() * (box.max.z - box.min.z) + box.min.z;
+    return {x, box.max.y + kHeight, z};
+}
+
+// Gives the spawner the first prefab of the project when its own is not there. False when there is none.
+static bool FindPrefab(GameObject& spawner, SceneLookup& lookup) {
+    if (IsFile(spawner.spawnerPrefab, lookup)) return true;
+    const auto& files = editorState.fileEntries;
+    const auto found = std::ranges::find_if(files, [&](const AssetEntry& file) {
+        return file.kind == AssetKind::Prefab && IsFile(file.path, lookup);
+    });
+    if (found == files.end()) return false;
+    spawner.spawnerPrefab = found->path;
+    return true;
+}
+
+static bool InstanceStandsOn(int32_t spawner, const std::wstring& prefab, const Box& box, PlayPass& pass) {
+    const Box reach = Grown(box, kReach);
+    return std::ranges::any_of(InstancesOf(prefab, pass.lookup), [&](int32_t index) {
+        return index != spawner && editorState.scene[index].active &&
+               BoxesTouch(WorldBox(index, pass.boxes), reach);
+    });
+}
+
+// True when this spawner was placed in this pass, by the same prefab or by way of it: a prefab that spawns
+// itself out of its own reach would otherwise fill the scene within one frame.
+static bool WasPlacedBy(const std::wstring& prefab, int32_t spawner, const PlayPass& pass) {
+    while (spawner >= pass.objectsBefore) {
+        if (editorState.scene[spawner].prefabSource == prefab) return true;
+        spawner = pass.spawnedBy[spawner - pass.objectsBefore];
+    }
+    return false;
+}
+
+void SpawnerStep(int32_t index, PlayPass& pass) {
+    GameObject& spawner = editorState.scene[index];
+    if (!spawner.active || !spawner.hasShape) return;
+    if (!FindPrefab(spawner, pass.lookup)) {
+        SetStatus(L"PlanePrefabSpawner: v Files neni zadny .prefab.");
+        return;
+    }
+    const std::wstring prefab = spawner.spawnerPrefab;  // a copy, because the scene may move as it grows
+    const Box box = WorldBox(index, pass.boxes);
+    if (WasPlacedBy(prefab, index, pass) || InstanceStandsOn(index, prefab, box, pass)) return;
+    if (!SpawnPrefab(prefab, RandomSpotOn(box))) return;
+
+    const auto count = static_cast<int32_t>(editorState.scene.size());
+    pass.spawnedBy.resize(static_cast<size_t>(count - pass.objectsBefore), index);
+    SetStatus(L"PlanePrefabSpawner: spawned " + LastComponent(prefab));
+}
