@@ -49,22 +49,24 @@ static void GiveScripts(RandomSource& random, const ScratchFolder& folder, GameO
 namespace {
 struct GameSize {
     int32_t objects = 0, spawners = 0, frames = 0;
-    float reach = 4;  // world units around the origin
+    float reach = 4;             // world units around the origin
+    bool parentsFollow = false;  // their children in the scene, or are not there at all
 };
 }  // namespace
 
 static GameObject RandomPlayObject(RandomSource& random, const ScratchFolder& folder, int32_t index,
-                                   float reach) {
+                                   const GameSize& size) {
     const int32_t meshes[] = {kCubeMesh, kCubeMesh, kPlaneMesh, kPyramidMesh, kGroundMesh, -1, kGemMesh};
     GameObject object;
     object.name = L"o" + std::to_wstring(random.IntBetween(0, index));
-    object.position = RandomVec3(random, -reach, reach);
-    object.position.y += reach;
+    object.position = RandomVec3(random, -size.reach, size.reach);
+    object.position.y += size.reach;
     if (random.OneIn(3)) object.rotation = RandomVec3(random, -3, 3);
     object.scale = random.OneIn(3) ? RandomVec3(random, -1, 1.5f) : Vec3{0.5f, 0.5f, 0.5f};
     if (random.OneIn(8)) object.scale.y = 0;
     object.meshIndex = meshes[random.IntBetween(0, 6)];
-    object.parentIndex = random.OneIn(4) ? random.IntBetween(-2, 2 * index) : -1;
+    object.parentIndex =
+        random.OneIn(4) ? random.IntBetween(-2, size.parentsFollow ? 2 * index : index - 1) : -1;
     object.isEntity = random.OneIn(20);
     object.isCamera = random.OneIn(20);
     object.isLight = random.OneIn(20);
@@ -144,7 +146,7 @@ static void StartGame(const ScratchFolder& folder, RandomSource& random, const G
     for (int32_t i = 0; i < size.spawners; ++i) editorState.scene.push_back(Spawner(folder, i));
     for (int32_t i = 0; i < size.objects; ++i) {
         const auto index = static_cast<int32_t>(editorState.scene.size());
-        editorState.scene.push_back(RandomPlayObject(random, folder, index, size.reach));
+        editorState.scene.push_back(RandomPlayObject(random, folder, index, size));
     }
     StartPlayMode();
 }
@@ -165,8 +167,9 @@ static bool SameGame(const EditorState& a, const EditorState& b) {
            a.statusMessage == b.statusMessage && a.animationTime == b.animationTime;
 }
 
-static void PlayBoth(uint32_t seed, const GameSize& size) {
+static void PlayBoth(uint32_t seed, GameSize size) {
     CAPTURE(seed);
+    size.parentsFollow = seed % 2 == 0;
     const ScratchFolder folder;
     RandomSource random(seed);
     StartGame(folder, random, size);
