@@ -1,0 +1,76 @@
+#include "play/box_tree.h"
+
+#include "support/random_scene.h"
+
+#include "doctest/doctest.h"
+
+#include <limits>
+
+static Box RandomBox(RandomSource& random) {
+    const float reach = random.OneIn(6) ? 20.0f : random.OneIn(6) ? 0.0f : 2.0f;
+    const Vec3 place{random.Between(-9, 9), random.Between(-9, 9), random.Between(-9, 9)};
+    Box box = Grown({place, place}, random.Between(0, reach));
+    if (random.OneIn(30)) box.max.y = std::numeric_limits<float>::infinity();
+    if (random.OneIn(30)) box.min.x = box.max.x = std::numeric_limits<float>::quiet_NaN();
+    if (random.OneIn(30)) box = Grown(box, 3e38f);
+    return box;
+}
+
+static int32_t NextPlainly(const Box& box, int32_t after, int32_t except,
+                           const std::vector<NumberedBox>& boxes) {
+    int32_t next = -1;
+    for (const NumberedBox& candidate : boxes) {
+        if (candidate.number <= after || candidate.number == except) continue;
+        if (next >= 0 && candidate.number > next) continue;
+        if (BoxesTouch(candidate.box, box)) next = candidate.number;
+    }
+    return next;
+}
+
+TEST_CASE("a tree of boxes finds what a walk over all of them finds, also as they move and more are added") {
+    RandomSource random(7);
+    for (const int32_t count : {0, 1, 4, 5, 40, 300}) {
+        std::vector<NumberedBox> boxes;
+        for (int32_t i = 0; i < count; ++i)
+            boxes.push_back({RandomBox(random), 3 * i + random.IntBetween(0, 2)});
+        BoxTree tree = BuildBoxTree(boxes);
+        for (int32_t round = 0; round < 600; ++round) {
+            const auto last = static_cast<int32_t>(boxes.size()) - 1;
+            if (random.OneIn(4) && last >= 0) {
+                NumberedBox& moved = boxes[random.IntBetween(0, last)];
+                moved.box = RandomBox(random);
+                MoveBox(moved, tree);
+            }
+            if (random.OneIn(8)) {
+                boxes.push_back(
+                    {RandomBox(random), boxes.empty() ? 5 : boxes.back().number + random.IntBetween(1, 3)});
+                AddBox(boxes.back(), tree);
+            }
+            const Box box = RandomBox(random);
+            const int32_t after = random.IntBetween(-1, 3 * count), except = random.IntBetween(-1, 3 * count);
+            CAPTURE(round);
+            REQUIRE(NextTouching(box, after, except, tree) == NextPlainly(box, after, except, boxes));
+        }
+    }
+}
+
+TEST_CASE("moving a box that is not in the tree does nothing") {
+    BoxTree tree = BuildBoxTree({{{{0, 0, 0}, {1, 1, 1}}, 4}});
+    const Box elsewhere{{5, 5, 5}, {6, 6, 6}};
+    MoveBox({elsewhere, 3}, tree);
+    MoveBox({elsewhere, 99}, tree);
+    CHECK(NextTouching(elsewhere, -1, -1, tree) == -1);
+    CHECK(NextTouching({{1, 1, 1}, {2, 2, 2}}, -1, -1, tree) == 4);
+}
+
+TEST_CASE("boxes that all lie in one place are found one after the other") {
+    std::vector<NumberedBox> boxes;
+    for (int32_t i = 0; i < 1000; ++i) boxes.push_back({{{0, 0, 0}, {1, 1, 1}}, i});
+    const BoxTree tree = BuildBoxTree(boxes);
+    int32_t found = -1;
+    for (int32_t i = 0; i < 1000; ++i) {
+        found = NextTouching({{1, 1, 1}, {2, 2, 2}}, found, -1, tree);
+        REQUIRE(found == i);
+    }
+    CHECK(NextTouching({{1, 1, 1}, {2, 2, 2}}, found, -1, tree) == -1);
+}

@@ -1,0 +1,86 @@
+#include "play/world_boxes.h"
+
+#include "support/game.h"
+
+#include "doctest/doctest.h"
+
+#include <limits>
+
+static void CheckBox(const Box& box, Vec3 min, Vec3 max) {
+    CHECK(box.min.x == doctest::Approx(min.x));
+    CHECK(box.min.y == doctest::Approx(min.y));
+    CHECK(box.min.z == doctest::Approx(min.z));
+    CHECK(box.max.x == doctest::Approx(max.x));
+    CHECK(box.max.y == doctest::Approx(max.y));
+    CHECK(box.max.z == doctest::Approx(max.z));
+}
+
+TEST_CASE("a world box encloses the mesh under the object's world matrix") {
+    StartGame({{.position{10, 0, 0}, .scale{2, 2, 2}, .meshIndex = kCubeMesh},
+               {.position{1, 2, 3}, .scale{1, 0.5f, 1}, .meshIndex = kCubeMesh, .parentIndex = 0},
+               {.meshIndex = kGroundMesh}});
+    CheckBox(WorldBox(0), {8, -2, -2}, {12, 2, 2});
+    CheckBox(WorldBox(1), {10, 3, 4}, {14, 5, 8});
+    CheckBox(WorldBox(2), {-9, -1.07f, -9}, {9, -1.03f, 11});
+}
+
+TEST_CASE("the box of a turned cube grows to hold its edges") {
+    StartGame({{.rotation{0, 0.7853982f, 0}, .meshIndex = kCubeMesh}});
+    CheckBox(WorldBox(0), {-1.4142136f, -1, -1.4142136f}, {1.4142136f, 1, 1.4142136f});
+}
+
+TEST_CASE("without Shape or mesh the box is that of a cube of edge 2") {
+    StartGame({{.position{5, 0, 0}, .meshIndex = kGroundMesh, .hasShape = false},
+               {.position{5, 0, 0}},
+               {.position{5, 0, 0}, .meshIndex = 99},
+               {.position{5, 0, 0}, .meshIndex = kBuiltinMeshCount}});
+    editorState.meshes.emplace_back();
+    for (int32_t i = 0; i < 4; ++i) CheckBox(WorldBox(i), {4, -1, -1}, {6, 1, 1});
+}
+
+TEST_CASE("a flat box is 0.04 thick around its centre, a thicker one stays") {
+    StartGame({{.position{0, 3, 0}, .meshIndex = kPlaneMesh},
+               {.scale{0, 0, 0}, .meshIndex = kCubeMesh},
+               {.scale{0.019f, 0.021f, -1}, .meshIndex = kCubeMesh}});
+    CheckBox(WorldBox(0), {-1, 2.98f, -1}, {1, 3.02f, 1});
+    CheckBox(WorldBox(1), {-0.02f, -0.02f, -0.02f}, {0.02f, 0.02f, 0.02f});
+    CheckBox(WorldBox(2), {-0.02f, -0.021f, -1}, {0.02f, 0.021f, 1});
+}
+
+TEST_CASE("boxes touch when they share a point, and never when a coordinate is not a number") {
+    const Box box{{0, 0, 0}, {1, 1, 1}};
+    CHECK(BoxesTouch(box, {{1, 1, 1}, {2, 2, 2}}));
+    CHECK(BoxesTouch(box, {{0.4f, 0.4f, 0.4f}, {0.6f, 0.6f, 0.6f}}));
+    for (float Vec3::*axis : {&Vec3::x, &Vec3::y, &Vec3::z}) {
+        Box beside = box;
+        beside.min.*axis = 1.001f;
+        beside.max.*axis = 2;
+        CHECK_FALSE(BoxesTouch(box, beside));
+        CHECK_FALSE(BoxesTouch(beside, box));
+        CHECK(BoxesTouch(Grown(box, 0.001f), beside));
+        Box nowhere = box;
+        nowhere.max.*axis = std::numeric_limits<float>::quiet_NaN();
+        CHECK_FALSE(BoxesTouch(box, nowhere));
+        CHECK_FALSE(BoxesTouch(nowhere, box));
+    }
+}
+
+TEST_CASE("a kept box follows its object and those above it") {
+    StartGame({{.meshIndex = kCubeMesh},
+               {.position{2, 0, 0}, .meshIndex = kCubeMesh, .parentIndex = 0},
+               {.position{0, 5, 0}, .meshIndex = kCubeMesh, .parentIndex = 1}});
+    WorldBoxes boxes;
+    CheckBox(WorldBox(2, boxes), {1, 4, -1}, {3, 6, 1});
+    Object(0).position.x = 10;
+    ObjectMoved(0, boxes);
+    CheckBox(WorldBox(2, boxes), {11, 4, -1}, {13, 6, 1});
+    Object(1).scale = {2, 2, 2};
+    ObjectMoved(1, boxes);
+    CheckBox(WorldBox(2, boxes), {10, 8, -2}, {14, 12, 2});
+    Object(2).parentIndex = 2;  // a cycle ends
+    WorldBoxes damaged;
+    ObjectMoved(2, damaged);
+    WorldBox(2, damaged);
+    ObjectMoved(2, damaged);
+    CHECK(SubtreeOf(2, damaged) == std::vector<int32_t>{2});
+}
