@@ -1,6 +1,8 @@
 #include "play/play_update.h"
 
-#include "scene/editor_state.h"
+#include "platform/headless/fault_injection.h"
+#include "support/game.h"
+#include "support/scratch_folder.h"
 
 #include "doctest/doctest.h"
 
@@ -32,4 +34,103 @@ TEST_CASE("in the game no page stands before the scene") {
     editorState.keyDown['W'] = true;
     UpdatePlay(0.05f);
     CHECK(editorState.cameraPosition != Vec3{0, 4, -10});
+}
+
+TEST_CASE("an object is moved by its keys, collects, falls and animates, in this order") {
+    // The player walks onto the coin and collects it in one frame; the speed of its fall is that after the
+    // walk.
+    StartGame({{.name = L"Player",
+                .rotation{0, 0, 0},
+                .meshIndex = kCubeMesh,
+                .hasAnimation = true,
+                .animationSpeed = 20,
+                .scripts = {L"CollectOnTouch", L"PlayerController"},
+                .hasGravitation = true,
+                .collectTarget = L"Coin"},
+               {.name = L"Coin", .position{0, 0, 2.2f}, .meshIndex = kCubeMesh}});
+    Hold({'W'});
+    UpdatePlay(0.05f);
+    CHECK_FALSE(Object(1).active);
+    // It walked along its rotation of before the animation, which turned it by a whole radian.
+    CHECK(Object(0).position.x == 0);
+    CHECK(Object(0).position.z == doctest::Approx(0.2));
+    CHECK(Object(0).position.y == doctest::Approx(-0.0245));
+    CHECK(Object(0).rotation.y == doctest::Approx(1));
+}
+
+TEST_CASE("a collector touches where it stands before its fall") {
+    StartGame({{.meshIndex = kCubeMesh,
+                .scripts = {L"CollectOnTouch"},
+                .hasGravitation = true,
+                .gravityStrength = 400,
+                .collectTarget = L"Coin"},
+               {.name = L"Coin", .position{0, -2.5f, 0}, .meshIndex = kCubeMesh}});
+    UpdatePlay(0.05f);
+    CHECK(editorState.score == 0);
+    UpdatePlay(0.05f);
+    CHECK(editorState.score == 1);
+}
+
+TEST_CASE("objects act in scene order: one that moved first is met where it is now") {
+    const GameObject player{.meshIndex = kCubeMesh, .scripts = {L"PlayerController"}, .hasCollision = true};
+    GameObject ahead = player, behind = player;
+    ahead.position.z = 2.1f;
+    for (const bool aheadFirst : {true, false}) {
+        StartGame(aheadFirst ? Scene{ahead, behind} : Scene{behind, ahead});
+        Hold({'W'});
+        UpdatePlay(0.05f);
+        const float z = Object(aheadFirst ? 1 : 0).position.z;
+        CHECK(z == doctest::Approx(aheadFirst ? 0.2 : 0.099));
+    }
+}
+
+TEST_CASE("the animation clock is ahead of the objects in every frame") {
+    StartGame({{.hasAnimation = true, .animationType = 1, .animationSpeed = 10}});
+    UpdatePlay(0.05f);
+    CHECK(Object(0).scale.x > 1.07f);  // the sine of 1.5
+}
+
+TEST_CASE("nothing acts behind a page, in the Scene editor while it edits, or in a game that was stopped") {
+    const auto falls = [] {
+        const float y = Object(0).position.y;
+        UpdatePlay(0.05f);
+        return Object(0).position.y < y;
+    };
+    StartGame({{.hasGravitation = true}});
+    CHECK(falls());
+    editorState.hubVisible = true;
+    CHECK_FALSE(falls());
+    editorState.runtimeMode = true;
+    CHECK(falls());
+    editorState.playMode = false;
+    CHECK_FALSE(falls());
+}
+
+TEST_CASE("an empty scene plays") {
+    StartGame({});
+    Hold({'W', 'L'});
+    UpdatePlay(0.05f);
+    CHECK(editorState.scene.empty());
+    CHECK(editorState.animationTime == 0.05f);
+}
+
+TEST_CASE("1,000 collectors, spawners and movers share their look-ups") {
+    const ScratchFolder folder;
+    Scene scene;
+    for (int32_t i = 0; i < 1000; ++i) {
+        const auto at = static_cast<float>(i);
+        scene.push_back({.name = L"o" + std::to_wstring(i),
+                         .position{3 * at, 0, 0},
+                         .meshIndex = kCubeMesh,
+                         .scripts = {L"CollectOnTouch", L"PlanePrefabSpawner"},
+                         .hasCollision = true,
+                         .hasGravitation = true,
+                         .collectTarget = L"o" + std::to_wstring(999 - i),
+                         .collectPrefab = folder / L"a.prefab",
+                         .spawnerPrefab = folder / L"b.prefab"});
+    }
+    StartGame(scene);
+    fileFaults.steps = 0;
+    UpdatePlay(0.05f);
+    CHECK(fileFaults.steps == 2);  // each file is asked for once
 }
