@@ -9,6 +9,7 @@ constexpr auto kPeer = "peer";
 // "scenario: way".
 std::string BenchName(const std::string& scenario, const std::string& way);
 
+void RegisterPlayBenchmarks();
 void RegisterRasterizerBenchmarks();
 void RegisterSceneFileBenchmarks();
 void RegisterUndoBenchmarks();

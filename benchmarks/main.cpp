@@ -48,6 +48,7 @@ private:
 int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+    RegisterPlayBenchmarks();
     RegisterRasterizerBenchmarks();
     RegisterSceneFileBenchmarks();
     RegisterUndoBenchmarks();
