@@ -287,6 +287,7 @@ def a_scene_edited_with_mouse_and_keyboard_is_saved_as_the_rules_say():
     with tempfile.TemporaryDirectory(prefix="zel_editing_", dir=os.path.join(ROOT, "build")) as folder:
         make_project(folder)
         with running(folder) as program:
+            program.open_first_project()
             program.see(program.click, *CONSOLE_TAB)  # shows every message
             for step in (create_object, drag_gizmo, rename, color, type_height, rearrange, duplicate_and_undo):
                 step(program)

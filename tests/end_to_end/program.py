@@ -13,6 +13,8 @@ STAGE = os.path.join(ROOT, "build", "stage", "ZelEngine")
 SCREENSHOTS = os.path.join(ROOT, "build", "screenshots")
 START_SECONDS = 60
 REACTION_SECONDS = 20
+HUB_TITLE = "ZelEngine - Projects"
+FIRST_PROJECT = (560, 200)  # its row in the Project Hub at the window's first size
 
 
 class Failure(Exception):
@@ -125,6 +127,12 @@ class Program:
     def type_text(self, text):
         subprocess.run(["xdotool", "type", "--delay", "60", text], check=True)
 
+    def open_first_project(self):
+        """By a click in the Project Hub."""
+        self.click(*FIRST_PROJECT)
+        wait_for(lambda: self.title().startswith("ZelEngine - ") and self.title() != HUB_TITLE, "an open project")
+        self.see(lambda: None)
+
     def move(self, x, y):
         subprocess.run(["xdotool", "mousemove", "--window", self.window, str(x), str(y)], check=True)
 
@@ -194,9 +202,10 @@ def forget_recent_projects():
 
 
 @contextlib.contextmanager
-def running(folder=STAGE, executable="ZelEngine.exe"):
-    """The program with its window open and its first picture drawn, as on a first start."""
-    forget_recent_projects()
+def running(folder=STAGE, executable="ZelEngine.exe", forget=True):
+    """The program with its window open and its first picture drawn, as on a first start unless it remembers."""
+    if forget:
+        forget_recent_projects()
     program = Program(folder, executable)
     try:
         program.wait_for_window()

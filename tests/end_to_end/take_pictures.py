@@ -11,15 +11,19 @@ from program import ROOT, STAGE, running
 IMAGES = os.path.join(ROOT, "docs", "images")
 
 
-def take(name, folder, executable):
-    with running(folder, executable) as program:
-        shutil.copy(program.picture().save(name), os.path.join(IMAGES, name + ".png"))
+def take(program, name):
+    shutil.copy(program.picture().save(name), os.path.join(IMAGES, name + ".png"))
 
 
 if __name__ == "__main__":
     os.makedirs(IMAGES, exist_ok=True)
-    take("editor", STAGE, "ZelEngine.exe")
+    with running() as editor:
+        take(editor, "hub")
+        editor.open_first_project()
+        editor.steady_pixels()
+        take(editor, "editor")
     with tempfile.TemporaryDirectory(prefix="zel_game_", dir=os.path.join(ROOT, "build")) as game:
         shutil.copytree(os.path.join(STAGE, "Project"), game, dirs_exist_ok=True)
         shutil.copy(os.path.join(STAGE, "ZelEngine.exe"), os.path.join(game, "ZelGame.exe"))
-        take("game", game, "ZelGame.exe")
+        with running(game, "ZelGame.exe") as program:
+            take(program, "game")

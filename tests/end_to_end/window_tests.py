@@ -7,15 +7,15 @@ import subprocess
 import sys
 import tempfile
 
-from program import ROOT, STAGE, Picture, check, output_of, run_tests, running, wait_for
+from program import HUB_TITLE, ROOT, STAGE, Picture, check, output_of, run_tests, running, wait_for
 
 CLIENT_SIZE = (1360, 820)
 
 
-def the_program_starts_as_the_editor():
+def the_program_starts_with_the_project_hub():
     with running() as program:
-        program.picture().save("editor_start")
-        check(program.title() in ("ZelEngine", "ZelEngine - Projects"), f"the title is '{program.title()}'")
+        program.picture().save("hub_start")
+        check(program.title() == HUB_TITLE, f"the title is '{program.title()}'")
         check(program.client_size() == CLIENT_SIZE, f"the client size is {program.client_size()}")
 
 
@@ -93,7 +93,7 @@ def libraries_planted_beside_the_program_are_not_loaded():
 
 if __name__ == "__main__":
     sys.exit(0 if run_tests([
-        the_program_starts_as_the_editor,
+        the_program_starts_with_the_project_hub,
         beside_a_project_the_program_starts_as_its_game_with_model_textures_and_text,
         the_picture_follows_every_size_down_to_one_pixel_and_back,
         a_minimised_window_comes_back_with_its_picture,
