@@ -1,0 +1,75 @@
+#include "blueprint/blueprint_file.h"
+
+#include "formats/text_file.h"
+#include "scene/editor_state.h"
+#include "scene/numbers.h"
+#include "scene/typed_text.h"
+
+#include <string_view>
+#include <utility>
+
+constexpr std::wstring_view kHeader = L"ZELENGINE_BLUEPRINT\t1\n";
+constexpr std::wstring_view kNodeTag = L"NODE";
+constexpr size_t kNodeFields = 5;  // tag, id, title, x, y
+constexpr size_t kLineBuffer = 2048;
+constexpr size_t kLongestLine = kLineBuffer - 1;  // units that are read in one piece
+
+static std::vector<BlueprintNode> DefaultNodes() {
+    // Not where a new file has them: this is what a damaged one shows.
+    return {{.id = 1, .title = L"Event BeginPlay", .x = 130, .y = 120},
+            {.id = 2, .title = L"Print String", .x = 430, .y = 120}};
+}
+
+// `fields` are those of a node's line, `count` the nodes read before it.
+static BlueprintNode ReadNode(const std::vector<std::wstring_view>& fields, size_t count) {
+    BlueprintNode node{.id = ReadInteger(fields[1], 0),
+                       .title = std::wstring(fields[2].empty() ? L"Node" : fields[2]),
+                       .x = ReadInteger(fields[3], 0),
+                       .y = ReadInteger(fields[4], 0)};
+    if (node.id < 1) node.id = static_cast<int32_t>(count) + 1;
+    return node;
+}
+
+bool LoadBlueprint(const std::wstring& path) {
+    std::vector<BlueprintNode> nodes;
+    TextFile file;
+    ReadTextFile(path, file);  // one that cannot be read has no lines
+    std::wstring_view line;
+    std::vector<std::wstring_view> fields;
+    while (NextLine(file, kLineBuffer, line)) {
+        SplitAtTabs(line, fields);
+        if (fields.size() < kNodeFields || fields[0] != kNodeTag) continue;
+        nodes.push_back(ReadNode(fields, nodes.size()));
+    }
+    editorState.blueprintNodes = nodes.empty() ? DefaultNodes() : std::move(nodes);
+    return true;
+}
+
+// The beginning of a title that leaves `rest` units of its line to other fields.
+static std::wstring_view TitleThatFits(std::wstring_view title, size_t rest) {
+    const size_t room = kLongestLine - rest;
+    if (title.size() <= room) return title;
+    return title.substr(0, IsFirstHalf(title[room - 1]) ? room - 1 : room);
+}
+
+static void AppendNodeLine(std::wstring& text, const BlueprintNode& node) {
+    std::wstring before(kNodeTag), behind;
+    before += L'\t';
+    AppendInteger(before, node.id);
+    before += L'\t';
+    for (const int32_t number : {node.x, node.y}) {
+        behind += L'\t';
+        AppendInteger(behind, number);
+    }
+    text += before;
+    AppendField(text, TitleThatFits(node.title, before.size() + behind.size()));
+    text += behind;
+    text += L'\n';
+}
+
+bool SaveBlueprint(const std::wstring& path) {
+    if (path.empty()) return false;
+    std::wstring text(kHeader);
+    for (const BlueprintNode& node : editorState.blueprintNodes) AppendNodeLine(text, node);
+    return WriteTextFile(path, text);
+}
