@@ -1,0 +1,100 @@
+#include "blueprint/blueprint_editor.h"
+
+#include "blueprint/blueprint_file.h"
+#include "formats/path_text.h"
+#include "formats/project_paths.h"
+#include "platform/window.h"
+#include "play/play_mode.h"
+#include "scene/editor_state.h"
+#include "scene/gestures.h"
+#include "scene/status.h"
+#include "scene/text_entry.h"
+
+#include <algorithm>
+
+bool BlueprintEditorIsShown() {
+    return editorState.screen == Screen::BlueprintEditor && !editorState.runtimeMode &&
+           !editorState.hubVisible;
+}
+
+bool OpenBlueprintEditor(const std::wstring& path) {
+    if (!SaveBlueprintChanges()) return false;
+    if (editorState.playMode) StopPlayMode();
+    EndGestures();
+    CloseEntriesAndMenus();
+    EndBlueprintDrag();
+
+    LoadBlueprint(path);
+    editorState.screen = Screen::BlueprintEditor;
+    editorState.blueprintPath = path;
+    editorState.blueprintShownPath = MakeProjectRelative(path);
+    editorState.blueprintName = LastComponent(path);
+    editorState.blueprintDirty = false;
+
+    SetStatus(L"Otevren Blueprint editor: " + editorState.blueprintName);
+    return true;
+}
+
+bool SaveBlueprintEditor() {
+    if (editorState.blueprintPath.empty()) {
+        SetStatus(L"Neni otevreny Blueprint.");
+        return false;
+    }
+    if (!SaveBlueprint(editorState.blueprintPath)) {
+        SetStatus(L"Blueprint se nepodarilo ulozit.");
+        return false;
+    }
+    editorState.blueprintDirty = false;
+    SetStatus(L"Blueprint ulozen: " + editorState.blueprintName);
+    return true;
+}
+
+bool SaveBlueprintChanges() {
+    const bool hasFile = !editorState.blueprintPath.empty();  // without one nobody could ever leave
+    if (editorState.screen != Screen::BlueprintEditor || !editorState.blueprintDirty || !hasFile) return true;
+    return SaveBlueprintEditor();
+}
+
+bool CloseBlueprintEditor() {
+    if (editorState.screen != Screen::BlueprintEditor) return true;
+    if (!SaveBlueprintChanges()) return false;
+    EndBlueprintDrag();
+    CloseMenus();
+
+    editorState.screen = Screen::SceneEditor;
+    editorState.blueprintNodes.clear();
+    editorState.blueprintPath.clear();
+    editorState.blueprintShownPath.clear();
+    editorState.blueprintName.clear();
+    editorState.blueprintDirty = false;
+
+    SetStatus(L"Zpet do Scene editoru.");
+    return true;
+}
+
+// An id may be used twice; it does not go beyond its 32 bits.
+static int32_t NextId() {
+    int64_t largest = 0;
+    for (const BlueprintNode& node : editorState.blueprintNodes)
+        largest = std::max<int64_t>(largest, node.id);
+    return static_cast<int32_t>(std::min<int64_t>(largest + 1, INT32_MAX));
+}
+
+void AddBlueprintNode(const std::wstring& title, Point place) {
+    editorState.blueprintNodes.push_back({.id = NextId(), .title = title, .x = place.x, .y = place.y});
+    editorState.blueprintDirty = true;
+}
+
+void MoveBlueprintNode(int32_t index, Point place) {
+    BlueprintNode& node = editorState.blueprintNodes[static_cast<size_t>(index)];
+    node.x = place.x;
+    node.y = place.y;
+    editorState.blueprintDirty = true;
+}
+
+bool EndBlueprintDrag() {
+    if (!editorState.blueprintDrag.dragging) return false;
+    editorState.blueprintDrag = {};
+    ReleaseMouse();
+    return true;
+}

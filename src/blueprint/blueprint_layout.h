@@ -1,0 +1,59 @@
+// Where everything on the Blueprint screen lies. Arithmetic alone; places are pixels of the client area.
+#pragma once
+
+#include "blueprint/blueprint_node.h"
+#include "render/rect.h"
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+// The canvas begins here; the places of nodes count from this corner.
+constexpr Point kCanvasOrigin{230, 44};
+
+constexpr int32_t kNodeWidth = 190, kNodeHeight = 82;
+constexpr int32_t kAddNodeItems = 3;
+
+struct BlueprintLayout {
+    int32_t width = 0, height = 0;  // of the client area
+    Rect topBar{};
+    Rect sceneButton{};
+    Rect saveButton{};
+    Rect palette{};
+    Rect canvas{};   // at least 290 wide, beyond the right edge of a narrow window; empty in a very low one
+    Rect details{};  // empty in a narrow window
+};
+
+BlueprintLayout LayoutBlueprint(int32_t width, int32_t height);
+
+// A node on the screen. One that lies far beyond the canvas is given a nearer place beyond it.
+Rect NodeRect(const BlueprintNode& node);
+
+// The centres of the two pins of a node, where links enter and leave it, as far away as its rectangle.
+Point InputPin(const BlueprintNode& node);
+Point OutputPin(const BlueprintNode& node);
+
+// The index of the topmost node under a point of the canvas: the last in the list. -1 without one.
+int32_t NodeAt(Point point, const std::vector<BlueprintNode>& nodes, const BlueprintLayout& layout);
+
+// The three segments that lead from one node's output to the next one's input, as far as they lie on the
+// canvas: across, down or up, across. Empty where nothing is left.
+std::array<Rect, 3> LinkSegments(const BlueprintNode& from, const BlueprintNode& to, const Rect& canvas);
+
+// The Add Node menu with its corner at a point, moved and cut so that it stays 8 pixels inside the window and
+// below the top bar. Empty in a window that has no room.
+Rect AddNodeMenuRect(Point corner, const BlueprintLayout& layout);
+
+// The box of an item (0 .. 2), cut where the menu ends.
+Rect AddNodeItemRect(const Rect& menu, int32_t item);
+
+// The item under a point: its row across the whole menu, with the gap below it. -1 for the title and for what
+// lies below the last row. `point` lies inside the menu.
+int32_t AddNodeItemAt(Point point, const Rect& menu);
+
+// Where on the canvas a node is added from a menu at `corner`.
+Point PlaceOfAddedNode(Point corner, const BlueprintLayout& layout);
+
+// Where on the canvas the pointer drags a node that it holds `grab` pixels from its corner. It may come a
+// little nearer to the edges than an added one.
+Point PlaceOfDraggedNode(Point pointer, Point grab, const BlueprintLayout& layout);

@@ -1,0 +1,17 @@
+// What the mouse does on the Blueprint screen.
+#pragma once
+
+#include "blueprint/blueprint_layout.h"
+#include "render/rect.h"
+
+// The left button: the two buttons of the top bar, then the menu while it is open, then the nodes.
+void PressBlueprint(Point pointer, const BlueprintLayout& layout);
+
+// Takes a held node along.
+void MoveInBlueprint(Point pointer, const BlueprintLayout& layout);
+
+// Lets go of a held node, and saves what it has changed.
+void ReleaseBlueprint();
+
+// The right button: opens the Add Node menu on the canvas, and closes it elsewhere.
+void PressRightInBlueprint(Point pointer, const BlueprintLayout& layout);

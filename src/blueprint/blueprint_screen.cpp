@@ -1,0 +1,204 @@
+#include "blueprint/blueprint_screen.h"
+
+#include "blueprint/blueprint_editor.h"
+#include "blueprint/canvas_cover.h"
+#include "editor/fit_text.h"
+#include "editor/theme.h"
+#include "editor/widgets.h"
+#include "render/frame_buffer.h"
+#include "render/panel_box.h"
+#include "scene/editor_state.h"
+#include "scene/numbers.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <vector>
+
+// The screen's own colours; what it shares with the Scene editor is in the theme.
+constexpr Pixel kFrameFill{0x221F1E}, kBarFill{0x2A2625}, kSideFill{0x282321}, kEdgeLine{0x483E3A};
+constexpr Pixel kLegendFill{0x322C29}, kLegendEdge{0x4E423C};
+constexpr Pixel kCanvasFill{0x1D1918}, kGridLine{0x2A2422};
+constexpr Pixel kNodeFill{0x302A28}, kNodeEdge{0x60524A}, kNodeHeader{0x4A3D36}, kNodeAccent{0xEB8A3D};
+constexpr Pixel kExecution{0x7DBE4B};  // links and pins
+
+constexpr TextColor kTitleText{0xF4F0EC}, kSideTitle{0xEEE9E5}, kSideLabel{0xA0938A}, kSideText{0xE8E2DC};
+constexpr TextColor kPinLabel{0xB0A298}, kAddNodeTitle{0xF6F2EE};
+
+constexpr int32_t kGridStep = 32;  // pixels
+constexpr int32_t kTextGap = 12;   // between a text and what it must not run into
+
+constexpr int32_t kItemTextHeight = 18;  // pixels that an item of the menu needs for its text
+
+constexpr TextFont kNodeFont{14, kSemiBold};
+constexpr int32_t kNodeTextLeft = 14, kNodeHeaderHeight = 26;
+constexpr int32_t kShadowRight = 4, kShadowBelow = 5;  // pixels that a button's shadow reaches beyond it
+
+constexpr std::array kLegend{L"Event BeginPlay", L"Print String", L"Branch"};
+
+// A text that ends before `right`.
+static void DrawTextUpTo(int32_t right, int32_t x, int32_t y, const std::wstring& text, TextColor color,
+                         TextFont font) {
+    DrawText(x, y, ShortenMiddle(text, right - x, font), color, font.height, font.weight);
+}
+
+// Canvas.
+
+// The canvas as far as the window shows it.
+static Rect ShownCanvas(const BlueprintLayout& layout) {
+    Rect canvas = layout.canvas;
+    canvas.right = std::min(canvas.right, layout.width);
+    return canvas;
+}
+
+static void DrawGrid(const Rect& canvas) {
+    const auto [left, top, right, bottom] = canvas;
+    FillRect(canvas, kCanvasFill);
+    for (int32_t x = left; x < right; x += kGridStep) FillRect({x, top, x + 1, bottom}, kGridLine);
+    for (int32_t y = top; y < bottom; y += kGridStep) FillRect({left, y, right, y + 1}, kGridLine);
+    FillRect({left, top, right, top + 1}, kEdgeLine);
+    FillRect({left, top, left + 1, bottom}, kEdgeLine);
+}
+
+static void DrawLinks(const Rect& canvas) {
+    const auto& nodes = editorState.blueprintNodes;
+    for (size_t i = 1; i < nodes.size(); ++i) {
+        for (const Rect& segment : LinkSegments(nodes[i - 1], nodes[i], canvas))
+            FillRect(segment, kExecution);
+    }
+}
+
+namespace {
+
+// What is to be seen of a node.
+struct VisibleNode {
+    size_t index = 0;
+    bool header = true, labels = true;  // some of it; the box in any case
+};
+
+}  // namespace
+
+static Rect HeaderRect(const Rect& node) {
+    return {node.left, node.top, node.right, node.top + kNodeHeaderHeight};
+}
+
+static Rect LabelsRect(const Rect& node) {
+    return {node.left, node.top + kNodeHeaderHeight, node.right, node.bottom};
+}
+
+// The nodes that no others hide, from the lowest to the topmost. Thousands of nodes may lie on each other,
+// and drawing all of them would take longer than a frame.
+static std::vector<VisibleNode> VisibleNodes(const Rect& canvas) {
+    const auto& nodes = editorState.blueprintNodes;
+    CanvasCover cover = StartCover(canvas);
+    std::vector<VisibleNode> visible;
+    for (size_t i = nodes.size(); i-- > 0;) {
+        const Rect rect = NodeRect(nodes[i]);
+        if (IsCovered(cover, {rect.left, rect.top, rect.right + kShadowRight, rect.bottom + kShadowBelow}))
+            continue;
+        visible.push_back({.index = i,
+                           .header = !IsCovered(cover, HeaderRect(rect)),
+                           .labels = !IsCovered(cover, LabelsRect(rect))});
+        Cover(cover, rect);
+    }
+    std::ranges::reverse(visible);
+    return visible;
+}
+
+static void DrawPin(Point centre) {
+    FillRect({centre.x - 4, centre.y - 4, centre.x + 4, centre.y + 4}, kExecution);
+}
+
+static void DrawNode(const VisibleNode& visible) {
+    const BlueprintNode& node = editorState.blueprintNodes[visible.index];
+    const Rect rect = NodeRect(node);
+    const auto [left, top, right, bottom] = rect;
+    DrawButton(rect, kNodeFill, kNodeEdge, true);
+    if (visible.header) {
+        FillRect({left + 1, top + 1, right - 1, top + kNodeHeaderHeight}, kNodeHeader);
+        FillRect({left + 1, top + 1, left + 5, top + kNodeHeaderHeight}, kNodeAccent);
+        DrawTextUpTo(right - kTextGap, left + kNodeTextLeft, top + 6, node.title, kTitleText, kNodeFont);
+    }
+    if (visible.labels) {
+        DrawText(left + kNodeTextLeft, top + 40, L"Exec", kPinLabel, 12, kNormal);
+        DrawText(left + 136, top + 40, L"Out", kPinLabel, 12, kNormal);
+        DrawPin(InputPin(node));
+        DrawPin(OutputPin(node));
+    }
+}
+
+// Around the canvas.
+
+static void DrawTopBar(const BlueprintLayout& layout) {
+    const Rect& bar = layout.topBar;
+    FillRect(bar, kBarFill);
+    FillRect({bar.left, bar.bottom - 1, bar.right, bar.bottom}, kEdgeLine);
+
+    const bool unsaved = editorState.blueprintDirty;
+    DrawButton(layout.sceneButton, kButtonFill, kButtonEdge, false);
+    DrawText(28, 17, L"Scene", kButtonText, 14, kSemiBold);
+    DrawButton(layout.saveButton, unsaved ? kUnsavedFill : kSaveFill, unsaved ? kUnsavedEdge : kSaveEdge,
+               true);
+    DrawText(118, 17, L"Save", kSaveText, 14, kSemiBold);
+
+    const std::wstring& path = editorState.blueprintShownPath;
+    const int32_t hintLeft = std::max(360, layout.width - 390);
+    DrawTextUpTo(hintLeft - kTextGap, 238, 12, L"Blueprint: " + (path.empty() ? L"Untitled" : path),
+                 kTitleText, {17, kSemiBold});
+    DrawText(hintLeft, 14, L"Right click canvas: Add Node  |  Drag nodes  |  Ctrl+S save", kKeyHint, 13,
+             kNormal);
+}
+
+static void DrawPalette(const Rect& palette) {
+    FillRect(palette, kSideFill);
+    FillRect({palette.right - 1, palette.top, palette.right, palette.bottom}, kEdgeLine);
+    DrawText(18, 62, L"Blueprint Palette", kSideTitle, 17, kSemiBold);
+    DrawText(18, 96, L"Flow", kSideLabel, 13, kNormal);
+    int32_t y = 132;
+    for (const wchar_t* title : kLegend) {
+        DrawButton({18, y - 10, palette.right - 18, y + 24}, kLegendFill, kLegendEdge, false);
+        DrawText(32, y, title, kSideText, 13, kSemiBold);
+        y += 48;
+    }
+}
+
+static void DrawDetails(const Rect& details) {
+    const int32_t left = details.left, boxRight = left + 262;
+    FillRect(details, kSideFill);
+    FillRect({left, details.top, left + 1, details.bottom}, kEdgeLine);
+    DrawText(left + 18, 62, L"Details", kSideTitle, 17, kSemiBold);
+    DrawText(left + 18, 98, L"Blueprint file", kSideLabel, 13, kNormal);
+    DrawButton({left + 18, 122, boxRight, 156}, kLegendFill, kLegendEdge, false);
+    DrawTextUpTo(boxRight - kTextGap, left + 30, 132, editorState.blueprintShownPath, kSideText,
+                 {13, kSemiBold});
+    DrawText(left + 18, 182, L"Nodes", kSideLabel, 13, kNormal);
+    DrawText(left + 30, 208, std::to_wstring(editorState.blueprintNodes.size()), kSideText, 16, kSemiBold);
+}
+
+static void DrawAddNodeMenu(const BlueprintLayout& layout) {
+    if (!editorState.addNodeMenu.open) return;
+    const Rect menu = AddNodeMenuRect(editorState.addNodeMenu.corner, layout);
+    if (Width(menu) <= 0 || Height(menu) <= 0) return;
+    DrawPanelBox(menu, kMenuFill, kMenuLightEdge);
+    DrawText(menu.left + 12, menu.top + 10, L"Add Node", kAddNodeTitle, 14, kSemiBold);
+    for (int32_t item = 0; item < kAddNodeItems; ++item) {
+        const Rect box = AddNodeItemRect(menu, item);
+        if (Height(box) < kItemTextHeight) return;
+        DrawPanelBox(box, kMenuItemFill, kMenuItemEdge);
+        DrawText(menu.left + 16, box.top + 4, kAddNodeTitles[static_cast<size_t>(item)], kMenuText, 14,
+                 kSemiBold);
+    }
+}
+
+void DrawBlueprintScreen(const BlueprintLayout& layout) {
+    Clear(kFrameFill);
+    // First the canvas, so that what lies around it cuts off what runs out of it.
+    DrawGrid(layout.canvas);
+    DrawLinks(layout.canvas);
+    for (const VisibleNode& node : VisibleNodes(ShownCanvas(layout))) DrawNode(node);
+
+    DrawTopBar(layout);
+    DrawPalette(layout.palette);
+    if (Width(layout.details) > 0) DrawDetails(layout.details);
+    DrawAddNodeMenu(layout);
+}
