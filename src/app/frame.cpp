@@ -2,6 +2,8 @@
 
 #include "app/frame_view.h"
 #include "app/scene_drawing.h"
+#include "blueprint/blueprint_editor.h"
+#include "blueprint/blueprint_screen.h"
 #include "editor/bottom_panel.h"
 #include "editor/entry_boxes.h"
 #include "editor/hierarchy.h"
@@ -32,11 +34,21 @@ void DrawPanels(const EditorLayout& layout) {
     DrawEntryBoxes(layout);
 }
 
-static void DrawEditor(const EditorLayout& layout) {
+static void DrawEditorOrGame(const EditorLayout& layout) {
     frameBuffer.viewport = layout.viewport;
     Clear(kWindowFill);
     DrawScene(layout.viewport);
     if (!editorState.runtimeMode) DrawPanels(layout);
+}
+
+static void DrawCurrentScreen() {
+    if (HubIsShown()) {
+        DrawProjectHub(CurrentHubLayout());
+    } else if (BlueprintEditorIsShown()) {
+        DrawBlueprintScreen(CurrentBlueprintLayout());
+    } else {
+        DrawEditorOrGame(CurrentLayout());
+    }
 }
 
 void RenderFrame() {
@@ -46,11 +58,7 @@ void RenderFrame() {
 
     const ClientSize size = WindowClientSize();
     if (EnsureSize(size.width, size.height)) {
-        if (HubIsShown()) {
-            DrawProjectHub(CurrentHubLayout());
-        } else {
-            DrawEditor(CurrentLayout());
-        }
+        DrawCurrentScreen();
         Present();
     }
     isRendering = false;

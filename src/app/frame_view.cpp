@@ -30,6 +30,11 @@ EditorLayout CurrentLayout() {
     return layout;
 }
 
+BlueprintLayout CurrentBlueprintLayout() {
+    const auto [width, height] = PictureSize();
+    return LayoutBlueprint(width, height);
+}
+
 FrameView CurrentView(const Rect& viewport) {
     const CameraPose camera = ActiveCamera(editorState.scene, EditorCamera(), ShowsGame());
     const Matrix4 projection = ProjectionMatrix(Width(viewport), Height(viewport));

@@ -1,6 +1,7 @@
 // How the current frame sees the scene: for drawing it and for finding what lies under the pointer.
 #pragma once
 
+#include "blueprint/blueprint_layout.h"
 #include "editor/layout.h"
 #include "project/hub_layout.h"
 #include "render/matrix4.h"
@@ -19,6 +20,9 @@ bool HubIsShown();
 
 // The regions of the Project Hub in the window at its current size.
 HubLayout CurrentHubLayout();
+
+// The same for the Blueprint screen.
+BlueprintLayout CurrentBlueprintLayout();
 
 struct FrameView {
     CameraPose camera{};

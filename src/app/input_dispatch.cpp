@@ -3,6 +3,7 @@
 #include "app/frame_view.h"
 #include "app/mouse.h"
 #include "app/shortcuts.h"
+#include "blueprint/blueprint_editor.h"
 #include "platform/window.h"
 #include "project/asset_commands.h"
 #include "project/asset_import.h"
@@ -81,8 +82,12 @@ static void OnKeyDown(uint32_t key, bool isRepeat) {
         SendToOwner(*owner, key);
         return;
     }
+    if (BlueprintEditorIsShown()) {
+        if (!isRepeat) handleKeyDown(key);
+        return;
+    }
     if (key == kKeyEscape && EscapeEndsProgram()) {
-        // Not by the repeats of a press that has just cancelled something.
+        // Held on after it has closed an entry or a screen, it must not end the program too.
         if (!isRepeat) RequestQuit();
         return;
     }

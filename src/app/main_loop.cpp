@@ -1,6 +1,7 @@
 #include "app/main_loop.h"
 
 #include "app/frame.h"
+#include "blueprint/blueprint_editor.h"
 #include "platform/clock.h"
 #include "platform/window.h"
 #include "play/play_update.h"
@@ -44,6 +45,7 @@ int RunProgram() {
     editorState.windowTitle = InitialTitle();
     const bool isOpen = OpenMainWindow(editorState.windowTitle, kInitialSize);
     if (isOpen) RunFrames(start);
+    SaveBlueprintChanges();
 
     ReleaseFrameBuffer();
     ReleaseCanvasImages();

@@ -4,6 +4,8 @@
 #include "app/frame_view.h"
 #include "app/gizmo_drag.h"
 #include "app/top_bar_actions.h"
+#include "blueprint/blueprint_editor.h"
+#include "blueprint/blueprint_mouse.h"
 #include "editor/bottom_panel.h"
 #include "editor/drop_assignments.h"
 #include "editor/hierarchy.h"
@@ -72,6 +74,7 @@ constexpr bool (*kPressTakers[])(Point, const EditorLayout&) = {
 void PressLeft(Point pointer) {
     if (IgnoresLeftButton()) return;
     editorState.pointer = pointer;
+    if (BlueprintEditorIsShown()) return PressBlueprint(pointer, CurrentBlueprintLayout());
     const EditorLayout layout = CurrentLayout();
     for (const auto take : kPressTakers) {
         if (take(pointer, layout)) return;
@@ -85,7 +88,8 @@ static bool IsOnNameField(Point pointer, const EditorLayout& layout) {
 
 void DoubleClickLeft(Point pointer) {
     if (IgnoresLeftButton()) return;
-    if (MenuIsOpen()) return PressLeft(pointer);  // it lies over what could be double-clicked
+    // A menu lies over what could be double-clicked, and nodes are only pressed.
+    if (MenuIsOpen() || BlueprintEditorIsShown()) return PressLeft(pointer);
     const EditorLayout layout = CurrentLayout();
     const int32_t row = HierarchyObjectAt(pointer, layout);
     if (OpenFilesItemAt(pointer, layout)) return;
@@ -113,6 +117,7 @@ static void ReleaseHierarchyAt(Point pointer) {
 }
 
 void ReleaseLeft(Point pointer) {
+    if (BlueprintEditorIsShown()) return ReleaseBlueprint();
     if (editorState.panelResize.edge != 0) {
         editorState.panelResize = {};
         SetStatus(L"Velikost panelu upravena.");
@@ -126,6 +131,7 @@ void ReleaseLeft(Point pointer) {
 void PressRight(Point pointer) {
     editorState.pointer = pointer;
     if (EntryIsOpen() || IsDragging()) return;
+    if (BlueprintEditorIsShown()) return PressRightInBlueprint(pointer, CurrentBlueprintLayout());
     editorState.mouseLook = {
         .armed = true, .turnsView = Contains(CurrentLayout().viewport, pointer), .press = pointer};
     CaptureMouse();
@@ -182,6 +188,7 @@ void MoveMouse(Point pointer) {
     editorState.pointer = pointer;
     ShowArrowCursor();
     if (EntryIsOpen()) return;
+    if (BlueprintEditorIsShown()) return MoveInBlueprint(pointer, CurrentBlueprintLayout());
     if (editorState.panelResize.edge != 0) {
         MovePanelEdge(pointer);
     } else if (editorState.hierarchyDrag.pressed) {
@@ -201,5 +208,6 @@ void EndDrags() {
     editorState.gizmoDrag = {};
     editorState.hierarchyDrag = {};
     editorState.filesDrag = {};
+    editorState.blueprintDrag = {};
     ReleaseMouse();
 }

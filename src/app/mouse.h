@@ -1,4 +1,4 @@
-// What the mouse does in the Scene editor and in the game.
+// What the mouse does in the Scene editor and in the game, and who gets it elsewhere.
 #pragma once
 
 #include "render/rect.h"

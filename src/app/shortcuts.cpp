@@ -1,5 +1,6 @@
 #include "app/shortcuts.h"
 
+#include "blueprint/blueprint_editor.h"
 #include "editor/tool_palette.h"
 #include "platform/window.h"
 #include "play/play_mode.h"
@@ -17,13 +18,13 @@
 
 static bool Everywhere() { return true; }
 
-static bool InBlueprint() {
-    return editorState.screen == Screen::BlueprintEditor && !editorState.runtimeMode;
-}
-
+static bool InBlueprint() { return BlueprintEditorIsShown(); }
 static bool InPrefab() { return editorState.screen == Screen::PrefabEditor && !editorState.runtimeMode; }
 
 static void Ignore() {}
+
+static void SaveOpenBlueprint() { SaveBlueprintEditor(); }
+static void LeaveBlueprint() { CloseBlueprintEditor(); }
 
 static void RefusePlayInPrefab() { SetStatus(L"Play mode se spousti jen ve Scene editoru."); }
 
@@ -90,6 +91,8 @@ struct Shortcut {
 // The first row that matches wins.
 // clang-format off
 constexpr Shortcut kShortcuts[] = {
+    {InBlueprint, Modifier::Ctrl, 'S',        SaveOpenBlueprint},
+    {InBlueprint, Modifier::Any,  kKeyEscape, LeaveBlueprint},
     {InBlueprint, Modifier::Any,  kAnyKey,    Ignore},
     {InPrefab,    Modifier::Ctrl, 'S',        SaveInPrefab},
     {InPrefab,    Modifier::Any,  kKeyEscape, ClosePrefabEditor},

@@ -1,10 +1,12 @@
 #include "project/asset_commands.h"
 
+#include "blueprint/blueprint_editor.h"
 #include "formats/path_text.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
 #include "project/asset_creation.h"
 #include "project/asset_list.h"
+#include "project/other_screens.h"
 #include "project/prefab_editor.h"
 #include "project/scene_switch.h"
 #include "project/stored_paths.h"
@@ -35,6 +37,10 @@ static void ShowFolder(const AssetEntry& entry) {
     SetStatus(L"Otevrena slozka: " + entry.name);
 }
 
+static void OpenBlueprint(const std::wstring& path) {
+    if (LeaveOtherScreens()) OpenBlueprintEditor(path);
+}
+
 static void OpenOutside(const AssetEntry& entry) {
     const bool opened = OpenWithSystem(entry.path, entry.kind == AssetKind::Script);
     SetStatus(opened ? L"Oteviram soubor: " + entry.name : L"Nepodarilo se otevrit soubor ve Windows.");
@@ -46,6 +52,7 @@ void OpenAsset(int32_t index) {
     switch (entry.kind) {
         case AssetKind::Folder: ShowFolder(entry); break;
         case AssetKind::SceneFile: OpenSceneFile(entry.path); break;
+        case AssetKind::Blueprint: OpenBlueprint(entry.path); break;
         case AssetKind::Prefab: OpenPrefabEditor(entry.path); break;
         default: OpenOutside(entry); break;
     }
