@@ -1,0 +1,564 @@
+// The Blueprint editor as its user meets it: opened on a file, driven by mouse and keys, seen by its message,
+// its nodes and its file.
+#include "blueprint/blueprint_editor.h"
+
+#include "app/main_loop.h"
+#include "platform/headless/fault_injection.h"
+#include "play/play_mode.h"
+#include "support/editor_input.h"
+#include "support/scratch_folder.h"
+
+#include "doctest/doctest.h"
+
+#include <string>
+#include <vector>
+
+constexpr Point kSceneButton{50, 20}, kSaveButton{150, 20};
+
+// A file with these lines behind its header, opened in a window of 1360 x 820: the canvas ends at 1080.
+struct OpenBlueprint {
+    ScratchFolder folder{};
+    std::wstring path = folder / L"Files\\Doors.blueprint";
+
+    explicit OpenBlueprint(const std::string& lines, int32_t width = 1360, int32_t height = 820) {
+        StartEditor(width, height);
+        editorState.projectRoot = folder.path;
+        PutFile(path, "ZELENGINE_BLUEPRINT\t1\n" + lines);
+        OpenBlueprintEditor(path);
+        editorState.statusMessage = L"untouched";
+        RenderFrame();
+    }
+};
+
+// What is written for these lines.
+static std::string FileOf(const std::string& lines) {
+    return "\xEF\xBB\xBFZELENGINE_BLUEPRINT\t1\r\n" + lines;
+}
+
+constexpr const char* kTwoNodes = "NODE\t1\tA\t100\t100\nNODE\t2\tB\t150\t120\n";
+constexpr Point kOnFirst{335, 150}, kOnSecond{390, 230};
+
+static const std::vector<BlueprintNode>& Nodes() { return editorState.blueprintNodes; }
+static Point PlaceOf(size_t node) { return {Nodes()[node].x, Nodes()[node].y}; }
+static const std::wstring& Message() { return editorState.statusMessage; }
+static bool IsOpen() { return editorState.screen == Screen::BlueprintEditor; }
+
+// Opening.
+
+TEST_CASE("opening a Blueprint shows its nodes and its path below the project") {
+    const ScratchFolder folder;
+    StartEditor();
+    editorState.projectRoot = folder.path;
+    PutFile(folder / L"Files\\Logic\\Doors.blueprint", "NODE\t4\tA\t1\t2\n");
+    editorState.createMenu.open = true;
+    editorState.addNodeMenu.open = true;
+    editorState.componentSearchActive = true;
+    editorState.blueprintDrag = {.dragging = true, .node = 7};
+    editorState.blueprintDirty = true;  // of no document
+    CHECK(OpenBlueprintEditor(folder / L"Files\\Logic\\Doors.blueprint"));
+
+    CHECK(IsOpen());
+    REQUIRE(Nodes().size() == 1);
+    CHECK(Nodes()[0].title == L"A");
+    CHECK(editorState.blueprintPath == folder / L"Files\\Logic\\Doors.blueprint");
+    CHECK(editorState.blueprintShownPath == L"Files\\Logic\\Doors.blueprint");
+    CHECK(editorState.blueprintName == L"Doors.blueprint");
+    CHECK(Message() == L"Otevren Blueprint editor: Doors.blueprint");
+    CHECK_FALSE(editorState.blueprintDirty);
+    CHECK_FALSE(editorState.blueprintDrag.dragging);
+    CHECK_FALSE(editorState.createMenu.open);
+    CHECK_FALSE(editorState.addNodeMenu.open);
+    CHECK_FALSE(editorState.componentSearchActive);
+}
+
+TEST_CASE("a Blueprint outside the project is shown with its whole path") {
+    const ScratchFolder folder;
+    StartEditor();
+    editorState.projectRoot = folder / L"Project";
+    OpenBlueprintEditor(folder / L"Other.blueprint");
+    CHECK(editorState.blueprintShownPath == folder / L"Other.blueprint");
+}
+
+TEST_CASE("a Blueprint without a file opens with the default pair, and saving makes the file") {
+    const ScratchFolder folder;
+    StartEditor();
+    CHECK(OpenBlueprintEditor(folder / L"New.blueprint"));
+    CHECK(Nodes().size() == 2);
+    TapWithControl('S');
+    CHECK(Message() == L"Blueprint ulozen: New.blueprint");
+    CHECK(FileBytes(folder / L"New.blueprint") ==
+          FileOf("NODE\t1\tEvent BeginPlay\t130\t120\r\nNODE\t2\tPrint String\t430\t120\r\n"));
+}
+
+TEST_CASE("a game stops before a Blueprint opens, and its scene is put back") {
+    const ScratchFolder folder;
+    StartEditor();
+    const Scene scene = editorState.scene;
+    TapKey('P');
+    REQUIRE(editorState.playMode);
+    editorState.scene[2].position.y = -50;
+    OpenBlueprintEditor(folder / L"New.blueprint");
+    CHECK_FALSE(editorState.playMode);
+    CHECK(editorState.scene == scene);
+    CHECK(IsOpen());
+    CHECK(Message() == L"Otevren Blueprint editor: New.blueprint");
+}
+
+TEST_CASE("opening a second Blueprint saves the first without asking") {
+    const OpenBlueprint first(kTwoNodes);
+    RightClick({800, 600});
+    Click({820, 650});  // "Event"
+    REQUIRE(editorState.blueprintDirty);
+    PutFile(first.folder / L"b.blueprint", "NODE\t1\tother\t1\t2\n");
+    CHECK(OpenBlueprintEditor(first.folder / L"b.blueprint"));
+    CHECK(FileBytes(first.path) ==
+          FileOf("NODE\t1\tA\t100\t100\r\nNODE\t2\tB\t150\t120\r\nNODE\t3\tEvent\t570\t556\r\n"));
+    CHECK(Nodes().size() == 1);
+    CHECK(Message() == L"Otevren Blueprint editor: b.blueprint");
+    CHECK(headless.prompts.empty());
+}
+
+TEST_CASE("opening a second Blueprint leaves the file of an unchanged first one alone") {
+    const OpenBlueprint first(kTwoNodes);
+    OpenBlueprintEditor(first.folder / L"b.blueprint");
+    CHECK(FileBytes(first.path) == "ZELENGINE_BLUEPRINT\t1\n" + std::string(kTwoNodes));
+}
+
+TEST_CASE("when the first cannot be saved a second Blueprint is not opened") {
+    const OpenBlueprint first(kTwoNodes);
+    RightClick({800, 600});
+    Click({820, 650});
+    fileFaults.freeBytes = 0;
+    CHECK_FALSE(OpenBlueprintEditor(first.folder / L"b.blueprint"));
+    CHECK(Message() == L"Blueprint se nepodarilo ulozit.");
+    CHECK(editorState.blueprintPath == first.path);
+    CHECK(Nodes().size() == 3);
+    CHECK(editorState.blueprintDirty);
+}
+
+// Saving and leaving.
+
+TEST_CASE("Ctrl+S and the Save button write the file and say its name") {
+    for (const bool button : {false, true}) {
+        const OpenBlueprint open(kTwoNodes);
+        editorState.blueprintDirty = true;
+        button ? Click(kSaveButton) : TapWithControl('S');
+        CHECK(Message() == L"Blueprint ulozen: Doors.blueprint");
+        CHECK_FALSE(editorState.blueprintDirty);
+        CHECK(FileBytes(open.path) == FileOf("NODE\t1\tA\t100\t100\r\nNODE\t2\tB\t150\t120\r\n"));
+        CHECK(IsOpen());
+    }
+}
+
+TEST_CASE("a save that fails says so and keeps the changes") {
+    const OpenBlueprint open(kTwoNodes);
+    editorState.blueprintDirty = true;
+    fileFaults.freeBytes = 10;
+    TapWithControl('S');
+    CHECK(Message() == L"Blueprint se nepodarilo ulozit.");
+    CHECK(editorState.blueprintDirty);
+    CHECK(FileBytes(open.path) == "ZELENGINE_BLUEPRINT\t1\n" + std::string(kTwoNodes));
+    fileFaults = {};
+    TapWithControl('S');
+    CHECK(Message() == L"Blueprint ulozen: Doors.blueprint");
+    CHECK_FALSE(editorState.blueprintDirty);
+}
+
+TEST_CASE("without an open file there is nothing to save, and leaving works") {
+    const OpenBlueprint open(kTwoNodes);
+    editorState.blueprintPath.clear();
+    editorState.blueprintDirty = true;
+    TapWithControl('S');
+    CHECK(Message() == L"Neni otevreny Blueprint.");
+    CHECK(editorState.blueprintDirty);
+    TapKey(kKeyEscape);
+    CHECK_FALSE(IsOpen());
+}
+
+TEST_CASE("a file that was removed while it was open is written again") {
+    const OpenBlueprint open(kTwoNodes);
+    RemoveTree(open.path);
+    Drag(kOnSecond, {490, 330});
+    CHECK(FileBytes(open.path) == FileOf("NODE\t1\tA\t100\t100\r\nNODE\t2\tB\t250\t220\r\n"));
+    RemoveTree(open.folder / L"Files");
+    TapWithControl('S');
+    CHECK(Message() == L"Blueprint se nepodarilo ulozit.");
+}
+
+TEST_CASE("Escape and the Scene button go back to the Scene editor") {
+    for (const bool button : {false, true}) {
+        const OpenBlueprint open(kTwoNodes);
+        RightClick({800, 600});
+        button ? Click(kSceneButton) : TapKey(kKeyEscape);
+        CHECK(editorState.screen == Screen::SceneEditor);
+        CHECK(Message() == L"Zpet do Scene editoru.");
+        CHECK_FALSE(headless.quitRequested);
+        CHECK(editorState.blueprintPath.empty());
+        CHECK_FALSE(editorState.addNodeMenu.open);
+        CHECK(FileBytes(open.path) == "ZELENGINE_BLUEPRINT\t1\n" + std::string(kTwoNodes));
+    }
+}
+
+TEST_CASE("leaving saves unsaved changes without asking") {
+    for (const bool button : {false, true}) {
+        const OpenBlueprint open("NODE\t1\tA\t100\t100\n");
+        RightClick({800, 600});
+        Click({820, 650});
+        button ? Click(kSceneButton) : TapKey(kKeyEscape);
+        CHECK(editorState.screen == Screen::SceneEditor);
+        CHECK(Message() == L"Zpet do Scene editoru.");
+        CHECK(headless.prompts.empty());
+        CHECK(FileBytes(open.path) == FileOf("NODE\t1\tA\t100\t100\r\nNODE\t2\tEvent\t570\t556\r\n"));
+    }
+}
+
+TEST_CASE("a Blueprint that cannot be saved stays open") {
+    for (const bool button : {false, true}) {
+        const OpenBlueprint open(kTwoNodes);
+        RightClick({800, 600});
+        Click({820, 650});
+        fileFaults.freeBytes = 0;
+        button ? Click(kSceneButton) : TapKey(kKeyEscape);
+        CHECK(IsOpen());
+        CHECK(Message() == L"Blueprint se nepodarilo ulozit.");
+        CHECK(Nodes().size() == 3);
+        fileFaults = {};
+        button ? Click(kSceneButton) : TapKey(kKeyEscape);
+        CHECK_FALSE(IsOpen());
+    }
+}
+
+TEST_CASE("the two buttons are 82 by 27 pixels") {
+    for (const int32_t y : {8, 9, 35, 36}) {
+        for (const int32_t x : {13, 14, 95, 96, 103, 104, 185, 186}) {
+            CAPTURE(x);
+            CAPTURE(y);
+            const OpenBlueprint open(kTwoNodes);
+            Click({x, y});
+            const bool inRow = y == 9 || y == 35;
+            const bool scene = inRow && x >= 14 && x <= 95, save = inRow && x >= 104 && x <= 185;
+            CHECK(IsOpen() == !scene);
+            CHECK(Message() == (scene  ? L"Zpet do Scene editoru."
+                                : save ? L"Blueprint ulozen: Doors.blueprint"
+                                       : L"untouched"));
+        }
+    }
+}
+
+TEST_CASE("other keys do nothing on the Blueprint screen and are not held") {
+    const OpenBlueprint open(kTwoNodes);
+    const Scene scene = editorState.scene;
+    for (uint32_t key = 0; key < 300; ++key) {
+        if (key == kKeyEscape) continue;
+        HandleInput({.kind = InputKind::KeyDown, .key = key});
+        if (key != 'S') TapWithControl(key);
+    }
+    CHECK(Message() == L"untouched");
+    CHECK(IsOpen());
+    CHECK_FALSE(headless.quitRequested);
+    CHECK(editorState.scene == scene);
+    CHECK(editorState.keyDown == decltype(editorState.keyDown){});
+}
+
+TEST_CASE("Escape held down leaves the Blueprint and does not end the program too") {
+    const OpenBlueprint open(kTwoNodes);
+    HandleInput({.kind = InputKind::KeyDown, .key = kKeyEscape});
+    for (int i = 0; i < 9; ++i)
+        HandleInput({.kind = InputKind::KeyDown, .key = kKeyEscape, .isRepeat = true});
+    CHECK_FALSE(IsOpen());
+    CHECK_FALSE(headless.quitRequested);
+    HandleInput({.kind = InputKind::KeyUp, .key = kKeyEscape});
+    TapKey(kKeyEscape);
+    CHECK(headless.quitRequested);
+}
+
+TEST_CASE("Ctrl+S held down saves once") {
+    const OpenBlueprint open(kTwoNodes);
+    TapWithControl('S');
+    editorState.statusMessage = L"before";
+    headless.controlIsHeld = true;
+    HandleInput({.kind = InputKind::KeyDown, .key = 'S', .isRepeat = true});
+    headless.controlIsHeld = false;
+    CHECK(Message() == L"before");
+}
+
+TEST_CASE("behind the Project Hub and in the game the Blueprint screen takes nothing") {
+    for (const bool hub : {false, true}) {
+        const OpenBlueprint open(kTwoNodes);
+        (hub ? editorState.hubVisible : editorState.runtimeMode) = true;
+        Press(kOnSecond);
+        CHECK_FALSE(editorState.blueprintDrag.dragging);
+        PressRightAt({800, 600});
+        CHECK_FALSE(editorState.addNodeMenu.open);
+        TapKey(kKeyEscape);
+        CHECK(IsOpen());
+    }
+}
+
+// Dragging.
+
+TEST_CASE("a node follows the pointer from where it was grabbed, and is saved when it is let go") {
+    const OpenBlueprint open(kTwoNodes);
+    Press(kOnFirst);
+    CHECK(Message() == L"Tahni Blueprint node mysi.");
+    CHECK(headless.mouseIsCaptured);
+    CHECK_FALSE(editorState.blueprintDirty);
+    Move({435, 350});
+    CHECK(PlaceOf(0) == Point{200, 300});
+    CHECK(editorState.blueprintDirty);
+    Move({436, 351});
+    CHECK(PlaceOf(0) == Point{201, 301});
+    Release({436, 351});
+    CHECK(Message() == L"Blueprint ulozen: Doors.blueprint");
+    CHECK_FALSE(editorState.blueprintDirty);
+    CHECK_FALSE(headless.mouseIsCaptured);
+    CHECK(FileBytes(open.path) == FileOf("NODE\t1\tA\t201\t301\r\nNODE\t2\tB\t150\t120\r\n"));
+    Move({600, 600});
+    CHECK(PlaceOf(0) == Point{201, 301});
+    CHECK(PlaceOf(1) == Point{150, 120});
+}
+
+TEST_CASE("where nodes overlap the later one is grabbed, and dragging does not change their order") {
+    const OpenBlueprint open(kTwoNodes);
+    Drag({385, 170}, {485, 270});  // both lie there
+    CHECK(PlaceOf(0) == Point{100, 100});
+    CHECK(PlaceOf(1) == Point{250, 220});
+    Drag({385, 170}, {485, 270});  // now only the first does
+    CHECK(PlaceOf(0) == Point{200, 200});
+    Drag({490, 300}, {500, 300});  // and they overlap again
+    CHECK(PlaceOf(1) == Point{260, 220});
+}
+
+TEST_CASE("a node stays within the drag limits, also with the pointer outside the window") {
+    struct {
+        Point to, place;
+    } cases[] = {
+        {{-400, -400}, {8, 8}},     {{5000, 400}, {648, 350}}, {{435, 5000}, {200, 682}},
+        {{5000, 5000}, {648, 682}}, {{243, 58}, {8, 8}},       {{244, 59}, {9, 9}},
+        {{883, 732}, {648, 682}},   {{882, 731}, {647, 681}},
+    };
+    for (const auto& [to, place] : cases) {
+        CAPTURE(to.x);
+        CAPTURE(to.y);
+        const OpenBlueprint open(kTwoNodes);
+        Press(kOnFirst);  // 5 and 6 pixels from its corner
+        Move({-9999, 9999});
+        Move(to);
+        CHECK(PlaceOf(0) == place);
+        Release(to);
+        CHECK(Message() == L"Blueprint ulozen: Doors.blueprint");
+    }
+}
+
+TEST_CASE("a node that is dragged beyond a limit and back comes back") {
+    const OpenBlueprint open(kTwoNodes);
+    Press(kOnFirst);
+    Move({-5000, 5000});
+    Move(kOnFirst);
+    CHECK(PlaceOf(0) == Point{100, 100});
+}
+
+TEST_CASE("a click on a node that does not move saves nothing") {
+    const OpenBlueprint open(kTwoNodes);
+    Click(kOnFirst);
+    CHECK(Message() == L"Tahni Blueprint node mysi.");
+    CHECK(FileBytes(open.path) == "ZELENGINE_BLUEPRINT\t1\n" + std::string(kTwoNodes));
+}
+
+TEST_CASE("a press beside all nodes, on palette and details does nothing") {
+    const OpenBlueprint open("NODE\t1\tA\t100\t100\nNODE\t2\tB\t-50\t300\nNODE\t3\tC\t800\t300\n");
+    for (const Point at : {Point{700, 700}, {150, 400}, {1100, 400}, {32, 140}, {700, 20}}) {
+        Press(at);
+        CHECK_FALSE(editorState.blueprintDrag.dragging);
+        CHECK_FALSE(headless.mouseIsCaptured);
+        Release(at);
+    }
+    CHECK(Message() == L"untouched");
+    Press({231, 400});  // what the palette leaves of the second
+    CHECK(editorState.blueprintDrag.node == 1);
+}
+
+TEST_CASE("a double click is two presses") {
+    const OpenBlueprint open(kTwoNodes);
+    Click(kOnFirst);
+    SendMouse(InputKind::LeftDoubleClick, kOnFirst);
+    CHECK(editorState.blueprintDrag.dragging);
+    Move({345, 150});
+    CHECK(PlaceOf(0) == Point{110, 100});
+    Release({345, 150});
+    CHECK(IsOpen());
+}
+
+TEST_CASE("losing the mouse or the focus ends a drag and keeps what it has changed as unsaved") {
+    for (const bool focus : {false, true}) {
+        const OpenBlueprint open(kTwoNodes);
+        Press(kOnFirst);
+        Move({435, 350});
+        focus ? LoseFocus() : LoseMouse();
+        CHECK_FALSE(editorState.blueprintDrag.dragging);
+        CHECK_FALSE(headless.mouseIsCaptured);
+        Move({600, 600});
+        Release({600, 600});
+        CHECK(PlaceOf(0) == Point{200, 300});
+        CHECK(editorState.blueprintDirty);
+        TapKey(kKeyEscape);
+        CHECK(FileBytes(open.path) == FileOf("NODE\t1\tA\t200\t300\r\nNODE\t2\tB\t150\t120\r\n"));
+    }
+}
+
+TEST_CASE("Escape in a drag leaves and lets go of the mouse") {
+    const OpenBlueprint open(kTwoNodes);
+    Press(kOnFirst);
+    Move({435, 350});
+    TapKey(kKeyEscape);
+    CHECK_FALSE(IsOpen());
+    CHECK_FALSE(headless.mouseIsCaptured);
+    CHECK_FALSE(editorState.blueprintDrag.dragging);
+    Move({500, 400});
+    Release({500, 400});
+    CHECK(FileBytes(open.path) == FileOf("NODE\t1\tA\t200\t300\r\nNODE\t2\tB\t150\t120\r\n"));
+}
+
+TEST_CASE("in a drag the right button and another left press start nothing") {
+    const OpenBlueprint open(kTwoNodes);
+    Press(kOnFirst);
+    RightClick({800, 600});
+    Press(kSceneButton);
+    CHECK(IsOpen());
+    CHECK_FALSE(editorState.addNodeMenu.open);
+    CHECK(editorState.blueprintDrag.node == 0);
+}
+
+// The Add Node menu.
+
+TEST_CASE("the right button opens the menu on the canvas and closes it elsewhere") {
+    struct {
+        Point at;
+        bool opens;
+    } cases[] = {
+        {{230, 44}, true},   {{229, 44}, false},   {{230, 43}, false},
+        {{1079, 819}, true}, {{1080, 400}, false}, {{1079, 820}, false},
+        {{100, 400}, false}, {{1200, 400}, false}, {{50, 20}, false},
+    };
+    for (const bool before : {false, true}) {
+        for (const auto& [at, opens] : cases) {
+            CAPTURE(at.x);
+            CAPTURE(at.y);
+            const OpenBlueprint open(kTwoNodes);
+            if (before) RightClick({700, 300});
+            editorState.statusMessage = L"before";
+            RightClick(at);
+            CHECK(editorState.addNodeMenu.open == opens);
+            if (opens) CHECK(editorState.addNodeMenu.corner == at);
+            CHECK(Message() == (opens ? L"Blueprint: vyber node k pridani." : L"before"));
+            CHECK_FALSE(headless.mouseIsCaptured);
+        }
+    }
+}
+
+TEST_CASE("an item of the menu adds its node behind the others and closes the menu") {
+    constexpr const wchar_t* kTitles[] = {L"Event", L"Print String", L"Branch"};
+    for (int32_t item = 0; item < 3; ++item) {
+        const OpenBlueprint open("NODE\t9\tA\t1\t2\nNODE\t4\tB\t3\t4\n");
+        RightClick({500, 300});
+        Press({505, 336 + 28 * item + 12});
+        CHECK_FALSE(editorState.addNodeMenu.open);
+        CHECK_FALSE(editorState.blueprintDrag.dragging);
+        CHECK(editorState.blueprintDirty);
+        REQUIRE(Nodes().size() == 3);
+        CHECK(Nodes()[2].id == 10);
+        CHECK(Nodes()[2].title == kTitles[item]);
+        CHECK(PlaceOf(2) == Point{270, 256});
+    }
+}
+
+TEST_CASE("a press in the menu that hits no item, and one outside, only close it") {
+    struct {
+        Point at;
+    } cases[] = {{{505, 301}}, {{505, 335}}, {{505, 420}}, {{505, 421}}, {{499, 350}},
+                 {{690, 350}}, {{505, 299}}, {{505, 422}}, {kOnFirst}};
+    for (const auto& [at] : cases) {
+        CAPTURE(at.x);
+        CAPTURE(at.y);
+        const OpenBlueprint open(kTwoNodes);
+        RightClick({500, 300});
+        Click(at);
+        CHECK_FALSE(editorState.addNodeMenu.open);
+        CHECK_FALSE(editorState.blueprintDrag.dragging);
+        CHECK(Nodes().size() == 2);
+        CHECK_FALSE(editorState.blueprintDirty);
+    }
+}
+
+TEST_CASE("the first pixel of the first row and the last of the last add a node") {
+    for (const auto& [at, title] :
+         {std::pair{Point{500, 336}, L"Event"}, std::pair{Point{689, 419}, L"Branch"}}) {
+        const OpenBlueprint open(kTwoNodes);
+        RightClick({500, 300});
+        Click(at);
+        REQUIRE(Nodes().size() == 3);
+        CHECK(Nodes()[2].title == title);
+    }
+}
+
+TEST_CASE("the menu lies over the nodes, the buttons of the top bar over the menu") {
+    const OpenBlueprint open(kTwoNodes);
+    RightClick({300, 100});
+    Click({340, 150});  // "Event", over the first node
+    CHECK(Nodes().size() == 3);
+    RightClick({300, 100});
+    Click(kSaveButton);
+    CHECK(Message() == L"Blueprint ulozen: Doors.blueprint");
+    CHECK_FALSE(editorState.addNodeMenu.open);
+}
+
+TEST_CASE("a menu at the edges is pressed where it is drawn") {
+    const OpenBlueprint open("NODE\t1\tA\t1\t2\n");
+    RightClick({1079, 819});  // drawn at (1079, 690): details lie beside the canvas
+    Click({1200, 730});
+    REQUIRE(Nodes().size() == 2);
+    CHECK(PlaceOf(1) == Point{640, 676});
+    RightClick({230, 44});  // drawn at (230, 52)
+    Click({400, 90});
+    REQUIRE(Nodes().size() == 3);
+    CHECK(PlaceOf(2) == Point{12, 12});
+
+    const OpenBlueprint small("NODE\t1\tA\t1\t2\n", 300, 200);
+    RightClick({299, 199});  // drawn at (102, 70)
+    Click({110, 110});
+    REQUIRE(Nodes().size() == 2);
+    CHECK(PlaceOf(1) == Point{69, 56});
+}
+
+TEST_CASE("an id has its largest value twice rather than none") {
+    const OpenBlueprint open("NODE\t2147483647\tA\t1\t2\n");
+    RightClick({500, 300});
+    Click({505, 340});
+    REQUIRE(Nodes().size() == 2);
+    CHECK(Nodes()[1].id == INT32_MAX);
+}
+
+TEST_CASE("the first node of an empty document has the id 1") {
+    const OpenBlueprint open("");
+    editorState.blueprintNodes.clear();
+    RightClick({500, 300});
+    Click({505, 340});
+    REQUIRE(Nodes().size() == 1);
+    CHECK(Nodes()[0].id == 1);
+}
+
+// The program's end.
+
+TEST_CASE("unsaved changes are saved when the program ends") {
+    const OpenBlueprint open(kTwoNodes);
+    RightClick({800, 600});
+    Click({820, 650});
+    REQUIRE(editorState.blueprintDirty);
+    // The window is closed: the program's loop ends with its first batch of messages.
+    headless.quitRequested = true;
+    folderAnswers.executablePath = open.folder / L"ZelEngine.exe";
+    folderAnswers.workingFolder = folderAnswers.localDataFolder = open.folder.path;
+    RunProgram();
+    CHECK(FileBytes(open.path) ==
+          FileOf("NODE\t1\tA\t100\t100\r\nNODE\t2\tB\t150\t120\r\nNODE\t3\tEvent\t570\t556\r\n"));
+}
