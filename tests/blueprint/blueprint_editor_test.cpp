@@ -3,9 +3,11 @@
 #include "blueprint/blueprint_editor.h"
 
 #include "app/main_loop.h"
+#include "blueprint/blueprint_file.h"
 #include "platform/headless/fault_injection.h"
 #include "play/play_mode.h"
 #include "support/editor_input.h"
+#include "support/random_scene.h"
 #include "support/scratch_folder.h"
 
 #include "doctest/doctest.h"
@@ -545,6 +547,68 @@ TEST_CASE("the first node of an empty document has the id 1") {
     Click({505, 340});
     REQUIRE(Nodes().size() == 1);
     CHECK(Nodes()[0].id == 1);
+}
+
+// A user who presses anything, anywhere.
+
+// What is wrong, or nothing.
+static const char* Fault() {
+    const BlueprintDrag& drag = editorState.blueprintDrag;
+    if (headless.mouseIsCaptured != drag.dragging)
+        return "the mouse is held without a node, or a node without it";
+    if (drag.dragging && static_cast<size_t>(drag.node) >= Nodes().size())
+        return "a node is held that is not there";
+    if (drag.dragging && editorState.addNodeMenu.open) return "a node is held under the menu";
+    if (!IsOpen() && (editorState.addNodeMenu.open || drag.dragging)) return "something outlived the screen";
+    if (!IsOpen() && editorState.blueprintDirty) return "changes were left behind";
+    for (const BlueprintNode& node : Nodes()) {
+        if (node.id < 1) return "an id below 1";
+        if (node.x < 8 || node.y < 8) return "a node beyond the canvas";
+    }
+    return nullptr;
+}
+
+TEST_CASE("whatever is pressed, the screen stays whole and the file holds what counts as saved") {
+    constexpr uint32_t kSeed = 20261121;
+    CAPTURE(kSeed);
+    const OpenBlueprint open(kTwoNodes);
+    const Scene scene = editorState.scene;
+    RandomSource random(kSeed);
+    int32_t compared = 0;
+    for (int32_t event = 0; event < 20000; ++event) {
+        CAPTURE(event);
+        const Point at{random.IntBetween(-50, 1400), random.IntBetween(-50, 900)};
+        const Point near = Nodes().empty() ? at : Point{PlaceOf(0).x + 240, PlaceOf(0).y + 60};
+        const Point point = random.OneIn(2) ? at : near;
+        constexpr InputKind kKinds[] = {InputKind::LeftDown,        InputKind::MouseMove, InputKind::LeftUp,
+                                        InputKind::LeftDoubleClick, InputKind::RightDown, InputKind::RightUp};
+        SendMouse(kKinds[random.IntBetween(0, 5)], point);
+        if (random.OneIn(50)) TapWithControl('S');
+        if (random.OneIn(200)) TapKey(static_cast<uint32_t>(random.IntBetween(65, 90)));
+        if (random.OneIn(300)) LoseMouse();
+        if (random.OneIn(300)) LoseFocus();
+        if (random.OneIn(200)) headless.clientSize = {random.IntBetween(1, 1600), random.IntBetween(1, 1000)};
+        if (random.OneIn(100)) RenderFrame();
+        if (random.OneIn(500)) TapKey(kKeyEscape);
+        const char* fault = Fault();
+        REQUIRE_MESSAGE(fault == nullptr, fault);
+        if (!IsOpen()) OpenBlueprintEditor(open.path);
+        if (editorState.blueprintDirty || !random.OneIn(20)) continue;
+
+        const std::vector<BlueprintNode> shown = Nodes();
+        editorState.blueprintNodes.clear();
+        LoadBlueprint(open.path);
+        REQUIRE(Nodes().size() == shown.size());
+        for (size_t i = 0; i < shown.size(); ++i) {
+            REQUIRE(PlaceOf(i) == Point{shown[i].x, shown[i].y});
+            REQUIRE(Nodes()[i].title == shown[i].title);
+        }
+        ++compared;
+    }
+    CHECK(compared > 100);
+    CHECK(Nodes().size() > 20);
+    CHECK(editorState.scene == scene);
+    CHECK_FALSE(headless.quitRequested);
 }
 
 // The program's end.
