@@ -99,7 +99,8 @@ static const char* FaultInPanels() {
 static const char* FaultInGestures() {
     const bool looks = editorState.mouseLook.armed;
     const int32_t drags = (editorState.panelResize.edge != 0) + (editorState.gizmoDrag.axis != 0) +
-                          editorState.hierarchyDrag.pressed + editorState.filesDrag.pressed + looks;
+                          editorState.hierarchyDrag.pressed + editorState.filesDrag.pressed +
+                          editorState.blueprintDrag.dragging + looks;
     if (drags > 1) return "two drags at once";
     if ((drags == 1) != headless.mouseIsCaptured) return "the mouse is held without a drag, or not in one";
     const PopupMenu* const menus[] = {&editorState.createMenu,      &editorState.objectMenu,
@@ -186,7 +187,6 @@ struct RandomUser {
         return NearSomething();
     }
 
-    // Not Ctrl+S, which writes files.
     uint32_t SomeKey() {
         constexpr uint32_t kKeys[] = {
             'Z',    'Z',    'C',       'V',       'D',           'G',        'P',        'W',        'A',
@@ -284,7 +284,9 @@ static void StartAnew(RandomUser& user) {
     editorState = EditorState{};
     headless.mouseIsCaptured = false;
     resetScene(user.Sometimes(2));
-    if (user.Sometimes(3)) editorState.screen = Screen::PrefabEditor;
+    if (!user.Sometimes(3)) return;
+    editorState.screen = Screen::PrefabEditor;
+    editorState.prefabSnapshot.scene = editorState.scene;
 }
 
 TEST_CASE(
@@ -313,7 +315,7 @@ TEST_CASE(
             longestName = std::max<size_t>(80, editorState.nameEntry.text.size());
         for (const char* fault : {FaultInScene(), FaultInHistory(), FaultInEntries(longestName),
                                   FaultInPanels(), FaultInGestures()}) {
-            REQUIRE_MESSAGE(fault == nullptr, fault);
+            REQUIRE_MESSAGE(fault == nullptr, std::string(fault == nullptr ? "" : fault));
         }
         REQUIRE_FALSE(headless.quitRequested);
         REQUIRE(editorState.undoScenes.size() <= steps + 1);
