@@ -22,7 +22,9 @@ bool OpenBlueprintEditor(const std::wstring& path) {
     if (editorState.playMode) StopPlayMode();
     EndGestures();
     CloseEntriesAndMenus();
-    EndBlueprintDrag();
+    editorState.blueprintDrag = {};
+    editorState.filesDrag = {};  // the press that opened it may have begun one
+    ReleaseMouse();
 
     LoadBlueprint(path);
     editorState.screen = Screen::BlueprintEditor;

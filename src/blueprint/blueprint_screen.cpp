@@ -8,7 +8,6 @@
 #include "render/frame_buffer.h"
 #include "render/panel_box.h"
 #include "scene/editor_state.h"
-#include "scene/numbers.h"
 
 #include <algorithm>
 #include <array>

@@ -56,6 +56,7 @@ TEST_CASE("opening a Blueprint shows its nodes and its path below the project") 
     editorState.addNodeMenu.open = true;
     editorState.componentSearchActive = true;
     editorState.blueprintDrag = {.dragging = true, .node = 7};
+    editorState.filesDrag.pressed = headless.mouseIsCaptured = true;
     editorState.blueprintDirty = true;  // of no document
     CHECK(OpenBlueprintEditor(folder / L"Files\\Logic\\Doors.blueprint"));
 
@@ -68,6 +69,8 @@ TEST_CASE("opening a Blueprint shows its nodes and its path below the project") 
     CHECK(Message() == L"Otevren Blueprint editor: Doors.blueprint");
     CHECK_FALSE(editorState.blueprintDirty);
     CHECK_FALSE(editorState.blueprintDrag.dragging);
+    CHECK_FALSE(editorState.filesDrag.pressed);
+    CHECK_FALSE(headless.mouseIsCaptured);
     CHECK_FALSE(editorState.createMenu.open);
     CHECK_FALSE(editorState.addNodeMenu.open);
     CHECK_FALSE(editorState.componentSearchActive);
