@@ -1,7 +1,7 @@
 #include "blueprint/blueprint_screen.h"
 
 #include "blueprint/blueprint_editor.h"
-#include "blueprint/canvas_cover.h"
+#include "blueprint/visible_nodes.h"
 #include "editor/fit_text.h"
 #include "editor/theme.h"
 #include "editor/widgets.h"
@@ -12,7 +12,6 @@
 #include <algorithm>
 #include <array>
 #include <string>
-#include <vector>
 
 // The screen's own colours; what it shares with the Scene editor is in the theme.
 constexpr Pixel kFrameFill{0x221F1E}, kBarFill{0x2A2625}, kSideFill{0x282321}, kEdgeLine{0x483E3A};
@@ -31,7 +30,6 @@ constexpr int32_t kItemTextHeight = 18;  // pixels that an item of the menu need
 
 constexpr TextFont kNodeFont{14, kSemiBold};
 constexpr int32_t kNodeTextLeft = 14, kNodeHeaderHeight = 26;
-constexpr int32_t kShadowRight = 4, kShadowBelow = 5;  // pixels that a button's shadow reaches beyond it
 
 constexpr std::array kLegend{L"Event BeginPlay", L"Print String", L"Branch"};
 
@@ -67,43 +65,6 @@ static void DrawLinks(const Rect& canvas) {
     }
 }
 
-namespace {
-
-// What is to be seen of a node.
-struct VisibleNode {
-    size_t index = 0;
-    bool header = true, labels = true;  // some of it; the box in any case
-};
-
-}  // namespace
-
-static Rect HeaderRect(const Rect& node) {
-    return {node.left, node.top, node.right, node.top + kNodeHeaderHeight};
-}
-
-static Rect LabelsRect(const Rect& node) {
-    return {node.left, node.top + kNodeHeaderHeight, node.right, node.bottom};
-}
-
-// The nodes that no others hide, from the lowest to the topmost. Thousands of nodes may lie on each other,
-// and drawing all of them would take longer than a frame.
-static std::vector<VisibleNode> VisibleNodes(const Rect& canvas) {
-    const auto& nodes = editorState.blueprintNodes;
-    CanvasCover cover = StartCover(canvas);
-    std::vector<VisibleNode> visible;
-    for (size_t i = nodes.size(); i-- > 0;) {
-        const Rect rect = NodeRect(nodes[i]);
-        if (IsCovered(cover, {rect.left, rect.top, rect.right + kShadowRight, rect.bottom + kShadowBelow}))
-            continue;
-        visible.push_back({.index = i,
-                           .header = !IsCovered(cover, HeaderRect(rect)),
-                           .labels = !IsCovered(cover, LabelsRect(rect))});
-        Cover(cover, rect);
-    }
-    std::ranges::reverse(visible);
-    return visible;
-}
-
 static void DrawPin(Point centre) {
     FillRect({centre.x - 4, centre.y - 4, centre.x + 4, centre.y + 4}, kExecution);
 }
@@ -111,18 +72,18 @@ static void DrawPin(Point centre) {
 static void DrawNode(const VisibleNode& visible) {
     const BlueprintNode& node = editorState.blueprintNodes[visible.index];
     const Rect rect = NodeRect(node);
-    const auto [left, top, right, bottom] = rect;
+    const int32_t left = rect.left, top = rect.top, right = rect.right;
     DrawButton(rect, kNodeFill, kNodeEdge, true);
-    if (visible.header) {
-        FillRect({left + 1, top + 1, right - 1, top + kNodeHeaderHeight}, kNodeHeader);
-        FillRect({left + 1, top + 1, left + 5, top + kNodeHeaderHeight}, kNodeAccent);
+    FillRect({left + 1, top + 1, right - 1, top + kNodeHeaderHeight}, kNodeHeader);
+    FillRect({left + 1, top + 1, left + 5, top + kNodeHeaderHeight}, kNodeAccent);
+    DrawPin(InputPin(node));
+    DrawPin(OutputPin(node));
+    if (visible.title) {
         DrawTextUpTo(right - kTextGap, left + kNodeTextLeft, top + 6, node.title, kTitleText, kNodeFont);
     }
     if (visible.labels) {
         DrawText(left + kNodeTextLeft, top + 40, L"Exec", kPinLabel, 12, kNormal);
         DrawText(left + 136, top + 40, L"Out", kPinLabel, 12, kNormal);
-        DrawPin(InputPin(node));
-        DrawPin(OutputPin(node));
     }
 }
 
@@ -194,7 +155,8 @@ void DrawBlueprintScreen(const BlueprintLayout& layout) {
     // First the canvas, so that what lies around it cuts off what runs out of it.
     DrawGrid(layout.canvas);
     DrawLinks(layout.canvas);
-    for (const VisibleNode& node : VisibleNodes(ShownCanvas(layout))) DrawNode(node);
+    for (const VisibleNode& node : VisibleNodes(editorState.blueprintNodes, ShownCanvas(layout)))
+        DrawNode(node);
 
     DrawTopBar(layout);
     DrawPalette(layout.palette);

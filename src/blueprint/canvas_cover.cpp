@@ -1,12 +1,14 @@
 #include "blueprint/canvas_cover.h"
 
 #include <algorithm>
+#include <utility>
 
 constexpr int32_t kWordBits = 64;
 
 namespace {
 
-// The words of a row that some columns touch, and the columns' bits in the outer two.
+// The words of a row that some columns touch: all bits of those between the first and the last, and the
+// columns' bits in these two. In a single word the first mask holds them all.
 struct ColumnBits {
     size_t first = 0, last = 0;
     uint64_t firstMask = 0, lastMask = 0;
@@ -16,17 +18,12 @@ struct ColumnBits {
 
 // `left` < `right`, both counted from the area's left edge.
 static ColumnBits BitsOf(int32_t left, int32_t right) {
-    return {.first = static_cast<size_t>(left / kWordBits),
-            .last = static_cast<size_t>((right - 1) / kWordBits),
-            .firstMask = ~uint64_t{0} << (left % kWordBits),
-            .lastMask = ~uint64_t{0} >> (kWordBits - 1 - (right - 1) % kWordBits)};
-}
-
-static uint64_t MaskOf(const ColumnBits& bits, size_t word) {
-    uint64_t mask = ~uint64_t{0};
-    if (word == bits.first) mask &= bits.firstMask;
-    if (word == bits.last) mask &= bits.lastMask;
-    return mask;
+    ColumnBits bits{.first = static_cast<size_t>(left / kWordBits),
+                    .last = static_cast<size_t>((right - 1) / kWordBits),
+                    .firstMask = ~uint64_t{0} << (left % kWordBits),
+                    .lastMask = ~uint64_t{0} >> (kWordBits - 1 - (right - 1) % kWordBits)};
+    if (bits.first == bits.last) bits.firstMask &= std::exchange(bits.lastMask, 0);
+    return bits;
 }
 
 // The part of a rectangle inside the area, counted from the area's corner. Empty without one.
@@ -50,8 +47,9 @@ bool IsCovered(const CanvasCover& cover, const Rect& rect) {
     const ColumnBits bits = BitsOf(part.left, part.right);
     for (int32_t y = part.top; y < part.bottom; ++y) {
         const uint64_t* row = cover.words.data() + static_cast<size_t>(y) * cover.wordsPerRow;
-        for (size_t word = bits.first; word <= bits.last; ++word) {
-            if ((MaskOf(bits, word) & ~row[word]) != 0) return false;
+        if ((bits.firstMask & ~row[bits.first]) != 0 || (bits.lastMask & ~row[bits.last]) != 0) return false;
+        for (size_t word = bits.first + 1; word < bits.last; ++word) {
+            if (~row[word] != 0) return false;
         }
     }
     return true;
@@ -63,6 +61,8 @@ void Cover(CanvasCover& cover, const Rect& rect) {
     const ColumnBits bits = BitsOf(part.left, part.right);
     for (int32_t y = part.top; y < part.bottom; ++y) {
         uint64_t* row = cover.words.data() + static_cast<size_t>(y) * cover.wordsPerRow;
-        for (size_t word = bits.first; word <= bits.last; ++word) row[word] |= MaskOf(bits, word);
+        row[bits.first] |= bits.firstMask;
+        row[bits.last] |= bits.lastMask;
+        for (size_t word = bits.first + 1; word < bits.last; ++word) row[word] = ~uint64_t{0};
     }
 }

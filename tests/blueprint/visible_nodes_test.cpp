@@ -1,0 +1,58 @@
+#include "blueprint/visible_nodes.h"
+
+#include "doctest/doctest.h"
+
+constexpr Rect kCanvas{230, 44, 1080, 820};
+
+using NodeList = std::vector<BlueprintNode>;
+using VisibleList = std::vector<VisibleNode>;
+
+TEST_CASE("of nodes on one place only the topmost is visible") {
+    NodeList nodes;
+    for (int32_t i = 0; i < 10000; ++i) nodes.push_back({.id = i + 1, .x = 100, .y = 100});
+    CHECK(VisibleNodes(nodes, kCanvas) == VisibleList{{.index = 9999}});
+}
+
+TEST_CASE("nodes apart from each other are all visible, from the lowest to the topmost") {
+    const NodeList nodes{{.x = 10, .y = 10}, {.x = 300, .y = 10}, {.x = 10, .y = 300}};
+    CHECK(VisibleNodes(nodes, kCanvas) == VisibleList{{.index = 0}, {.index = 1}, {.index = 2}});
+    CHECK(VisibleNodes({}, kCanvas).empty());
+}
+
+TEST_CASE("a node off the canvas is visible as long as its shadow is") {
+    struct {
+        int32_t x, y;
+        bool visible;
+    } cases[] = {
+        {-193, 100, true},       {-194, 100, false},  // its shadow reaches 4 pixels to the right
+        {849, 100, true},        {850, 100, false},   // the canvas is 850 wide
+        {100, -86, true},        {100, -87, false},   // and 5 below
+        {100, 775, true},        {100, 776, false},   // and 776 high
+        {INT32_MIN, 100, false}, {INT32_MAX, INT32_MAX, false},
+    };
+    for (const auto& [x, y, visible] : cases) {
+        CAPTURE(x);
+        CAPTURE(y);
+        CHECK(VisibleNodes(NodeList{{.x = x, .y = y}}, kCanvas).empty() == !visible);
+    }
+}
+
+TEST_CASE("a single pixel that no later node covers keeps a node, but not its texts") {
+    // The later two leave the first one its top left pixel.
+    const NodeList nodes{{.x = 100, .y = 100}, {.x = 101, .y = 100}, {.x = 100, .y = 101}};
+    CHECK(VisibleNodes(nodes, kCanvas) == VisibleList{{.index = 0, .title = false, .labels = false},
+                                                      {.index = 1, .title = false, .labels = false},
+                                                      {.index = 2}});
+    const NodeList covered{
+        {.x = 100, .y = 100}, {.x = 101, .y = 100}, {.x = 100, .y = 101}, {.x = 100, .y = 100}};
+    const VisibleList visible = VisibleNodes(covered, kCanvas);
+    REQUIRE_FALSE(visible.empty());
+    CHECK(visible.front().index == 1);
+}
+
+TEST_CASE("a title that is half under another node is visible") {
+    const NodeList nodes{{.x = 100, .y = 100}, {.x = 150, .y = 90}};
+    CHECK(VisibleNodes(nodes, kCanvas) == VisibleList{{.index = 0}, {.index = 1}});
+    const NodeList lower{{.x = 100, .y = 100}, {.x = 100, .y = 130}};  // title free, labels hidden
+    CHECK(VisibleNodes(lower, kCanvas) == VisibleList{{.index = 0, .labels = false}, {.index = 1}});
+}
