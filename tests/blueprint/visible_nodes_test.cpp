@@ -1,5 +1,9 @@
 #include "blueprint/visible_nodes.h"
 
+#include "blueprint/blueprint_layout.h"
+#include "editor/widgets.h"
+#include "support/picture.h"
+
 #include "doctest/doctest.h"
 
 constexpr Rect kCanvas{230, 44, 1080, 820};
@@ -55,4 +59,22 @@ TEST_CASE("a title that is half under another node is visible") {
     CHECK(VisibleNodes(nodes, kCanvas) == VisibleList{{.index = 0}, {.index = 1}});
     const NodeList lower{{.x = 100, .y = 100}, {.x = 100, .y = 130}};  // title free, labels hidden
     CHECK(VisibleNodes(lower, kCanvas) == VisibleList{{.index = 0, .labels = false}, {.index = 1}});
+}
+
+TEST_CASE("a node hides exactly the pixels that it and its shadow fill") {
+    constexpr Pixel kBackground{0xFFFFFF};
+    const BlueprintNode upper{.x = 100, .y = 100};
+    StartPicture(700, 400, kBackground);
+    DrawButton(NodeRect(upper), Pixel{0}, Pixel{0}, true);
+    int32_t wrong = 0;
+    for (int32_t y = 134; y < 244; ++y) {
+        for (int32_t x = 320; x < 534; ++x) {
+            // A canvas of this one pixel, in the middle of a lower node.
+            const NodeList nodes{{.x = x - 230 - 90, .y = y - 44 - 40}, upper};
+            const VisibleList visible = VisibleNodes(nodes, {x, y, x + 1, y + 1});
+            const bool isLowerVisible = !visible.empty() && visible.front().index == 0;
+            if (isLowerVisible != (PixelAt(x, y) == kBackground)) ++wrong;
+        }
+    }
+    CHECK(wrong == 0);
 }
