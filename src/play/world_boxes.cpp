@@ -1,6 +1,7 @@
 #include "play/world_boxes.h"
 
 #include "scene/editor_state.h"
+#include "scene/selection.h"
 
 #include <limits>
 
@@ -22,13 +23,30 @@ static void RefreshBox(int32_t index, WorldBoxes& boxes) {
     if (boxes.hasTree) MoveBox(InTree(index, boxes), boxes.solids);
 }
 
+// True when the way up from an object leads round in a circle. Ways that a walk from `firstWalk` on has gone
+// are not gone again.
+static bool LeadsIntoCycle(int32_t index, uint32_t firstWalk, WorldBoxes& boxes) {
+    const uint32_t walk = ++boxes.visits;
+    while (IsObjectIndex(index)) {
+        uint32_t& lastVisit = boxes.objects[index].lastVisit;
+        if (lastVisit >= firstWalk) return lastVisit == walk;
+        lastVisit = walk;
+        index = editorState.scene[index].parentIndex;
+    }
+    return false;
+}
+
 // Takes in the objects from `first` on.
 static void TakeIn(int32_t first, WorldBoxes& boxes) {
     const int32_t count = ObjectCount();
+    const uint32_t firstWalk = boxes.visits + 1;
     boxes.objects.resize(static_cast<size_t>(count));
     for (int32_t i = first; i < count; ++i) {
         const int32_t parent = editorState.scene[i].parentIndex;
-        boxes.dependsOnCount |= parent >= i;
+        // Every cycle has a parent that does not stand before its child.
+        if (parent >= count || (parent >= i && LeadsIntoCycle(i, firstWalk, boxes))) {
+            boxes.dependsOnCount = true;
+        }
         if (parent < 0 || parent >= count) continue;
         boxes.objects[i].nextSibling = boxes.objects[parent].firstChild;
         boxes.objects[parent].firstChild = i;
@@ -42,8 +60,8 @@ static void TakeIn(int32_t first, WorldBoxes& boxes) {
     }
 }
 
-// An added object comes with new meshes, or becomes the parent of one that named it before it was there:
-// then nothing that was known holds for sure.
+// An added object may come with new meshes, or become the parent of one that named it before it was there,
+// and it lengthens the way through a cycle of parents: then nothing that was known holds for sure.
 static void KeepUpWithScene(WorldBoxes& boxes) {
     const auto known = static_cast<int32_t>(boxes.objects.size());
     if (known == ObjectCount()) return;

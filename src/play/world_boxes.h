@@ -28,7 +28,7 @@ struct WorldBoxes {
     std::vector<int32_t> subtree{};    // what SubtreeOf returned last
     uint32_t visits = 0;
     size_t meshCount = 0;         // of the library, when the boxes were computed
-    bool dependsOnCount = false;  // a parent stands behind its child: an added object may change old boxes
+    bool dependsOnCount = false;  // damaged parents: an added object may change older boxes
 };
 
 // True for what others bump into: active, with Collision, Shape and a mesh.

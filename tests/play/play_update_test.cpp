@@ -1,5 +1,6 @@
 #include "play/play_update.h"
 
+#include "formats/prefab_file.h"
 #include "platform/headless/fault_injection.h"
 #include "support/game.h"
 #include "support/scratch_folder.h"
@@ -133,4 +134,27 @@ TEST_CASE("1,000 collectors, spawners and movers share their look-ups") {
     fileFaults.steps = 0;
     UpdatePlay(0.05f);
     CHECK(fileFaults.steps == 2);  // each file is asked for once
+}
+
+TEST_CASE("an object in a cycle of parents is met where the scene puts it that has grown in the same frame") {
+    const ScratchFolder folder;
+    REQUIRE(WritePrefab(folder / L"coin.prefab", Scene{{.meshIndex = kCubeMesh}}));
+    GameObject player{.position{6, 0, 0},
+                      .scale{0.5f, 0.5f, 0.5f},
+                      .meshIndex = kCubeMesh,
+                      .scripts = {L"PlayerController"},
+                      .hasCollision = true};
+    GameObject early = player;
+    early.position.x = 90;
+    const GameObject spawner{.position{50, 0, 0},
+                             .meshIndex = kCubeMesh,
+                             .scripts = {L"PlanePrefabSpawner"},
+                             .spawnerPrefab = folder / L"coin.prefab"};
+    // As many parents are followed as there are objects: five put the wall at 3.75, a sixth puts it at 4.75.
+    const GameObject wall{.position{1, 0, 0}, .meshIndex = kCubeMesh, .parentIndex = 3, .hasCollision = true};
+    StartGame({early, spawner, wall, {.position{0.25f, 0, 0}, .parentIndex = 2}, player});
+    Hold({'W'});
+    UpdatePlay(0.05f);
+    REQUIRE(editorState.scene.size() == 6);
+    CHECK(Object(4).position.z == doctest::Approx(-1.501));
 }
