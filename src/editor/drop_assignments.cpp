@@ -4,18 +4,10 @@
 #include "render/builtin_meshes.h"
 #include "render/textures.h"
 #include "scene/editor_state.h"
+#include "scene/gameplay_scripts.h"
 #include "scene/selection.h"
 #include "scene/status.h"
 #include "scene/undo.h"
-
-#include <algorithm>
-
-constexpr const wchar_t* kCollectOnTouch = L"CollectOnTouch";
-constexpr const wchar_t* kPlanePrefabSpawner = L"PlanePrefabSpawner";
-
-static bool HasScript(const GameObject& object, const std::wstring& name) {
-    return std::ranges::find(object.scripts, name) != object.scripts.end();
-}
 
 static void EnsureScript(GameObject& object, const std::wstring& name) {
     if (!HasScript(object, name)) object.scripts.push_back(name);

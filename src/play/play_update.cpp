@@ -9,9 +9,8 @@
 #include "play/spawner.h"
 #include "scene/editor_camera.h"
 #include "scene/editor_state.h"
+#include "scene/gameplay_scripts.h"
 #include "scene/selection.h"
-
-#include <algorithm>
 
 // The Project Hub, outside the game, and the Blueprint editor take the keys for themselves.
 static bool FullScreenPageIsShown() {
@@ -19,17 +18,12 @@ static bool FullScreenPageIsShown() {
            (editorState.hubVisible || editorState.screen == Screen::BlueprintEditor);
 }
 
-static bool HasScript(int32_t index, const wchar_t* name) {
-    const auto& scripts = editorState.scene[index].scripts;
-    return std::ranges::find(scripts, name) != scripts.end();
-}
-
 static void UpdateObject(int32_t index, float dt, PlayPass& pass) {
-    if (HasScript(index, L"PlayerController")) PlayerControllerStep(index, dt, pass.boxes);
-    if (HasScript(index, L"CollectOnTouch")) CollectOnTouchStep(index, pass);
+    if (HasScript(editorState.scene[index], kPlayerController)) PlayerControllerStep(index, dt, pass.boxes);
+    if (HasScript(editorState.scene[index], kCollectOnTouch)) CollectOnTouchStep(index, pass);
     GravityStep(index, dt, pass.boxes);
     AnimationStep(index, dt, pass.boxes);
-    if (HasScript(index, L"PlanePrefabSpawner")) SpawnerStep(index, pass);
+    if (HasScript(editorState.scene[index], kPlanePrefabSpawner)) SpawnerStep(index, pass);
 }
 
 static void UpdateObjects(float dt) {

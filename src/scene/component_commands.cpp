@@ -2,6 +2,7 @@
 
 #include "render/builtin_meshes.h"
 #include "scene/editor_state.h"
+#include "scene/gameplay_scripts.h"
 #include "scene/limit.h"
 #include "scene/numbers.h"
 #include "scene/selection.h"
@@ -76,13 +77,13 @@ static void AddRigidbody(GameObject& object) {
 
 static void AddCollectOnTouch(GameObject& object) {
     AddCollision(object);
-    AppendScript(object, L"CollectOnTouch");
+    AppendScript(object, kCollectOnTouch);
 }
 
 static void AddPlanePrefabSpawner(GameObject& object) {
     AddShape(object);
     AddCollision(object);
-    AppendScript(object, L"PlanePrefabSpawner");
+    AppendScript(object, kPlanePrefabSpawner);
 }
 
 // clang-format off
