@@ -122,6 +122,14 @@ static void DrawPalette(const Rect& palette) {
     }
 }
 
+// This screen has no Console, and a Blueprint that could not be saved must say so.
+static void DrawStatus(int32_t left, int32_t y, int32_t width) {
+    for (const std::wstring& line : WrapText(editorState.statusMessage, width, {13, kNormal})) {
+        DrawText(left, y, line, kSideLabel, 13, kNormal);
+        y += 18;
+    }
+}
+
 static void DrawDetails(const Rect& details) {
     const int32_t left = details.left, boxRight = left + 262;
     FillRect(details, kSideFill);
@@ -133,6 +141,7 @@ static void DrawDetails(const Rect& details) {
                  {13, kSemiBold});
     DrawText(left + 18, 182, L"Nodes", kSideLabel, 13, kNormal);
     DrawText(left + 30, 208, std::to_wstring(editorState.blueprintNodes.size()), kSideText, 16, kSemiBold);
+    DrawStatus(left + 18, 252, boxRight - left - 18);
 }
 
 static void DrawAddNodeMenu(const BlueprintLayout& layout) {
