@@ -26,7 +26,10 @@ static bool IsEditingScene() {
 void StartPlayMode() {
     if (!IsEditingScene()) return;
     editorState.playSnapshot = editorState.scene;
-    editorState.playSnapshotState = {.taken = true, .animationTime = editorState.animationTime};
+    editorState.playSnapshotState = {.taken = true,
+                                     .animationTime = editorState.animationTime,
+                                     .undoScenes = editorState.undoScenes,
+                                     .undoSelections = editorState.undoSelections};
     editorState.playCamera = EditorCamera();
     editorState.playSelection = editorState.selectedIndex;
 
@@ -45,7 +48,11 @@ void StopPlayMode() {
         return;
     }
     editorState.scene = std::exchange(editorState.playSnapshot, {});
-    editorState.animationTime = std::exchange(editorState.playSnapshotState, {}).animationTime;
+    PlaySnapshotState before = std::exchange(editorState.playSnapshotState, {});
+    editorState.animationTime = before.animationTime;
+    // Steps of the game would bring its objects back into the scene.
+    editorState.undoScenes = std::move(before.undoScenes);
+    editorState.undoSelections = std::move(before.undoSelections);
     PlaceEditorCamera(editorState.playCamera);
     const auto last = static_cast<int32_t>(editorState.scene.size()) - 1;
     editorState.selectedIndex = std::min(std::max(editorState.playSelection, 0), last);

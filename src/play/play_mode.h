@@ -4,7 +4,7 @@
 // Puts velocities, animation clock and score to where a game begins, and shows the score.
 void ResetGameState();
 
-// Keeps scene, editor camera, animation clock and selection aside and begins to play. Only in the Scene
+// Keeps scene, undo history, editor camera, animation clock and selection aside and begins to play. Only in the Scene
 // editor while it edits; nothing happens elsewhere.
 void StartPlayMode();
 

@@ -35,6 +35,8 @@ struct PrefabSnapshot {
 struct PlaySnapshotState {
     bool taken = false;       // the runtime starts to play without a snapshot
     float animationTime = 0;  // seconds, of edit mode
+    std::vector<SceneSnapshot> undoScenes{};
+    std::vector<int32_t> undoSelections{};
 };
 
 // Accessed by the window's thread only. A value: a test starts from a fresh one.

@@ -2,6 +2,7 @@
 
 #include "scene/commands.h"
 #include "scene/editor_camera.h"
+#include "scene/undo.h"
 #include "support/edited_scene.h"
 
 #include "doctest/doctest.h"
@@ -128,4 +129,23 @@ TEST_CASE("stopping without a game does nothing") {
     StopPlayMode();
     CHECK(editorState.scene.size() == 6);
     CHECK(editorState.statusMessage == L"before");
+}
+
+TEST_CASE("what was undone and done in a game leaves no step behind, and the steps before it come back") {
+    StartWithSamples();
+    addCube();
+    addCube();
+    const Scene before = editorState.scene;
+    StartPlayMode();
+    undo();
+    undo();
+    for (int32_t i = 0; i < 70; ++i) addCube();
+    StopPlayMode();
+    CHECK(editorState.scene == before);
+    REQUIRE(editorState.undoScenes.size() == 2);
+    REQUIRE(editorState.undoSelections.size() == 2);
+    undo();
+    CHECK(editorState.scene.size() == 7);
+    undo();
+    CHECK(editorState.scene.size() == 6);
 }
