@@ -1,5 +1,6 @@
 #include "editor/entry_boxes.h"
 
+#include "editor/fit_text.h"
 #include "editor/theme.h"
 #include "render/frame_buffer.h"
 #include "render/panel_box.h"
@@ -16,7 +17,8 @@ static void DrawField(const Rect& field, const std::wstring& typed) {
     const auto [left, top, right, bottom] = field;
     FillRect(field, kEntryFieldEdge);
     FillRect({left + 1, top + 1, right - 1, bottom - 1}, kEntryFieldFill);
-    DrawText(left + 8, top + 7, typed + L"|", kEntryText, 15, kNormal);
+    const std::wstring shown = EndThatFits(typed + L"|", right - left - 16, {15, kNormal});
+    DrawText(left + 8, top + 7, shown, kEntryText, 15, kNormal);  // where one types stays in sight
 }
 
 static void DrawEntry(const EditorLayout& layout, int32_t width, const std::wstring& title,

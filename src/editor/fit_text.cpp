@@ -29,6 +29,14 @@ std::wstring ShortenMiddle(const std::wstring& text, int32_t width, TextFont fon
     return AroundDots(text, fits);
 }
 
+std::wstring EndThatFits(const std::wstring& text, int32_t width, TextFont font) {
+    size_t start = 0;
+    while (start < text.size() && !Fits(text.substr(start), width, font)) {
+        start += IsFirstHalf(text[start]) && start + 1 < text.size() ? 2 : 1;
+    }
+    return text.substr(start);
+}
+
 std::vector<std::wstring> WrapText(const std::wstring& text, int32_t width, TextFont font) {
     std::vector<std::wstring> lines;
     size_t start = 0;

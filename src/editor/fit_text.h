@@ -14,5 +14,8 @@ struct TextFont {
 // least its first and last characters stay. Surrogate pairs are kept whole.
 std::wstring ShortenMiddle(const std::wstring& text, int32_t width, TextFont font);
 
+// The end of the text that fits into the width, whole where all of it does. Surrogate pairs are kept whole.
+std::wstring EndThatFits(const std::wstring& text, int32_t width, TextFont font);
+
 // The text in lines of at most `width` pixels, broken at spaces. A word that is wider has a line of its own.
 std::vector<std::wstring> WrapText(const std::wstring& text, int32_t width, TextFont font);

@@ -137,3 +137,13 @@ TEST_CASE("in a small window an entry stays 8 pixels from the left and 56 from t
     CHECK(headless.texts[0].y == 70);
     CHECK(CountOf(kBack) == 0);
 }
+
+TEST_CASE("of a text that is longer than its field the end is shown, with the caret inside") {
+    const EditorLayout layout = StartEntry();
+    const std::wstring name = std::wstring(60, L'a') + std::wstring(20, L'b');
+    editorState.nameEntry = {.kind = NameEntry::Kind::Object, .target = 2, .text = name};
+    DrawEntryBoxes(layout);
+    REQUIRE(headless.texts.size() == 4);
+    // 368 pixels take 52 characters of 7 pixels, the caret among them.
+    CHECK(headless.texts[2].text == std::wstring(31, L'a') + std::wstring(20, L'b') + L"|");
+}
