@@ -131,7 +131,7 @@ class Program:
         """By a click in the Project Hub."""
         self.click(*FIRST_PROJECT)
         wait_for(lambda: self.title().startswith("ZelEngine - ") and self.title() != HUB_TITLE, "an open project")
-        self.see(lambda: None)
+        self.steady_pixels()
 
     def move(self, x, y):
         subprocess.run(["xdotool", "mousemove", "--window", self.window, str(x), str(y)], check=True)
