@@ -8,7 +8,7 @@
 // What stands between the components of a path.
 inline bool IsSeparator(wchar_t c) { return c == L'\\' || c == L'/'; }
 
-enum class PathKind { Missing, File, Folder };
+enum class PathKind { Missing, File, Folder, Unknown };
 
 struct FolderEntry {
     std::wstring name{};  // without the folder; never "." or ".."
@@ -18,7 +18,8 @@ struct FolderEntry {
     friend bool operator==(const FolderEntry&, const FolderEntry&) = default;
 };
 
-// What stands at `path`. Missing also when it cannot be asked for.
+// What stands at `path`. Unknown where the disk does not say, for want of rights or by a failure: something may
+// stand there. Whoever is about to write takes Missing alone for free.
 PathKind KindOfPath(const std::wstring& path);
 
 // The whole file. False when it cannot be opened or read to its end; `bytes` is then empty.

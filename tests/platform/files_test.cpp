@@ -198,6 +198,19 @@ TEST_CASE("the kind of a path tells files, folders and nothing apart") {
     CHECK(KindOfPath(L"") == PathKind::Missing);
 }
 
+TEST_CASE("a path that the disk does not tell about is not taken for a free one") {
+    const ScratchFolder folder;
+    PutFile(folder / L"a.txt", "a");
+    PutFile(folder / L"b.txt", "b");
+    for (const wchar_t* name : {L"a.txt", L"c.txt"}) {
+        fileFaults = {.failStep = 1};
+        CHECK(KindOfPath(folder / name) == PathKind::Unknown);
+    }
+    fileFaults = {.failStep = 1};
+    CHECK_FALSE(RenamePath(folder / L"a.txt", folder / L"b.txt"));
+    CHECK(FileBytes(folder / L"b.txt") == "b");
+}
+
 TEST_CASE("folders are made with their parents, and not where a file stands") {
     const ScratchFolder folder;
     CHECK(MakeFolders(folder / L"a\\b\\c"));

@@ -11,12 +11,6 @@ namespace fs = std::filesystem;
 constexpr size_t kLongestFullPath = 259;  // units
 constexpr fs::perms kWritable = fs::perms::owner_write;
 
-static fs::file_status StatusOf(const std::wstring& path) {
-    std::error_code error;
-    if (path.empty() || !TakeFileStep()) return fs::file_status(fs::file_type::not_found);
-    return fs::status(NativePath(path), error);
-}
-
 // By the permission itself: whoever runs the tests may be allowed more.
 static bool IsReadOnly(const fs::path& path) {
     std::error_code error;
@@ -37,9 +31,13 @@ static bool ComesBefore(const FolderEntry& a, const FolderEntry& b) {
 }
 
 PathKind KindOfPath(const std::wstring& path) {
-    const fs::file_status status = StatusOf(path);
+    if (path.empty()) return PathKind::Missing;
+    if (!TakeFileStep()) return PathKind::Unknown;
+    std::error_code error;
+    const fs::file_status status = fs::status(NativePath(path), error);
     if (fs::is_directory(status)) return PathKind::Folder;
-    return fs::exists(status) ? PathKind::File : PathKind::Missing;
+    if (fs::exists(status)) return PathKind::File;
+    return error == std::errc::permission_denied ? PathKind::Unknown : PathKind::Missing;
 }
 
 bool RenamePath(const std::wstring& from, const std::wstring& to) {

@@ -7,6 +7,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <iterator>
 
 // Without its last part and the separators before it. Empty for a path of one part.
 static std::wstring ParentOf(std::wstring path) {
@@ -24,9 +25,19 @@ static bool IsLink(const WIN32_FIND_DATAW& found) {
 
 static bool IsItselfOrParent(const std::wstring& name) { return name == L"." || name == L".."; }
 
+// Of the errors of a question for a path, those that mean that nothing stands there.
+static bool SaysMissing(DWORD error) {
+    constexpr DWORD kMissing[] = {ERROR_FILE_NOT_FOUND, ERROR_PATH_NOT_FOUND,    ERROR_INVALID_NAME,
+                                  ERROR_BAD_PATHNAME,   ERROR_INVALID_PARAMETER, ERROR_FILENAME_EXCED_RANGE,
+                                  ERROR_INVALID_DRIVE,  ERROR_NOT_READY,         ERROR_BAD_NETPATH,
+                                  ERROR_BAD_NET_NAME,   ERROR_DIRECTORY,         ERROR_DELETE_PENDING};
+    return std::ranges::find(kMissing, error) != std::end(kMissing);
+}
+
 PathKind KindOfPath(const std::wstring& path) {
     const DWORD attributes = GetFileAttributesW(SystemPath(path).c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES) return PathKind::Missing;
+    if (attributes == INVALID_FILE_ATTRIBUTES)
+        return SaysMissing(GetLastError()) ? PathKind::Missing : PathKind::Unknown;
     return attributes & FILE_ATTRIBUTE_DIRECTORY ? PathKind::Folder : PathKind::File;
 }
 
@@ -52,7 +63,8 @@ bool RemoveFile(const std::wstring& path) { return DeleteFileW(SystemPath(path).
 bool RemoveEmptyFolder(const std::wstring& path) { return RemoveDirectoryW(SystemPath(path).c_str()); }
 
 bool MakeFolders(const std::wstring& path) {
-    if (KindOfPath(path) != PathKind::Missing) return KindOfPath(path) == PathKind::Folder;
+    const PathKind kind = KindOfPath(path);
+    if (kind == PathKind::File || kind == PathKind::Folder) return kind == PathKind::Folder;
     const std::wstring parent = ParentOf(path);
     if (!parent.empty() && !MakeFolders(parent)) return false;
     CreateDirectoryW(SystemPath(path).c_str(), nullptr);
