@@ -6,6 +6,7 @@
 #include "platform/files.h"
 #include "project/asset_creation.h"
 #include "project/asset_list.h"
+#include "project/folder_copy.h"
 #include "project/other_screens.h"
 #include "project/prefab_editor.h"
 #include "project/scene_switch.h"
@@ -86,7 +87,7 @@ void DuplicateAsset(int32_t index) {
     const AssetEntry entry = EntryAt(index);
     const bool isFolder = entry.kind == AssetKind::Folder;
     const std::wstring copy = CopyPath(entry);
-    if (!(isFolder ? MakeFolders(copy) : CopyWholeFile(entry.path, copy))) {
+    if (!(isFolder ? MakeFolders(copy) : CopyToFreePath(entry.path, copy))) {
         SetStatus(L"Polozku projektu se nepodarilo duplikovat.");
         return;
     }

@@ -5,6 +5,7 @@
 #include "platform/files.h"
 #include "project/asset_list.h"
 #include "scene/editor_state.h"
+#include "scene/lower_case.h"
 #include "scene/numbers.h"
 #include "scene/status.h"
 
@@ -21,6 +22,8 @@ constexpr std::wstring_view kNewBlueprint =
     L"ZELENGINE_BLUEPRINT\t1\n"
     L"NODE\t1\tEvent BeginPlay\t130\t130\n"
     L"NODE\t2\tPrint String\t420\t130\n";
+
+constexpr int32_t kLastNumber = 9999;  // ends the search where the disk has stopped answering
 
 static std::wstring Numbered(const std::wstring& name, int32_t number, const std::wstring& extension) {
     return name + L"_" + Padded(number, 2) + extension;
@@ -40,9 +43,11 @@ static bool IsFree(const std::wstring& path) { return KindOfPath(path) == PathKi
 
 std::wstring FirstFreePath(const std::wstring& folder, const std::wstring& name,
                            const std::wstring& extension) {
-    int32_t number = 1;
-    while (!IsFree(JoinPath(folder, Numbered(name, number, extension)))) ++number;
-    return JoinPath(folder, Numbered(name, number, extension));
+    for (int32_t number = 1; number <= kLastNumber; ++number) {
+        std::wstring path = JoinPath(folder, Numbered(name, number, extension));
+        if (IsFree(path)) return path;
+    }
+    return {};
 }
 
 std::wstring FreePath(const std::wstring& folder, const std::wstring& name, const std::wstring& extension) {
@@ -57,7 +62,9 @@ static std::wstring NewPath(const std::wstring& name, const std::wstring& extens
 
 void AddNewAsset(const std::wstring& path, bool isFolder) {
     auto& entries = editorState.fileEntries;
-    auto place = std::ranges::find(entries, path, &AssetEntry::path);
+    const std::wstring key = LowerCase(path);  // the disk knows no difference
+    auto place = std::ranges::find_if(
+        entries, [&key](const AssetEntry& entry) { return LowerCase(entry.path) == key; });
     if (place == entries.end()) place = entries.insert(place, AssetEntryFor(path, isFolder));
     editorState.selectedFile = static_cast<int32_t>(place - entries.begin());
 }

@@ -5,17 +5,34 @@
 #include "platform/files.h"
 #include "project/asset_creation.h"
 #include "project/asset_list.h"
+#include "project/folder_copy.h"
 #include "project/project_folder.h"
 #include "scene/commands.h"
 #include "scene/editor_state.h"
+#include "scene/lower_case.h"
 #include "scene/status.h"
 
 constexpr size_t kLongestPath = 260;
 
+// In one step that keeps the old file when it fails, unlike a copy.
+static bool ReplaceFile(const std::wstring& from, const std::wstring& to) {
+    if (LowerCase(AbsolutePath(from)) == LowerCase(AbsolutePath(to))) return false;
+    std::string bytes;
+    return ReadWholeFile(from, bytes) && WriteWholeFile(to, bytes);
+}
+
+static bool CopyInto(const std::wstring& from, const std::wstring& to) {
+    switch (KindOfPath(to)) {
+        case PathKind::Missing: return CopyToFreePath(from, to);
+        case PathKind::File: return ReplaceFile(from, to);
+        default: return false;
+    }
+}
+
 static bool ImportFile(const std::wstring& path) {
     if (path.size() > kLongestPath || KindOfPath(path) != PathKind::File) return false;
     const std::wstring copy = JoinPath(editorState.filesFolder, LastComponent(path));
-    if (!CopyWholeFile(path, copy)) return false;
+    if (!CopyInto(path, copy)) return false;
     AddNewAsset(copy, false);
     return true;
 }

@@ -40,7 +40,7 @@ void BuildProject() {
         SetStatus(L"Projekt se nepodarilo sestavit.");
         return;
     }
-    if (!CopyWholeFile(GetExecutablePath(), JoinPath(folder, L"ZelGame.exe"))) {
+    if (!CopyToFreePath(GetExecutablePath(), JoinPath(folder, L"ZelGame.exe"))) {
         SetStatus(L"Projekt ulozen jako build, ale nepodarilo se zkopirovat ZelGame.exe.");
         return;
     }

@@ -51,6 +51,12 @@ bool CopyFolder(const std::wstring& from, const std::wstring& to) {
     return false;
 }
 
+bool CopyToFreePath(const std::wstring& from, const std::wstring& to) {
+    if (CopyWholeFile(from, to)) return true;
+    RemoveFile(to);
+    return false;
+}
+
 void RemoveFolderTree(const std::wstring& folder) {
     FolderTree tree;
     if (ListFolderTree(folder, tree)) {

@@ -19,6 +19,9 @@ bool ListFolderTree(const std::wstring& folder, FolderTree& tree);
 // removed again.
 bool CopyFolder(const std::wstring& from, const std::wstring& to);
 
+// Copies a file to a path that is free. False when that fails; no part of it remains.
+bool CopyToFreePath(const std::wstring& from, const std::wstring& to);
+
 // Removes a folder with everything in it, as far as it lets itself be removed. A folder with a link in it
 // stays.
 void RemoveFolderTree(const std::wstring& folder);

@@ -1,0 +1,184 @@
+#include "project/asset_import.h"
+
+#include "platform/files.h"
+#include "scene/selection.h"
+#include "support/folder_tree.h"
+#include "support/project_input.h"
+
+#include "doctest/doctest.h"
+
+#include <algorithm>
+
+constexpr const char* kTriangle = "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n";
+
+// The path of a file in the folder, in this many characters.
+static std::wstring RoundaboutPath(const ScratchFolder& folder, const std::wstring& name, size_t length) {
+    std::wstring path = folder.path + L"\\";
+    while (path.size() + name.size() + 2 <= length) path += L".\\";
+    if (path.size() + name.size() < length) path += L"\\";
+    return path + name;
+}
+
+static const AssetEntry& SelectedFile() {
+    return editorState.fileEntries.at(static_cast<size_t>(editorState.selectedFile));
+}
+
+TEST_CASE("dropped files become files of the folder that is shown, and the last one is selected") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    PutFile(folder / L"a.txt", "a");
+    PutFile(folder / L"b.png", "b");
+    OpenFolderNamed(L"imported");
+    DropFiles({folder / L"a.txt", folder / L"b.png"});
+    CHECK(editorState.statusMessage == L"Importovano 2 souboru do aktualni slozky.");
+    CHECK(ContentsOf(FilesIn(folder) + L"\\imported") == FolderContents{{L"a.txt", "a"}, {L"b.png", "b"}});
+    CHECK(FileBytes(folder / L"a.txt") == "a");
+    CHECK(SelectedFile().name == L"b.png");
+    CHECK(SelectedFile().kind == AssetKind::Image);
+    CHECK(IsShown(L"a.txt"));
+}
+
+TEST_CASE("of two dropped files of one name the second stays") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    PutFile(folder / L"x\\same.txt", "first");
+    PutFile(folder / L"y\\same.txt", "second");
+    const size_t before = editorState.fileEntries.size();
+    DropFiles({folder / L"x\\same.txt", folder / L"y\\same.txt"});
+    CHECK(editorState.statusMessage == L"Importovano 2 souboru do aktualni slozky.");
+    CHECK(FileBytes(FilesIn(folder) + L"\\same.txt") == "second");
+    CHECK(editorState.fileEntries.size() == before + 1);
+}
+
+TEST_CASE("a name in another case is the same file of the list") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    PutFile(folder / L"x\\same.txt", "first");
+    PutFile(folder / L"y\\SAME.TXT", "second");
+    const size_t before = editorState.fileEntries.size();
+    DropFiles({folder / L"x\\same.txt", folder / L"y\\SAME.TXT"});
+    CHECK(editorState.fileEntries.size() == before + 1);
+}
+
+TEST_CASE("a dropped model is placed in the scene") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    PutFile(folder / L"Tree.OBJ", kTriangle);
+    PutFile(folder / L"broken.obj", "no model");
+    const size_t objects = editorState.scene.size(), meshes = editorState.meshes.size();
+    DropFiles({folder / L"Tree.OBJ", folder / L"broken.obj"});
+    CHECK(editorState.statusMessage == L"Importovano 2 souboru do aktualni slozky.");
+    CHECK(editorState.scene.size() == objects + 1);
+    CHECK(editorState.meshes.size() == meshes + 1);
+    CHECK(editorState.scene.back().name == L"Tree");
+    CHECK(editorState.scene.back().meshIndex == static_cast<int32_t>(meshes));
+    CHECK(editorState.meshSources.back() == FilesIn(folder) + L"\\Tree.OBJ");
+    TapWithControl('Z');
+    CHECK(editorState.scene.size() == objects);
+}
+
+TEST_CASE("folders, missing files and paths of more than 260 characters are not counted") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    PutFile(folder / L"dir\\inner.txt", "x");
+    PutFile(folder / L"a.txt", "a");
+    const FolderContents before = ContentsOf(FilesIn(folder));
+    DropFiles({folder / L"dir", folder / L"missing.txt", L"", RoundaboutPath(folder, L"a.txt", 261)});
+    CHECK(editorState.statusMessage == L"Importovano 0 souboru do aktualni slozky.");
+    DropFiles({});
+    CHECK(editorState.statusMessage == L"Importovano 0 souboru do aktualni slozky.");
+    CHECK(ContentsOf(FilesIn(folder)) == before);
+    DropFiles({RoundaboutPath(folder, L"a.txt", 260)});
+    CHECK(editorState.statusMessage == L"Importovano 1 souboru do aktualni slozky.");
+    CHECK(FileBytes(FilesIn(folder) + L"\\a.txt") == "a");
+}
+
+TEST_CASE("a hundred files are imported at once") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    std::vector<std::wstring> files;
+    for (int32_t i = 0; i < 100; ++i) {
+        files.push_back(folder / (L"many\\f" + std::to_wstring(i) + L".txt"));
+        PutFile(files.back(), std::to_string(i));
+    }
+    DropFiles(files);
+    CHECK(editorState.statusMessage == L"Importovano 100 souboru do aktualni slozky.");
+    CHECK(FileBytes(FilesIn(folder) + L"\\f73.txt") == "73");
+    CHECK(SelectedFile().name == L"f99.txt");
+    RenderFrame();
+}
+
+TEST_CASE("a file dropped onto itself stays and is not counted") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    const std::wstring script = FilesIn(folder) + L"\\scripts\\PlayerController.cpp";
+    const std::string bytes = FileBytes(script);
+    OpenFolderNamed(L"scripts");
+    DropFiles({script});
+    CHECK(editorState.statusMessage == L"Importovano 0 souboru do aktualni slozky.");
+    CHECK(FileBytes(script) == bytes);
+}
+
+TEST_CASE("a file does not take the place of a folder or of a read-only file") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    PutFolder(FilesIn(folder) + L"\\a.txt");
+    PutFile(FilesIn(folder) + L"\\b.txt", "old");
+    MakeReadOnly(FilesIn(folder) + L"\\b.txt", true);
+    PutFile(folder / L"a.txt", "a");
+    PutFile(folder / L"b.txt", "b");
+    DropFiles({folder / L"a.txt", folder / L"b.txt"});
+    CHECK(editorState.statusMessage == L"Importovano 0 souboru do aktualni slozky.");
+    CHECK(KindOfPath(FilesIn(folder) + L"\\a.txt") == PathKind::Folder);
+    CHECK(FileBytes(FilesIn(folder) + L"\\b.txt") == "old");
+    MakeReadOnly(FilesIn(folder) + L"\\b.txt", false);
+}
+
+TEST_CASE("whichever step of an import fails, every file is the old one or the new one") {
+    FailEachStep(
+        [](const ScratchFolder& folder) {
+            StartProject(folder);
+            PutFile(FilesIn(folder) + L"\\old.txt", "old bytes");
+            PutFile(folder / L"old.txt", "new bytes");
+            PutFile(folder / L"new.txt", "new file");
+        },
+        [](const ScratchFolder& folder) {
+            DropFiles({folder / L"old.txt", folder / L"new.txt"});
+        },
+        [](const ScratchFolder& folder) {
+            FolderContents files = ContentsOf(FilesIn(folder));
+            const bool isReplaced = files[L"old.txt"] == "new bytes", isMade = files.contains(L"new.txt");
+            if (!isReplaced) CHECK(files[L"old.txt"] == "old bytes");
+            if (isMade) CHECK(files[L"new.txt"] == "new file");
+            const int32_t count = (isReplaced ? 1 : 0) + (isMade ? 1 : 0);
+            CHECK(editorState.statusMessage ==
+                  L"Importovano " + std::to_wstring(count) + L" souboru do aktualni slozky.");
+            CHECK(files.size() == (isMade ? 7 : 6));
+        });
+}
+
+TEST_CASE("a full disk keeps the file of the same name, and leaves no part of a new one") {
+    for (const int64_t freeBytes : {0, 4}) {
+        const ScratchFolder folder;
+        StartProject(folder);
+        PutFile(FilesIn(folder) + L"\\old.txt", "old bytes");
+        PutFile(folder / L"old.txt", "new bytes");
+        PutFile(folder / L"new.txt", "new file");
+        fileFaults = {.freeBytes = freeBytes};
+        DropFiles({folder / L"old.txt", folder / L"new.txt"});
+        fileFaults = {};
+        CHECK(editorState.statusMessage == L"Importovano 0 souboru do aktualni slozky.");
+        CHECK(FileBytes(FilesIn(folder) + L"\\old.txt") == "old bytes");
+        CHECK(FileBytes(FilesIn(folder) + L"\\new.txt") == "<missing>");
+    }
+}
+
+TEST_CASE("files dropped on the game go nowhere") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    PutFile(folder / L"a.txt", "a");
+    editorState.runtimeMode = true;
+    DropFiles({folder / L"a.txt"});
+    CHECK(editorState.statusMessage == L"untouched");
+    CHECK(FileBytes(FilesIn(folder) + L"\\a.txt") == "<missing>");
+}
