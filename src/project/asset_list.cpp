@@ -71,4 +71,6 @@ void RefreshAssetList() {
     const bool isThere = !selectedPath.empty() && found != list.end();
     editorState.selectedFile = isThere ? static_cast<int32_t>(found - list.begin()) : -1;
     editorState.fileEntries = std::move(list);
+    editorState.filesDrag = {};
+    editorState.filesItemMenu = {};
 }

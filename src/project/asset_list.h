@@ -13,5 +13,5 @@ AssetEntry AssetEntryFor(const std::wstring& path, bool isFolder);
 
 // Makes the project's folders where they are missing and lists what lies in its Files folder, each folder
 // before what is in it and everything in one folder by name. Links are left out. The selected file stays
-// selected while it is there.
+// selected while it is there; a drag and a menu that are about a file end.
 void RefreshAssetList();

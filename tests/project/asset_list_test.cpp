@@ -1,0 +1,109 @@
+#include "project/asset_list.h"
+
+#include "platform/files.h"
+#include "support/folder_tree.h"
+#include "support/project_input.h"
+
+#include "doctest/doctest.h"
+
+TEST_CASE("the kind of a file is told by its extension, in any case") {
+    struct {
+        const wchar_t* path;
+        AssetKind kind;
+    } cases[] = {{L"a.cpp", AssetKind::Script},
+                 {L"a.h", AssetKind::Script},
+                 {L"a.HPP", AssetKind::Script},
+                 {L"a.obj", AssetKind::Model},
+                 {L"a.OBJ", AssetKind::Model},
+                 {L"a.scene", AssetKind::SceneFile},
+                 {L"a.blueprint", AssetKind::Blueprint},
+                 {L"a.prefab", AssetKind::Prefab},
+                 {L"a.png", AssetKind::Image},
+                 {L"a.jpg", AssetKind::Image},
+                 {L"a.JPEG", AssetKind::Image},
+                 {L"a.bmp", AssetKind::Image},
+                 {L"a.TXT", AssetKind::Other},
+                 {L"a", AssetKind::Other},
+                 {L"", AssetKind::Other},
+                 {L"a.", AssetKind::Other},
+                 {L"a.c", AssetKind::Other},
+                 {L"a.obj.txt", AssetKind::Other},
+                 {L"x.obj\\a", AssetKind::Other},
+                 {L".png", AssetKind::Image}};
+    for (const auto& [path, kind] : cases) CHECK(AssetKindOf(path) == kind);
+}
+
+static std::vector<std::wstring> RelativePaths() {
+    std::vector<std::wstring> paths;
+    for (const AssetEntry& entry : editorState.fileEntries) {
+        paths.push_back(entry.path.substr(editorState.filesRoot.size() + 1));
+    }
+    return paths;
+}
+
+TEST_CASE("the list holds everything below Files, by name, each folder before what is in it") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    PutFile(FilesIn(folder) + L"\\imported\\b.OBJ", "");
+    PutFile(FilesIn(folder) + L"\\imported\\a\\deep.png", "");
+    PutFile(FilesIn(folder) + L"\\z.txt", "");
+    PutFolder(FilesIn(folder) + L"\\imported\\folder.obj");
+    RefreshAssetList();
+    CHECK(RelativePaths() ==
+          std::vector<std::wstring>{L"Scenes", L"Scenes\\Main.scene", L"imported", L"imported\\a",
+                                    L"imported\\a\\deep.png", L"imported\\b.OBJ", L"imported\\folder.obj",
+                                    L"scripts", L"scripts\\PlayerController.cpp", L"z.txt"});
+    const AssetEntry& model = editorState.fileEntries[5];
+    CHECK(model.name == L"b.OBJ");
+    CHECK(model.folder == FilesIn(folder) + L"\\imported");
+    CHECK(model.kind == AssetKind::Model);
+    CHECK(editorState.fileEntries[6].kind == AssetKind::Folder);
+}
+
+TEST_CASE("listing makes the project's folders again") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    RemoveTree(FilesIn(folder));
+    RefreshAssetList();
+    CHECK(RelativePaths() == std::vector<std::wstring>{L"Scenes", L"imported", L"scripts"});
+}
+
+TEST_CASE("the selected file stays selected while it is there") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    Click(FileNamed(L"scripts"));
+    const int32_t before = editorState.selectedFile;
+    PutFile(FilesIn(folder) + L"\\a.txt", "");
+    RefreshAssetList();
+    CHECK(editorState.selectedFile == before + 1);  // "a.txt" comes before it
+    CHECK(editorState.fileEntries[static_cast<size_t>(editorState.selectedFile)].name == L"scripts");
+    Click(FileNamed(L"a.txt"));
+    CHECK(RemoveFile(FilesIn(folder) + L"\\a.txt"));
+    RefreshAssetList();
+    CHECK(editorState.selectedFile == -1);
+}
+
+TEST_CASE("links, circles and folders that cannot be listed do no harm to the list") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    PutFile(folder / L"outside\\secret.txt", "");
+    const std::wstring imported = FilesIn(folder) + L"\\imported\\";
+    if (PutLink(imported + L"circle", FilesIn(folder))) {
+        CHECK(PutLink(imported + L"out", folder / L"outside"));
+    }
+    RefreshAssetList();
+    CHECK(RelativePaths().size() == 5);
+    FailEachStep([](const ScratchFolder& scratch) { StartProject(scratch); },
+                 [](const ScratchFolder&) { RefreshAssetList(); },
+                 [](const ScratchFolder&) { CHECK(editorState.fileEntries.size() <= 5); });
+}
+
+TEST_CASE("a very deep project is listed whole") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    std::wstring path = FilesIn(folder);
+    for (int32_t i = 0; i < 60; ++i) path += L"\\d";
+    PutFile(path + L"\\last.txt", "");
+    RefreshAssetList();
+    CHECK(editorState.fileEntries.size() == 66);
+}
