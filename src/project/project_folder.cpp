@@ -34,7 +34,6 @@ void LeaveOpenProject() {
     CloseEntriesAndMenus();
     editorState.componentSearchText.clear();
     editorState.hubVisible = false;
-    editorState.runtimeMode = false;
     editorState.playMode = false;
     editorState.playSnapshot.clear();
     editorState.playSnapshotState = {};

@@ -10,8 +10,9 @@ void SetProjectFolder(const std::wstring& folder);
 // and "Scenes". False when one cannot be made.
 bool MakeProjectFolders();
 
-// Leaves everything that belongs to the project that was open: Project Hub and game, what the user was in the
-// middle of, undo history, selected file. Scene and paths stay for the caller to replace.
+// Leaves everything that belongs to the project that was open: Project Hub, a playing game, what the user was
+// in the middle of, undo history, selected file. Scene and paths stay for the caller to replace. The program
+// that started as the game stays it.
 void LeaveOpenProject();
 
 void ShowTitle(const std::wstring& title);

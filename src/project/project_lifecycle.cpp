@@ -7,6 +7,7 @@
 #include "platform/dialogs.h"
 #include "platform/files.h"
 #include "play/play_mode.h"
+#include "project/asset_creation.h"
 #include "project/asset_list.h"
 #include "project/folder_copy.h"
 #include "project/other_screens.h"
@@ -15,7 +16,6 @@
 #include "scene/default_scenes.h"
 #include "scene/editor_state.h"
 #include "scene/lower_case.h"
-#include "scene/numbers.h"
 #include "scene/status.h"
 
 #include <string_view>
@@ -46,7 +46,9 @@ static void ListAsRecent(const std::wstring& folder) {
 
 static bool WritePlayerController() {
     const std::wstring path = JoinPath(editorState.filesRoot, L"scripts\\PlayerController.cpp");
-    return KindOfPath(path) != PathKind::Missing || WriteWholeFile(path, kPlayerController);
+    const PathKind kind = KindOfPath(path);
+    if (kind == PathKind::Missing) return WriteWholeFile(path, kPlayerController);
+    return kind != PathKind::Unknown;
 }
 
 static bool WriteNewProject() {
@@ -106,23 +108,27 @@ void OpenProjectDialog() {
     OpenProject(ProjectRootOf(chosen));
 }
 
-// A main scene that lost its project file is somebody's work: it gets the first free name Main_01, Main_02
-// ...
-static void KeepOldMainScene(const std::wstring& scenePath) {
-    if (KindOfPath(scenePath) == PathKind::Missing) return;
-    const std::wstring stem = JoinPath(ParentFolder(scenePath), NameWithoutExtension(scenePath)) + L"_";
-    int32_t number = 1;
-    while (KindOfPath(stem + Padded(number, 2) + L".scene") != PathKind::Missing) ++number;
-    RenamePath(scenePath, stem + Padded(number, 2) + L".scene");
+// The main scene's path, made free for the default scene. A main scene that lost its project file is
+// somebody's work: it gets the first free name Main_01, Main_02 ..., and where it cannot be renamed, the
+// default scene gets that name.
+static std::wstring FreeMainScenePath() {
+    const std::wstring path = MainScenePath(editorState.filesRoot);
+    if (KindOfPath(path) == PathKind::Missing) return path;
+    const std::wstring other = FirstFreePath(ParentFolder(path), L"Main", L".scene");
+    return RenamePath(path, other) ? path : other;
 }
 
 static void MakeDefaultScene() {
     resetScene(true);
-    editorState.scenePath = MainScenePath(editorState.filesRoot);
-    KeepOldMainScene(editorState.scenePath);
+    editorState.scenePath = FreeMainScenePath();
     SaveScene(editorState.scenePath);
     RefreshAssetList();
     SetStatus(L"Projekt otevren, ale project.zel nebyl nalezen. Vytvorena vychozi scena.");
+}
+
+// Paths in the folder begin with it and one separator. A drive's root keeps its own.
+static std::wstring WithoutLastSeparator(const std::wstring& folder) {
+    return LastComponent(folder).empty() ? ParentFolder(folder) : folder;
 }
 
 bool OpenProject(const std::wstring& folder) {
@@ -132,7 +138,7 @@ bool OpenProject(const std::wstring& folder) {
     }
     if (!LeaveScene()) return false;
 
-    const std::wstring root = AbsolutePath(folder);
+    const std::wstring root = WithoutLastSeparator(AbsolutePath(folder));
     LeaveOpenProject();
     SetProjectFolder(root);
     RefreshAssetList();

@@ -1,0 +1,148 @@
+#include "project/scene_switch.h"
+
+#include "formats/scene_file.h"
+#include "support/folder_tree.h"
+#include "support/project_input.h"
+
+#include "doctest/doctest.h"
+
+// A project with a second scene "Other.scene" of one object beside Main.scene; the Files page shows both.
+static void StartWithTwoScenes(const ScratchFolder& folder) {
+    StartProject(folder);
+    const Scene main = editorState.scene;
+    editorState.scene = {GameObject{.name = L"Alone"}};
+    SaveScene(FilesIn(folder) + L"\\Scenes\\Other.scene");
+    editorState.scene = main;
+    CHECK(OpenProject(ProjectIn(folder)));
+    OpenFolderNamed(L"Scenes");
+    headless.prompts.clear();
+}
+
+static std::wstring OtherScene(const ScratchFolder& folder) {
+    return FilesIn(folder) + L"\\Scenes\\Other.scene";
+}
+static std::wstring MainScene(const ScratchFolder& folder) {
+    return FilesIn(folder) + L"\\Scenes\\Main.scene";
+}
+
+TEST_CASE("opening another scene asks first, and No opens it") {
+    const ScratchFolder folder;
+    StartWithTwoScenes(folder);
+    TapKey('G');
+    const std::string before = FileBytes(MainScene(folder));
+    Answers({Answer::No});
+    DoubleClick(FileNamed(L"Other.scene"));
+    CHECK(headless.prompts ==
+          std::vector<std::wstring>{L"Chces ulozit aktualni scenu pred otevrenim jine sceny?"});
+    CHECK(editorState.scenePath == OtherScene(folder));
+    CHECK(editorState.statusMessage == L"Otevrena scena: " + OtherScene(folder));
+    CHECK(editorState.scene.size() == 1);
+    CHECK(FileBytes(MainScene(folder)) == before);
+    TapWithControl('Z');  // undo brings nothing of the other scene
+    CHECK(editorState.scene.size() == 1);
+}
+
+TEST_CASE("Yes saves the scene that is left") {
+    const ScratchFolder folder;
+    StartWithTwoScenes(folder);
+    TapKey('G');
+    const std::string before = FileBytes(MainScene(folder));
+    Answers({Answer::Yes});
+    DoubleClick(FileNamed(L"Other.scene"));
+    CHECK(editorState.scenePath == OtherScene(folder));
+    CHECK(FileBytes(MainScene(folder)) != before);
+}
+
+TEST_CASE("Cancel stays with the scene") {
+    const ScratchFolder folder;
+    StartWithTwoScenes(folder);
+    TapKey('G');
+    const size_t objects = editorState.scene.size();
+    Answers({Answer::Cancel});
+    DoubleClick(FileNamed(L"Other.scene"));
+    CHECK(editorState.statusMessage == L"Otevreni sceny zruseno.");
+    CHECK(editorState.scenePath == MainScene(folder));
+    CHECK(editorState.scene.size() == objects);
+    CHECK_FALSE(editorState.undoScenes.empty());
+}
+
+TEST_CASE("a scene that cannot be saved is not left") {
+    const ScratchFolder folder;
+    StartWithTwoScenes(folder);
+    TapKey('G');
+    Answers({Answer::Yes});
+    fileFaults = {.freeBytes = 10};
+    OpenSceneFile(OtherScene(folder));
+    fileFaults = {};
+    CHECK(editorState.statusMessage == L"Aktualni scenu se nepodarilo ulozit.");
+    CHECK(editorState.scenePath == MainScene(folder));
+    CHECK(editorState.scene.size() > 1);
+}
+
+TEST_CASE("a scene without a file is saved as the main scene before it is left") {
+    const ScratchFolder folder;
+    StartWithTwoScenes(folder);
+    TapKey('G');
+    const size_t objects = editorState.scene.size();
+    editorState.scenePath.clear();
+    Answers({Answer::Yes});
+    OpenSceneFile(OtherScene(folder));
+    CHECK(editorState.scenePath == OtherScene(folder));
+    CHECK(LoadScene(MainScene(folder)));
+    CHECK(editorState.scene.size() == objects);
+}
+
+TEST_CASE("the scene that is open is read again without a question") {
+    const ScratchFolder folder;
+    StartWithTwoScenes(folder);
+    const size_t objects = editorState.scene.size();
+    TapKey('G');
+    DoubleClick(FileNamed(L"Main.scene"));
+    CHECK(headless.prompts.empty());
+    CHECK(editorState.scene.size() == objects);
+    OpenSceneFile(FilesIn(folder) + L"\\.\\Scenes\\..\\Scenes\\Main.scene");
+    CHECK(headless.prompts.empty());
+}
+
+TEST_CASE("a scene that cannot be opened leaves the scene as it was") {
+    const ScratchFolder folder;
+    StartWithTwoScenes(folder);
+    TapKey('G');
+    const size_t objects = editorState.scene.size();
+    RemoveTree(OtherScene(folder));
+    Answers({Answer::No});
+    DoubleClick(FileNamed(L"Other.scene"));
+    CHECK(editorState.statusMessage == L"Scenu se nepodarilo otevrit.");
+    CHECK(editorState.scenePath == MainScene(folder));
+    CHECK(editorState.scene.size() == objects);
+    CHECK_FALSE(editorState.undoScenes.empty());
+}
+
+TEST_CASE("whichever step of opening a scene fails, the scene is the old one or the new one") {
+    FailEachStep(
+        [](const ScratchFolder& folder) {
+            StartWithTwoScenes(folder);
+            Answers({Answer::No});
+        },
+        [](const ScratchFolder& folder) { OpenSceneFile(OtherScene(folder)); },
+        [](const ScratchFolder& folder) {
+            const bool isNew = editorState.scenePath == OtherScene(folder);
+            CHECK((editorState.scene.size() == 1) == isNew);
+            CHECK(editorState.statusMessage ==
+                  (isNew ? L"Otevrena scena: " + OtherScene(folder) : L"Scenu se nepodarilo otevrit."));
+            CHECK(SceneEqualsFile(editorState.scenePath));
+        });
+}
+
+TEST_CASE("a game stops before another scene opens, and its changes are not saved") {
+    const ScratchFolder folder;
+    StartWithTwoScenes(folder);
+    const std::string before = FileBytes(MainScene(folder));
+    TapKey('P');
+    editorState.scene[2].position.y = 50;
+    Answers({Answer::Yes});
+    DoubleClick(FileNamed(L"Other.scene"));
+    CHECK_FALSE(editorState.playMode);
+    CHECK(editorState.scenePath == OtherScene(folder));
+    CHECK(FileBytes(MainScene(folder)) == before);
+}
