@@ -92,7 +92,7 @@ void ClosePrefabEditor() {
 static std::wstring NewPrefabPath(const std::wstring& objectName) {
     std::wstring name = SanitizeFileName(objectName);
     if (name.empty()) return FirstFreePath(editorState.filesFolder, L"Prefab", L".prefab");
-    if (!IsUsableFileName(name)) name.insert(0, 1, L'_');
+    if (!IsUsableFileName(name + L".prefab")) name.insert(0, 1, L'_');
     return FreePath(editorState.filesFolder, name, L".prefab");
 }
 

@@ -1,5 +1,6 @@
 #include "project/stored_paths.h"
 
+#include "formats/path_text.h"
 #include "platform/files.h"
 #include "scene/editor_state.h"
 
@@ -50,6 +51,8 @@ void MoveStoredPaths(const std::wstring& from, const std::wstring& to) {
                                &editorState.prefabPath}) {
         MovePath(*path, move);
     }
+    if (!editorState.prefabPath.empty())
+        editorState.prefabName = NameWithoutExtension(editorState.prefabPath);
     for (std::wstring& source : editorState.meshSources) MovePath(source, move);
     for (TextureImage& texture : editorState.textures) MovePath(texture.path, move);
     for (AssetEntry& entry : editorState.fileEntries) {
