@@ -88,6 +88,7 @@ static bool IsOnNameField(Point pointer, const EditorLayout& layout) {
 
 void DoubleClickLeft(Point pointer) {
     if (IgnoresLeftButton()) return;
+    if (editorState.filesCreateMenu.open) return;  // the first press opened it, under the pointer
     // A menu lies over what could be double-clicked, and nodes are only pressed.
     if (MenuIsOpen() || BlueprintEditorIsShown()) return PressLeft(pointer);
     const EditorLayout layout = CurrentLayout();

@@ -1,0 +1,222 @@
+#include "project/files_page.h"
+
+#include "project/asset_list.h"
+#include "support/project_input.h"
+
+#include "doctest/doctest.h"
+
+#include <algorithm>
+
+static bool IsDrawn(const std::wstring& text) {
+    headless.texts.clear();
+    RenderFrame();
+    return std::ranges::any_of(headless.texts, [&](const DrawnText& drawn) { return drawn.text == text; });
+}
+
+// The top left corner of a cell's contents.
+static Point CornerOf(const std::wstring& name) {
+    RenderFrame();
+    for (const HitZone& cell : editorState.filesCells) {
+        if (editorState.fileEntries[static_cast<size_t>(cell.action)].name == name) {
+            return {cell.rect.left, cell.rect.top + 6};
+        }
+    }
+    return {-1, -1};
+}
+
+static void PutFiles(const ScratchFolder& folder, int32_t count) {
+    for (int32_t i = 0; i < count; ++i) {
+        const std::wstring number = std::to_wstring(100 + i);
+        PutFile(FilesIn(folder) + L"\\f" + number + L".txt", "");
+    }
+    RefreshAssetList();
+}
+
+TEST_CASE("the page shows the folder below the project's and the items of that folder only") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    CHECK(IsDrawn(L"Files"));
+    CHECK(IsShown(L"scripts"));
+    CHECK_FALSE(IsShown(L"Main.scene"));
+    OpenFolderNamed(L"Scenes");
+    CHECK(IsDrawn(L"Files\\Scenes"));
+    CHECK(IsShown(L"Main.scene"));
+    CHECK_FALSE(IsShown(L"scripts"));
+}
+
+TEST_CASE("a name of 13 characters is shown whole, a longer one by its first 12 and dots") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    PutFile(FilesIn(folder) + L"\\123456789.txt", "");
+    PutFile(FilesIn(folder) + L"\\1234567890.txt", "");
+    RefreshAssetList();
+    CHECK(IsDrawn(L"123456789.txt"));
+    CHECK(IsDrawn(L"1234567890.t..."));
+}
+
+TEST_CASE("items stand 108 pixels apart, and go on 60 pixels below") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    PutFiles(folder, 20);
+    editorState.panels.bottomHeight = 260;
+    RenderFrame();
+    const int32_t top = CurrentLayout().bottomTop + 82;
+    CHECK(CornerOf(L"Scenes") == Point{18, top});
+    CHECK(CornerOf(L"f100.txt") == Point{18 + 108, top});
+    // The twelfth ends at 18 + 11 * 108 + 98 = 1304; a thirteenth would end beyond 1342.
+    CHECK(CornerOf(L"f110.txt") == Point{18 + 11 * 108, top});
+    CHECK(CornerOf(L"f111.txt") == Point{18, top + 60});
+}
+
+TEST_CASE("a cell is hit from 6 pixels above its corner to 51 below, and 98 pixels to the right") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    editorState.panels.bottomHeight = 200;
+    const Point corner = CornerOf(L"imported");
+    struct {
+        int32_t x, y;
+        bool hits;
+    } cases[] = {{0, 0, true},   {0, -6, true}, {0, -7, false}, {0, 51, true},
+                 {0, 52, false}, {97, 0, true}, {98, 0, false}, {-1, 0, false}};
+    for (const auto& [x, y, hits] : cases) {
+        CAPTURE(x);
+        CAPTURE(y);
+        const int32_t item = FilesItemAt({corner.x + x, corner.y + y}, CurrentLayout());
+        CHECK((item >= 0) == hits);
+        RightClick({corner.x + x, corner.y + y});
+        CHECK(editorState.filesItemMenu.open == hits);
+        CHECK(editorState.filesCreateMenu.open == !hits);
+        editorState.filesItemMenu = {};
+        editorState.filesCreateMenu = {};
+    }
+}
+
+TEST_CASE("a press on an item selects it and says its name") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    Click(FileNamed(L"scripts"));
+    CHECK(editorState.statusMessage == L"Vybrana polozka projektu: scripts");
+    CHECK(editorState.fileEntries[static_cast<size_t>(editorState.selectedFile)].name == L"scripts");
+}
+
+TEST_CASE("a press on empty space opens the create menu, on the path bar nothing") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    Click(EmptyFilesPlace());
+    CHECK(editorState.filesCreateMenu.open);
+    CHECK(editorState.statusMessage == L"Otevreno Files menu pro vytvoreni nove polozky.");
+    CHECK(IsDrawn(L"Vytvorit blueprint"));
+    StartProject(folder);
+    Click({500, CurrentLayout().bottomTop + 60});
+    CHECK_FALSE(editorState.filesCreateMenu.open);
+    CHECK(editorState.statusMessage == L"untouched");
+}
+
+TEST_CASE("a double click on empty space opens the create menu and chooses nothing in it") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    for (const int32_t y : {800, 780, 770}) {
+        editorState.filesCreateMenu = {};
+        DoubleClick({1100, y});
+        CHECK(editorState.filesCreateMenu.open);
+        CHECK(editorState.fileEntries.size() == 5);
+        CHECK(editorState.statusMessage == L"Otevreno Files menu pro vytvoreni nove polozky.");
+    }
+    Click(MenuItemAt(editorState.filesCreateMenu, 0));
+    CHECK(editorState.fileEntries.size() == 6);
+}
+
+TEST_CASE("a right click on an item selects it and opens its menu in place of any other") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    RightClick(RowAt(3));
+    CHECK(editorState.objectMenu.open);
+    RightClick(FileNamed(L"imported"));
+    CHECK(editorState.statusMessage == L"Otevreno menu polozky projektu.");
+    CHECK_FALSE(editorState.objectMenu.open);
+    CHECK(editorState.filesItemMenu.open);
+    CHECK(editorState.fileEntries[static_cast<size_t>(editorState.selectedFile)].name == L"imported");
+    for (const wchar_t* label : {L"Soubor", L"Otevrit", L"Prejmenovat", L"Duplikovat", L"Odstranit"}) {
+        CHECK(IsDrawn(label));
+    }
+}
+
+TEST_CASE("the menus of the page keep their corner away from the window's end") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    RightClick({1359, 819});
+    CHECK(editorState.filesCreateMenu.corner == Point{1360 - 204, 820 - 188});
+    PutFiles(folder, 12);
+    RightClick({18 + 11 * 108 + 90, CornerOf(L"f110.txt").y + 40});
+    CHECK(editorState.filesItemMenu.open);
+    CHECK(editorState.filesItemMenu.corner == Point{1360 - 178, 820 - 160});
+}
+
+TEST_CASE("the title of a menu keeps it open, and a press outside closes it and goes on") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    RightClick(FileNamed(L"imported"));
+    const Point corner = editorState.filesItemMenu.corner;
+    Click({corner.x + 20, corner.y + 33});
+    CHECK(editorState.filesItemMenu.open);
+    Click(FileNamed(L"Scenes"));
+    CHECK_FALSE(editorState.filesItemMenu.open);
+    CHECK(editorState.statusMessage == L"Vybrana polozka projektu: Scenes");
+}
+
+TEST_CASE("while the Console is shown the page takes no click") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    const Point at = FileNamed(L"imported");
+    Click({150, CurrentLayout().bottomTop + 20});
+    CHECK(editorState.statusMessage == L"Prepnuto na Console.");
+    RenderFrame();
+    RightClick(at);
+    CHECK_FALSE(editorState.filesItemMenu.open);
+    CHECK_FALSE(editorState.filesCreateMenu.open);
+    Click(at);
+    DoubleClick(at);
+    CHECK(editorState.filesFolder == FilesIn(folder));
+    CHECK(editorState.selectedFile == -1);
+    Click({50, CurrentLayout().bottomTop + 20});
+    CHECK(editorState.statusMessage == L"Prepnuto na Files.");
+}
+
+TEST_CASE("the name of a dragged item follows the pointer") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    Press(FileNamed(L"scripts"));
+    Move({600, 300});
+    headless.texts.clear();
+    RenderFrame();
+    CHECK(std::ranges::any_of(headless.texts, [](const DrawnText& text) {
+        return text.text == L"scripts" && text.x > 600 && text.x < 640 && text.y > 300 && text.y < 330;
+    }));
+}
+
+TEST_CASE("a list that has become shorter since the last frame takes no click beyond its end") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    const Point at = FileNamed(L"scripts");
+    editorState.fileEntries.clear();
+    for (const auto press : {Click, RightClick, DoubleClick}) {
+        editorState.filesCreateMenu = {};
+        press(at);
+        CHECK(editorState.selectedFile == -1);
+        CHECK_FALSE(editorState.filesItemMenu.open);
+    }
+    RenderFrame();
+}
+
+TEST_CASE("the page is drawn in every window and with any names") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    PutFile(FilesIn(folder) + L"\\12345678901\U0001F600.txt", "");
+    PutFiles(folder, 300);
+    for (const ClientSize size : {ClientSize{1, 1}, ClientSize{60, 60}, ClientSize{300, 200},
+                                  ClientSize{561, 500}, ClientSize{1360, 820}}) {
+        headless.clientSize = size;
+        RenderFrame();
+        for (const HitZone& cell : editorState.filesCells) CHECK(cell.rect.top < size.height);
+    }
+}
