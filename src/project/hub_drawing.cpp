@@ -51,7 +51,8 @@ static void DrawRail(const HubLayout& layout) {
 
 static void DrawHead(const HubLayout& layout) {
     const Rect& button = layout.openButton;
-    DrawText(layout.contentLeft, 18, L"Project Hub", kHubTitle, 28, kSemiBold);
+    const int32_t titleRight = layout.contentLeft + MeasureCanvasText(L"Project Hub", 28, kSemiBold);
+    if (titleRight < button.left) DrawText(layout.contentLeft, 18, L"Project Hub", kHubTitle, 28, kSemiBold);
     DrawText(layout.contentLeft, 56, L"Open an existing project or create a new one.", kHubQuietText, 14,
              kNormal);
     DrawButton(button, IsUnderPointer(button) ? kUnsavedFill : kSaveFill,

@@ -1,0 +1,335 @@
+#include "project/project_hub.h"
+
+#include "formats/recent_projects.h"
+#include "project/project_removal.h"
+#include "support/folder_tree.h"
+#include "support/project_input.h"
+
+#include "doctest/doctest.h"
+
+#include <algorithm>
+
+// Project folders with these names, listed in this order. They hold a Files folder each.
+static void ListProjects(const ScratchFolder& folder, const std::vector<std::wstring>& names) {
+    for (auto name = names.rbegin(); name != names.rend(); ++name) {
+        PutFolder(folder / (L"projects\\" + *name + L"\\Files"));
+        AddRecentProject(folder / (L"projects\\" + *name));
+    }
+    SaveRecentProjects();
+    RenderFrame();
+}
+
+static std::vector<std::wstring> ListedNames() {
+    std::vector<std::wstring> names;
+    for (const RecentProject& project : editorState.recentProjects) names.push_back(project.name);
+    return names;
+}
+
+// What the list's file holds, without its mark.
+static std::string ListFile(const ScratchFolder& folder) {
+    return FileBytes(folder / L"local\\ZelEngine\\recent-projects.txt").substr(3);
+}
+
+static bool IsDrawn(const std::wstring& text) {
+    headless.texts.clear();
+    RenderFrame();
+    return std::ranges::any_of(headless.texts, [&](const DrawnText& drawn) { return drawn.text == text; });
+}
+
+using Names = std::vector<std::wstring>;
+
+TEST_CASE("the Hub draws its headings, templates and note") {
+    const ScratchFolder folder;
+    StartHub(folder);
+    CHECK(editorState.statusMessage == L"Vyber existujici projekt nebo vytvor novy.");
+    for (const wchar_t* text :
+         {L"Project Hub", L"Projects", L"Recent", L"ZelEngine Editor", L"Local projects",
+          L"Open an existing project or create a new one.", L"Open other project", L"Moje projekty",
+          L"Kliknutim otevres projekt v editoru.", L"Zatim tady neni zadny projekt.",
+          L"Vytvor novy projekt vpravo nebo otevri existujici slozku.", L"Create new project",
+          L"Zakladni projekt", L"Open", L"Prazdny projekt", L"Jen Game Camera a Directional Light.",
+          L"Projects are saved locally"}) {
+        CAPTURE(std::string(text, text + wcslen(text)));
+        CHECK(IsDrawn(text));
+    }
+}
+
+TEST_CASE("a row shows the project's name and path, 78 pixels below the one before") {
+    const ScratchFolder folder;
+    StartHub(folder);
+    ListProjects(folder, {L"First", L"Second", L"Third"});
+    CHECK(IsDrawn(L"First"));
+    CHECK_FALSE(IsDrawn(L"Zatim tady neni zadny projekt."));
+    const HubLayout layout = CurrentHubLayout();
+    REQUIRE(layout.rows.size() == 3);
+    CHECK(layout.rows[1].top - layout.rows[0].top == 78);
+    CHECK(layout.rows[2].top - layout.rows[1].top == 78);
+}
+
+TEST_CASE("the button at the top right opens a project, from its first pixel to its last") {
+    struct {
+        Point at;
+        bool hits;
+    } cases[] = {{{1360 - 220, 20}, true}, {{1360 - 33, 53}, true},   {{1360 - 221, 20}, false},
+                 {{1360 - 32, 20}, false}, {{1360 - 220, 19}, false}, {{1360 - 220, 54}, false}};
+    for (const auto& [at, hits] : cases) {
+        CAPTURE(at.x);
+        CAPTURE(at.y);
+        const ScratchFolder folder;
+        StartHub(folder);
+        Click(at);
+        CHECK(headless.prompts.size() == (hits ? 1 : 0));
+        if (hits) CHECK(editorState.statusMessage == L"Otevreni projektu zruseno.");
+        CHECK(editorState.hubVisible);
+    }
+}
+
+TEST_CASE("the cards of the templates react 126 to 208 and 220 to 302 pixels below the panel's top") {
+    struct {
+        int32_t y;
+        bool hits;
+    } cases[] = {{96 + 125, false}, {96 + 126, true}, {96 + 207, true}, {96 + 209, false},
+                 {96 + 219, false}, {96 + 220, true}, {96 + 301, true}, {96 + 303, false}};
+    for (const auto& [y, hits] : cases) {
+        CAPTURE(y);
+        const ScratchFolder folder;
+        StartHub(folder);
+        Click({1360 - 32 - 23, y});
+        CHECK(headless.prompts.size() == (hits ? 1 : 0));
+        Click({1360 - 32 - 21, y});  // right of the card
+        CHECK(headless.prompts.size() == (hits ? 1 : 0));
+    }
+}
+
+TEST_CASE("a card's click makes its template") {
+    const ScratchFolder folder;
+    StartHub(folder);
+    AnswerFolder(folder / L"projects");
+    Click(EmptyCard());
+    CHECK(editorState.statusMessage == L"Prazdny projekt vytvoren: " + ProjectIn(folder));
+    CHECK_FALSE(editorState.hubVisible);
+    CHECK(editorState.scene.size() == 2);
+
+    StartHub(folder);
+    AnswerFolder(folder / L"projects");
+    Click(BasicCard());
+    CHECK(editorState.statusMessage == L"Zakladni projekt vytvoren: " + ProjectIn(folder) + L"_01");
+    CHECK(editorState.scene.size() > 2);
+}
+
+TEST_CASE("a row's click opens its project and puts it first") {
+    const ScratchFolder folder;
+    StartHub(folder);
+    ListProjects(folder, {L"First", L"Second"});
+    Click(ProjectRow(1));
+    CHECK(editorState.projectRoot == folder / L"projects\\Second");
+    CHECK_FALSE(editorState.hubVisible);
+    CHECK(ListedNames() == Names{L"Second", L"First"});
+    CHECK(headless.title == L"ZelEngine - Second");
+}
+
+TEST_CASE("a project whose folder is gone leaves the list when it is clicked") {
+    const ScratchFolder folder;
+    StartHub(folder);
+    ListProjects(folder, {L"First", L"Gone", L"Third"});
+    RemoveTree(folder / L"projects\\Gone");
+    Click(ProjectRow(1));
+    CHECK(editorState.statusMessage == L"Vybrana slozka neni ZelEngine projekt.");
+    CHECK(editorState.hubVisible);
+    CHECK(ListedNames() == Names{L"First", L"Third"});
+    CHECK(ListFile(folder).find("Gone") == std::string::npos);
+    CHECK(ListFile(folder).find("Third") != std::string::npos);
+}
+
+TEST_CASE("a click on nothing does nothing, and outside the window it is not taken") {
+    const ScratchFolder folder;
+    StartHub(folder);
+    for (const Point at : {Point{5, 5}, Point{700, 500}, Point{1359, 819}}) {
+        CHECK(HubLeftClick(at, CurrentHubLayout()));
+        CHECK(HubRightClick(at, CurrentHubLayout()));
+    }
+    for (const Point at : {Point{-1, 5}, Point{5, -1}, Point{1360, 5}, Point{5, 820}}) {
+        CHECK_FALSE(HubLeftClick(at, CurrentHubLayout()));
+        CHECK_FALSE(HubRightClick(at, CurrentHubLayout()));
+    }
+    CHECK(headless.prompts.empty());
+    CHECK(editorState.hubVisible);
+}
+
+TEST_CASE("a right click on a row opens its menu, and elsewhere closes it") {
+    const ScratchFolder folder;
+    StartHub(folder);
+    ListProjects(folder, {L"First", L"Second"});
+    RightClick(ProjectRow(1));
+    CHECK(editorState.projectMenu.open);
+    CHECK(editorState.projectMenu.item == 1);
+    CHECK(editorState.statusMessage == L"Project menu: Second");
+    CHECK(IsDrawn(L"Odebrat ze seznamu"));
+    CHECK(IsDrawn(L"Smazat projekt z disku"));
+    RightClick({700, 600});
+    CHECK_FALSE(editorState.projectMenu.open);
+    CHECK(editorState.projectMenu.item == -1);
+    CHECK_FALSE(IsDrawn(L"Odebrat ze seznamu"));
+}
+
+TEST_CASE("the project's menu stays 8 pixels inside the window") {
+    struct {
+        Point opened;
+        int32_t width, height;
+        Point corner;
+    } cases[] = {{{500, 300}, 1360, 820, {500, 300}},
+                 {{1359, 819}, 1360, 820, {1360 - 8 - 246, 820 - 8 - 112}},
+                 {{1360 - 8 - 246, 820 - 8 - 112}, 1360, 820, {1360 - 8 - 246, 820 - 8 - 112}},
+                 {{0, 0}, 1360, 820, {8, 8}},
+                 {{150, 90}, 200, 100, {8, 8}}};
+    for (const auto& [opened, width, height, corner] : cases) {
+        const Rect box = LayoutProjectMenu(opened, width, height).box;
+        CHECK(box == Rect{corner.x, corner.y, corner.x + 246, corner.y + 112});
+    }
+}
+
+TEST_CASE("the items of the project's menu react between their edges, and nothing else in it does") {
+    struct {
+        int32_t x, y;  // from the menu's corner
+        int32_t item;  // 0 none, 1 remove, 2 delete
+    } cases[] = {{100, 35, 0}, {100, 36, 1}, {100, 61, 1},  {100, 64, 0}, {100, 67, 0}, {100, 68, 2},
+                 {100, 95, 2}, {100, 98, 0}, {100, 111, 0}, {7, 50, 0},   {8, 50, 1},   {237, 50, 1},
+                 {239, 50, 0}, {7, 80, 0},   {8, 80, 2},    {237, 80, 2}, {239, 80, 0}, {100, 5, 0}};
+    for (const auto& [x, y, item] : cases) {
+        CAPTURE(x);
+        CAPTURE(y);
+        const ScratchFolder folder;
+        StartHub(folder);
+        ListProjects(folder, {L"First", L"Second"});
+        const Point corner = ProjectRow(0);
+        RightClick(corner);
+        Click({corner.x + x, corner.y + y});
+        CHECK(ListedNames().size() == (item == 1 ? 1 : 2));
+        CHECK(headless.prompts.size() == (item == 2 ? 1 : 0));
+        CHECK(editorState.projectMenu.open == (item == 0));
+        CHECK(editorState.hubVisible);
+    }
+}
+
+TEST_CASE("a click outside the project's menu closes it and goes on to what lies there") {
+    const ScratchFolder folder;
+    StartHub(folder);
+    ListProjects(folder, {L"First"});
+    RightClick(ProjectRow(0));
+    Click(OpenOther());
+    CHECK_FALSE(editorState.projectMenu.open);
+    CHECK(headless.prompts == Names{L"Vyber slozku ZelEngine projektu"});
+}
+
+TEST_CASE("a project taken off the list keeps its folder") {
+    const ScratchFolder folder;
+    StartHub(folder);
+    ListProjects(folder, {L"First", L"Second"});
+    PutFile(folder / L"projects\\First\\Files\\a.txt", "a");
+    RightClick(ProjectRow(0));
+    const Point corner = editorState.projectMenu.corner;
+    Click({corner.x + 50, corner.y + 50});
+    CHECK(editorState.statusMessage == L"Projekt odebran ze seznamu: " + (folder / L"projects\\First"));
+    CHECK(ListedNames() == Names{L"Second"});
+    CHECK(ListFile(folder).find("First") == std::string::npos);
+    CHECK(FileBytes(folder / L"projects\\First\\Files\\a.txt") == "a");
+    CHECK(headless.recycled.empty());
+}
+
+TEST_CASE("Ctrl+O and Ctrl+N work in the Hub, Escape ends the program, other keys do nothing") {
+    const ScratchFolder folder;
+    StartHub(folder);
+    TapWithControl('O');
+    CHECK(headless.prompts == Names{L"Vyber slozku ZelEngine projektu"});
+    TapWithControl('N');
+    CHECK(headless.prompts.size() == 2);
+    CHECK(editorState.statusMessage == L"Vytvoreni noveho projektu zruseno.");
+    for (const uint32_t key : {uint32_t{'G'}, uint32_t{'P'}, uint32_t{kKeyDelete}, uint32_t{kKeyTab}}) {
+        TapKey(key);
+    }
+    TapWithControl('S');
+    TapWithControl('B');
+    CHECK(headless.prompts.size() == 2);
+    CHECK_FALSE(editorState.playMode);
+    CHECK_FALSE(headless.quitRequested);
+    TapKey(kKeyEscape);
+    CHECK(headless.quitRequested);
+}
+
+TEST_CASE("files dropped on the Hub go nowhere") {
+    const ScratchFolder folder;
+    StartHub(folder);
+    PutFile(folder / L"a.txt", "a");
+    DropFiles({folder / L"a.txt"});
+    CHECK(editorState.statusMessage == L"Vyber existujici projekt nebo vytvor novy.");
+    CHECK(ContentsOf(folder / L"work").empty());
+}
+
+TEST_CASE("the top bar's first button returns to the Hub, with the list read again") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    editorState.recentProjects.clear();
+    Click({950, 20});
+    CHECK(editorState.hubVisible);
+    CHECK(headless.prompts.empty());  // nothing to save
+    CHECK(editorState.statusMessage == L"Project Hub otevren.");
+    CHECK(headless.title == L"ZelEngine - Projects");
+    CHECK(ListedNames() == Names{L"ZelEngineProject"});
+}
+
+TEST_CASE("returning to the Hub stops the game and puts the scene back") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    TapKey('P');
+    editorState.scene[2].position.y = 77;
+    Click({950, 20});
+    CHECK(editorState.hubVisible);
+    CHECK_FALSE(editorState.playMode);
+    CHECK(editorState.scene[2].position.y != 77);
+    CHECK(headless.prompts.empty());
+}
+
+TEST_CASE("returning to the Hub asks about a changed scene") {
+    struct {
+        Answer answer;
+        bool leaves, saves;
+    } cases[] = {{Answer::Cancel, false, false}, {Answer::No, true, false}, {Answer::Yes, true, true}};
+    for (const auto& [answer, leaves, saves] : cases) {
+        const ScratchFolder folder;
+        StartProject(folder);
+        const std::string before = FileBytes(editorState.scenePath);
+        TapKey('G');
+        Answers({answer});
+        Click({950, 20});
+        CHECK(headless.prompts == Names{L"Chces ulozit aktualni scenu pred otevrenim jine sceny?"});
+        CHECK(editorState.hubVisible == leaves);
+        CHECK((FileBytes(editorState.scenePath) != before) == saves);
+        CHECK(editorState.statusMessage == (leaves ? L"Project Hub otevren." : L"Otevreni sceny zruseno."));
+    }
+}
+
+TEST_CASE("a click on a row in a window that shows fewer rows takes the right project") {
+    const ScratchFolder folder;
+    StartHub(folder);
+    Names names;
+    for (int32_t i = 0; i < 12; ++i) names.push_back(L"Project" + std::to_wstring(i));
+    ListProjects(folder, names);
+    for (const ClientSize size : {ClientSize{1360, 820}, ClientSize{800, 600}, ClientSize{1000, 300},
+                                  ClientSize{300, 200}, ClientSize{1, 1}}) {
+        CAPTURE(size.width);
+        headless.clientSize = size;
+        RenderFrame();
+        const HubLayout layout = CurrentHubLayout();
+        CHECK(layout.rows.size() <= 12);
+        for (size_t i = 0; i < layout.rows.size(); ++i) {
+            const Rect& row = layout.rows[i];
+            CHECK(ProjectRowAt({row.left, row.top}, layout) == static_cast<int32_t>(i));
+            CHECK(ProjectRowAt({row.right - 1, row.bottom - 1}, layout) == static_cast<int32_t>(i));
+            CHECK(row.right < layout.templates.left);
+            CHECK(row.bottom < size.height);
+        }
+    }
+    headless.clientSize = {1360, 820};
+    RenderFrame();
+    CHECK(CurrentHubLayout().rows.size() == 12);
+}
