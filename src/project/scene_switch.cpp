@@ -9,6 +9,7 @@
 #include "scene/editor_state.h"
 #include "scene/gestures.h"
 #include "scene/status.h"
+#include "scene/text_entry.h"
 #include "scene/undo.h"
 
 bool AskSaveBeforeSceneSwitch() {
@@ -37,6 +38,7 @@ void OpenSceneFile(const std::wstring& path) {
         return;
     }
     EndGestures();
+    CloseEntriesAndMenus();
     ClearUndo();
     editorState.scenePath = path;
     SetStatus(L"Otevrena scena: " + path);

@@ -146,3 +146,13 @@ TEST_CASE("a game stops before another scene opens, and its changes are not save
     CHECK(editorState.scenePath == OtherScene(folder));
     CHECK(FileBytes(MainScene(folder)) == before);
 }
+
+TEST_CASE("a search for a component ends when another scene opens") {
+    const ScratchFolder folder;
+    StartWithTwoScenes(folder);
+    editorState.componentSearchActive = true;
+    Answers({Answer::No});
+    DoubleClick(FileNamed(L"Other.scene"));
+    CHECK(editorState.scenePath == OtherScene(folder));
+    CHECK_FALSE(editorState.componentSearchActive);
+}
