@@ -105,6 +105,7 @@ static void OnCharacter(wchar_t unit) {
 }
 
 static void OnLeftDown(Point pointer) {
+    editorState.pressedInHub = HubIsShown();
     if (HubIsShown()) {
         HubLeftClick(pointer, CurrentHubLayout());
     } else {
@@ -112,10 +113,11 @@ static void OnLeftDown(Point pointer) {
     }
 }
 
+// The first press of a double click may have opened a project: the second one is not meant for its editor.
 static void OnLeftDoubleClick(Point pointer) {
     if (HubIsShown()) {
         HubLeftClick(pointer, CurrentHubLayout());
-    } else {
+    } else if (!editorState.pressedInHub) {
         DoubleClickLeft(pointer);
     }
 }

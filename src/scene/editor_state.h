@@ -103,6 +103,7 @@ struct EditorState {
 
     // What the user is in the middle of.
     Point pointer{};  // last known position, pixels
+    bool pressedInHub = false;  // the last left press
     PanelResize panelResize{};
     MouseLook mouseLook{};
     GizmoDrag gizmoDrag{};

@@ -333,3 +333,24 @@ TEST_CASE("a click on a row in a window that shows fewer rows takes the right pr
     RenderFrame();
     CHECK(CurrentHubLayout().rows.size() == 12);
 }
+
+TEST_CASE("the second press of a double click on a project does nothing in the editor that it opened") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    ShowHub();
+    RenderFrame();
+    // Over the viewport, where PlayerCube's gizmo or another object may lie.
+    const Point row{560, CurrentHubLayout().rows.at(0).top + 20};
+    Click(row);
+    REQUIRE_FALSE(editorState.hubVisible);
+    editorState.selectedIndex = -1;
+    editorState.statusMessage = L"untouched";
+    SendMouse(InputKind::LeftDoubleClick, row);
+    Release(row);
+    CHECK(editorState.statusMessage == L"untouched");
+    CHECK(editorState.undoScenes.empty());
+    SendMouse(InputKind::LeftDown, {100, 103});  // a press of the editor's own counts again
+    SendMouse(InputKind::LeftUp, {100, 103});
+    SendMouse(InputKind::LeftDoubleClick, {100, 103});
+    CHECK(editorState.statusMessage == L"Kamera priblizena na vybrany objekt.");
+}
