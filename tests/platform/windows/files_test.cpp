@@ -227,6 +227,12 @@ TEST_CASE("what stands at a path is missing, a file or a folder") {
     CHECK(KindOfPath(folder.Path()) == PathKind::Folder);
     CHECK(KindOfPath(folder / L"b.txt") == PathKind::Missing);
     CHECK(KindOfPath(folder / L"a.txt\\b") == PathKind::Missing);
+    CHECK(KindOfPath(folder / L"missing\\b.txt") == PathKind::Missing);
+    for (const wchar_t* name : {L"a?b", L"a*b", L"a|b", L"a<b", L"a\"b"}) {
+        CHECK(KindOfPath(folder / name) == PathKind::Missing);
+    }
+    CHECK(KindOfPath(folder / std::wstring(300, L'n')) == PathKind::Missing);
+    CHECK(KindOfPath(L"Q:\\no\\such\\drive") == PathKind::Missing);
     CHECK(KindOfPath(L"") == PathKind::Missing);
 }
 
