@@ -1,13 +1,10 @@
 #include "project/asset_import.h"
 
 #include "platform/files.h"
-#include "scene/selection.h"
 #include "support/folder_tree.h"
 #include "support/project_input.h"
 
 #include "doctest/doctest.h"
-
-#include <algorithm>
 
 constexpr const char* kTriangle = "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n";
 

@@ -1,6 +1,7 @@
 #include "project/project_hub.h"
 
 #include "formats/recent_projects.h"
+#include "formats/text_file.h"
 #include "project/project_removal.h"
 #include "support/folder_tree.h"
 #include "support/project_input.h"
@@ -139,6 +140,26 @@ TEST_CASE("a project whose folder is gone leaves the list when it is clicked") {
     CHECK(ListedNames() == Names{L"First", L"Third"});
     CHECK(ListFile(folder).find("Gone") == std::string::npos);
     CHECK(ListFile(folder).find("Third") != std::string::npos);
+}
+
+TEST_CASE("a long list of rubbish, long lines and doubles shows its projects once each") {
+    const ScratchFolder folder;
+    StartHub(folder);
+    for (const wchar_t* name : {L"Game", L"GAME", L"Other"}) {
+        PutFolder(folder / (std::wstring(L"projects\\") + name + L"\\Files"));
+    }
+    std::wstring list;
+    for (int32_t i = 0; i < 10'000; ++i) list += (folder / (L"gone" + std::to_wstring(i))) + L"\n";
+    list += std::wstring(600, L'x') + L"\n\n";
+    for (const wchar_t* name : {L"Game", L"GAME", L"Other", L"Game", L"Other"}) {
+        list += (folder / (std::wstring(L"projects\\") + name)) + L"\n";
+    }
+    CHECK(WriteTextFile(folder / L"local\\ZelEngine\\recent-projects.txt", list));
+    ShowHub();
+    RenderFrame();
+    CHECK(ListedNames() == Names{L"Game", L"Other"});
+    CHECK(CurrentHubLayout().rows.size() == 2);
+    CHECK(ListFile(folder).size() < 500);
 }
 
 TEST_CASE("a click on nothing does nothing, and outside the window it is not taken") {

@@ -2,9 +2,7 @@
 
 #include "formats/scene_file.h"
 #include "platform/files.h"
-#include "project/project_folder.h"
 #include "project/save_project.h"
-#include "scene/default_scenes.h"
 #include "support/folder_tree.h"
 #include "support/project_input.h"
 
@@ -223,14 +221,12 @@ TEST_CASE("a project opens with its scene, its list of files and its title") {
 }
 
 TEST_CASE("a project opens from its Files folder too") {
-    for (const wchar_t* name : {L"Files"}) {
-        const ScratchFolder folder;
-        StartProject(folder);
-        StartHub(folder);
-        AnswerFolder(ProjectIn(folder) + L"\\" + name);
-        OpenProjectDialog();
-        CHECK(editorState.projectRoot == ProjectIn(folder));
-    }
+    const ScratchFolder folder;
+    StartProject(folder);
+    StartHub(folder);
+    AnswerFolder(FilesIn(folder));
+    OpenProjectDialog();
+    CHECK(editorState.projectRoot == ProjectIn(folder));
 }
 
 TEST_CASE("a Files folder with a project file of its own is that project") {
