@@ -140,6 +140,7 @@ bool OpenProject(const std::wstring& folder) {
 
     const std::wstring root = WithoutLastSeparator(AbsolutePath(folder));
     LeaveOpenProject();
+    editorState.runtimeMode = false;  // the one way from the game to the editor
     SetProjectFolder(root);
     RefreshAssetList();
     if (ReadProjectFile(root)) {

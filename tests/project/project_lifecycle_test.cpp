@@ -357,15 +357,19 @@ TEST_CASE("a drag of a file ends when another project opens") {
     CHECK(editorState.statusMessage == L"Projekt otevren: " + ProjectIn(folder));
 }
 
-TEST_CASE("the program that plays as the game stays the game whatever it opens") {
+TEST_CASE("opening a project is the way from the game to the editor, creating one is not") {
     const ScratchFolder folder;
     StartProject(folder);
     editorState.runtimeMode = true;
     editorState.playMode = true;
     AnswerFolder(ProjectIn(folder));
     TapWithControl('O');
-    CHECK(editorState.runtimeMode);
+    CHECK_FALSE(editorState.runtimeMode);
     CHECK_FALSE(editorState.playMode);
+    editorState.runtimeMode = true;
+    AnswerFolder(folder / L"projects");
+    TapWithControl('N');
+    CHECK(editorState.runtimeMode);
 }
 
 TEST_CASE("Ctrl+S saves the scene and the project file") {
