@@ -62,8 +62,11 @@ class Picture:
         start = (y * self.width + x) * 3
         return tuple(self.rgb[start:start + 3])
 
-    def pixels(self):
-        return [self.rgb[i:i + 3] for i in range(0, len(self.rgb), 3)]
+    def pixels(self, part=None):
+        """Of the part from (left, top) to (right, bottom), or of all."""
+        left, top, right, bottom = part or (0, 0, self.width, self.height)
+        rows = (self.rgb[(y * self.width + left) * 3:(y * self.width + right) * 3] for y in range(top, bottom))
+        return [row[i:i + 3] for row in rows for i in range(0, len(row), 3)]
 
     def colors(self):
         return len(set(self.pixels()))
@@ -71,12 +74,12 @@ class Picture:
     def is_blank(self):
         return self.colors() < 3
 
-    def share_equal_to(self, other):
-        """How much of the picture is the same, 0 to 1. Pictures of different sizes share nothing."""
+    def share_equal_to(self, other, part=None):
+        """How much of the picture or its part is the same, 0 to 1. Pictures of different sizes share nothing."""
         if (self.width, self.height) != (other.width, other.height):
             return 0
-        same = sum(mine == theirs for mine, theirs in zip(self.pixels(), other.pixels()))
-        return same / (self.width * self.height)
+        pixels = self.pixels(part)
+        return sum(mine == theirs for mine, theirs in zip(pixels, other.pixels(part))) / len(pixels)
 
     def save(self, name):
         os.makedirs(SCREENSHOTS, exist_ok=True)
@@ -123,6 +126,15 @@ class Program:
     def press(self, *keys):
         """Real key presses, to the window that has the focus. Names as xdotool knows them: "ctrl+s", "F10"."""
         subprocess.run(["xdotool", "key", "--delay", "60", *keys], check=True)
+
+    @contextlib.contextmanager
+    def holding(self, *keys):
+        """Keys that are down meanwhile."""
+        subprocess.run(["xdotool", "keydown", *keys], check=True)
+        try:
+            yield
+        finally:
+            subprocess.run(["xdotool", "keyup", *keys], check=True)
 
     def type_text(self, text):
         subprocess.run(["xdotool", "type", "--delay", "60", text], check=True)
