@@ -4,26 +4,35 @@ tests/end_to_end/with_display.sh tests/end_to_end/in_wine.sh tests/end_to_end/ta
 
 import os
 import shutil
-import tempfile
+import time
 
 from program import ROOT, STAGE, running
 
 IMAGES = os.path.join(ROOT, "docs", "images")
+DRIVE = os.path.join(os.environ["WINEPREFIX"], "drive_c")  # pictures show paths, the same on every machine
 
 
 def take(program, name):
     shutil.copy(program.picture().save(name), os.path.join(IMAGES, name + ".png"))
 
 
+def fresh_folder(name):
+    folder = os.path.join(DRIVE, name)
+    shutil.rmtree(folder, ignore_errors=True)
+    return folder
+
+
 if __name__ == "__main__":
     os.makedirs(IMAGES, exist_ok=True)
-    with running() as editor:
+    installed = fresh_folder("ZelEngine")
+    shutil.copytree(STAGE, installed)
+    with running(installed) as editor:
         take(editor, "hub")
         editor.open_first_project()
-        editor.steady_pixels()
         take(editor, "editor")
-    with tempfile.TemporaryDirectory(prefix="zel_game_", dir=os.path.join(ROOT, "build")) as game:
-        shutil.copytree(os.path.join(STAGE, "Project"), game, dirs_exist_ok=True)
-        shutil.copy(os.path.join(STAGE, "ZelEngine.exe"), os.path.join(game, "ZelGame.exe"))
-        with running(game, "ZelGame.exe") as program:
-            take(program, "game")
+    game = fresh_folder("ZelGame")
+    shutil.copytree(os.path.join(STAGE, "Project"), game)
+    shutil.copy(os.path.join(STAGE, "ZelEngine.exe"), os.path.join(game, "ZelGame.exe"))
+    with running(game, "ZelGame.exe") as program:
+        time.sleep(3)  # until the crates lie still
+        take(program, "game")
