@@ -92,6 +92,7 @@ void MoveGizmoDrag(Point pointer) {
     float travel = 0;
     if (!GizmoTravel(drag.press, pointer, drag.screenX, drag.screenY, travel)) return;
     ApplyDrag(SelectedObject(), drag, travel);
+    MarkPrefabChanged();
     SetStatus(DragOf(drag.tool).moving);
 }
 

@@ -23,11 +23,10 @@ bool WritePrefab(const std::wstring& path, std::span<const GameObject> objects) 
     return WriteObjectFile(path, L"ZELENGINE_PREFAB\t1", written);
 }
 
-// Depth first, each object before its children. An object in a cycle of parents comes once.
-static std::vector<int32_t> SubtreeInOrder(std::span<const GameObject> scene, int32_t root) {
-    const ChildLists lists = BuildChildLists(scene);
-    std::vector<bool> isTaken(scene.size(), false);
-    std::vector<int32_t> order, open{root};
+// Adds `root` and what is below it: depth first, each object before its children, none that is taken.
+static void AddSubtree(const ChildLists& lists, int32_t root, std::vector<bool>& isTaken,
+                       std::vector<int32_t>& order) {
+    std::vector<int32_t> open{root};
     while (!open.empty()) {
         const int32_t index = open.back();
         open.pop_back();
@@ -37,17 +36,34 @@ static std::vector<int32_t> SubtreeInOrder(std::span<const GameObject> scene, in
         const std::span<const int32_t> children = ChildrenOf(lists, index);
         open.insert(open.end(), children.rbegin(), children.rend());
     }
-    return order;
 }
 
-Scene CollectPrefab(std::span<const GameObject> scene, int32_t root) {
+// Copies of the objects of that order. A parent that is not among them makes a root.
+static Scene Reordered(std::span<const GameObject> scene, std::span<const int32_t> order) {
     std::vector<int32_t> newIndices(scene.size(), -1);
     Scene objects;
-    for (const int32_t index : SubtreeInOrder(scene, root)) {
+    for (const int32_t index : order) {
         newIndices[index] = static_cast<int32_t>(objects.size());
         objects.push_back(scene[index]);
     }
     RenumberParents(newIndices, objects);
+    return objects;
+}
+
+Scene CollectPrefab(std::span<const GameObject> scene, int32_t root) {
+    std::vector<bool> isTaken(scene.size(), false);
+    std::vector<int32_t> order;
+    AddSubtree(BuildChildLists(scene), root, isTaken, order);
+    Scene objects = Reordered(scene, order);
     objects.front().parentIndex = -1;
     return objects;
+}
+
+Scene InPrefabOrder(std::span<const GameObject> objects) {
+    const ChildLists lists = BuildChildLists(objects);
+    std::vector<bool> isTaken(objects.size(), false);
+    std::vector<int32_t> order;
+    for (const int32_t root : ChildrenOf(lists, -1)) AddSubtree(lists, root, isTaken, order);
+    for (int32_t i = 0; i < static_cast<int32_t>(objects.size()); ++i) AddSubtree(lists, i, isTaken, order);
+    return Reordered(objects, order);
 }

@@ -18,3 +18,7 @@ bool WritePrefab(const std::wstring& path, std::span<const GameObject> objects);
 // An object of a scene and all below it, as a prefab holds them: the root first and without a parent, each
 // object followed by its children in scene order, parent indices into this list. `root` names an object.
 Scene CollectPrefab(std::span<const GameObject> scene, int32_t root);
+
+// The same objects as a prefab holds them: every object followed by its children, the roots in their order. A
+// list that is so already stays as it is. What hangs in a cycle of parents comes last.
+Scene InPrefabOrder(std::span<const GameObject> objects);

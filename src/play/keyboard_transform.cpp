@@ -58,6 +58,7 @@ void KeyboardTransformStep(float dt) {
     Vec3& changed = SelectedObject().*tool.changed;
     changed = changed + input * tool.speed * factor * dt;
     if (editorState.tool == Tool::Scale) RaiseScale(changed);
+    MarkPrefabChanged();
 
     SetStatus(tool.message);
 }

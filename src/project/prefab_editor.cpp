@@ -49,12 +49,12 @@ static void ShowScene() {
 
 void OpenPrefabEditor(const std::wstring& path) {
     if (!LeaveOtherScreens()) return;
-    StopPlayMode();
     Scene objects;
     if (!LoadPrefab(path, objects)) {
         SetStatus(L"Prefab se nepodarilo otevrit.");
         return;
     }
+    StopPlayMode();
     EndInteraction();
     ShowPrefab(path, std::move(objects));
     SetStatus(L"Otevren Prefab editor: " + LastComponent(path));
@@ -65,7 +65,7 @@ static bool Save() {
         SetStatus(L"Neni otevreny Prefab.");
         return false;
     }
-    if (!WritePrefab(editorState.prefabPath, editorState.scene)) {
+    if (!WritePrefab(editorState.prefabPath, InPrefabOrder(editorState.scene))) {
         SetStatus(L"Prefab se nepodarilo ulozit.");
         return false;
     }

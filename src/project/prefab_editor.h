@@ -4,8 +4,8 @@
 #include <string>
 
 // Keeps scene, undo history, selection and camera aside and shows the prefab's objects instead. Another
-// screen is left first, a game stops. On failure, or when the user stays there, nothing changes but the
-// message.
+// screen is left first. On failure, or when the user stays there, nothing else changes but the message. On
+// success a game stops.
 void OpenPrefabEditor(const std::wstring& path);
 
 // Writes the objects shown into the prefab's file.

@@ -3,6 +3,7 @@
 #include "formats/path_text.h"
 #include "platform/files.h"
 #include "scene/editor_state.h"
+#include "scene/undo.h"
 
 namespace {
 
@@ -18,19 +19,27 @@ static bool IsAtOrBelow(const std::wstring& path, const std::wstring& folder) {
     return path.size() == folder.size() || IsSeparator(path[folder.size()]);
 }
 
-static void MovePath(std::wstring& path, const PathMove& move) {
-    if (IsAtOrBelow(path, move.from)) path.replace(0, move.from.size(), move.to);
+// Each is true when anything has changed.
+
+static bool MovePath(std::wstring& path, const PathMove& move) {
+    if (!IsAtOrBelow(path, move.from)) return false;
+    path.replace(0, move.from.size(), move.to);
+    return true;
 }
 
-static void MovePathsOf(GameObject& object, const PathMove& move) {
+static bool MovePathsOf(GameObject& object, const PathMove& move) {
+    bool changed = false;
     for (std::wstring* path :
          {&object.texturePath, &object.collectPrefab, &object.prefabSource, &object.spawnerPrefab}) {
-        MovePath(*path, move);
+        changed = MovePath(*path, move) || changed;
     }
+    return changed;
 }
 
-static void MovePathsOf(Scene& scene, const PathMove& move) {
-    for (GameObject& object : scene) MovePathsOf(object, move);
+static bool MovePathsOf(Scene& scene, const PathMove& move) {
+    bool changed = false;
+    for (GameObject& object : scene) changed = MovePathsOf(object, move) || changed;
+    return changed;
 }
 
 // Taken anew one after the other, so that they share again what did not change between them.
@@ -60,10 +69,11 @@ void MoveStoredPaths(const std::wstring& from, const std::wstring& to) {
         MovePath(entry.folder, move);
     }
 
-    for (Scene* scene : {&editorState.scene, &editorState.playSnapshot, &editorState.prefabSnapshot.scene}) {
-        MovePathsOf(*scene, move);
-    }
+    if (MovePathsOf(editorState.scene, move)) MarkPrefabChanged();
+    MovePathsOf(editorState.playSnapshot, move);
+    MovePathsOf(editorState.prefabSnapshot.scene, move);
     MovePathsOf(editorState.clipboardObject, move);
     MovePathsOf(editorState.undoScenes, move);
     MovePathsOf(editorState.prefabSnapshot.undoScenes, move);
+    MovePathsOf(editorState.playSnapshotState.undoScenes, move);
 }

@@ -9,13 +9,14 @@
 
 constexpr size_t kMaxUndoSteps = 64;
 
-static void MarkPrefabChanged() {
+void MarkPrefabChanged() {
     if (editorState.screen == Screen::PrefabEditor) editorState.prefabDirty = true;
 }
 
 void pushUndo(const char* /*label*/) {
-    if (editorState.runtimeMode || editorState.scene.empty()) return;
-    MarkPrefabChanged();
+    if (editorState.runtimeMode) return;
+    MarkPrefabChanged();  // also of an empty prefab, which gets its first object
+    if (editorState.scene.empty()) return;
 
     std::vector<SceneSnapshot>& scenes = editorState.undoScenes;
     SceneSnapshot snapshot = TakeSnapshot(editorState.scene, scenes.empty() ? nullptr : &scenes.back());

@@ -5,6 +5,9 @@
 // its code. Nothing is kept in the game runtime, or of an empty scene.
 void pushUndo(const char* label);
 
+// A prefab that is being edited has changed. For changes that go on after their pushUndo, like drags.
+void MarkPrefabChanged();
+
 // Brings back the scene and the selection before the last change.
 void undo();
 

@@ -155,3 +155,26 @@ TEST_CASE("models and images that a prefab names are loaded once, missing ones l
     CHECK(objects[2].textureIndex == -1);
     CHECK_FALSE(objects[2].hasTexture);
 }
+
+TEST_CASE("objects that were moved about are written with every parent before its children") {
+    const Scene objects{{.name = L"late", .parentIndex = 5}, {.name = L"root"},
+                        {.name = L"a", .parentIndex = 1},    {.name = L"b", .parentIndex = 1},
+                        {.name = L"a1", .parentIndex = 2},   {.name = L"second"}};
+    const Scene ordered = InPrefabOrder(objects);
+    std::vector<std::pair<std::wstring, int32_t>> found;
+    for (const GameObject& object : ordered) found.push_back({object.name, object.parentIndex});
+    CHECK(found == std::vector<std::pair<std::wstring, int32_t>>{
+                       {L"root", -1}, {L"a", 0}, {L"a1", 1}, {L"b", 0}, {L"second", -1}, {L"late", 4}});
+    CHECK(InPrefabOrder(ordered) == ordered);
+}
+
+TEST_CASE("no object is lost in the order of a prefab, whatever its parents are") {
+    const Scene objects{{.name = L"0", .parentIndex = 1},  {.name = L"1", .parentIndex = 0},
+                        {.name = L"2", .parentIndex = 2},  {.name = L"3", .parentIndex = 99},
+                        {.name = L"4", .parentIndex = -7}, {.name = L"5"}};
+    const Scene ordered = InPrefabOrder(objects);
+    REQUIRE(ordered.size() == 6);
+    CHECK(ordered[0].name == L"5");
+    for (const GameObject& object : ordered) CHECK((object.parentIndex >= -1 && object.parentIndex < 6));
+    CHECK(InPrefabOrder({}).empty());
+}

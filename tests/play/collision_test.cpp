@@ -183,6 +183,8 @@ TEST_CASE("ways and places that are no numbers, or huge, move without end or har
     for (const float odd : {kNotANumber, std::numeric_limits<float>::infinity(), 3e38f, -3e38f}) {
         StartGame({Solid({}), Solid({0, 0, 0})});
         Move(0, {odd, 0, odd});
+        Move(1, {0, 1, 0});
+        CHECK(Object(1).position.y == 1);  // a box without a place stops nothing
         StartGame({Solid({odd, 0, 0}), Solid({odd, 0, 0})});
         Move(0, {1, 1, 1});
         CHECK(Object(1).velocity == Vec3{});

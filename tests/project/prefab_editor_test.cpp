@@ -3,7 +3,9 @@
 #include "formats/prefab_file.h"
 #include "formats/scene_file.h"
 #include "platform/files.h"
+#include "play/play_update.h"
 #include "project/asset_list.h"
+#include "project/stored_paths.h"
 #include "support/folder_tree.h"
 #include "support/project_input.h"
 
@@ -251,4 +253,46 @@ TEST_CASE("an open prefab whose file is renamed is saved under the new name") {
     CHECK(LoadPrefab(FilesIn(folder) + L"\\Hero.prefab", objects));
     CHECK(objects.size() == 2);
     CHECK(KindOfPath(PrefabPath(folder)) == PathKind::Missing);
+}
+
+TEST_CASE("the first object of an empty prefab is not lost without a question") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    PutFile(FilesIn(folder) + L"\\Empty.prefab", "ZELENGINE_PREFAB\t1\r\n");
+    RefreshAssetList();
+    DoubleClick(FileNamed(L"Empty.prefab"));
+    REQUIRE(editorState.screen == Screen::PrefabEditor);
+    TapKey('G');
+    headless.prompts.clear();
+    TapKey(kKeyEscape);  // cancelled
+    CHECK(headless.prompts.size() == 1);
+    CHECK(editorState.scene.size() == 1);
+}
+
+TEST_CASE("what goes on after a save is a change again: a held key, a renamed texture") {
+    const ScratchFolder folder;
+    StartWithPrefab(folder);
+    OpenThePrefab();
+    HandleInput({.kind = InputKind::KeyDown, .key = 'L'});
+    UpdatePlay(0.01f);
+    TapWithControl('S');
+    CHECK_FALSE(editorState.prefabDirty);
+    UpdatePlay(0.01f);
+    CHECK(editorState.prefabDirty);
+    HandleInput({.kind = InputKind::KeyUp, .key = 'L'});
+    TapWithControl('S');
+    editorState.scene[0].texturePath = FilesIn(folder) + L"\\imported\\a.png";
+    MoveStoredPaths(FilesIn(folder) + L"\\imported", FilesIn(folder) + L"\\pictures");
+    CHECK(editorState.prefabDirty);
+}
+
+TEST_CASE("a prefab that cannot be read leaves a running game alone") {
+    const ScratchFolder folder;
+    StartWithPrefab(folder);
+    const Point item = FileNamed(L"PlayerCube.prefab");
+    TapKey('P');
+    RemoveTree(PrefabPath(folder));
+    DoubleClick(item);
+    CHECK(editorState.statusMessage == L"Prefab se nepodarilo otevrit.");
+    CHECK(editorState.playMode);
 }

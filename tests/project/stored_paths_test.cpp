@@ -48,6 +48,7 @@ TEST_CASE("the objects' paths follow wherever objects are kept") {
     editorState.scene = SceneWithPaths(from);
     for (const char* label : {"first", "second", "third"}) pushUndo(label);
     editorState.prefabSnapshot.undoScenes = editorState.undoScenes;
+    editorState.playSnapshotState.undoScenes = editorState.undoScenes;
     editorState.prefabSnapshot.scene = SceneWithPaths(from);
     editorState.playSnapshot = SceneWithPaths(from);
     editorState.clipboardObject = ObjectWithPaths(from);
@@ -56,7 +57,8 @@ TEST_CASE("the objects' paths follow wherever objects are kept") {
     CHECK(HasPaths(editorState.prefabSnapshot.scene[1], to));
     CHECK(HasPaths(editorState.playSnapshot[1], to));
     CHECK(HasPaths(editorState.clipboardObject, to));
-    for (const auto& history : {editorState.undoScenes, editorState.prefabSnapshot.undoScenes}) {
+    for (const auto& history : {editorState.undoScenes, editorState.prefabSnapshot.undoScenes,
+                                editorState.playSnapshotState.undoScenes}) {
         REQUIRE(history.size() == 3);
         for (const SceneSnapshot& snapshot : history) {
             Scene scene;
