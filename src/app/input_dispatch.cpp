@@ -91,9 +91,10 @@ static void OnKeyDown(uint32_t key, bool isRepeat) {
         if (!isRepeat) RequestQuit();
         return;
     }
-    if (!isRepeat) handleKeyDown(key);
-    // Keys pressed with Ctrl are commands and never count as held.
+    // Keys pressed with Ctrl are commands and never count as held. Held before the command, because a dialog
+    // that it opens takes the keys away: their release will not be reported.
     if (HasKeyState(key) && !IsControlHeld()) editorState.keyDown[key] = true;
+    if (!isRepeat) handleKeyDown(key);
 }
 
 static void OnKeyUp(uint32_t key) {

@@ -42,7 +42,8 @@ static bool IgnoresLeftButton() {
 }
 
 static bool ClickOpenMenu(Point pointer, const EditorLayout&) {
-    return ClickFilesMenus(pointer) || ClickMenus(pointer);
+    editorState.pressedInMenu = ClickFilesMenus(pointer) || ClickMenus(pointer);
+    return editorState.pressedInMenu;
 }
 
 static bool PressSplitter(Point pointer, const EditorLayout& layout) {
@@ -74,6 +75,7 @@ constexpr bool (*kPressTakers[])(Point, const EditorLayout&) = {
 void PressLeft(Point pointer) {
     if (IgnoresLeftButton()) return;
     editorState.pointer = pointer;
+    editorState.pressedInMenu = false;
     if (BlueprintEditorIsShown()) return PressBlueprint(pointer, CurrentBlueprintLayout());
     const EditorLayout layout = CurrentLayout();
     for (const auto take : kPressTakers) {
@@ -89,8 +91,9 @@ static bool IsOnNameField(Point pointer, const EditorLayout& layout) {
 void DoubleClickLeft(Point pointer) {
     if (IgnoresLeftButton()) return;
     if (editorState.filesCreateMenu.open) return;  // the first press opened it, under the pointer
-    // A menu lies over what could be double-clicked, and nodes are only pressed.
-    if (MenuIsOpen() || BlueprintEditorIsShown()) return PressLeft(pointer);
+    // A menu lies, or has just lain, over what could be double-clicked, and nodes are only pressed.
+    const bool isPress = MenuIsOpen() || editorState.pressedInMenu || BlueprintEditorIsShown();
+    if (isPress) return PressLeft(pointer);
     const EditorLayout layout = CurrentLayout();
     const int32_t row = HierarchyObjectAt(pointer, layout);
     if (OpenFilesItemAt(pointer, layout)) return;
@@ -141,7 +144,7 @@ void PressRight(Point pointer) {
 static void OpenMenuAt(Point pointer) {
     const EditorLayout layout = CurrentLayout();
     const int32_t object = HierarchyObjectAt(pointer, layout);
-    if (OpenFilesMenuAt(pointer, layout)) return;
+    if (OpenFilesMenuAt(pointer, layout) || Contains(layout.bottom, pointer)) return;
     if (IsObjectIndex(object)) {
         OpenObjectMenu(object, pointer, layout);
     } else {

@@ -102,8 +102,9 @@ struct EditorState {
     std::wstring statusMessage = L"Ready. Software renderer bezi bez externich knihoven.";
 
     // What the user is in the middle of.
-    Point pointer{};  // last known position, pixels
-    bool pressedInHub = false;  // the last left press
+    Point pointer{};             // last known position, pixels
+    bool pressedInHub = false;   // the last left press
+    bool pressedInMenu = false;  // likewise: a menu took it
     PanelResize panelResize{};
     MouseLook mouseLook{};
     GizmoDrag gizmoDrag{};

@@ -268,3 +268,15 @@ TEST_CASE("every key is safe in an empty scene") {
     TapWithControl('Z');
     CHECK(ObjectCount() == 1);
 }
+
+TEST_CASE("a key whose release a dialog has taken does not stay down") {
+    StartEditor();
+    headless.onDialog = [] {  // Ctrl and the letter are let go while it is open
+        HandleInput({.kind = InputKind::FocusLost});
+        headless.controlIsHeld = false;
+    };
+    headless.controlIsHeld = true;
+    HandleInput({.kind = InputKind::KeyDown, .key = 'O'});
+    CHECK(headless.prompts.size() == 1);
+    CHECK_FALSE(editorState.keyDown['O']);
+}

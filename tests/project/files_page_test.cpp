@@ -174,6 +174,7 @@ TEST_CASE("while the Console is shown the page takes no click") {
     RightClick(at);
     CHECK_FALSE(editorState.filesItemMenu.open);
     CHECK_FALSE(editorState.filesCreateMenu.open);
+    CHECK_FALSE(editorState.createMenu.open);
     Click(at);
     DoubleClick(at);
     CHECK(editorState.filesFolder == FilesIn(folder));
@@ -219,4 +220,22 @@ TEST_CASE("the page is drawn in every window and with any names") {
         RenderFrame();
         for (const HitZone& cell : editorState.filesCells) CHECK(cell.rect.top < size.height);
     }
+}
+
+TEST_CASE("the second press of a double click on a menu's row opens nothing that lies under the menu") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    const Point item = FileNamed(L"imported");
+    RightClick(item);
+    RenderFrame();
+    REQUIRE(editorState.filesItemMenu.open);
+    // The menu for an item near the window's lower edge lies over the item.
+    const Point row = MenuItemAt(editorState.filesItemMenu, 2);
+    Click(row);
+    REQUIRE_FALSE(editorState.filesItemMenu.open);
+    RenderFrame();
+    editorState.filesCells = {{{row.x - 5, row.y - 5, row.x + 5, row.y + 5}, 1}};
+    SendMouse(InputKind::LeftDoubleClick, row);
+    Release(row);
+    CHECK(editorState.filesFolder == FilesIn(folder));
 }

@@ -10,18 +10,23 @@ static T TakeAnswer(std::deque<T>& answers, T none) {
     return answer;
 }
 
-std::wstring PickFolder(const std::wstring& prompt) {
+static void OpenDialog(const std::wstring& prompt) {
     headless.prompts.push_back(prompt);
+    if (headless.onDialog != nullptr) headless.onDialog();
+}
+
+std::wstring PickFolder(const std::wstring& prompt) {
+    OpenDialog(prompt);
     return TakeAnswer<std::wstring>(headless.folderAnswers, {});
 }
 
 Answer AskYesNo(const std::wstring& text, const std::wstring&) {
-    headless.prompts.push_back(text);
+    OpenDialog(text);
     return TakeAnswer(headless.questionAnswers, Answer::No);
 }
 
 Answer AskYesNoCancel(const std::wstring& text, const std::wstring&) {
-    headless.prompts.push_back(text);
+    OpenDialog(text);
     return TakeAnswer(headless.questionAnswers, Answer::Cancel);
 }
 

@@ -60,6 +60,7 @@ struct HeadlessPlatform {
     std::deque<std::wstring> folderAnswers{};
     std::deque<Answer> questionAnswers{};
     std::vector<std::wstring> prompts{};   // what was asked
+    void (*onDialog)() = nullptr;          // what happens while one is open
     std::vector<std::wstring> recycled{};  // folders moved to the bin
     bool recycleWorks = true;
     std::vector<std::wstring> opened{};  // files opened with the system
