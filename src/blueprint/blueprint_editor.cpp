@@ -3,6 +3,7 @@
 #include "blueprint/blueprint_file.h"
 #include "formats/path_text.h"
 #include "formats/project_paths.h"
+#include "platform/dialogs.h"
 #include "platform/window.h"
 #include "play/play_mode.h"
 #include "scene/editor_state.h"
@@ -57,9 +58,15 @@ bool SaveBlueprintChanges() {
     return SaveBlueprintEditor();
 }
 
+// Where nothing can be saved, nobody shall be held for ever.
+static bool AskToLoseChanges() {
+    return AskYesNo(L"Blueprint se nepodarilo ulozit.\n\nOpustit ho bez ulozeni?", L"ZelEngine") ==
+           Answer::Yes;
+}
+
 bool CloseBlueprintEditor() {
     if (editorState.screen != Screen::BlueprintEditor) return true;
-    if (!SaveBlueprintChanges()) return false;
+    if (!SaveBlueprintChanges() && !AskToLoseChanges()) return false;
     EndBlueprintDrag();
     CloseMenus();
 

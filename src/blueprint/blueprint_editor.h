@@ -22,8 +22,8 @@ bool OpenBlueprintEditor(const std::wstring& path);
 // Writes the open Blueprint and says how that went.
 bool SaveBlueprintEditor();
 
-// Goes back to the Scene editor, after saving unsaved changes without a question. False when that fails: the
-// Blueprint then stays open. Nothing to do on another screen.
+// Goes back to the Scene editor, after saving unsaved changes without a question. Where that fails it asks
+// whether to leave without them; False when the Blueprint stays open. Nothing to do on another screen.
 bool CloseBlueprintEditor();
 
 // Saves unsaved changes of the open Blueprint. False when that fails; without any there is nothing to do.

@@ -7,6 +7,9 @@
 #include "platform/files.h"
 #include "scene/editor_state.h"
 
+#include <algorithm>
+#include <string_view>
+
 constexpr size_t kProjectLineBuffer = 4096;
 
 // The path in the file's first CURRENT_SCENE line, as stored. False without such a line.
@@ -48,6 +51,19 @@ bool WriteProjectFile(const std::wstring& folder) {
 
 bool WriteProjectCopy(const std::wstring& folder) {
     return WriteInto(folder, RelativeTo(editorState.scenePath, editorState.projectRoot));
+}
+
+bool WriteCurrentScenePath() {
+    constexpr std::string_view kTag = "\nCURRENT_SCENE\t";
+    const std::wstring projectFile = JoinPath(editorState.projectRoot, kProjectFileName);
+    std::string bytes;
+    if (!ReadWholeFile(projectFile, bytes)) return false;
+    const size_t tag = bytes.find(kTag);
+    if (tag == std::string::npos) return false;
+    const size_t begin = tag + kTag.size();
+    const size_t end = std::min(bytes.find_first_of("\r\n", begin), bytes.size());
+    bytes.replace(begin, end - begin, EncodeUtf8(RelativeTo(editorState.scenePath, editorState.projectRoot)));
+    return WriteWholeFile(projectFile, bytes);
 }
 
 bool ReadProjectFile(const std::wstring& folder) {

@@ -20,6 +20,10 @@ bool WriteProjectFile(const std::wstring& folder);
 // and so stands for the same place in the copy.
 bool WriteProjectCopy(const std::wstring& folder);
 
+// Writes the current scene's new path into the project file of the open project and leaves the rest of the
+// file as it is. False when there is no such file or line, or when it cannot be written.
+bool WriteCurrentScenePath();
+
 // Loads the scene that the project in `folder` names and makes it the current one. When it is not named, not
 // there or not readable, the current scene becomes Files\Scenes\Main.scene with the objects that the project
 // file keeps. False, with the old scene as it was, when the project file cannot be read.

@@ -2,6 +2,7 @@
 
 #include "blueprint/blueprint_editor.h"
 #include "formats/path_text.h"
+#include "formats/project_file.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
 #include "project/asset_creation.h"
@@ -68,7 +69,10 @@ void RenameAsset(int32_t index, const std::wstring& name) {
         SetStatus(L"Soubor nebo slozku se nepodarilo prejmenovat.");
         return;
     }
+    const std::wstring scenePath = editorState.scenePath;
     MoveStoredPaths(entry.path, newPath);
+    // Or the next start would look for the scene under its old name.
+    if (editorState.scenePath != scenePath) WriteCurrentScenePath();
     editorState.fileEntries[static_cast<size_t>(index)] =
         AssetEntryFor(newPath, entry.kind == AssetKind::Folder);
     SetStatus(L"Polozka projektu byla prejmenovana.");

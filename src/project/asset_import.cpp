@@ -1,5 +1,6 @@
 #include "project/asset_import.h"
 
+#include "blueprint/blueprint_editor.h"
 #include "formats/obj_file.h"
 #include "formats/path_text.h"
 #include "platform/files.h"
@@ -48,7 +49,7 @@ void ImportDroppedFiles(std::span<const std::wstring> paths) {
     for (const std::wstring& path : paths) {
         if (!ImportFile(path)) continue;
         ++imported;
-        if (AssetKindOf(path) == AssetKind::Model) {
+        if (AssetKindOf(path) == AssetKind::Model && !BlueprintEditorIsShown()) {
             PlaceModel(JoinPath(editorState.filesFolder, LastComponent(path)));
         }
     }

@@ -4,8 +4,9 @@
 #include <string>
 
 // Asks for a folder and makes a new project in it: the default scene with its samples, or for the empty
-// template without them, a script for a player, and the folders that every project has. Nothing that stands
-// there is overwritten. When it cannot be written, the project that was open stays.
+// template without them, a script for a player, and the folders that every project has. The
+// folder is a new one while one of its hundred names is free. When it cannot be written, the project that was
+// open stays.
 void CreateProject(bool empty);
 
 // Asks for a folder and opens the project in it, also from its Files folder.

@@ -217,6 +217,22 @@ TEST_CASE("leaving saves unsaved changes without asking") {
     }
 }
 
+TEST_CASE("a Blueprint that cannot be saved is only left without its changes after a Yes") {
+    const OpenBlueprint open(kTwoNodes);
+    const std::string before = FileBytes(open.path);
+    RightClick({800, 600});
+    Click({820, 650});
+    fileFaults.freeBytes = 0;
+    headless.questionAnswers = {Answer::No};
+    TapKey(kKeyEscape);
+    CHECK(IsOpen());
+    headless.questionAnswers = {Answer::Yes};
+    TapKey(kKeyEscape);
+    CHECK_FALSE(IsOpen());
+    CHECK(headless.prompts.size() == 2);
+    CHECK(FileBytes(open.path) == before);
+}
+
 TEST_CASE("a Blueprint that cannot be saved stays open") {
     for (const bool button : {false, true}) {
         const OpenBlueprint open(kTwoNodes);

@@ -271,3 +271,21 @@ TEST_CASE("an index that names no item does nothing") {
     CHECK(editorState.statusMessage == L"untouched");
     CHECK(editorState.fileEntries.size() == 6);
 }
+
+TEST_CASE("a renamed open scene is the one that the next start opens") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    TapKey('G');
+    TapWithControl('S');
+    const std::string before = FileBytes(ProjectIn(folder) + L"\\project.zel");
+    const size_t objects = editorState.scene.size();
+    RenameAsset(0, L"Levels");  // the folder "Scenes"
+    REQUIRE(editorState.scenePath == FilesIn(folder) + L"\\Levels\\Main.scene");
+    std::string expected = before;
+    expected.replace(expected.find("Files\\Scenes\\Main.scene"), 23, "Files\\Levels\\Main.scene");
+    CHECK(FileBytes(ProjectIn(folder) + L"\\project.zel") == expected);
+    editorState.hubVisible = true;
+    REQUIRE(OpenProject(ProjectIn(folder)));
+    CHECK(editorState.scenePath == FilesIn(folder) + L"\\Levels\\Main.scene");
+    CHECK(editorState.scene.size() == objects);
+}
