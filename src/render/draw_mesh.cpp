@@ -1,9 +1,11 @@
 #include "render/draw_mesh.h"
 
 #include "render/clip_triangle.h"
+#include "render/face_scan.h"
 #include "render/fill_triangle.h"
 #include "render/frame_buffer.h"
 #include "render/line.h"
+#include "render/mesh_vertices.h"
 #include "render/projection.h"
 #include "render/surface.h"
 
@@ -16,17 +18,6 @@ constexpr Pixel kOutline{0x56D6FF};
 constexpr float kSmallestScale = 0.001f;  // of a world axis, for texture coordinates
 
 namespace {
-
-// A mesh's vertices after both steps, each transformed once: world positions as separate arrays, screen
-// corners as records. The memory is kept from mesh to mesh.
-struct TransformedVertices {
-    std::vector<float> worldX{}, worldY{}, worldZ{};
-    std::vector<ScreenCorner> corners{};     // only where visible
-    std::vector<uint8_t> visible{};          // 1 where the projection accepted the vertex
-    std::vector<uint8_t> beyondNearPlane{};  // 1 where clip z >= 0
-
-    Vec3 World(size_t i) const { return {worldX[i], worldY[i], worldZ[i]}; }
-};
 
 // The world scale along x, y and z.
 struct AxisScales {
@@ -48,25 +39,6 @@ struct ScreenFace {
 };
 
 }  // namespace
-
-static void TransformVertices(const Mesh& mesh, const MeshDraw& draw, TransformedVertices& out) {
-    const size_t count = mesh.vertices.size();
-    out.worldX.resize(count);
-    out.worldY.resize(count);
-    out.worldZ.resize(count);
-    out.corners.resize(count);
-    out.visible.resize(count);
-    out.beyondNearPlane.resize(count);
-    for (size_t i = 0; i < count; ++i) {
-        const Vec3 world = TransformPoint(draw.world, mesh.vertices[i].position);
-        out.worldX[i] = world.x;
-        out.worldY[i] = world.y;
-        out.worldZ[i] = world.z;
-        const Vec4 clip = TransformToClip(draw.viewProjection, world);
-        out.beyondNearPlane[i] = clip.z >= 0;
-        out.visible[i] = ProjectToViewport(clip, frameBuffer.viewport, out.corners[i]);
-    }
-}
 
 static float ColumnLength(const Matrix4& a, size_t column) {
     return std::max(Length({a.m[0][column], a.m[1][column], a.m[2][column]}), kSmallestScale);
@@ -92,7 +64,7 @@ static TexturePoint TextureCoordinates(Vec3 p, Vec3 normal, const AxisScales& sc
 }
 
 // False for a face that turns its back to the eye.
-static bool SetUpFace(const MeshTriangle& triangle, const MeshDraw& draw, const TransformedVertices& vertices,
+static bool SetUpFace(const MeshTriangle& triangle, const MeshDraw& draw, const MeshVertices& vertices,
                       Face& face) {
     for (size_t c = 0; c < 3; ++c) {
         face.index[c] = static_cast<size_t>(triangle[c]);
@@ -106,7 +78,7 @@ static bool SetUpFace(const MeshTriangle& triangle, const MeshDraw& draw, const 
 }
 
 // A face that lies beyond the near plane and is wholly visible.
-static ScreenFace WholeFace(const Mesh& mesh, const MeshDraw& draw, const TransformedVertices& vertices,
+static ScreenFace WholeFace(const Mesh& mesh, const MeshDraw& draw, const MeshVertices& vertices,
                             const Face& face, const AxisScales& scales) {
     ScreenFace whole{.color = mesh.vertices[face.index[0]].color};
     for (size_t c = 0; c < 3; ++c) whole.corners[c] = vertices.corners[face.index[c]];
@@ -141,43 +113,38 @@ static void VisitCutFace(const Mesh& mesh, const MeshDraw& draw, const Face& fac
     }
 }
 
-// True when the face's pixels, if any, lie outside the viewport.
-static bool MissesViewport(const TransformedVertices& vertices, const Face& face) {
-    const ScreenCorner& a = vertices.corners[face.index[0]];
-    const ScreenCorner& b = vertices.corners[face.index[1]];
-    const ScreenCorner& c = vertices.corners[face.index[2]];
-    const Rect& v = frameBuffer.viewport;
-    return std::max({a.x, b.x, c.x}) < static_cast<float>(v.left) ||
-           std::max({a.y, b.y, c.y}) < static_cast<float>(v.top) ||
-           std::min({a.x, b.x, c.x}) > static_cast<float>(v.right) ||
-           std::min({a.y, b.y, c.y}) > static_cast<float>(v.bottom);
+// True when all of the face is in view and nothing of it has to be cut.
+static bool IsWhole(const MeshVertices& vertices, const MeshTriangle& triangle) {
+    return std::ranges::all_of(triangle,
+                               [&vertices](int32_t i) { return vertices.IsPlain(static_cast<size_t>(i)); });
 }
 
-// Gives `visit` every face that turns its front to the eye, as parts on the screen, in the mesh's order.
-template <typename Visit>
-static void VisitFrontFaces(const Mesh& mesh, const MeshDraw& draw, const TransformedVertices& vertices,
-                            Visit visit) {
-    const AxisScales scales = WorldScales(draw.world);
-    for (const MeshTriangle& triangle : mesh.triangles) {
-        Face face;
-        if (!SetUpFace(triangle, draw, vertices, face)) continue;
+static bool LiesBeyondNearPlane(const MeshVertices& vertices, const MeshTriangle& triangle) {
+    return std::ranges::all_of(
+        triangle, [&vertices](int32_t i) { return vertices.beyondNearPlane[static_cast<size_t>(i)] != 0; });
+}
 
-        const auto [i, j, k] = face.index;
-        const bool uncut =
-            vertices.beyondNearPlane[i] && vertices.beyondNearPlane[j] && vertices.beyondNearPlane[k];
-        const bool visible = vertices.visible[i] && vertices.visible[j] && vertices.visible[k];
-        if (!uncut) {
-            VisitCutFace(mesh, draw, face, scales, [&](const ScreenFace& part) { visit(face, part); });
-        } else if (visible && !MissesViewport(vertices, face)) {
-            visit(face, WholeFace(mesh, draw, vertices, face, scales));
-        }
+// Gives `visit` the parts of a face on the screen. None of a face that turns its back to the eye.
+template <typename Visit>
+static void VisitParts(const Mesh& mesh, const MeshDraw& draw, const MeshVertices& vertices,
+                       const AxisScales& scales, const MeshTriangle& triangle, Visit visit) {
+    Face face;
+    if (!SetUpFace(triangle, draw, vertices, face)) return;
+    if (!LiesBeyondNearPlane(vertices, triangle)) {
+        VisitCutFace(mesh, draw, face, scales, [&](const ScreenFace& part) { visit(face, part); });
+    } else if (IsWhole(vertices, triangle)) {
+        visit(face, WholeFace(mesh, draw, vertices, face, scales));
     }
 }
 
-static void DrawFaces(const Mesh& mesh, const MeshDraw& draw, const TransformedVertices& vertices) {
-    VisitFrontFaces(mesh, draw, vertices, [&draw](const Face& face, const ScreenFace& part) {
-        const float brightness =
-            FaceBrightness(face.normal, face.toEye, draw.light, draw.roughness, draw.gloss);
+static float BrightnessOf(const Face& face, const MeshDraw& draw) {
+    return FaceBrightness(face.normal, face.toEye, draw.light, draw.roughness, draw.gloss);
+}
+
+static void DrawParts(const Mesh& mesh, const MeshDraw& draw, const MeshVertices& vertices,
+                      const AxisScales& scales, const MeshTriangle& triangle) {
+    VisitParts(mesh, draw, vertices, scales, triangle, [&draw](const Face& face, const ScreenFace& part) {
+        const float brightness = BrightnessOf(face, draw);
         if (draw.texture == nullptr) {
             FillTriangle(part.corners, Lit(Tinted(part.color, draw.tint), brightness));
         } else {
@@ -186,12 +153,67 @@ static void DrawFaces(const Mesh& mesh, const MeshDraw& draw, const TransformedV
     });
 }
 
+namespace {
+
+// A face that is drawn whole.
+struct FaceToDraw {
+    const Mesh& mesh;
+    const MeshDraw& draw;
+    const MeshVertices& vertices;
+    const MeshTriangle& triangle;
+    const Rect& box;  // the pixels that it may cover
+};
+
+}  // namespace
+
+// False for a face that turns its back to the eye.
+static bool ColorOfFlatFace(const void* source, Pixel& color) {
+    const auto& [mesh, draw, vertices, triangle, box] = *static_cast<const FaceToDraw*>(source);
+    Face face;
+    if (!SetUpFace(triangle, draw, vertices, face)) return false;
+    color = Lit(Tinted(mesh.vertices[face.index[0]].color, draw.tint), BrightnessOf(face, draw));
+    return true;
+}
+
+// Its cull test and its light wait for its first pixel.
+static void DrawFlatFace(const FaceToDraw& face) {
+    std::array<ScreenCorner, 3> corners;
+    for (size_t c = 0; c < 3; ++c) corners[c] = face.vertices.corners[static_cast<size_t>(face.triangle[c])];
+    FillTriangle(corners, face.box, FlatFill{ColorOfFlatFace, &face});
+}
+
+static void DrawTexturedFace(const FaceToDraw& whole, const AxisScales& scales) {
+    const auto& [mesh, draw, vertices, triangle, box] = whole;
+    Face face;
+    if (!SetUpFace(triangle, draw, vertices, face)) return;
+    const ScreenFace part = WholeFace(mesh, draw, vertices, face, scales);
+    FillTriangle(part.corners, box, part.points,
+                 {draw.texture, draw.repeat, draw.tint, BrightnessOf(face, draw)});
+}
+
+static void DrawFaces(const Mesh& mesh, const MeshDraw& draw, const MeshVertices& vertices) {
+    static std::vector<ScannedFace> faces;
+    ScanFaces(mesh, vertices, {draw.eye, frameBuffer.viewport}, frameBuffer.simd, faces);
+    const AxisScales scales = WorldScales(draw.world);
+    for (const ScannedFace& scanned : faces) {
+        const MeshTriangle& triangle = mesh.triangles[scanned.triangle];
+        const FaceToDraw face{mesh, draw, vertices, triangle, scanned.box};
+        if (!IsWhole(vertices, triangle)) {
+            DrawParts(mesh, draw, vertices, scales, triangle);
+        } else if (draw.texture == nullptr) {
+            DrawFlatFace(face);
+        } else {
+            DrawTexturedFace(face, scales);
+        }
+    }
+}
+
 static Point PixelOf(const ScreenCorner& corner) {
     return {static_cast<int32_t>(corner.x), static_cast<int32_t>(corner.y)};
 }
 
 // Ignores depth, so that the selection shows through what stands before it.
-static void DrawOutline(const Mesh& mesh, const TransformedVertices& vertices) {
+static void DrawOutline(const Mesh& mesh, const MeshVertices& vertices) {
     for (const MeshTriangle& triangle : mesh.triangles) {
         for (size_t c = 0; c < 3; ++c) {
             const auto from = static_cast<size_t>(triangle[c]),
@@ -203,26 +225,31 @@ static void DrawOutline(const Mesh& mesh, const TransformedVertices& vertices) {
 }
 
 // The vertices of the mesh at hand, in memory that is kept from mesh to mesh.
-static const TransformedVertices& Transformed(const Mesh& mesh, const MeshDraw& draw) {
-    static TransformedVertices vertices;
-    TransformVertices(mesh, draw, vertices);
+static const MeshVertices& Transformed(const Mesh& mesh, const MeshDraw& draw) {
+    static MeshVertices vertices;
+    TransformVertices(mesh, {draw.world, draw.viewProjection, frameBuffer.viewport}, frameBuffer.simd,
+                      vertices);
     return vertices;
 }
 
 void DrawMesh(const Mesh& mesh, const MeshDraw& draw) {
     if (frameBuffer.pixels == nullptr) return;
     PreparePixelAccess();
-    const TransformedVertices& vertices = Transformed(mesh, draw);
+    const MeshVertices& vertices = Transformed(mesh, draw);
     DrawFaces(mesh, draw, vertices);
     if (draw.selected) DrawOutline(mesh, vertices);
 }
 
 bool MeshDepthAt(const Mesh& mesh, const MeshDraw& draw, Point pixel, float& depth) {
     bool covered = false;
-    VisitFrontFaces(mesh, draw, Transformed(mesh, draw), [&](const Face&, const ScreenFace& part) {
-        TriangleSetup setup;
-        if (!SetUpTriangle(part.corners, setup)) return;
-        covered = CoversPixel(setup, pixel, depth) || covered;
-    });
+    const MeshVertices& vertices = Transformed(mesh, draw);
+    const AxisScales scales = WorldScales(draw.world);
+    for (const MeshTriangle& triangle : mesh.triangles) {
+        VisitParts(mesh, draw, vertices, scales, triangle, [&](const Face&, const ScreenFace& part) {
+            TriangleSetup setup;
+            if (!SetUpTriangle(part.corners, setup)) return;
+            covered = CoversPixel(setup, pixel, depth) || covered;
+        });
+    }
     return covered;
 }

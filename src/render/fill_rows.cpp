@@ -3,19 +3,12 @@
 #include "render/surface.h"
 #include "scene/limit.h"
 
-#include <immintrin.h>
-
 #include <algorithm>
 #include <cmath>
 
-#if defined(_MSC_VER) && !defined(__clang__)
-#define ZEL_AVX2
-#else
-#define ZEL_AVX2 __attribute__((target("avx2")))
-#endif
-
-constexpr float kSmallestArea = 0.0001f;
 constexpr float kSmallestQ = 1e-6f;  // interpolated 1 / w below which a pixel is skipped
+
+constexpr int32_t kBandRows = 8;  // rows that share the products of their columns
 
 bool SetUpTriangle(const std::array<ScreenCorner, 3>& corners, TriangleSetup& setup) {
     const auto& [a, b, c] = corners;
@@ -54,10 +47,10 @@ namespace {
 
 // The part of a row that the triangle may cover.
 struct RowSpan {
-    int32_t left = 0, right = 0;  // right exclusive
-    int64_t available = 0;        // pixels from the row's first to the buffer's end
-    Pixel* pixels = nullptr;      // of the row's first pixel
-    float* depth = nullptr;
+    int32_t left, right;  // right exclusive
+    int64_t available;    // pixels from the row's first to the buffer's end
+    Pixel* pixels;        // of the row's first pixel
+    float* depth;
 };
 
 // The second products of the edge functions: the same along a row.
@@ -69,13 +62,24 @@ struct Weights {
     float w0, w1, w2;
 };
 
+// A flat triangle's colour, from when it is first needed.
+struct LateColor {
+    const FlatFill& fill;
+    Pixel value{};
+    bool isMade = false;
+
+    // False when the triangle is not to be drawn.
+    bool IsKnown() { return isMade || (isMade = fill.colorOf(fill.source, value)); }
+};
+
 }  // namespace
 
 static ZEL_INLINE RowSpan SpanOfRow(const FillArea& area, int32_t y) {
     ColumnRange columns{area.box.left, area.box.right};
     if (area.isBounded) columns = CoveredColumns(area.bounds, y, columns);
-    const int64_t start = static_cast<int64_t>(y) * area.width;
-    return {columns.left, columns.right, area.size - start, area.pixels + start, area.depth + start};
+    const FillTarget& to = area.target;
+    const int64_t start = static_cast<int64_t>(y) * to.width;
+    return {columns.left, columns.right, to.size - start, to.pixels + start, to.depth + start};
 }
 
 static ZEL_INLINE RowEdges EdgesOfRow(const TriangleSetup& t, int32_t y) {
@@ -109,14 +113,17 @@ bool CoversPixel(const TriangleSetup& setup, Point pixel, float& depth) {
     return true;
 }
 
-static void FillFlatPixels(const TriangleSetup& t, const RowEdges& edges, const RowSpan& span, int32_t from,
-                           Pixel color) {
+// Returns false when the triangle is not to be drawn.
+static bool FillFlatPixels(const TriangleSetup& t, const RowEdges& edges, const RowSpan& span, int32_t from,
+                           LateColor& color) {
     for (int32_t x = from; x < span.right; ++x) {
         float depth;
         if (!IsSeen(t, WeightsAt(t, edges, x), span.depth[x], depth)) continue;
+        if (!color.IsKnown()) return false;
         span.depth[x] = depth;
-        span.pixels[x] = color;
+        span.pixels[x] = color.value;
     }
+    return true;
 }
 
 static void FillTexturedPixels(const TriangleSetup& t, const RowEdges& edges, const RowSpan& span,
@@ -138,11 +145,20 @@ static void FillTexturedPixels(const TriangleSetup& t, const RowEdges& edges, co
     }
 }
 
-static void FillRowsFlatScalar(const TriangleSetup& t, const FillArea& area, Pixel color) {
+static void FillRowsFlatScalar(const TriangleSetup& t, const FillArea& area, const FlatFill& fill) {
+    LateColor color{fill};
     for (int32_t y = area.box.top; y < area.box.bottom; ++y) {
         const RowSpan span = SpanOfRow(area, y);
-        FillFlatPixels(t, EdgesOfRow(t, y), span, span.left, color);
+        if (!FillFlatPixels(t, EdgesOfRow(t, y), span, span.left, color)) return;
     }
+}
+
+// By way of the fill of any triangle.
+template <FillRowsFlat fillRows>
+static void FillSmallFlatAsRows(const std::array<ScreenCorner, 3>& corners, const Rect& box,
+                                const FillTarget& target, const FlatFill& fill) {
+    TriangleSetup setup;
+    if (SetUpTriangle(corners, setup)) fillRows(setup, {.box = box, .target = target}, fill);
 }
 
 static void FillRowsTexturedScalar(const TriangleSetup& t, const FillArea& area, const TextureFill& fill) {
@@ -226,25 +242,28 @@ static void StoreSse2(const RowSpan& span, int32_t x, __m128 seen, __m128 depth,
     _mm_storeu_ps(span.depth + x, SelectSse2(seen, depth, drawnDepth));
 }
 
-static void FillRowFlatSse2(const TriangleSetup& setup, const TriangleSse2& t, int32_t y, const RowSpan& span,
-                            Pixel color) {
+// Returns false when the triangle is not to be drawn.
+static bool FillRowFlatSse2(const TriangleSetup& setup, const TriangleSse2& t, int32_t y, const RowSpan& span,
+                            LateColor& color) {
     const RowEdges edges = EdgesOfRow(setup, y);
-    const __m128i colors = _mm_set1_epi32(static_cast<int32_t>(color));
     int32_t x = span.left;
     for (; x < span.right && x + 4 <= span.available; x += 4) {
         const __m128 drawnDepth = _mm_loadu_ps(span.depth + x);
         __m128 depth;
         __m128 seen = SeenSse2(t, WeightsAtSse2(t, edges, x), drawnDepth, depth);
         seen = _mm_and_ps(seen, LanesBeforeSse2(x, span.right));
-        if (_mm_movemask_ps(seen) != 0) StoreSse2(span, x, seen, depth, drawnDepth, colors);
+        if (_mm_movemask_ps(seen) == 0) continue;
+        if (!color.IsKnown()) return false;
+        StoreSse2(span, x, seen, depth, drawnDepth, _mm_set1_epi32(static_cast<int32_t>(color.value)));
     }
-    FillFlatPixels(setup, edges, span, x, color);
+    return FillFlatPixels(setup, edges, span, x, color);
 }
 
-static void FillRowsFlatSse2(const TriangleSetup& setup, const FillArea& area, Pixel color) {
+static void FillRowsFlatSse2(const TriangleSetup& setup, const FillArea& area, const FlatFill& fill) {
     const TriangleSse2 t = SpreadSse2(setup);
+    LateColor color{fill};
     for (int32_t y = area.box.top; y < area.box.bottom; ++y) {
-        FillRowFlatSse2(setup, t, y, SpanOfRow(area, y), color);
+        if (!FillRowFlatSse2(setup, t, y, SpanOfRow(area, y), color)) return;
     }
 }
 
@@ -375,19 +394,8 @@ ZEL_AVX2 static TriangleAvx2 SpreadAvx2(const TriangleSetup& setup) {
     return t;
 }
 
-ZEL_AVX2 static __m256 WeightAvx2(const TriangleAvx2& t, const RowEdges& edges, int i, __m256 centreX) {
-    const __m256 first = _mm256_mul_ps(_mm256_sub_ps(centreX, t.startX[i]), t.runY[i]);
-    return _mm256_div_ps(_mm256_sub_ps(first, _mm256_set1_ps(edges.product[i])), t.area);
-}
-
-ZEL_AVX2 static __m256i ColumnsAvx2(int32_t x) {
+ZEL_AVX2 static __m256i ColumnNumbersAvx2(int32_t x) {
     return _mm256_add_epi32(_mm256_set1_epi32(x), _mm256_setr_epi32(0, 1, 2, 3, 4, 5, 6, 7));
-}
-
-ZEL_AVX2 static WeightsAvx2 WeightsAtAvx2(const TriangleAvx2& t, const RowEdges& edges, int32_t x) {
-    const __m256 centreX = _mm256_add_ps(_mm256_cvtepi32_ps(ColumnsAvx2(x)), _mm256_set1_ps(0.5f));
-    return {WeightAvx2(t, edges, 0, centreX), WeightAvx2(t, edges, 1, centreX),
-            WeightAvx2(t, edges, 2, centreX)};
 }
 
 ZEL_AVX2 static __m256 WeightedAvx2(__m256 a, __m256 b, __m256 c, const __m256 (&values)[3]) {
@@ -396,17 +404,22 @@ ZEL_AVX2 static __m256 WeightedAvx2(__m256 a, __m256 b, __m256 c, const __m256 (
 }
 
 ZEL_AVX2 static __m256 LanesBeforeAvx2(int32_t x, int32_t right) {
-    return _mm256_castsi256_ps(_mm256_cmpgt_epi32(_mm256_set1_epi32(right), ColumnsAvx2(x)));
+    return _mm256_castsi256_ps(_mm256_cmpgt_epi32(_mm256_set1_epi32(right), ColumnNumbersAvx2(x)));
+}
+
+// Lanes inside the triangle and nearer than what was drawn.
+ZEL_AVX2 static ZEL_INLINE __m256 PassesAvx2(const WeightsAvx2& w, __m256 depth, __m256 drawnDepth) {
+    const __m256 zero = _mm256_setzero_ps();
+    __m256 seen = _mm256_and_ps(_mm256_cmp_ps(w.w0, zero, _CMP_GE_OQ), _mm256_cmp_ps(w.w1, zero, _CMP_GE_OQ));
+    seen = _mm256_and_ps(seen, _mm256_cmp_ps(w.w2, zero, _CMP_GE_OQ));
+    return _mm256_and_ps(seen, _mm256_and_ps(_mm256_cmp_ps(depth, zero, _CMP_GE_OQ),
+                                             _mm256_cmp_ps(depth, drawnDepth, _CMP_LT_OQ)));
 }
 
 ZEL_AVX2 static __m256 SeenAvx2(const TriangleAvx2& t, const WeightsAvx2& w, __m256 drawnDepth,
                                 __m256& depth) {
-    const __m256 zero = _mm256_setzero_ps();
-    __m256 seen = _mm256_and_ps(_mm256_cmp_ps(w.w0, zero, _CMP_GE_OQ), _mm256_cmp_ps(w.w1, zero, _CMP_GE_OQ));
-    seen = _mm256_and_ps(seen, _mm256_cmp_ps(w.w2, zero, _CMP_GE_OQ));
     depth = WeightedAvx2(w.w0, w.w1, w.w2, t.depth);
-    return _mm256_and_ps(seen, _mm256_and_ps(_mm256_cmp_ps(depth, zero, _CMP_GE_OQ),
-                                             _mm256_cmp_ps(depth, drawnDepth, _CMP_LT_OQ)));
+    return PassesAvx2(w, depth, drawnDepth);
 }
 
 ZEL_AVX2 static void StoreAvx2(const RowSpan& span, int32_t x, __m256 seen, __m256 depth, __m256 drawnDepth,
@@ -418,27 +431,170 @@ ZEL_AVX2 static void StoreAvx2(const RowSpan& span, int32_t x, __m256 seen, __m2
     _mm256_storeu_ps(span.depth + x, _mm256_blendv_ps(drawnDepth, depth, seen));
 }
 
-ZEL_AVX2 static void FillRowFlatAvx2(const TriangleSetup& setup, const TriangleAvx2& t, int32_t y,
-                                     const RowSpan& span, Pixel color) {
-    const RowEdges edges = EdgesOfRow(setup, y);
-    const __m256i colors = _mm256_set1_epi32(static_cast<int32_t>(color));
-    int32_t x = span.left;
-    for (; x < span.right && x + 8 <= span.available; x += 8) {
-        const __m256 drawnDepth = _mm256_loadu_ps(span.depth + x);
-        __m256 depth;
-        __m256 seen = SeenAvx2(t, WeightsAtAvx2(t, edges, x), drawnDepth, depth);
-        seen = _mm256_and_ps(seen, LanesBeforeAvx2(x, span.right));
-        if (_mm256_movemask_ps(seen) != 0) StoreAvx2(span, x, seen, depth, drawnDepth, colors);
+namespace {
+
+// Some rows of a triangle, and what does not change along them.
+struct RowBand {
+    int32_t count = 0, left = 0, right = 0;  // the columns of all its rows
+    std::array<RowSpan, kBandRows> spans;
+    std::array<RowEdges, kBandRows> edges;
+};
+
+// The first products of the edge functions in eight columns: the same along a column.
+struct ColumnsAvx2 {
+    __m256 product[3];
+    __m256 inside;  // lanes left of the area's right edge
+};
+
+}  // namespace
+
+static ZEL_INLINE void SetUpBand(const TriangleSetup& setup, const FillArea& area, int32_t top,
+                                 RowBand& band) {
+    band.count = std::min(kBandRows, area.box.bottom - top);
+    band.left = area.box.right;
+    band.right = area.box.left;
+    for (int32_t i = 0; i < band.count; ++i) {
+        const auto row = static_cast<size_t>(i);
+        band.spans[row] = SpanOfRow(area, top + i);
+        band.edges[row] = EdgesOfRow(setup, top + i);
+        if (band.spans[row].left >= band.spans[row].right) continue;
+        band.left = std::min(band.left, band.spans[row].left);
+        band.right = std::max(band.right, band.spans[row].right);
     }
-    if (x >= span.right) return;
-    _mm256_zeroupper();
-    FillFlatPixels(setup, edges, span, x, color);
 }
 
-ZEL_AVX2 static void FillRowsFlatAvx2(const TriangleSetup& setup, const FillArea& area, Pixel color) {
+ZEL_AVX2 static ZEL_INLINE ColumnsAvx2 ColumnsAtAvx2(const TriangleAvx2& t, int32_t x, int32_t right) {
+    const __m256 centreX = _mm256_add_ps(_mm256_cvtepi32_ps(ColumnNumbersAvx2(x)), _mm256_set1_ps(0.5f));
+    ColumnsAvx2 made;
+    for (int i = 0; i < 3; ++i)
+        made.product[i] = _mm256_mul_ps(_mm256_sub_ps(centreX, t.startX[i]), t.runY[i]);
+    made.inside = LanesBeforeAvx2(x, right);
+    return made;
+}
+
+ZEL_AVX2 static ZEL_INLINE WeightsAvx2 WeightsInRowAvx2(const TriangleAvx2& t, const ColumnsAvx2& columns,
+                                                        const RowEdges& edges) {
+    __m256 weight[3];
+    for (int i = 0; i < 3; ++i) {
+        const __m256 edge = _mm256_sub_ps(columns.product[i], _mm256_set1_ps(edges.product[i]));
+        weight[i] = _mm256_div_ps(edge, t.area);
+    }
+    return {weight[0], weight[1], weight[2]};
+}
+
+// Returns false when the triangle is not to be drawn.
+ZEL_AVX2 static ZEL_INLINE bool FillBandFlatAvx2(const TriangleSetup& setup, const TriangleAvx2& t,
+                                                 const RowBand& band, int32_t right, LateColor& color) {
+    for (int32_t x = band.left; x < band.right; x += 8) {
+        const ColumnsAvx2 columns = ColumnsAtAvx2(t, x, right);
+        for (size_t row = 0; row < static_cast<size_t>(band.count); ++row) {
+            const RowSpan& span = band.spans[row];
+            if (x >= span.right || x + 8 <= span.left) continue;
+            if (x + 8 > span.available) {
+                _mm256_zeroupper();
+                if (!FillFlatPixels(setup, band.edges[row], span, std::max(x, span.left), color))
+                    return false;
+                continue;
+            }
+            const __m256 drawnDepth = _mm256_loadu_ps(span.depth + x);
+            __m256 depth;
+            const __m256 passes =
+                SeenAvx2(t, WeightsInRowAvx2(t, columns, band.edges[row]), drawnDepth, depth);
+            const __m256 seen = _mm256_and_ps(columns.inside, passes);
+            if (_mm256_movemask_ps(seen) == 0) continue;
+            if (!color.IsKnown()) return false;
+            StoreAvx2(span, x, seen, depth, drawnDepth, _mm256_set1_epi32(static_cast<int32_t>(color.value)));
+        }
+    }
+    return true;
+}
+
+ZEL_AVX2 static void FillRowsFlatAvx2(const TriangleSetup& setup, const FillArea& area,
+                                      const FlatFill& fill) {
     const TriangleAvx2 t = SpreadAvx2(setup);
-    for (int32_t y = area.box.top; y < area.box.bottom; ++y) {
-        FillRowFlatAvx2(setup, t, y, SpanOfRow(area, y), color);
+    LateColor color{fill};
+    RowBand band;
+    for (int32_t top = area.box.top; top < area.box.bottom; top += kBandRows) {
+        SetUpBand(setup, area, top, band);
+        if (!FillBandFlatAvx2(setup, t, band, area.box.right, color)) return;
+    }
+}
+
+namespace {
+
+// A triangle of few pixels, every number in all lanes. It is made out of whole corners: scalars that are
+// written one by one and read again as vectors would wait for their way through memory.
+struct SmallTriangleAvx2 {
+    __m256 startX[3], startY[3], runX[3], runY[3], depth[3];
+    __m256 area;
+};
+
+}  // namespace
+
+template <int lane>
+ZEL_AVX2 static ZEL_INLINE __m256 LaneAvx2(__m128 corner) {
+    return _mm256_broadcastss_ps(_mm_permute_ps(corner, lane * 0x55));
+}
+
+// The same operations as those of SetUpTriangle.
+ZEL_AVX2 static ZEL_INLINE SmallTriangleAvx2 SetUpSmallAvx2(const std::array<ScreenCorner, 3>& corners) {
+    const __m128 a = _mm_loadu_ps(&corners[0].x), b = _mm_loadu_ps(&corners[1].x),
+                 c = _mm_loadu_ps(&corners[2].x);
+    const __m128 start[3] = {b, c, a}, end[3] = {c, a, b}, corner[3] = {a, b, c};
+    SmallTriangleAvx2 t;
+    for (int i = 0; i < 3; ++i) {
+        const __m128 run = _mm_sub_ps(end[i], start[i]);
+        t.startX[i] = LaneAvx2<0>(start[i]);
+        t.startY[i] = LaneAvx2<1>(start[i]);
+        t.runX[i] = LaneAvx2<0>(run);
+        t.runY[i] = LaneAvx2<1>(run);
+        t.depth[i] = LaneAvx2<2>(corner[i]);
+    }
+    const __m128 fromA = _mm_sub_ps(b, a);
+    const __m128 products = _mm_mul_ps(_mm_sub_ps(c, a), _mm_permute_ps(fromA, _MM_SHUFFLE(3, 2, 0, 1)));
+    t.area = _mm256_sub_ps(LaneAvx2<0>(products), LaneAvx2<1>(products));
+    return t;
+}
+
+// One pixel at a time at the end of the buffer.
+static void FillSmallRowFlat(const std::array<ScreenCorner, 3>& corners, const RowSpan& span, int32_t y,
+                             LateColor& color) {
+    TriangleSetup setup;
+    if (SetUpTriangle(corners, setup)) FillFlatPixels(setup, EdgesOfRow(setup, y), span, span.left, color);
+}
+
+ZEL_AVX2 static void FillSmallFlatAvx2(const std::array<ScreenCorner, 3>& corners, const Rect& box,
+                                       const FillTarget& target, const FlatFill& fill) {
+    const SmallTriangleAvx2 t = SetUpSmallAvx2(corners);
+    LateColor color{fill};
+    for (int32_t x = box.left; x < box.right; x += 8) {
+        const __m256 centreX = _mm256_add_ps(_mm256_cvtepi32_ps(ColumnNumbersAvx2(x)), _mm256_set1_ps(0.5f));
+        const __m256 inside = LanesBeforeAvx2(x, box.right);
+        __m256 column[3];
+        for (int i = 0; i < 3; ++i) column[i] = _mm256_mul_ps(_mm256_sub_ps(centreX, t.startX[i]), t.runY[i]);
+        for (int32_t y = box.top; y < box.bottom; ++y) {
+            const int64_t start = static_cast<int64_t>(y) * target.width;
+            const RowSpan span{x, box.right, target.size - start, target.pixels + start,
+                               target.depth + start};
+            if (x + 8 > span.available) {
+                _mm256_zeroupper();
+                FillSmallRowFlat(corners, span, y, color);
+                continue;
+            }
+            const __m256 centreY = _mm256_set1_ps(static_cast<float>(y) + 0.5f);
+            __m256 weight[3];
+            for (int i = 0; i < 3; ++i) {
+                const __m256 row = _mm256_mul_ps(_mm256_sub_ps(centreY, t.startY[i]), t.runX[i]);
+                weight[i] = _mm256_div_ps(_mm256_sub_ps(column[i], row), t.area);
+            }
+            const __m256 drawnDepth = _mm256_loadu_ps(span.depth + x);
+            const __m256 depth = WeightedAvx2(weight[0], weight[1], weight[2], t.depth);
+            const __m256 passes = PassesAvx2({weight[0], weight[1], weight[2]}, depth, drawnDepth);
+            const __m256 seen = _mm256_and_ps(inside, passes);
+            if (_mm256_movemask_ps(seen) == 0) continue;
+            if (!color.IsKnown()) return;
+            StoreAvx2(span, x, seen, depth, drawnDepth, _mm256_set1_epi32(static_cast<int32_t>(color.value)));
+        }
     }
 }
 
@@ -486,47 +642,55 @@ ZEL_AVX2 static __m256i SampleAvx2(const TextureFill& fill, __m256 u, __m256 v, 
                                        _mm256_castps_si256(seen), 4);
 }
 
-ZEL_AVX2 static void FillRowTexturedAvx2(const TriangleSetup& setup, const TriangleAvx2& t, int32_t y,
-                                         const RowSpan& span, const TextureFill& fill) {
-    const RowEdges edges = EdgesOfRow(setup, y);
-    int32_t x = span.left;
-    for (; x < span.right && x + 8 <= span.available; x += 8) {
-        const __m256 drawnDepth = _mm256_loadu_ps(span.depth + x);
-        const WeightsAvx2 w = WeightsAtAvx2(t, edges, x);
-        __m256 depth;
-        __m256 seen = _mm256_and_ps(SeenAvx2(t, w, drawnDepth, depth), LanesBeforeAvx2(x, span.right));
-        if (_mm256_movemask_ps(seen) == 0) continue;
+ZEL_AVX2 static ZEL_INLINE void FillBandTexturedAvx2(const TriangleSetup& setup, const TriangleAvx2& t,
+                                                     const RowBand& band, int32_t right,
+                                                     const TextureFill& fill) {
+    for (int32_t x = band.left; x < band.right; x += 8) {
+        const ColumnsAvx2 columns = ColumnsAtAvx2(t, x, right);
+        for (size_t row = 0; row < static_cast<size_t>(band.count); ++row) {
+            const RowSpan& span = band.spans[row];
+            if (x >= span.right || x + 8 <= span.left) continue;
+            if (x + 8 > span.available) {
+                _mm256_zeroupper();
+                FillTexturedPixels(setup, band.edges[row], span, std::max(x, span.left), fill);
+                continue;
+            }
+            const __m256 drawnDepth = _mm256_loadu_ps(span.depth + x);
+            const WeightsAvx2 w = WeightsInRowAvx2(t, columns, band.edges[row]);
+            __m256 depth;
+            __m256 seen = _mm256_and_ps(columns.inside, SeenAvx2(t, w, drawnDepth, depth));
+            if (_mm256_movemask_ps(seen) == 0) continue;
 
-        const __m256 q0 = _mm256_mul_ps(w.w0, t.inverseW[0]);
-        const __m256 q1 = _mm256_mul_ps(w.w1, t.inverseW[1]);
-        const __m256 q2 = _mm256_mul_ps(w.w2, t.inverseW[2]);
-        const __m256 q = _mm256_add_ps(_mm256_add_ps(q0, q1), q2);
-        const __m256 magnitude = _mm256_andnot_ps(_mm256_set1_ps(-0.0f), q);
-        seen = _mm256_and_ps(seen, _mm256_cmp_ps(magnitude, _mm256_set1_ps(kSmallestQ), _CMP_GT_OQ));
-        const __m256 u = _mm256_div_ps(WeightedAvx2(q0, q1, q2, t.u), q);
-        const __m256 v = _mm256_div_ps(WeightedAvx2(q0, q1, q2, t.v), q);
+            const __m256 q0 = _mm256_mul_ps(w.w0, t.inverseW[0]);
+            const __m256 q1 = _mm256_mul_ps(w.w1, t.inverseW[1]);
+            const __m256 q2 = _mm256_mul_ps(w.w2, t.inverseW[2]);
+            const __m256 q = _mm256_add_ps(_mm256_add_ps(q0, q1), q2);
+            const __m256 magnitude = _mm256_andnot_ps(_mm256_set1_ps(-0.0f), q);
+            seen = _mm256_and_ps(seen, _mm256_cmp_ps(magnitude, _mm256_set1_ps(kSmallestQ), _CMP_GT_OQ));
+            const __m256 u = _mm256_div_ps(WeightedAvx2(q0, q1, q2, t.u), q);
+            const __m256 v = _mm256_div_ps(WeightedAvx2(q0, q1, q2, t.v), q);
 
-        const __m256i colors = LitAvx2(TintedAvx2(SampleAvx2(fill, u, v, seen), fill.tint), fill.brightness);
-        StoreAvx2(span, x, seen, depth, drawnDepth, colors);
+            const __m256i texels = TintedAvx2(SampleAvx2(fill, u, v, seen), fill.tint);
+            StoreAvx2(span, x, seen, depth, drawnDepth, LitAvx2(texels, fill.brightness));
+        }
     }
-    if (x >= span.right) return;
-    _mm256_zeroupper();
-    FillTexturedPixels(setup, edges, span, x, fill);
 }
 
 ZEL_AVX2 static void FillRowsTexturedAvx2(const TriangleSetup& setup, const FillArea& area,
                                           const TextureFill& fill) {
     const TriangleAvx2 t = SpreadAvx2(setup);
-    for (int32_t y = area.box.top; y < area.box.bottom; ++y) {
-        FillRowTexturedAvx2(setup, t, y, SpanOfRow(area, y), fill);
+    RowBand band;
+    for (int32_t top = area.box.top; top < area.box.bottom; top += kBandRows) {
+        SetUpBand(setup, area, top, band);
+        FillBandTexturedAvx2(setup, t, band, area.box.right, fill);
     }
 }
 
 const RowFills& RowFillsOf(SimdLevel level) {
     static constexpr RowFills kFills[] = {
-        {FillRowsFlatScalar, FillRowsTexturedScalar},
-        {FillRowsFlatSse2, FillRowsTexturedSse2},
-        {FillRowsFlatAvx2, FillRowsTexturedAvx2},
+        {FillRowsFlatScalar, FillSmallFlatAsRows<FillRowsFlatScalar>, FillRowsTexturedScalar},
+        {FillRowsFlatSse2, FillSmallFlatAsRows<FillRowsFlatSse2>, FillRowsTexturedSse2},
+        {FillRowsFlatAvx2, FillSmallFlatAvx2, FillRowsTexturedAvx2},
     };
     return kFills[static_cast<size_t>(level)];
 }

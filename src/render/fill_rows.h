@@ -5,20 +5,13 @@
 #include "render/cpu_features.h"
 #include "render/projection.h"
 #include "render/rect.h"
+#include "render/simd.h"
 #include "render/texture_image.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
-
-// Into functions of every level, so that each is encoded as one: a call from AVX2 code into SSE code would
-// run with the upper halves of the registers in use, which slows down all that follows.
-#if defined(_MSC_VER) && !defined(__clang__)
-#define ZEL_INLINE __forceinline
-#else
-#define ZEL_INLINE inline __attribute__((always_inline))
-#endif
 
 // A triangle as its rows need it. Edge i lies opposite corner i, and its function divided by `area` is the
 // weight of that corner.
@@ -39,6 +32,12 @@ struct TextureFill {
     float brightness = 1;  // limited when it is applied
 };
 
+// What colours a flat triangle: asked for when its first pixel is found, for many triangles show none.
+struct FlatFill {
+    bool (*colorOf)(const void* source, Pixel& color) = nullptr;  // false: nothing is drawn
+    const void* source = nullptr;
+};
+
 // Where the edges of a triangle cross the rows.
 struct ColumnBounds {
     std::array<double, 3> startX{}, startY{};  // where edge i begins, pixels
@@ -46,11 +45,8 @@ struct ColumnBounds {
     std::array<int32_t, 3> side{};  // 1: covered pixels lie right of the edge, -1: left, 0: any side
 };
 
-// The pixels that a triangle may cover, and what they are drawn to.
-struct FillArea {
-    Rect box{};              // inside the buffer
-    bool isBounded = false;  // by its edges too; else every column of the box is looked at
-    ColumnBounds bounds{};
+// What is drawn to.
+struct FillTarget {
     Pixel* pixels = nullptr;  // of the buffer's first pixel
     float* depth = nullptr;
     int32_t width = 0;  // of the buffer: pixels from one row to the next
@@ -59,8 +55,18 @@ struct FillArea {
     int64_t size = 0;
 };
 
-// The triangle's edge functions and weights for three screen corners. False when it has no area (below
-// 0.0001).
+// The pixels that a triangle may cover.
+struct FillArea {
+    Rect box{};              // inside the buffer
+    bool isBounded = false;  // by its edges too; else every column of the box is looked at
+    ColumnBounds bounds{};
+    FillTarget target{};
+};
+
+// Twice the area below which a triangle is not drawn, square pixels.
+constexpr float kSmallestArea = 0.0001f;
+
+// The triangle's edge functions and weights for three screen corners. False when it has no area.
 bool SetUpTriangle(const std::array<ScreenCorner, 3>& corners, TriangleSetup& setup);
 
 ColumnBounds BoundColumns(const TriangleSetup& setup);
@@ -89,11 +95,16 @@ bool CoversPixel(const TriangleSetup& setup, Point pixel, float& depth);
 
 // Each function fills the pixels of the area whose centres lie inside the triangle, edges included, and
 // nearer than what the depth buffer holds. The scalar ones are the definition.
-using FillRowsFlat = void (*)(const TriangleSetup&, const FillArea&, Pixel color);
+using FillRowsFlat = void (*)(const TriangleSetup&, const FillArea&, const FlatFill&);
 using FillRowsTextured = void (*)(const TriangleSetup&, const FillArea&, const TextureFill&);
+
+// For a box of few columns, which are all looked at. The corners have an area.
+using FillSmallFlat = void (*)(const std::array<ScreenCorner, 3>& corners, const Rect& box, const FillTarget&,
+                               const FlatFill&);
 
 struct RowFills {
     FillRowsFlat flat = nullptr;
+    FillSmallFlat smallFlat = nullptr;
     FillRowsTextured textured = nullptr;
 };
 

@@ -16,3 +16,9 @@ struct TexturePoint {
 void FillTriangle(const std::array<ScreenCorner, 3>& corners, Pixel color);
 void FillTriangle(const std::array<ScreenCorner, 3>& corners, const std::array<TexturePoint, 3>& points,
                   const TextureFill& fill);
+
+// The same for a triangle that has an area and covers nothing of the viewport outside `box`, which is not
+// empty and lies inside it.
+void FillTriangle(const std::array<ScreenCorner, 3>& corners, const Rect& box, const FlatFill& fill);
+void FillTriangle(const std::array<ScreenCorner, 3>& corners, const Rect& box,
+                  const std::array<TexturePoint, 3>& points, const TextureFill& fill);

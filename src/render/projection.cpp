@@ -4,10 +4,6 @@
 
 #include <cmath>
 
-constexpr float kNearestW = 0.05f;  // the effective near cut
-constexpr float kDepthSlack = 0.001f;
-constexpr float kMaxScreen = 100000.0f;  // keeps far corners within what a conversion to integers holds
-
 // Every comparison is written so that not a number fails it.
 bool ProjectToViewport(const Vec4& clip, const Rect& viewport, ScreenCorner& corner) {
     if (!(clip.w > kNearestW)) return false;

@@ -4,6 +4,11 @@
 #include "render/matrix4.h"
 #include "render/rect.h"
 
+// What a visible point keeps to: see ProjectToViewport.
+constexpr float kNearestW = 0.05f;  // the effective near cut
+constexpr float kDepthSlack = 0.001f;
+constexpr float kMaxScreen = 100000.0f;  // keeps far corners within what a conversion to integers holds
+
 // A projected point. Sixteen bytes, so that a vertex is one load.
 struct ScreenCorner {
     float x = 0, y = 0;  // frame buffer pixels, -100000 .. 100000

@@ -1,0 +1,26 @@
+// Which faces of a mesh may show a pixel: most faces of small or distant objects show none, and half of all
+// turn away.
+#pragma once
+
+#include "render/mesh_vertices.h"
+
+#include <vector>
+
+struct FaceView {
+    Vec3 eye{};  // world space
+    Rect viewport{};
+};
+
+// A face that may show.
+struct ScannedFace {
+    uint32_t triangle = 0;  // index into the mesh's triangles
+    // The pixels that it may cover, where no corner of it is cut away or hidden: inside the viewport, not
+    // empty.
+    Rect box{};
+};
+
+// The faces that may show, in the mesh's order. Left out are only those of which it is certain that drawing
+// them changes nothing: without area, without the centre of a pixel in the viewport, or with their back to
+// the eye. Every level gives the same; `out` is replaced.
+void ScanFaces(const Mesh& mesh, const MeshVertices& vertices, const FaceView& view, SimdLevel level,
+               std::vector<ScannedFace>& out);
