@@ -63,9 +63,10 @@ static bool MayShow(const MeshTriangle& triangle, const MeshVertices& vertices, 
     return PixelBox(vertices.corners[i], vertices.corners[j], vertices.corners[k], view.viewport, box);
 }
 
-static void ScanScalar(const Mesh& mesh, const MeshVertices& vertices, const FaceView& view, size_t from,
+static void ScanScalar(const Mesh& mesh, const MeshVertices& vertices, const FaceView& view,
                        std::vector<ScannedFace>& out) {
-    for (size_t i = from; i < mesh.triangles.size(); ++i) {
+    out.clear();
+    for (size_t i = 0; i < mesh.triangles.size(); ++i) {
         ScannedFace face{static_cast<uint32_t>(i)};
         if (MayShow(mesh.triangles[i], vertices, view, face.box)) out.push_back(face);
     }
@@ -212,18 +213,19 @@ ZEL_AVX2 static ZEL_INLINE __m256 TurnsAwayAvx2(const MeshVertices& vertices, co
     return _mm256_cmp_ps(dot, _mm256_mul_ps(_mm256_set1_ps(kCertainCosine), sizes), _CMP_LT_OQ);
 }
 
-// Returns how many triangles it has looked at.
-ZEL_AVX2 static size_t ScanAvx2(const Mesh& mesh, const MeshVertices& vertices, const FaceView& view,
-                                std::vector<ScannedFace>& out) {
+// The last eight triangles overlap those before them. There are at least eight.
+ZEL_AVX2 static void ScanAvx2(const Mesh& mesh, const MeshVertices& vertices, const FaceView& view,
+                              std::vector<ScannedFace>& out) {
     const VectorsAvx2 eye{_mm256_set1_ps(view.eye.x), _mm256_set1_ps(view.eye.y), _mm256_set1_ps(view.eye.z)};
-    size_t found = 0, i = 0;
-    out.resize(mesh.triangles.size());
-    for (; i + 8 <= mesh.triangles.size(); i += 8) {
+    const size_t count = mesh.triangles.size();
+    size_t found = 0;
+    out.resize(count);
+    for (size_t next = 0; next < count; next += 8) {
+        const size_t i = std::min(next, count - 8);
         const MeshTriangle* triangles = &mesh.triangles[i];
         BoxesAvx2 boxes;
-        auto lanes = static_cast<uint32_t>(
-                         _mm256_movemask_ps(BoxesOfAvx2(vertices, triangles, view.viewport, boxes))) ^
-                     0xFF;
+        const __m256 misses = BoxesOfAvx2(vertices, triangles, view.viewport, boxes);
+        auto lanes = ~static_cast<uint32_t>(_mm256_movemask_ps(misses)) & 0xFFu << (next - i) & 0xFF;
         if (lanes == 0) continue;
         lanes &= ~static_cast<uint32_t>(_mm256_movemask_ps(TurnsAwayAvx2(vertices, triangles, eye)));
         for (; lanes != 0; lanes &= lanes - 1) {
@@ -234,12 +236,13 @@ ZEL_AVX2 static size_t ScanAvx2(const Mesh& mesh, const MeshVertices& vertices, 
         }
     }
     out.resize(found);
-    return i;
 }
 
 void ScanFaces(const Mesh& mesh, const MeshVertices& vertices, const FaceView& view, SimdLevel level,
                std::vector<ScannedFace>& out) {
-    out.clear();
-    const size_t from = level == SimdLevel::Avx2 ? ScanAvx2(mesh, vertices, view, out) : 0;
-    ScanScalar(mesh, vertices, view, from, out);
+    if (level == SimdLevel::Avx2 && mesh.triangles.size() >= 8) {
+        ScanAvx2(mesh, vertices, view, out);
+    } else {
+        ScanScalar(mesh, vertices, view, out);
+    }
 }

@@ -2,6 +2,7 @@
 
 #include "render/simd.h"
 
+#include <algorithm>
 #include <limits>
 
 static_assert(sizeof(MeshVertex) == 16);
@@ -114,8 +115,9 @@ ZEL_AVX2 static ZEL_INLINE void TransformEightAvx2(const MeshVertex* vertices,
 // The last eight vertices overlap those before them. `count` is at least 8.
 ZEL_AVX2 static void TransformAvx2(const MeshVertex* vertices, const VertexTransform& transform, size_t count,
                                    MeshVertices& out) {
-    for (size_t i = 0; i + 8 <= count; i += 8) TransformEightAvx2(vertices, transform, i, out);
-    TransformEightAvx2(vertices, transform, count - 8, out);
+    for (size_t i = 0; i < count; i += 8) {
+        TransformEightAvx2(vertices, transform, std::min(i, count - 8), out);
+    }
 }
 
 void TransformVertices(const Mesh& mesh, const VertexTransform& transform, SimdLevel level,
