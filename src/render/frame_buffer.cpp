@@ -1,11 +1,27 @@
 #include "render/frame_buffer.h"
 
+#include "render/simd.h"
 #include "render/text_runs.h"
 
 #include <algorithm>
 #include <cstddef>
 
 FrameBuffer frameBuffer;
+
+// Written out, so that the compiler fills with the vectors of this level.
+template <typename Value>
+ZEL_AVX2 static void FillRunAvx2(Value* first, size_t count, Value value) {
+    for (size_t i = 0; i < count; ++i) first[i] = value;
+}
+
+template <typename Value>
+static void FillRun(Value* first, size_t count, Value value) {
+    if (frameBuffer.simd == SimdLevel::Avx2) {
+        FillRunAvx2(first, count, value);
+    } else {
+        std::fill_n(first, count, value);
+    }
+}
 
 bool EnsureSize(int32_t width, int32_t height) {
     FrameBuffer& fb = frameBuffer;
@@ -35,7 +51,7 @@ void PreparePixelAccess() {
 
 void Clear(Pixel color) {
     FillRect({0, 0, frameBuffer.width, frameBuffer.height}, color);
-    std::fill(frameBuffer.depth.begin(), frameBuffer.depth.end(), kFarDepth);
+    FillRun(frameBuffer.depth.data(), frameBuffer.depth.size(), kFarDepth);
 }
 
 void FillRect(const Rect& rect, Pixel color) {
@@ -49,7 +65,7 @@ void FillRect(const Rect& rect, Pixel color) {
     PreparePixelAccess();
     for (int32_t y = top; y < bottom; ++y) {
         Pixel* row = frameBuffer.pixels + static_cast<ptrdiff_t>(y) * frameBuffer.width;
-        std::fill(row + left, row + right, color);
+        FillRun(row + left, static_cast<size_t>(right - left), color);
     }
 }
 
