@@ -34,9 +34,19 @@ void DrawPanels(const EditorLayout& layout) {
     DrawEntryBoxes(layout);
 }
 
+// The viewport is filled by its scene.
+static void FillAround(const Rect& viewport) {
+    const int32_t width = frameBuffer.width, height = frameBuffer.height;
+    FillRect({0, 0, width, viewport.top}, kWindowFill);
+    FillRect({0, viewport.top, viewport.left, viewport.bottom}, kWindowFill);
+    FillRect({viewport.right, viewport.top, width, viewport.bottom}, kWindowFill);
+    FillRect({0, viewport.bottom, width, height}, kWindowFill);
+}
+
 static void DrawEditorOrGame(const EditorLayout& layout) {
     frameBuffer.viewport = layout.viewport;
-    Clear(kWindowFill);
+    ClearViewportDepth();
+    FillAround(layout.viewport);
     DrawScene(layout.viewport);
     if (!editorState.runtimeMode) DrawPanels(layout);
 }

@@ -54,6 +54,15 @@ void Clear(Pixel color) {
     FillRun(frameBuffer.depth.data(), frameBuffer.depth.size(), kFarDepth);
 }
 
+void ClearViewportDepth() {
+    const Rect& v = frameBuffer.viewport;
+    if (Width(v) <= 0) return;
+    for (int32_t y = v.top; y < v.bottom; ++y) {
+        float* row = frameBuffer.depth.data() + static_cast<ptrdiff_t>(y) * frameBuffer.width;
+        FillRun(row + v.left, static_cast<size_t>(Width(v)), kFarDepth);
+    }
+}
+
 void FillRect(const Rect& rect, Pixel color) {
     if (frameBuffer.pixels == nullptr) return;
     const int32_t left = std::clamp(rect.left, 0, frameBuffer.width);

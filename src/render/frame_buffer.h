@@ -39,6 +39,9 @@ void PreparePixelAccess();
 // Fills everything and makes every depth far.
 void Clear(Pixel color);
 
+// Makes the depths of the viewport far. The others are never looked at.
+void ClearViewportDepth();
+
 // Fills left <= x < right, top <= y < bottom as far as it lies inside the buffer. Nothing for an empty
 // rectangle.
 void FillRect(const Rect& rect, Pixel color);

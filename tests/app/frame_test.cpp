@@ -304,6 +304,29 @@ TEST_CASE("the frame follows the window's size, also through a minimised window"
     }
 }
 
+TEST_CASE("nothing of an earlier frame is left in the next one") {
+    constexpr Pixel kOld{0xFE01FD};
+    for (bool game : {false, true}) {
+        for (auto [width, height] : {std::pair{1, 1}, {30, 20}, {231, 43}, {400, 500}, {1360, 820}}) {
+            StartEditor({});
+            editorState.runtimeMode = game;
+            headless.clientSize = {width, height};
+            RenderFrame();
+            const std::vector<Pixel> first = headless.pixels;
+            std::fill(headless.pixels.begin(), headless.pixels.end(), kOld);
+            std::fill(frameBuffer.depth.begin(), frameBuffer.depth.end(), 0.0f);
+            RenderFrame();
+            CAPTURE(width);
+            CHECK(headless.pixels == first);
+            CHECK(CountOf(kOld) == 0);
+            const Rect& view = frameBuffer.viewport;
+            for (int32_t y = view.top; y < view.bottom; ++y) {
+                for (int32_t x = view.left; x < view.right; ++x) REQUIRE(DepthAt(x, y) == kFarDepth);
+            }
+        }
+    }
+}
+
 TEST_CASE("the scene lies between the panels, the panels over what leaves it") {
     StartEditor({{.position{0, 0, 1}, .scale{50, 50, 0.1f}, .meshIndex = 0}});
     RenderFrame();
