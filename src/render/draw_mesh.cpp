@@ -5,6 +5,7 @@
 #include "render/fill_triangle.h"
 #include "render/frame_buffer.h"
 #include "render/line.h"
+#include "render/mesh_bounds.h"
 #include "render/mesh_vertices.h"
 #include "render/projection.h"
 #include "render/surface.h"
@@ -36,6 +37,15 @@ struct ScreenFace {
     std::array<ScreenCorner, 3> corners{};
     std::array<TexturePoint, 3> points{};  // only for a textured mesh
     Pixel color{};                         // of the face's first corner
+};
+
+// A face that is drawn whole.
+struct FaceToDraw {
+    const Mesh& mesh;
+    const MeshDraw& draw;
+    const MeshVertices& vertices;
+    const MeshTriangle& triangle;
+    const Rect& box;  // the pixels that it may cover
 };
 
 }  // namespace
@@ -153,19 +163,6 @@ static void DrawParts(const Mesh& mesh, const MeshDraw& draw, const MeshVertices
     });
 }
 
-namespace {
-
-// A face that is drawn whole.
-struct FaceToDraw {
-    const Mesh& mesh;
-    const MeshDraw& draw;
-    const MeshVertices& vertices;
-    const MeshTriangle& triangle;
-    const Rect& box;  // the pixels that it may cover
-};
-
-}  // namespace
-
 // False for a face that turns its back to the eye.
 static bool ColorOfFlatFace(const void* source, Pixel& color) {
     const auto& [mesh, draw, vertices, triangle, box] = *static_cast<const FaceToDraw*>(source);
@@ -224,16 +221,19 @@ static void DrawOutline(const Mesh& mesh, const MeshVertices& vertices) {
     }
 }
 
+static VertexTransform TransformOf(const MeshDraw& draw) {
+    return {draw.world, draw.viewProjection, frameBuffer.viewport};
+}
+
 // The vertices of the mesh at hand, in memory that is kept from mesh to mesh.
 static const MeshVertices& Transformed(const Mesh& mesh, const MeshDraw& draw) {
     static MeshVertices vertices;
-    TransformVertices(mesh, {draw.world, draw.viewProjection, frameBuffer.viewport}, frameBuffer.simd,
-                      vertices);
+    TransformVertices(mesh, TransformOf(draw), frameBuffer.simd, vertices);
     return vertices;
 }
 
 void DrawMesh(const Mesh& mesh, const MeshDraw& draw) {
-    if (frameBuffer.pixels == nullptr) return;
+    if (frameBuffer.pixels == nullptr || (!draw.selected && IsBesideView(mesh, TransformOf(draw)))) return;
     PreparePixelAccess();
     const MeshVertices& vertices = Transformed(mesh, draw);
     DrawFaces(mesh, draw, vertices);
@@ -241,6 +241,7 @@ void DrawMesh(const Mesh& mesh, const MeshDraw& draw) {
 }
 
 bool MeshDepthAt(const Mesh& mesh, const MeshDraw& draw, Point pixel, float& depth) {
+    if (IsBesideView(mesh, TransformOf(draw))) return false;
     bool covered = false;
     const MeshVertices& vertices = Transformed(mesh, draw);
     const AxisScales scales = WorldScales(draw.world);
