@@ -10,12 +10,15 @@ import tempfile
 from program import HUB_TITLE, ROOT, STAGE, Picture, check, output_of, run_tests, running, wait_for
 
 CLIENT_SIZE = (1360, 820)
-# Where nothing of the sample project moves: not the coins, the lamp, the ball, the boat and the falling crates.
+# Where nothing of the sample project moves: not the coins, the lamp, the ball, the falling crates, and not the boat,
+# which comes by along the whole horizon.
+# How much of each must be equal: the eye hangs on the walker, who falls and is stopped in every frame, so that his
+# height differs in its last bit with the frame's length, and that moves some points of a texture by a texel.
 STILL_PARTS = {
-    "score": (560, 60, 760, 150),
-    "model of the lighthouse": (470, 190, 580, 350),
-    "trees and the sea": (80, 240, 300, 440),
-    "floor and the walker": (380, 430, 920, 820),
+    "score": ((560, 60, 760, 150), 0.999),
+    "model of the lighthouse": ((500, 192, 545, 335), 0.99),
+    "trees on the lawn": ((100, 345, 300, 440), 0.85),
+    "floor and the walker": ((380, 430, 920, 820), 0.85),
 }
 
 
@@ -36,9 +39,9 @@ def beside_a_project_the_program_starts_as_its_game_with_model_textures_and_text
             check(program.client_size() == CLIENT_SIZE, f"the client size is {program.client_size()}")
             expected = Picture.of_file(os.path.join(ROOT, "docs", "images", "game.png"))
             picture = program.picture()
-            for name, part in STILL_PARTS.items():
+            for name, (part, least) in STILL_PARTS.items():
                 share = picture.share_equal_to(expected, part)
-                check(share > 0.999, f"only {share:.4f} of the {name} is as in docs/images/game.png")
+                check(share > least, f"only {share:.4f} of the {name} is as in docs/images/game.png")
 
 
 def the_picture_follows_every_size_down_to_one_pixel_and_back():
