@@ -4,28 +4,14 @@
 #include "app/frame_view.h"
 #include "editor/hierarchy.h"
 #include "editor/menus.h"
-#include "render/icons.h"
 #include "scene/default_scenes.h"
 #include "scene/editor_state.h"
 #include "scene/name_entry.h"
 #include "scene/number_entry.h"
-#include "support/golden.h"
+#include "support/golden_frame.h"
 #include "support/picture.h"
 
 #include "doctest/doctest.h"
-
-static CanvasImage Icon(const wchar_t* name) {
-    return LoadCanvasImage(L"" ZEL_SOURCE_DIR "/assets/" + std::wstring(name));
-}
-
-static void LoadTestIcons() {
-    ReleaseCanvasImages();
-    icons = {};
-    icons.camera = Icon(L"camera.png");
-    icons.entity = Icon(L"entity.png");
-    icons.light = Icon(L"light.png");
-    icons.logo = Icon(L"pe.png");
-}
 
 // The sample scene without its turns, seen from the height of one unit along +Z.
 static void StartEditor(int32_t width, int32_t height) {
@@ -65,22 +51,14 @@ static GameObject CubeWithEverything() {
 }
 
 // Draws a frame and compares its pixels, texts and images.
-static bool DrawsGolden(const std::string& name) {
-    headless.texts.clear();
-    headless.images.clear();
-    RenderFrame();
-    const bool sameTexts = MatchesGoldenText(name);
-    return MatchesGolden(name) && sameTexts;
-}
-
 TEST_CASE("the editor shows the sample scene") {
     StartEditor(1000, 620);
-    CHECK(DrawsGolden("editor_default"));
+    CHECK(FrameMatchesGolden("editor_default"));
 }
 
 TEST_CASE("the Inspector shows every section open") {
     StartWith(CubeWithEverything(), 800, 1560);
-    CHECK(DrawsGolden("editor_all_open"));
+    CHECK(FrameMatchesGolden("editor_all_open"));
 }
 
 TEST_CASE("the Inspector shows every section closed, but scripts") {
@@ -92,13 +70,13 @@ TEST_CASE("the Inspector shows every section closed, but scripts") {
         object.*fold = false;
     }
     StartWith(object, 800, 1160);
-    CHECK(DrawsGolden("editor_all_closed"));
+    CHECK(FrameMatchesGolden("editor_all_closed"));
 }
 
 TEST_CASE("the Inspector of an Entity ends with a hint") {
     StartEditor(800, 480);
     editorState.selectedIndex = 3;
-    CHECK(DrawsGolden("editor_entity"));
+    CHECK(FrameMatchesGolden("editor_entity"));
 }
 
 TEST_CASE("a selected Text has a box, a badge and its own section") {
@@ -109,18 +87,18 @@ TEST_CASE("a selected Text has a box, a badge and its own section") {
                .text = L"P\u0159\u00EDb\u011Bh",
                .textSize = 32},
               800, 560);
-    CHECK(DrawsGolden("editor_text"));
+    CHECK(FrameMatchesGolden("editor_text"));
 }
 
 TEST_CASE("a camera shows its background on a small wheel, after a choice on a large one") {
     StartEditor(800, 560);
     editorState.selectedIndex = 0;
-    CHECK(DrawsGolden("editor_camera"));
+    CHECK(FrameMatchesGolden("editor_camera"));
     editorState.scene[0].cameraBackgroundSet = true;
     editorState.scene[0].cameraBackground = 0x8040FF;
     editorState.scene[0].cameraBrightness = 0.25f;
     editorState.scene[0].transformExpanded = false;
-    CHECK(DrawsGolden("editor_camera_chosen"));
+    CHECK(FrameMatchesGolden("editor_camera_chosen"));
 }
 
 TEST_CASE("a chosen colour shows on a large wheel") {
@@ -134,54 +112,54 @@ TEST_CASE("a chosen colour shows on a large wheel") {
                .gloss = 1,
                .colorWheelExpanded = true},
               800, 560);
-    CHECK(DrawsGolden("editor_color_chosen"));
+    CHECK(FrameMatchesGolden("editor_color_chosen"));
 }
 
 TEST_CASE("the search for a component shows what it finds") {
     StartEditor(800, 640);
     editorState.componentSearchActive = true;
     editorState.componentSearchText = L"rgb";
-    CHECK(DrawsGolden("editor_search"));
+    CHECK(FrameMatchesGolden("editor_search"));
 }
 
 TEST_CASE("menus open over the panels and stay in the window") {
     StartEditor(800, 480);
     OpenCreateMenu({300, 120}, CurrentLayout());
-    CHECK(DrawsGolden("editor_create_menu"));
+    CHECK(FrameMatchesGolden("editor_create_menu"));
     OpenObjectMenu(4, {80, 210}, CurrentLayout());
-    CHECK(DrawsGolden("editor_object_menu"));
+    CHECK(FrameMatchesGolden("editor_object_menu"));
     OpenCreateMenu({799, 479}, CurrentLayout());
-    CHECK(DrawsGolden("editor_create_menu_in_corner"));
+    CHECK(FrameMatchesGolden("editor_create_menu_in_corner"));
 }
 
 TEST_CASE("entries hide everything behind them") {
     StartEditor(600, 300);
     StartObjectRename(2);
-    CHECK(DrawsGolden("editor_rename"));
+    CHECK(FrameMatchesGolden("editor_rename"));
     StartTextEdit(2);
-    CHECK(DrawsGolden("editor_text_entry"));
+    CHECK(FrameMatchesGolden("editor_text_entry"));
     StartFileRename(0, L"Main.scene");
-    CHECK(DrawsGolden("editor_file_rename"));
+    CHECK(FrameMatchesGolden("editor_file_rename"));
     StartNumberEntry(2, NumberEntry::Field::Rotation, 2);
-    CHECK(DrawsGolden("editor_number_entry"));
+    CHECK(FrameMatchesGolden("editor_number_entry"));
     StartNumberEntry(2, NumberEntry::Field::TextSize, -1);
-    CHECK(DrawsGolden("editor_text_size_entry"));
+    CHECK(FrameMatchesGolden("editor_text_size_entry"));
 }
 
 TEST_CASE("a dragged row shows where it would land") {
     StartEditor(800, 480);
     editorState.scene[4].parentIndex = 2;
-    CHECK(DrawsGolden("editor_tree"));
+    CHECK(FrameMatchesGolden("editor_tree"));
     const auto dragTo = [](Point pointer) {
         PressHierarchy({100, 213}, CurrentLayout());  // the Entity, below the Platform that is a child
         DragInHierarchy(pointer);
     };
     dragTo({100, 92 + 28 * 3 + 9});
-    CHECK(DrawsGolden("editor_drag_child"));
+    CHECK(FrameMatchesGolden("editor_drag_child"));
     dragTo({69, 92 + 28 * 3 + 2});
-    CHECK(DrawsGolden("editor_drag_before"));
+    CHECK(FrameMatchesGolden("editor_drag_before"));
     dragTo({69, 92 + 28 * 3 + 16});
-    CHECK(DrawsGolden("editor_drag_after"));
+    CHECK(FrameMatchesGolden("editor_drag_after"));
 }
 
 TEST_CASE("Play mode shows the scene through its camera and hides what is not active") {
@@ -189,16 +167,16 @@ TEST_CASE("Play mode shows the scene through its camera and hides what is not ac
     editorState.scene[4].active = false;
     editorState.scene[5].parentIndex = 4;
     editorState.playMode = true;
-    CHECK(DrawsGolden("editor_play_mode"));
+    CHECK(FrameMatchesGolden("editor_play_mode"));
 }
 
 TEST_CASE("the Prefab editor has its own top bar") {
     StartEditor(900, 480);
     editorState.screen = Screen::PrefabEditor;
     editorState.prefabName = L"Coin";
-    CHECK(DrawsGolden("editor_prefab"));
+    CHECK(FrameMatchesGolden("editor_prefab"));
     editorState.prefabDirty = true;
-    CHECK(DrawsGolden("editor_prefab_unsaved"));
+    CHECK(FrameMatchesGolden("editor_prefab_unsaved"));
 }
 
 TEST_CASE("a dragged edge, another tool and the Files tab are marked") {
@@ -207,10 +185,10 @@ TEST_CASE("a dragged edge, another tool and the Files tab are marked") {
     editorState.tool = Tool::Scale;
     editorState.panelResize.edge = 2;
     editorState.gizmoDrag.axis = 2;
-    CHECK(DrawsGolden("editor_marks"));
+    CHECK(FrameMatchesGolden("editor_marks"));
 }
 
 TEST_CASE("a window too small for the panels still shows all of them") {
     StartEditor(500, 300);
-    CHECK(DrawsGolden("editor_small_window"));
+    CHECK(FrameMatchesGolden("editor_small_window"));
 }

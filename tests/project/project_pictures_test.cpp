@@ -1,39 +1,16 @@
 // Whole pictures of the Project Hub and the Files page, beside them the lists of their texts.
 #include "project/asset_list.h"
-#include "render/icons.h"
-#include "support/golden.h"
+#include "support/golden_frame.h"
 #include "support/picture.h"
 #include "support/project_input.h"
 
 #include "doctest/doctest.h"
-
-static CanvasImage Icon(const wchar_t* name) {
-    return LoadCanvasImage(L"" ZEL_SOURCE_DIR "/assets/" + std::wstring(name));
-}
-
-static void LoadTestIcons() {
-    ReleaseCanvasImages();
-    icons = {};
-    icons.files = Icon(L"files.png");
-    icons.script = Icon(L"c-plus-plus.png");
-    icons.model = Icon(L"obj.png");
-    icons.scene = Icon(L"scene.png");
-    icons.logo = Icon(L"pe.png");
-}
 
 static void StartWindow(int32_t width, int32_t height) {
     StartPicture(width, height);
     headless.clientSize = {width, height};
     LoadTestIcons();
     editorState = EditorState{};
-}
-
-static bool DrawsGolden(const std::string& name) {
-    headless.texts.clear();
-    headless.images.clear();
-    RenderFrame();
-    const bool sameTexts = MatchesGoldenText(name);
-    return MatchesGolden(name) && sameTexts;
 }
 
 // The Hub with this many projects. The pointer is where nothing reacts.
@@ -50,7 +27,7 @@ static void StartHubPicture(int32_t width, int32_t height, int32_t projects) {
 
 TEST_CASE("the Hub without projects says what to do") {
     StartHubPicture(1360, 820, 0);
-    CHECK(DrawsGolden("hub_empty"));
+    CHECK(FrameMatchesGolden("hub_empty"));
 }
 
 TEST_CASE("the Hub shows three projects in one column") {
@@ -59,34 +36,34 @@ TEST_CASE("the Hub shows three projects in one column") {
         L"A name that is longer than any row of the list could ever show, even here";
     editorState.recentProjects[1].path +=
         L"\\with\\a\\long\\way\\down\\to\\the\\folder\\that\\holds\\it\\all\\in\\the\\end\\of\\it";
-    CHECK(DrawsGolden("hub_three_projects"));
+    CHECK(FrameMatchesGolden("hub_three_projects"));
 }
 
 TEST_CASE("the Hub shows twelve projects in two columns") {
     StartHubPicture(1360, 820, 12);
-    CHECK(DrawsGolden("hub_twelve_projects"));
+    CHECK(FrameMatchesGolden("hub_twelve_projects"));
 }
 
 TEST_CASE("the project's menu in the bottom right corner stays inside the window") {
     StartHubPicture(1360, 820, 3);
     editorState.projectMenu = {.open = true, .corner = {1359, 819}, .item = 2};
-    CHECK(DrawsGolden("hub_menu_in_corner"));
+    CHECK(FrameMatchesGolden("hub_menu_in_corner"));
 }
 
 TEST_CASE("the row under the pointer is lit up") {
     StartHubPicture(1360, 820, 3);
     editorState.pointer = ProjectRow(1);
-    CHECK(DrawsGolden("hub_lit_row"));
+    CHECK(FrameMatchesGolden("hub_lit_row"));
 }
 
 TEST_CASE("the Hub fits into a window of 800 x 600") {
     StartHubPicture(800, 600, 12);
-    CHECK(DrawsGolden("hub_800_600"));
+    CHECK(FrameMatchesGolden("hub_800_600"));
 }
 
 TEST_CASE("in a window of 300 x 200 the Hub shows what fits") {
     StartHubPicture(300, 200, 3);
-    CHECK(DrawsGolden("hub_300_200"));
+    CHECK(FrameMatchesGolden("hub_300_200"));
 }
 
 // The Files page with an item of each kind; the scene is empty.
@@ -110,26 +87,26 @@ static void StartFilesPicture() {
 TEST_CASE("the Files page shows each kind of item, one of them selected") {
     StartFilesPicture();
     editorState.selectedFile = 5;
-    CHECK(DrawsGolden("files_page"));
+    CHECK(FrameMatchesGolden("files_page"));
 }
 
 TEST_CASE("the menu of an item lies over the page") {
     StartFilesPicture();
     RightClick(FileNamed(L"Tree.obj"));
-    CHECK(DrawsGolden("files_item_menu"));
+    CHECK(FrameMatchesGolden("files_item_menu"));
 }
 
 TEST_CASE("the menu for new items lies over the page") {
     StartFilesPicture();
     RenderFrame();
     RightClick({990, 440});
-    CHECK(DrawsGolden("files_create_menu"));
+    CHECK(FrameMatchesGolden("files_create_menu"));
 }
 
 TEST_CASE("the name of a dragged item is drawn beside the pointer") {
     StartFilesPicture();
     Press(FileNamed(L"Coin.prefab"));
     Move({400, 150});
-    CHECK(DrawsGolden("files_dragged_item"));
+    CHECK(FrameMatchesGolden("files_dragged_item"));
     Release({400, 20});
 }
