@@ -24,6 +24,11 @@ struct TriangleSetup {
     std::array<float, 3> u{}, v{};
 };
 
+// Texture coordinates of a corner.
+struct TexturePoint {
+    float u = 0, v = 0;
+};
+
 // What colours a textured triangle.
 struct TextureFill {
     const TextureImage* texture = nullptr;  // never null; without texels it shows as white
@@ -53,6 +58,10 @@ struct FillTarget {
     // Pixels of the buffer. Whole vectors are stored as far as they lie before its end: what they hold beyond
     // the triangle is stored back as it was.
     int64_t size = 0;
+    // Where objects are drawn in another order than the scene's: the index of the object that every pixel
+    // shows. Of two at the same depth the first in the scene is seen. Null: the first one drawn is.
+    int32_t* owners = nullptr;
+    int32_t owner = 0;  // the index of the object at hand
 };
 
 // The pixels that a triangle may cover.
@@ -93,19 +102,21 @@ ZEL_INLINE ColumnRange CoveredColumns(const ColumnBounds& bounds, int32_t y, Col
 // then becomes the triangle's depth there.
 bool CoversPixel(const TriangleSetup& setup, Point pixel, float& depth);
 
-// Each function fills the pixels of the area whose centres lie inside the triangle, edges included, and
-// nearer than what the depth buffer holds. The scalar ones are the definition.
-using FillRowsFlat = void (*)(const TriangleSetup&, const FillArea&, const FlatFill&);
-using FillRowsTextured = void (*)(const TriangleSetup&, const FillArea&, const TextureFill&);
+// Where a triangle with an area lies on the screen.
+struct PlacedTriangle {
+    const std::array<ScreenCorner, 3>& corners;
+    const Rect& box;  // it covers nothing of what may be drawn to outside it; not empty, inside the buffer
+};
 
-// For a box of few columns, which are all looked at. The corners have an area.
-using FillSmallFlat = void (*)(const std::array<ScreenCorner, 3>& corners, const Rect& box, const FillTarget&,
-                               const FlatFill&);
+// Each function fills the pixels of the box whose centres lie inside the triangle, edges included, and nearer
+// than what the depth buffer holds. The scalar ones are the definition.
+using FillFlatTriangle = void (*)(const PlacedTriangle&, const FillTarget&, const FlatFill&);
+using FillTexturedTriangle = void (*)(const PlacedTriangle&, const std::array<TexturePoint, 3>&,
+                                      const FillTarget&, const TextureFill&);
 
 struct RowFills {
-    FillRowsFlat flat = nullptr;
-    FillSmallFlat smallFlat = nullptr;
-    FillRowsTextured textured = nullptr;
+    FillFlatTriangle flat = nullptr;
+    FillTexturedTriangle textured = nullptr;
 };
 
 // The functions of a level. SimdLevel::Avx2 only on a processor that has it.

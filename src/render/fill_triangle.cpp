@@ -5,9 +5,6 @@
 #include <algorithm>
 #include <cmath>
 
-// Boxes up to this width are looked at whole: finding their covered columns costs more than it saves.
-constexpr int32_t kNarrow = 32;
-
 // The triangle's box within the viewport. False when it is empty.
 static bool BoxOf(const std::array<ScreenCorner, 3>& corners, Rect& box) {
     const auto [minX, maxX] = std::minmax({corners[0].x, corners[1].x, corners[2].x});
@@ -23,12 +20,6 @@ static bool BoxOf(const std::array<ScreenCorner, 3>& corners, Rect& box) {
 static FillTarget Target() {
     FrameBuffer& fb = frameBuffer;
     return {fb.pixels, fb.depth.data(), fb.width, static_cast<int64_t>(fb.depth.size())};
-}
-
-static FillArea AreaOf(const TriangleSetup& setup, const Rect& box) {
-    FillArea area{.box = box, .isBounded = Width(box) > kNarrow, .target = Target()};
-    if (area.isBounded) area.bounds = BoundColumns(setup);
-    return area;
 }
 
 static bool KnownColor(const void* source, Pixel& color) {
@@ -55,22 +46,11 @@ void FillTriangle(const std::array<ScreenCorner, 3>& corners, const std::array<T
 }
 
 void FillTriangle(const std::array<ScreenCorner, 3>& corners, const Rect& box, const FlatFill& fill) {
-    if (frameBuffer.pixels == nullptr) return;
-    if (Width(box) <= kNarrow) {
-        RowFillsOf(frameBuffer.simd).smallFlat(corners, box, Target(), fill);
-        return;
-    }
-    TriangleSetup setup;
-    if (SetUpTriangle(corners, setup)) RowFillsOf(frameBuffer.simd).flat(setup, AreaOf(setup, box), fill);
+    if (frameBuffer.pixels != nullptr) RowFillsOf(frameBuffer.simd).flat({corners, box}, Target(), fill);
 }
 
 void FillTriangle(const std::array<ScreenCorner, 3>& corners, const Rect& box,
                   const std::array<TexturePoint, 3>& points, const TextureFill& fill) {
-    TriangleSetup setup;
-    if (frameBuffer.pixels == nullptr || !SetUpTriangle(corners, setup)) return;
-    for (size_t i = 0; i < 3; ++i) {
-        setup.u[i] = points[i].u;
-        setup.v[i] = points[i].v;
-    }
-    RowFillsOf(frameBuffer.simd).textured(setup, AreaOf(setup, box), fill);
+    if (frameBuffer.pixels == nullptr) return;
+    RowFillsOf(frameBuffer.simd).textured({corners, box}, points, Target(), fill);
 }

@@ -6,11 +6,6 @@
 
 #include <array>
 
-// Texture coordinates of a corner.
-struct TexturePoint {
-    float u = 0, v = 0;
-};
-
 // Fill the pixels of the frame buffer's viewport whose centres lie inside, edges included, where the triangle
 // is strictly nearer than what was drawn. Both windings are filled. Nothing without an area.
 void FillTriangle(const std::array<ScreenCorner, 3>& corners, Pixel color);

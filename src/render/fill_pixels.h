@@ -1,0 +1,64 @@
+// What the fills of every level share: rows, and single pixels, which are their definition.
+#pragma once
+
+#include "render/fill_rows.h"
+
+// Interpolated 1 / w below which a pixel is skipped.
+constexpr float kSmallestQ = 1e-6f;
+
+// The part of a row that the triangle may cover.
+struct RowSpan {
+    int32_t left, right;  // right exclusive
+    int64_t start;        // of the row's first pixel in the buffer
+};
+
+// The second products of the edge functions: the same along a row.
+struct RowEdges {
+    float product[3];
+};
+
+// A flat triangle's colour, from when it is first needed.
+struct LateColor {
+    const FlatFill& fill;
+    Pixel value{};
+    bool isMade = false;
+
+    // False when the triangle is not to be drawn.
+    bool IsKnown() { return isMade || (isMade = fill.colorOf(fill.source, value)); }
+};
+
+ZEL_INLINE RowSpan SpanOfRow(const FillArea& area, int32_t y) {
+    ColumnRange columns{area.box.left, area.box.right};
+    if (area.isBounded) columns = CoveredColumns(area.bounds, y, columns);
+    return {columns.left, columns.right, static_cast<int64_t>(y) * area.target.width};
+}
+
+ZEL_INLINE RowEdges EdgesOfRow(const TriangleSetup& t, int32_t y) {
+    const float centreY = static_cast<float>(y) + 0.5f;
+    RowEdges edges;
+    for (int i = 0; i < 3; ++i) edges.product[i] = (centreY - t.startY[i]) * t.runX[i];
+    return edges;
+}
+
+// The pixels of a row from `from` on. False when the triangle is not to be drawn.
+bool FillFlatPixels(const TriangleSetup& t, const RowEdges& edges, const FillTarget& to, const RowSpan& span,
+                    int32_t from, LateColor& color);
+void FillTexturedPixels(const TriangleSetup& t, const RowEdges& edges, const FillTarget& to,
+                        const RowSpan& span, int32_t from, const TextureFill& fill);
+
+// Boxes up to this width are looked at whole where rows are filled: finding their covered columns costs more
+// than it saves.
+constexpr int32_t kNarrow = 32;
+
+inline FillArea AreaOf(const TriangleSetup& setup, const Rect& box, const FillTarget& target) {
+    FillArea area{.box = box, .isBounded = box.right - box.left > kNarrow, .target = target};
+    if (area.isBounded) area.bounds = BoundColumns(setup);
+    return area;
+}
+
+// The setup of a textured triangle. False when it has no area.
+bool SetUpTextured(const std::array<ScreenCorner, 3>& corners, const std::array<TexturePoint, 3>& points,
+                   TriangleSetup& setup);
+
+const RowFills& RowFillsSse2();
+const RowFills& RowFillsAvx2();
