@@ -57,19 +57,27 @@ static BenchScene Grid(std::string name, int32_t mesh, int32_t side, float size,
     return scene;
 }
 
+static const Mesh& Quad() {
+    static const Mesh quad = [] {
+        Mesh made{{{{-1, -1, 0}, Pixel{0x808080}},
+                   {{1, -1, 0}, Pixel{0x80FF80}},
+                   {{1, 1, 0}, Pixel{0x8080FF}},
+                   {{-1, 1, 0}, Pixel{0xFF8080}}},
+                  {{0, 2, 1}, {0, 3, 2}}};
+        MeasureMesh(made);
+        return made;
+    }();
+    return quad;
+}
+
 // Twenty quads that each cover the whole viewport.
 static BenchScene Quads(std::string name, bool backToFront) {
-    static const Mesh quad{{{{-1, -1, 0}, Pixel{0x808080}},
-                            {{1, -1, 0}, Pixel{0x80FF80}},
-                            {{1, 1, 0}, Pixel{0x8080FF}},
-                            {{-1, 1, 0}, Pixel{0xFF8080}}},
-                           {{0, 2, 1}, {0, 3, 2}}};
     BenchScene scene{std::move(name)};
     MeshDraw frame = FrameOf({{0, 0, 0}, 0, 0});
     for (int32_t i = 0; i < 20; ++i) {
         const float distance = static_cast<float>(backToFront ? 24 - i : 5 + i);
         frame.world = LocalMatrix({0, 0, distance}, {}, {distance, distance, 1});
-        scene.objects.push_back({&quad, frame});
+        scene.objects.push_back({&Quad(), frame});
     }
     return scene;
 }

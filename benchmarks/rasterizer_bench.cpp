@@ -7,30 +7,51 @@
 
 #include <benchmark/benchmark.h>
 
-using DrawFunction = void (*)(const Mesh&, const MeshDraw&);
+#include <algorithm>
 
-static void MeasureFrame(benchmark::State& state, const BenchScene& scene, DrawFunction draw,
+constexpr Pixel kBackground{0x2D2219};
+
+namespace {
+
+// How a frame is begun, and how each object of it is drawn.
+struct FrameWay {
+    void (*clear)();
+    void (*draw)(const Mesh&, const MeshDraw&);
+};
+
+}  // namespace
+
+static void ClearPlainly() {
+    std::fill_n(frameBuffer.pixels, frameBuffer.depth.size(), kBackground);
+    std::ranges::fill(frameBuffer.depth, kFarDepth);
+}
+
+constexpr FrameWay kPlainWay{ClearPlainly, DrawMeshPlainly};
+constexpr FrameWay kProgramWay{[] { Clear(kBackground); }, DrawMesh};
+
+static void MeasureFrame(benchmark::State& state, const BenchScene& scene, const FrameWay& way,
                          SimdLevel level) {
     EnsureSize(kBenchWidth, kBenchHeight);
     frameBuffer.simd = level;
+    PrepareDepth(frameBuffer.viewport);
     for ([[maybe_unused]] auto frame : state) {
-        Clear(Pixel{0x2D2219});
-        for (const BenchObject& object : scene.objects) draw(*object.mesh, object.draw);
+        way.clear();
+        for (const BenchObject& object : scene.objects) way.draw(*object.mesh, object.draw);
         benchmark::DoNotOptimize(frameBuffer.pixels[0]);
     }
 }
 
 void RegisterRasterizerBenchmarks() {
     for (const BenchScene& scene : BenchScenes()) {
-        const auto add = [&scene](const char* way, DrawFunction draw, SimdLevel level) {
-            benchmark::RegisterBenchmark(BenchName(scene.name, way).c_str(), [&scene, draw, level](
-                                                                                 benchmark::State& state) {
-                MeasureFrame(state, scene, draw, level);
+        const auto add = [&scene](const char* name, const FrameWay& way, SimdLevel level) {
+            benchmark::RegisterBenchmark(BenchName(scene.name, name).c_str(), [&scene, &way, level](
+                                                                                  benchmark::State& state) {
+                MeasureFrame(state, scene, way, level);
             })->Unit(benchmark::kMillisecond);
         };
-        add(kPeer, DrawMeshPlainly, SimdLevel::Scalar);
-        add("scalar rows", DrawMesh, SimdLevel::Scalar);
-        add("SSE2", DrawMesh, SimdLevel::Sse2);
-        if (BestSimdLevel() == SimdLevel::Avx2) add("AVX2", DrawMesh, SimdLevel::Avx2);
+        add(kPeer, kPlainWay, SimdLevel::Scalar);
+        add("scalar rows", kProgramWay, SimdLevel::Scalar);
+        add("SSE2", kProgramWay, SimdLevel::Sse2);
+        if (BestSimdLevel() == SimdLevel::Avx2) add("AVX2", kProgramWay, SimdLevel::Avx2);
     }
 }

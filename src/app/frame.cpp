@@ -45,7 +45,7 @@ static void FillAround(const Rect& viewport) {
 
 static void DrawEditorOrGame(const EditorLayout& layout) {
     frameBuffer.viewport = layout.viewport;
-    ClearViewportDepth();
+    ClearDepth(layout.viewport);
     FillAround(layout.viewport);
     DrawScene(layout.viewport);
     if (!editorState.runtimeMode) DrawPanels(layout);

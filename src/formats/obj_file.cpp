@@ -98,6 +98,7 @@ bool ReadObjFile(const std::wstring& path, Mesh& mesh) {
     }
     if (model.triangles.empty()) return false;
     FitIntoCube(model);
+    MeasureMesh(model);
     mesh = std::move(model);
     return true;
 }

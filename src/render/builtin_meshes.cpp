@@ -198,5 +198,7 @@ Pixel MeshGradientColor(float height, float turn) {
 }
 
 std::vector<Mesh> BuildBuiltinMeshes() {
-    return {Cube(), Pyramid(), Ground(), Plane(), Sphere(), Capsule(), Cylinder()};
+    std::vector<Mesh> meshes{Cube(), Pyramid(), Ground(), Plane(), Sphere(), Capsule(), Cylinder()};
+    for (Mesh& mesh : meshes) MeasureMesh(mesh);
+    return meshes;
 }

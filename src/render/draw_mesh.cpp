@@ -188,9 +188,25 @@ static void DrawTexturedFace(const FaceToDraw& whole, const AxisScales& scales) 
                  {draw.texture, draw.repeat, draw.tint, BrightnessOf(face, draw)});
 }
 
+// The pixels of the viewport that the mesh may show. All of them where a vertex is not plain.
+static Rect CoveredPixels(const MeshVertices& vertices) {
+    const Rect& viewport = frameBuffer.viewport;
+    if (!vertices.arePlain) return viewport;
+    return {std::max(viewport.left, static_cast<int32_t>(std::floor(vertices.left))),
+            std::max(viewport.top, static_cast<int32_t>(std::floor(vertices.top))),
+            std::min(static_cast<int32_t>(std::ceil(vertices.right)) + 1, viewport.right),
+            std::min(static_cast<int32_t>(std::ceil(vertices.bottom)) + 1, viewport.bottom)};
+}
+
 static void DrawFaces(const Mesh& mesh, const MeshDraw& draw, const MeshVertices& vertices) {
     static std::vector<ScannedFace> faces;
-    ScanFaces(mesh, vertices, {draw.eye, frameBuffer.viewport}, frameBuffer.simd, faces);
+    const Rect covered = CoveredPixels(vertices);
+    if (Width(covered) <= 0 || Height(covered) <= 0) return;
+    const float farthest = FarthestDepth(covered);
+    ScanFaces(mesh, vertices, {draw.world, draw.eye, frameBuffer.viewport, farthest}, frameBuffer.simd,
+              faces);
+    if (faces.empty()) return;
+    PrepareDepth(covered);
     const AxisScales scales = WorldScales(draw.world);
     for (const ScannedFace& scanned : faces) {
         const MeshTriangle& triangle = mesh.triangles[scanned.triangle];
@@ -203,6 +219,7 @@ static void DrawFaces(const Mesh& mesh, const MeshDraw& draw, const MeshVertices
             DrawTexturedFace(face, scales);
         }
     }
+    DepthChanged(covered);
 }
 
 static Point PixelOf(const ScreenCorner& corner) {

@@ -1,6 +1,8 @@
 #include "render/face_scan.h"
 
 #include "render/fill_rows.h"
+#include "render/front_faces.h"
+#include "render/simd.h"
 
 #include <algorithm>
 #include <bit>
@@ -15,12 +17,13 @@ constexpr float kCentreSlack = 1.0f / 32;
 constexpr float kCertainArea = 2 * 48 * 0x1p-24f / kCentreSlack;
 constexpr float kBoxMargin = 1.5f;  // from a corner to the farthest centre that is looked at
 
-// The cosine below which no rounding makes a face look at the eye.
-constexpr float kCertainCosine = -1e-5f;
+// The same rounding moves the sum of the three weights off 1, by at most 3 * 8 * 2^-24 * size^2 / area from
+// the edges and a third of that from the area: so much less than the least depth of its corners a pixel of
+// the face may have. This is a little more; the second one is for the products and sums of depths.
+constexpr float kDepthRounding = 40 * 0x1p-24f, kSumRounding = 16 * 0x1p-24f;
 
 static float Least(float a, float b, float c) { return std::min(std::min(a, b), c); }
 static float Most(float a, float b, float c) { return std::max(std::max(a, b), c); }
-static float SumOfSizes(Vec3 a) { return std::abs(a.x) + std::abs(a.y) + std::abs(a.z); }
 
 // The first and last pixel of a line whose centre may lie from `low` to `high`: exactly, or with the margin
 // of a whole pixel where rounding may reach farther.
@@ -31,9 +34,10 @@ static float LastPixel(float high, bool isCertain) {
     return isCertain ? std::floor(high - (0.5f - kCentreSlack)) : std::ceil(high);
 }
 
-// The pixels of the viewport that a triangle may cover. False when there are none.
-static bool PixelBox(const ScreenCorner& a, const ScreenCorner& b, const ScreenCorner& c,
-                     const Rect& viewport, Rect& box) {
+// False when the triangle shows no pixel of the viewport; otherwise gives those that it may cover.
+static bool MayShow(const ScreenPlace& a, const ScreenPlace& b, const ScreenPlace& c, const FaceView& view,
+                    Rect& box) {
+    const Rect& viewport = view.viewport;
     const float area = std::abs((c.x - a.x) * (b.y - a.y) - (c.y - a.y) * (b.x - a.x));
     const float minX = Least(a.x, b.x, c.x), maxX = Most(a.x, b.x, c.x);
     const float minY = Least(a.y, b.y, c.y), maxY = Most(a.y, b.y, c.y);
@@ -44,97 +48,184 @@ static bool PixelBox(const ScreenCorner& a, const ScreenCorner& b, const ScreenC
     const float right = std::min(LastPixel(maxX, isCertain), static_cast<float>(viewport.right - 1));
     const float bottom = std::min(LastPixel(maxY, isCertain), static_cast<float>(viewport.bottom - 1));
     if (area < kSmallestArea || left > right || top > bottom) return false;
+
+    const float nearest = Least(a.depth, b.depth, c.depth);
+    const float rounding = kDepthRounding * size * size / area + kSumRounding;
+    if (nearest - nearest * rounding > view.farthest) return false;
     box = {static_cast<int32_t>(left), static_cast<int32_t>(top), static_cast<int32_t>(right) + 1,
            static_cast<int32_t>(bottom) + 1};
     return true;
 }
 
-static bool TurnsAway(Vec3 a, Vec3 b, Vec3 c, Vec3 eye) {
-    const Vec3 normal = Cross(b - a, c - a), toEye = eye - a;
-    return Dot(toEye, normal) < kCertainCosine * (SumOfSizes(toEye) * SumOfSizes(normal));
-}
-
-static bool MayShow(const MeshTriangle& triangle, const MeshVertices& vertices, const FaceView& view,
-                    Rect& box) {
-    const auto i = static_cast<size_t>(triangle[0]), j = static_cast<size_t>(triangle[1]),
-               k = static_cast<size_t>(triangle[2]);
-    if (TurnsAway(vertices.World(i), vertices.World(j), vertices.World(k), view.eye)) return false;
-    if (!vertices.IsPlain(i) || !vertices.IsPlain(j) || !vertices.IsPlain(k)) return true;
-    return PixelBox(vertices.corners[i], vertices.corners[j], vertices.corners[k], view.viewport, box);
-}
-
+// The faces of a list, which are those that may turn to the eye.
 static void ScanScalar(const Mesh& mesh, const MeshVertices& vertices, const FaceView& view,
-                       std::vector<ScannedFace>& out) {
+                       const std::vector<uint32_t>& faces, std::vector<ScannedFace>& out) {
     out.clear();
-    for (size_t i = 0; i < mesh.triangles.size(); ++i) {
-        ScannedFace face{static_cast<uint32_t>(i)};
-        if (MayShow(mesh.triangles[i], vertices, view, face.box)) out.push_back(face);
+    for (uint32_t i : faces) {
+        ScannedFace face{i};
+        const MeshTriangle& t = mesh.triangles[i];
+        const auto a = static_cast<size_t>(t[0]), b = static_cast<size_t>(t[1]),
+                   c = static_cast<size_t>(t[2]);
+        const bool isPlain = vertices.IsPlain(a) && vertices.IsPlain(b) && vertices.IsPlain(c);
+        if (!isPlain || MayShow(vertices.places[a], vertices.places[b], vertices.places[c], view, face.box))
+            out.push_back(face);
     }
+}
+
+namespace {
+
+// The same corner of several faces of a list.
+struct CornersOfFaces {
+    const MeshTriangle* triangles;
+    const uint32_t* faces;
+    size_t corner;
+
+    size_t operator[](size_t lane) const { return static_cast<size_t>(triangles[faces[lane]][corner]); }
+};
+
+template <size_t lanes>
+struct Boxes {
+    std::array<int32_t, lanes> left, top, right, bottom;
+};
+
+}  // namespace
+
+// Adds those of the faces whose lane is set.
+template <size_t lanes>
+static ZEL_INLINE size_t AddFaces(uint32_t set, const uint32_t* faces, const Boxes<lanes>& boxes,
+                                  ScannedFace* out, size_t found) {
+    for (; set != 0; set &= set - 1) {
+        const auto lane = static_cast<size_t>(std::countr_zero(set));
+        out[found++] = {faces[lane],
+                        {boxes.left[lane], boxes.top[lane], boxes.right[lane] + 1, boxes.bottom[lane] + 1}};
+    }
+    return found;
+}
+
+// The lanes of a group that stand for faces of the list: its end is filled with its last face.
+static uint32_t LanesOf(size_t first, size_t count, size_t lanes) {
+    const size_t used = std::min(count - first, lanes);
+    return (1u << used) - 1;
+}
+
+// ---- Four faces at a time.
+
+namespace {
+
+struct PlacesSse2 {
+    __m128 x, y, depth;
+};
+
+}  // namespace
+
+static ZEL_INLINE PlacesSse2 PlacesOfSse2(const ScreenPlace* places, const CornersOfFaces& at) {
+    __m128 x = _mm_loadu_ps(&places[at[0]].x), y = _mm_loadu_ps(&places[at[1]].x);
+    __m128 depth = _mm_loadu_ps(&places[at[2]].x), unused = _mm_loadu_ps(&places[at[3]].x);
+    _MM_TRANSPOSE4_PS(x, y, depth, unused);
+    return {x, y, depth};
+}
+
+static ZEL_INLINE __m128 WhereSse2(__m128 mask, __m128 value, __m128 otherwise) {
+    return _mm_or_ps(_mm_and_ps(mask, value), _mm_andnot_ps(mask, otherwise));
+}
+
+// Rounds numbers within the range of integers down.
+static ZEL_INLINE __m128 FloorSse2(__m128 value) {
+    const __m128 truncated = _mm_cvtepi32_ps(_mm_cvttps_epi32(value));
+    return _mm_sub_ps(truncated, _mm_and_ps(_mm_cmpgt_ps(truncated, value), _mm_set1_ps(1)));
+}
+
+static ZEL_INLINE __m128 CeilSse2(__m128 value) {
+    const __m128 truncated = _mm_cvtepi32_ps(_mm_cvttps_epi32(value));
+    return _mm_add_ps(truncated, _mm_and_ps(_mm_cmplt_ps(truncated, value), _mm_set1_ps(1)));
+}
+
+static ZEL_INLINE __m128 FirstPixelSse2(__m128 low, __m128 isCertain) {
+    const __m128 inward = CeilSse2(_mm_sub_ps(low, _mm_set1_ps(0.5f + kCentreSlack)));
+    return WhereSse2(isCertain, inward, FloorSse2(low));
+}
+
+static ZEL_INLINE __m128 LastPixelSse2(__m128 high, __m128 isCertain) {
+    const __m128 inward = FloorSse2(_mm_sub_ps(high, _mm_set1_ps(0.5f - kCentreSlack)));
+    return WhereSse2(isCertain, inward, CeilSse2(high));
+}
+
+static ZEL_INLINE __m128 NumberSse2(int32_t number) { return _mm_set1_ps(static_cast<float>(number)); }
+
+static ZEL_INLINE void StoreSse2(std::array<int32_t, 4>& to, __m128 numbers) {
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(to.data()), _mm_cvttps_epi32(numbers));
+}
+
+// Gives the lanes whose face shows no pixel, and the boxes of the others. A place that is not a number leaves
+// a face in.
+static ZEL_INLINE uint32_t MissesSse2(const PlacesSse2& a, const PlacesSse2& b, const PlacesSse2& c,
+                                      const FaceView& view, Boxes<4>& boxes) {
+    const __m128 cross = _mm_sub_ps(_mm_mul_ps(_mm_sub_ps(c.x, a.x), _mm_sub_ps(b.y, a.y)),
+                                    _mm_mul_ps(_mm_sub_ps(c.y, a.y), _mm_sub_ps(b.x, a.x)));
+    const __m128 area = _mm_andnot_ps(_mm_set1_ps(-0.0f), cross);
+    const __m128 minX = _mm_min_ps(_mm_min_ps(a.x, b.x), c.x), maxX = _mm_max_ps(_mm_max_ps(a.x, b.x), c.x);
+    const __m128 minY = _mm_min_ps(_mm_min_ps(a.y, b.y), c.y), maxY = _mm_max_ps(_mm_max_ps(a.y, b.y), c.y);
+    const __m128 size =
+        _mm_add_ps(_mm_max_ps(_mm_sub_ps(maxX, minX), _mm_sub_ps(maxY, minY)), _mm_set1_ps(kBoxMargin));
+    const __m128 cube = _mm_mul_ps(_mm_mul_ps(_mm_mul_ps(_mm_set1_ps(kCertainArea), size), size), size);
+    const __m128 isCertain = _mm_cmpge_ps(area, cube);
+    const Rect& viewport = view.viewport;
+    const __m128 left = _mm_max_ps(FirstPixelSse2(minX, isCertain), NumberSse2(viewport.left));
+    const __m128 top = _mm_max_ps(FirstPixelSse2(minY, isCertain), NumberSse2(viewport.top));
+    const __m128 right = _mm_min_ps(LastPixelSse2(maxX, isCertain), NumberSse2(viewport.right - 1));
+    const __m128 bottom = _mm_min_ps(LastPixelSse2(maxY, isCertain), NumberSse2(viewport.bottom - 1));
+    StoreSse2(boxes.left, left);
+    StoreSse2(boxes.top, top);
+    StoreSse2(boxes.right, right);
+    StoreSse2(boxes.bottom, bottom);
+
+    const __m128 nearest = _mm_min_ps(_mm_min_ps(a.depth, b.depth), c.depth);
+    const __m128 rounding =
+        _mm_add_ps(_mm_div_ps(_mm_mul_ps(_mm_mul_ps(_mm_set1_ps(kDepthRounding), size), size), area),
+                   _mm_set1_ps(kSumRounding));
+    const __m128 before = _mm_sub_ps(nearest, _mm_mul_ps(nearest, rounding));
+    __m128 misses = _mm_cmplt_ps(area, _mm_set1_ps(kSmallestArea));
+    misses = _mm_or_ps(misses, _mm_cmpgt_ps(left, right));
+    misses = _mm_or_ps(misses, _mm_cmpgt_ps(top, bottom));
+    misses = _mm_or_ps(misses, _mm_cmpgt_ps(before, _mm_set1_ps(view.farthest)));
+    return static_cast<uint32_t>(_mm_movemask_ps(_mm_and_ps(misses, _mm_cmpord_ps(area, area))));
+}
+
+static void ScanSse2(const Mesh& mesh, const MeshVertices& vertices, const FaceView& view,
+                     const std::vector<uint32_t>& faces, size_t count, std::vector<ScannedFace>& out) {
+    const MeshTriangle* triangles = mesh.triangles.data();
+    const ScreenPlace* places = vertices.places.data();
+    size_t found = 0;
+    out.resize(count);
+    for (size_t i = 0; i < count; i += 4) {
+        Boxes<4> boxes;
+        const uint32_t* group = &faces[i];
+        const uint32_t misses = MissesSse2(PlacesOfSse2(places, {triangles, group, 0}),
+                                           PlacesOfSse2(places, {triangles, group, 1}),
+                                           PlacesOfSse2(places, {triangles, group, 2}), view, boxes);
+        found = AddFaces(~misses & LanesOf(i, count, 4), group, boxes, out.data(), found);
+    }
+    out.resize(found);
 }
 
 // ---- Eight faces at a time.
 
 namespace {
 
-struct VectorsAvx2 {
-    __m256 x, y, z;
-};
-
 struct PlacesAvx2 {
-    __m256 x, y;
-};
-
-// The vertex in one corner of eight triangles.
-struct CornerOfEight {
-    const MeshTriangle* triangles;
-    size_t corner;
-
-    size_t operator[](size_t lane) const { return static_cast<size_t>(triangles[lane][corner]); }
+    __m256 x, y, depth;
 };
 
 }  // namespace
 
 // Single loads put together: they cost a third of what gathers do.
-ZEL_AVX2 static ZEL_INLINE VectorsAvx2 WorldAvx2(const MeshVertices& vertices, const CornerOfEight& at) {
-    const Vec4* world = vertices.world.data();
-    __m256 x = LoadPairAvx2(&world[at[0]].x, &world[at[4]].x),
-           y = LoadPairAvx2(&world[at[1]].x, &world[at[5]].x);
-    __m256 z = LoadPairAvx2(&world[at[2]].x, &world[at[6]].x),
-           w = LoadPairAvx2(&world[at[3]].x, &world[at[7]].x);
-    TransposeAvx2(x, y, z, w);
-    return {x, y, z};
-}
-
-ZEL_AVX2 static ZEL_INLINE __m128 TwoPlacesAvx2(const ScreenPlace& first, const ScreenPlace& second) {
-    const __m128 low = _mm_loadl_pi(_mm_setzero_ps(), reinterpret_cast<const __m64*>(&first));
-    return _mm_loadh_pi(low, reinterpret_cast<const __m64*>(&second));
-}
-
-ZEL_AVX2 static ZEL_INLINE PlacesAvx2 PlacesOfAvx2(const MeshVertices& vertices, const CornerOfEight& at) {
-    const ScreenPlace* p = vertices.places.data();
-    const __m256 even = _mm256_insertf128_ps(_mm256_castps128_ps256(TwoPlacesAvx2(p[at[0]], p[at[1]])),
-                                             TwoPlacesAvx2(p[at[4]], p[at[5]]), 1);
-    const __m256 odd = _mm256_insertf128_ps(_mm256_castps128_ps256(TwoPlacesAvx2(p[at[2]], p[at[3]])),
-                                            TwoPlacesAvx2(p[at[6]], p[at[7]]), 1);
-    return {_mm256_shuffle_ps(even, odd, _MM_SHUFFLE(2, 0, 2, 0)),
-            _mm256_shuffle_ps(even, odd, _MM_SHUFFLE(3, 1, 3, 1))};
-}
-
-ZEL_AVX2 static ZEL_INLINE VectorsAvx2 MinusAvx2(const VectorsAvx2& a, const VectorsAvx2& b) {
-    return {_mm256_sub_ps(a.x, b.x), _mm256_sub_ps(a.y, b.y), _mm256_sub_ps(a.z, b.z)};
-}
-
-ZEL_AVX2 static ZEL_INLINE __m256 SizeAvx2(__m256 value) {
-    return _mm256_andnot_ps(_mm256_set1_ps(-0.0f), value);
-}
-
-ZEL_AVX2 static ZEL_INLINE __m256 SumOfSizesAvx2(const VectorsAvx2& a) {
-    return _mm256_add_ps(_mm256_add_ps(SizeAvx2(a.x), SizeAvx2(a.y)), SizeAvx2(a.z));
-}
-
-// a * b - c * d
-ZEL_AVX2 static ZEL_INLINE __m256 CrossAvx2(__m256 a, __m256 b, __m256 c, __m256 d) {
-    return _mm256_sub_ps(_mm256_mul_ps(a, b), _mm256_mul_ps(c, d));
+ZEL_AVX2 static ZEL_INLINE PlacesAvx2 PlacesOfAvx2(const ScreenPlace* places, const CornersOfFaces& at) {
+    __m256 x = LoadPairAvx2(&places[at[0]].x, &places[at[4]].x),
+           y = LoadPairAvx2(&places[at[1]].x, &places[at[5]].x);
+    __m256 depth = LoadPairAvx2(&places[at[2]].x, &places[at[6]].x),
+           unused = LoadPairAvx2(&places[at[3]].x, &places[at[7]].x);
+    TransposeAvx2(x, y, depth, unused);
+    return {x, y, depth};
 }
 
 ZEL_AVX2 static ZEL_INLINE __m256 FirstPixelAvx2(__m256 low, __m256 isCertain) {
@@ -151,38 +242,25 @@ ZEL_AVX2 static ZEL_INLINE __m256 NumberAvx2(int32_t number) {
     return _mm256_set1_ps(static_cast<float>(number));
 }
 
-namespace {
-
-// The boxes of eight faces.
-struct BoxesAvx2 {
-    std::array<int32_t, 8> left, top, right, bottom;
-};
-
-}  // namespace
-
 ZEL_AVX2 static ZEL_INLINE void StoreAvx2(std::array<int32_t, 8>& to, __m256 numbers) {
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(to.data()), _mm256_cvttps_epi32(numbers));
 }
 
-// Gives the lanes whose triangle covers no pixel, and the boxes of the others. A place that is not a number
-// leaves a triangle in.
-ZEL_AVX2 static ZEL_INLINE __m256 BoxesOfAvx2(const MeshVertices& vertices, const MeshTriangle* triangles,
-                                              const Rect& viewport, BoxesAvx2& boxes) {
-    const auto [ax, ay] = PlacesOfAvx2(vertices, {triangles, 0});
-    const auto [bx, by] = PlacesOfAvx2(vertices, {triangles, 1});
-    const auto [cx, cy] = PlacesOfAvx2(vertices, {triangles, 2});
-    const __m256 area = SizeAvx2(CrossAvx2(_mm256_sub_ps(cx, ax), _mm256_sub_ps(by, ay),
-                                           _mm256_sub_ps(cy, ay), _mm256_sub_ps(bx, ax)));
-    const __m256 minX = _mm256_min_ps(_mm256_min_ps(ax, bx), cx),
-                 maxX = _mm256_max_ps(_mm256_max_ps(ax, bx), cx);
-    const __m256 minY = _mm256_min_ps(_mm256_min_ps(ay, by), cy),
-                 maxY = _mm256_max_ps(_mm256_max_ps(ay, by), cy);
-
+ZEL_AVX2 static ZEL_INLINE uint32_t MissesAvx2(const PlacesAvx2& a, const PlacesAvx2& b, const PlacesAvx2& c,
+                                               const FaceView& view, Boxes<8>& boxes) {
+    const __m256 cross = _mm256_sub_ps(_mm256_mul_ps(_mm256_sub_ps(c.x, a.x), _mm256_sub_ps(b.y, a.y)),
+                                       _mm256_mul_ps(_mm256_sub_ps(c.y, a.y), _mm256_sub_ps(b.x, a.x)));
+    const __m256 area = _mm256_andnot_ps(_mm256_set1_ps(-0.0f), cross);
+    const __m256 minX = _mm256_min_ps(_mm256_min_ps(a.x, b.x), c.x),
+                 maxX = _mm256_max_ps(_mm256_max_ps(a.x, b.x), c.x);
+    const __m256 minY = _mm256_min_ps(_mm256_min_ps(a.y, b.y), c.y),
+                 maxY = _mm256_max_ps(_mm256_max_ps(a.y, b.y), c.y);
     const __m256 size = _mm256_add_ps(_mm256_max_ps(_mm256_sub_ps(maxX, minX), _mm256_sub_ps(maxY, minY)),
                                       _mm256_set1_ps(kBoxMargin));
     const __m256 cube =
         _mm256_mul_ps(_mm256_mul_ps(_mm256_mul_ps(_mm256_set1_ps(kCertainArea), size), size), size);
     const __m256 isCertain = _mm256_cmp_ps(area, cube, _CMP_GE_OQ);
+    const Rect& viewport = view.viewport;
     const __m256 left = _mm256_max_ps(FirstPixelAvx2(minX, isCertain), NumberAvx2(viewport.left));
     const __m256 top = _mm256_max_ps(FirstPixelAvx2(minY, isCertain), NumberAvx2(viewport.top));
     const __m256 right = _mm256_min_ps(LastPixelAvx2(maxX, isCertain), NumberAvx2(viewport.right - 1));
@@ -192,57 +270,49 @@ ZEL_AVX2 static ZEL_INLINE __m256 BoxesOfAvx2(const MeshVertices& vertices, cons
     StoreAvx2(boxes.right, right);
     StoreAvx2(boxes.bottom, bottom);
 
+    const __m256 nearest = _mm256_min_ps(_mm256_min_ps(a.depth, b.depth), c.depth);
+    const __m256 scaled = _mm256_mul_ps(_mm256_mul_ps(_mm256_set1_ps(kDepthRounding), size), size);
+    const __m256 rounding = _mm256_add_ps(_mm256_div_ps(scaled, area), _mm256_set1_ps(kSumRounding));
+    const __m256 before = _mm256_sub_ps(nearest, _mm256_mul_ps(nearest, rounding));
     __m256 misses = _mm256_cmp_ps(area, _mm256_set1_ps(kSmallestArea), _CMP_LT_OQ);
     misses = _mm256_or_ps(misses, _mm256_cmp_ps(left, right, _CMP_GT_OQ));
     misses = _mm256_or_ps(misses, _mm256_cmp_ps(top, bottom, _CMP_GT_OQ));
-    return _mm256_and_ps(misses, _mm256_cmp_ps(area, area, _CMP_ORD_Q));
+    misses = _mm256_or_ps(misses, _mm256_cmp_ps(before, _mm256_set1_ps(view.farthest), _CMP_GT_OQ));
+    misses = _mm256_and_ps(misses, _mm256_cmp_ps(area, area, _CMP_ORD_Q));
+    return static_cast<uint32_t>(_mm256_movemask_ps(misses));
 }
 
-ZEL_AVX2 static ZEL_INLINE __m256 TurnsAwayAvx2(const MeshVertices& vertices, const MeshTriangle* triangles,
-                                                const VectorsAvx2& eye) {
-    const VectorsAvx2 a = WorldAvx2(vertices, {triangles, 0});
-    const VectorsAvx2 p = MinusAvx2(WorldAvx2(vertices, {triangles, 1}), a);
-    const VectorsAvx2 q = MinusAvx2(WorldAvx2(vertices, {triangles, 2}), a);
-    const VectorsAvx2 normal{CrossAvx2(p.y, q.z, p.z, q.y), CrossAvx2(p.z, q.x, p.x, q.z),
-                             CrossAvx2(p.x, q.y, p.y, q.x)};
-    const VectorsAvx2 toEye = MinusAvx2(eye, a);
-    const __m256 dot =
-        _mm256_add_ps(_mm256_add_ps(_mm256_mul_ps(toEye.x, normal.x), _mm256_mul_ps(toEye.y, normal.y)),
-                      _mm256_mul_ps(toEye.z, normal.z));
-    const __m256 sizes = _mm256_mul_ps(SumOfSizesAvx2(toEye), SumOfSizesAvx2(normal));
-    return _mm256_cmp_ps(dot, _mm256_mul_ps(_mm256_set1_ps(kCertainCosine), sizes), _CMP_LT_OQ);
-}
-
-// The last eight triangles overlap those before them. There are at least eight.
 ZEL_AVX2 static void ScanAvx2(const Mesh& mesh, const MeshVertices& vertices, const FaceView& view,
+                              const std::vector<uint32_t>& faces, size_t count,
                               std::vector<ScannedFace>& out) {
-    const VectorsAvx2 eye{_mm256_set1_ps(view.eye.x), _mm256_set1_ps(view.eye.y), _mm256_set1_ps(view.eye.z)};
-    const size_t count = mesh.triangles.size();
+    const MeshTriangle* triangles = mesh.triangles.data();
+    const ScreenPlace* places = vertices.places.data();
     size_t found = 0;
     out.resize(count);
-    for (size_t next = 0; next < count; next += 8) {
-        const size_t i = std::min(next, count - 8);
-        const MeshTriangle* triangles = &mesh.triangles[i];
-        BoxesAvx2 boxes;
-        const __m256 misses = BoxesOfAvx2(vertices, triangles, view.viewport, boxes);
-        auto lanes = ~static_cast<uint32_t>(_mm256_movemask_ps(misses)) & 0xFFu << (next - i) & 0xFF;
-        if (lanes == 0) continue;
-        lanes &= ~static_cast<uint32_t>(_mm256_movemask_ps(TurnsAwayAvx2(vertices, triangles, eye)));
-        for (; lanes != 0; lanes &= lanes - 1) {
-            const auto lane = static_cast<size_t>(std::countr_zero(lanes));
-            out[found++] = {
-                static_cast<uint32_t>(i + lane),
-                {boxes.left[lane], boxes.top[lane], boxes.right[lane] + 1, boxes.bottom[lane] + 1}};
-        }
+    for (size_t i = 0; i < count; i += 8) {
+        Boxes<8> boxes;
+        const uint32_t* group = &faces[i];
+        const uint32_t misses = MissesAvx2(PlacesOfAvx2(places, {triangles, group, 0}),
+                                           PlacesOfAvx2(places, {triangles, group, 1}),
+                                           PlacesOfAvx2(places, {triangles, group, 2}), view, boxes);
+        found = AddFaces(~misses & LanesOf(i, count, 8), group, boxes, out.data(), found);
     }
     out.resize(found);
 }
 
 void ScanFaces(const Mesh& mesh, const MeshVertices& vertices, const FaceView& view, SimdLevel level,
                std::vector<ScannedFace>& out) {
-    if (level == SimdLevel::Avx2 && mesh.triangles.size() >= 8) {
-        ScanAvx2(mesh, vertices, view, out);
+    static std::vector<uint32_t> faces;
+    FindFrontFaces(mesh, FindEye(mesh, view.world, view.eye), level, faces);
+    if (level == SimdLevel::Scalar || faces.empty()) {
+        ScanScalar(mesh, vertices, view, faces, out);
+        return;
+    }
+    const size_t count = faces.size();
+    faces.resize((count + 7) / 8 * 8, faces.back());
+    if (level == SimdLevel::Avx2) {
+        ScanAvx2(mesh, vertices, view, faces, count, out);
     } else {
-        ScanScalar(mesh, vertices, view, out);
+        ScanSse2(mesh, vertices, view, faces, count, out);
     }
 }

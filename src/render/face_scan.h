@@ -1,5 +1,5 @@
-// Which faces of a mesh may show a pixel: most faces of small or distant objects show none, and half of all
-// turn away.
+// Which faces of a mesh may show a pixel: most faces of small or distant objects show none, half of all turn
+// away, and others lie behind what was drawn.
 #pragma once
 
 #include "render/mesh_vertices.h"
@@ -7,8 +7,10 @@
 #include <vector>
 
 struct FaceView {
-    Vec3 eye{};  // world space
+    Matrix4 world{};  // object to world space
+    Vec3 eye{};       // world space
     Rect viewport{};
+    float farthest = 1;  // no depth is greater where the mesh may show; 1 when nothing is known
 };
 
 // A face that may show.
@@ -20,7 +22,7 @@ struct ScannedFace {
 };
 
 // The faces that may show, in the mesh's order. Left out are only those of which it is certain that drawing
-// them changes nothing: without area, without the centre of a pixel in the viewport, or with their back to
-// the eye. Every level gives the same; `out` is replaced.
+// them changes nothing: without area, without the centre of a pixel in the viewport, with their back to the
+// eye, or nowhere before `farthest`. Every level gives the same; `out` is replaced.
 void ScanFaces(const Mesh& mesh, const MeshVertices& vertices, const FaceView& view, SimdLevel level,
                std::vector<ScannedFace>& out);

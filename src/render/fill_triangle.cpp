@@ -36,13 +36,18 @@ static bool HasArea(const std::array<ScreenCorner, 3>& corners) {
 void FillTriangle(const std::array<ScreenCorner, 3>& corners, Pixel color) {
     Rect box;
     if (!HasArea(corners) || !BoxOf(corners, box)) return;
+    PrepareDepth(box);
     FillTriangle(corners, box, FlatFill{KnownColor, &color});
+    DepthChanged(box);
 }
 
 void FillTriangle(const std::array<ScreenCorner, 3>& corners, const std::array<TexturePoint, 3>& points,
                   const TextureFill& fill) {
     Rect box;
-    if (HasArea(corners) && BoxOf(corners, box)) FillTriangle(corners, box, points, fill);
+    if (!HasArea(corners) || !BoxOf(corners, box)) return;
+    PrepareDepth(box);
+    FillTriangle(corners, box, points, fill);
+    DepthChanged(box);
 }
 
 void FillTriangle(const std::array<ScreenCorner, 3>& corners, const Rect& box, const FlatFill& fill) {

@@ -33,6 +33,7 @@ bool EnsureSize(int32_t width, int32_t height) {
         fb.viewport = {0, 0, width, height};
         fb.systemDrew = false;
         fb.depth.assign(static_cast<size_t>(width) * static_cast<size_t>(height), kFarDepth);
+        ClearDepth(fb.viewport);
     }
     return fb.pixels != nullptr;
 }
@@ -51,16 +52,7 @@ void PreparePixelAccess() {
 
 void Clear(Pixel color) {
     FillRect({0, 0, frameBuffer.width, frameBuffer.height}, color);
-    FillRun(frameBuffer.depth.data(), frameBuffer.depth.size(), kFarDepth);
-}
-
-void ClearViewportDepth() {
-    const Rect& v = frameBuffer.viewport;
-    if (Width(v) <= 0) return;
-    for (int32_t y = v.top; y < v.bottom; ++y) {
-        float* row = frameBuffer.depth.data() + static_cast<ptrdiff_t>(y) * frameBuffer.width;
-        FillRun(row + v.left, static_cast<size_t>(Width(v)), kFarDepth);
-    }
+    ClearDepth({0, 0, frameBuffer.width, frameBuffer.height});
 }
 
 void FillRect(const Rect& rect, Pixel color) {

@@ -5,6 +5,7 @@
 #include "platform/canvas.h"
 #include "render/color.h"
 #include "render/cpu_features.h"
+#include "render/depth_tiles.h"
 #include "render/rect.h"
 
 #include <cstdint>
@@ -12,9 +13,10 @@
 #include <vector>
 
 struct FrameBuffer {
-    Pixel* pixels = nullptr;           // width x height, row 0 at the top; null: nothing may be drawn
-    int32_t width = 0, height = 0;     // pixels
-    std::vector<float> depth{};        // width x height; 1 is far, nothing drawn yet
+    Pixel* pixels = nullptr;        // width x height, row 0 at the top; null: nothing may be drawn
+    int32_t width = 0, height = 0;  // pixels
+    std::vector<float> depth{};     // width x height; 1 is far, nothing drawn yet: see PrepareDepth
+    DepthTiles depthTiles{};
     Rect viewport{};                   // what lines and 3D drawing are confined to; inside the buffer
     SimdLevel simd = BestSimdLevel();  // how triangles are filled
     bool keepsTexts = false;           // texts are drawn out of kept pixels where that changes nothing
@@ -38,9 +40,6 @@ void PreparePixelAccess();
 
 // Fills everything and makes every depth far.
 void Clear(Pixel color);
-
-// Makes the depths of the viewport far. The others are never looked at.
-void ClearViewportDepth();
 
 // Fills left <= x < right, top <= y < bottom as far as it lies inside the buffer. Nothing for an empty
 // rectangle.

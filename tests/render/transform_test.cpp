@@ -82,7 +82,8 @@ TEST_CASE("an object that is its own parent ends too") {
 
 TEST_CASE("a chain of a thousand parents is followed to its root") {
     Scene scene(1000);
-    for (int32_t i = 0; i < 1000; ++i) scene[static_cast<size_t>(i)] = {.position{1, 0, 0}, .parentIndex = i - 1};
+    for (int32_t i = 0; i < 1000; ++i)
+        scene[static_cast<size_t>(i)] = {.position{1, 0, 0}, .parentIndex = i - 1};
     CHECK(WorldPosition(scene, 999) == Vec3{1000, 0, 0});
 }
 
@@ -90,7 +91,10 @@ TEST_CASE("a chain that no scene needs, or a large cycle, is followed for 64 par
     for (bool cycle : {false, true}) {
         Scene scene(5000);
         for (int32_t i = 0; i < 5000; ++i) {
-            scene[static_cast<size_t>(i)] = {.position{1, 0, 0}, .parentIndex = i > 0 ? i - 1 : cycle ? 4999 : -1};
+            scene[static_cast<size_t>(i)] = {.position{1, 0, 0},
+                                             .parentIndex = i > 0   ? i - 1
+                                                            : cycle ? 4999
+                                                                    : -1};
         }
         CHECK(WorldPosition(scene, 4999) == Vec3{65, 0, 0});
     }

@@ -6,13 +6,15 @@
 
 #include <cstdint>
 
-// Starts from an empty headless platform and a buffer of one colour, with the whole of it as viewport.
+// Starts from an empty headless platform and a buffer of one colour, with the whole of it as viewport. Every
+// depth is far.
 inline void StartPicture(int32_t width, int32_t height, Pixel background = Pixel{0}) {
     headless = HeadlessPlatform{};
     ReleaseFrameBuffer();
     frameBuffer.simd = BestSimdLevel();
     EnsureSize(width, height);
     Clear(background);
+    PrepareDepth(frameBuffer.viewport);
 }
 
 inline Pixel PixelAt(int32_t x, int32_t y) {

@@ -122,11 +122,13 @@ static void Fill(const std::array<ScreenCorner, 3>& s, Pixel color, const std::a
 }
 
 void FillTrianglePlainly(const std::array<ScreenCorner, 3>& corners, Pixel color) {
+    PrepareDepth(frameBuffer.viewport);
     Fill(corners, color, nullptr, nullptr);
 }
 
 void FillTrianglePlainly(const std::array<ScreenCorner, 3>& corners,
                          const std::array<TexturePoint, 3>& points, const TextureFill& fill) {
+    PrepareDepth(frameBuffer.viewport);
     Fill(corners, {}, &points, &fill);
 }
 
@@ -135,7 +137,7 @@ static float AxisLength(const Matrix4& m, size_t column) {
     return std::max(std::sqrt(x * x + y * y + z * z), 0.001f);
 }
 
-void DrawMeshPlainly(const Mesh& mesh, const MeshDraw& draw) {
+static void DrawFacesPlainly(const Mesh& mesh, const MeshDraw& draw) {
     const float scale[3] = {AxisLength(draw.world, 0), AxisLength(draw.world, 1), AxisLength(draw.world, 2)};
     for (const MeshTriangle& triangle : mesh.triangles) {
         const MeshVertex* vertex[3];
@@ -186,14 +188,18 @@ void DrawMeshPlainly(const Mesh& mesh, const MeshDraw& draw) {
             }
             if (!visible) continue;
             if (draw.texture != nullptr) {
-                FillTrianglePlainly(screen, points, {draw.texture, draw.repeat, draw.tint, brightness});
+                const TextureFill fill{draw.texture, draw.repeat, draw.tint, brightness};
+                Fill(screen, {}, &points, &fill);
             } else {
                 const Corner& first = polygon[0];
-                FillTrianglePlainly(screen, Shade(first.red, first.green, first.blue, draw.tint, brightness));
+                const Pixel color = Shade(first.red, first.green, first.blue, draw.tint, brightness);
+                Fill(screen, color, nullptr, nullptr);
             }
         }
     }
-    if (!draw.selected) return;
+}
+
+static void DrawOutlinePlainly(const Mesh& mesh, const MeshDraw& draw) {
     for (const MeshTriangle& triangle : mesh.triangles) {
         for (size_t i = 0; i < 3; ++i) {
             Point ends[2];
@@ -209,4 +215,10 @@ void DrawMeshPlainly(const Mesh& mesh, const MeshDraw& draw) {
             if (visible) DrawLine(ends[0], ends[1], Pixel{0x56D6FF});
         }
     }
+}
+
+void DrawMeshPlainly(const Mesh& mesh, const MeshDraw& draw) {
+    PrepareDepth(frameBuffer.viewport);
+    DrawFacesPlainly(mesh, draw);
+    if (draw.selected) DrawOutlinePlainly(mesh, draw);
 }

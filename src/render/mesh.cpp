@@ -1,0 +1,50 @@
+#include "render/mesh.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+// Doubles: what is measured is rounded once.
+struct Point3 {
+    double x, y, z;
+};
+
+}  // namespace
+
+constexpr float kRoundedUp = 1.0001f;
+
+static Point3 PointOf(Vec3 a) { return {a.x, a.y, a.z}; }
+static Point3 Minus(Point3 a, Point3 b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
+static double Dot(Point3 a, Point3 b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
+static double Length(Point3 a) { return std::sqrt(Dot(a, a)); }
+
+static Point3 Cross(Point3 a, Point3 b) {
+    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
+}
+
+static void MeasureTriangle(const Mesh& mesh, size_t triangle, MeshMeasures& measures) {
+    Point3 p[3];
+    for (size_t c = 0; c < 3; ++c)
+        p[c] = PointOf(mesh.vertices[static_cast<size_t>(mesh.triangles[triangle][c])].position);
+    const Point3 a = Minus(p[1], p[0]), b = Minus(p[2], p[0]), normal = Cross(a, b);
+    measures.normalX[triangle] = static_cast<float>(normal.x);
+    measures.normalY[triangle] = static_cast<float>(normal.y);
+    measures.normalZ[triangle] = static_cast<float>(normal.z);
+    measures.offset[triangle] = static_cast<float>(Dot(normal, p[0]));
+    const double longest = std::max({Length(a), Length(b), Length(Minus(p[2], p[1]))});
+    measures.longestEdge = std::max(measures.longestEdge, static_cast<float>(longest) * kRoundedUp);
+}
+
+void MeasureMesh(Mesh& mesh) {
+    MeshMeasures measures;
+    const size_t padded = (mesh.triangles.size() + 7) / 8 * 8;
+    for (auto* values : {&measures.normalX, &measures.normalY, &measures.normalZ, &measures.offset})
+        values->assign(padded, 0);
+    for (const MeshVertex& vertex : mesh.vertices) {
+        const auto reach = static_cast<float>(Length(PointOf(vertex.position)));
+        measures.reach = std::max(measures.reach, reach * kRoundedUp);
+    }
+    for (size_t i = 0; i < mesh.triangles.size(); ++i) MeasureTriangle(mesh, i, measures);
+    mesh.measures = std::move(measures);
+}
