@@ -9,6 +9,7 @@
 
 // The viewport of the editor at its first window size.
 constexpr int32_t kBenchWidth = 810, kBenchHeight = 646;
+constexpr Pixel kBenchBackground{0x2D2219};
 
 struct BenchObject {
     const Mesh* mesh = nullptr;

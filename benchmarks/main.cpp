@@ -1,9 +1,11 @@
-// Runs every benchmark, then prints a table of ratios: how many times as fast as its peer each way is, both
+// Runs every benchmark, then prints a table of ratios: how many times as fast as its peers each way is, all
 // measured in this run.
 #include "bench_report.h"
+#include "mesa_bench.h"
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <map>
 
@@ -20,18 +22,20 @@ public:
             const size_t split = name.find(": ");
             if (run.error_occurred || split == std::string::npos) continue;
             rows.push_back({name.substr(0, split), name.substr(split + 2), run.GetAdjustedRealTime()});
-            if (rows.back().way == kPeer) peers[rows.back().scenario] = rows.back().milliseconds;
+            NotePeer(rows.back());
         }
     }
 
     void PrintRatios() const {
-        std::printf("\n%-28s %-14s %12s %14s\n", "scenario", "way", "ms", "times as fast");
+        std::printf("\n%-28s %-16s %12s   %s\n", "", "", "", "times as fast as");
+        std::printf("%-28s %-16s %12s %10s %10s\n", "scenario", "way", "ms", kPeer, kMesaPeer);
         for (const Row& row : rows) {
             const auto peer = peers.find(row.scenario);
             if (peer == peers.end()) continue;
-            std::printf("%-28s %-14s %12.3f %14.2f\n", row.scenario.c_str(), row.way.c_str(),
-                        row.milliseconds, peer->second / row.milliseconds);
+            std::printf("%-28s %-16s %12.3f %10.2f %10s\n", row.scenario.c_str(), row.way.c_str(),
+                        row.milliseconds, peer->second / row.milliseconds, TimesMesa(row).c_str());
         }
+        std::printf("\n%s\n", MesaNote().c_str());
     }
 
 private:
@@ -39,8 +43,24 @@ private:
         std::string scenario{}, way{};
         double milliseconds = 0;
     };
+
+    void NotePeer(const Row& row) {
+        if (row.way == kPeer) peers[row.scenario] = row.milliseconds;
+        if (!row.way.starts_with(kMesaPeer)) return;
+        const auto [known, isNew] = mesaPeers.try_emplace(row.scenario, row.milliseconds);
+        if (!isNew) known->second = std::min(known->second, row.milliseconds);
+    }
+
+    std::string TimesMesa(const Row& row) const {
+        const auto mesa = mesaPeers.find(row.scenario);
+        if (mesa == mesaPeers.end()) return "-";
+        char ratio[32];
+        std::snprintf(ratio, sizeof ratio, "%.2f", mesa->second / row.milliseconds);
+        return ratio;
+    }
+
     std::vector<Row> rows{};
-    std::map<std::string, double> peers{};
+    std::map<std::string, double> peers{}, mesaPeers{};
 };
 
 }  // namespace

@@ -1,6 +1,7 @@
 // Whole frames of the rasterizer: clear, then every object.
 #include "bench_report.h"
 #include "bench_scenes.h"
+#include "mesa_bench.h"
 
 #include "render/frame_buffer.h"
 #include "support/plain_renderer.h"
@@ -8,8 +9,6 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-
-constexpr Pixel kBackground{0x2D2219};
 
 namespace {
 
@@ -22,12 +21,12 @@ struct FrameWay {
 }  // namespace
 
 static void ClearPlainly() {
-    std::fill_n(frameBuffer.pixels, frameBuffer.depth.size(), kBackground);
+    std::fill_n(frameBuffer.pixels, frameBuffer.depth.size(), kBenchBackground);
     std::ranges::fill(frameBuffer.depth, kFarDepth);
 }
 
 constexpr FrameWay kPlainWay{ClearPlainly, DrawMeshPlainly};
-constexpr FrameWay kProgramWay{[] { Clear(kBackground); }, DrawMesh};
+constexpr FrameWay kProgramWay{[] { Clear(kBenchBackground); }, DrawMesh};
 
 static void MeasureFrame(benchmark::State& state, const BenchScene& scene, const FrameWay& way,
                          SimdLevel level) {
@@ -50,6 +49,7 @@ void RegisterRasterizerBenchmarks() {
             })->Unit(benchmark::kMillisecond);
         };
         add(kPeer, kPlainWay, SimdLevel::Scalar);
+        RegisterMesaBenchmarks(scene);
         add("scalar rows", kProgramWay, SimdLevel::Scalar);
         add("SSE2", kProgramWay, SimdLevel::Sse2);
         if (BestSimdLevel() == SimdLevel::Avx2) add("AVX2", kProgramWay, SimdLevel::Avx2);

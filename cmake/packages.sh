@@ -6,6 +6,7 @@ readonly zel_packages=(
     doctest-dev libstb-dev libbenchmark-dev
     wine wine64 xvfb xauth xdotool x11-utils openbox imagemagick fonts-open-sans python3
 )
+readonly zel_bench_packages=(libosmesa6-dev)           # for ./bench only, which can do without
 readonly zel_drawing_packages=(librsvg2-bin icoutils)  # for assets/source/render.sh only
 
 # Installs those of the named packages that are missing, and asks the network for nothing when none is.

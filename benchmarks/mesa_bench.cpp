@@ -1,0 +1,78 @@
+#include "mesa_bench.h"
+
+#include "bench_report.h"
+#include "mesa_renderer.h"
+
+#include "render/frame_buffer.h"
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+
+// Each rounds in its own way, which shows at edges and where faces cut each other.
+constexpr int32_t kSameColor = 4;  // levels of a channel
+constexpr double kMostOthers = 1;  // percent of the pixels that are not background
+
+static bool LooksSame(Pixel a, Pixel b) {
+    const auto differs = [a, b](int shift) {
+        const auto channel = [shift](Pixel p) {
+            return static_cast<int32_t>(static_cast<uint32_t>(p) >> shift & 255);
+        };
+        return std::abs(channel(a) - channel(b)) > kSameColor;
+    };
+    return !differs(16) && !differs(8) && !differs(0);
+}
+
+static void DrawOwnFrame(const BenchScene& scene) {
+    EnsureSize(kBenchWidth, kBenchHeight);
+    Clear(kBenchBackground);
+    for (const BenchObject& object : scene.objects) DrawMesh(*object.mesh, object.draw);
+}
+
+// How many percent of the pixels that one of the pictures has something in look different in the other.
+static double PercentOfOthers(const std::vector<Pixel>& picture, const Pixel* own) {
+    size_t drawn = 0, others = 0;
+    for (size_t i = 0; i < picture.size(); ++i) {
+        if (picture[i] == kBenchBackground && own[i] == kBenchBackground) continue;
+        ++drawn;
+        if (!LooksSame(picture[i], own[i])) ++others;
+    }
+    return 100 * static_cast<double>(others) / static_cast<double>(std::max<size_t>(drawn, 1));
+}
+
+// The first frame also compiles the shaders.
+static bool ShowsTheScene(benchmark::State& state, const BenchScene& scene, const MesaScene& loaded) {
+    DrawMesaFrame(loaded);
+    DrawOwnFrame(scene);
+    const double others = PercentOfOthers(MesaPicture(), frameBuffer.pixels);
+    char label[64];
+    std::snprintf(label, sizeof label, "%.2f %% of its pixels differ", others);
+    state.SetLabel(label);
+    return others <= kMostOthers;
+}
+
+static void MeasureFrame(benchmark::State& state, const BenchScene& scene, MesaWay way) {
+    const MesaScene loaded = LoadMesaScene(scene, way);
+    if (!ShowsTheScene(state, scene, loaded)) state.SkipWithError("Mesa shows another picture");
+    for ([[maybe_unused]] auto frame : state) DrawMesaFrame(loaded);
+    ReleaseMesaScene(loaded);
+}
+
+std::string MesaNote() {
+    const std::string renderer = MesaRenderer();
+    if (renderer.empty()) return "Mesa: left out, its off-screen renderer is not llvmpipe.";
+    return "Mesa: " + renderer + ", one thread. The faster of its two ways counts.";
+}
+
+void RegisterMesaBenchmarks(const BenchScene& scene) {
+    if (MesaRenderer().empty()) return;
+    const auto add = [&scene](const std::string& name, MesaWay way) {
+        const auto measure = [&scene, way](benchmark::State& state) { MeasureFrame(state, scene, way); };
+        benchmark::RegisterBenchmark(BenchName(scene.name, kMesaPeer + name).c_str(), measure)
+            ->Unit(benchmark::kMillisecond);
+    };
+    add(", instanced", MesaWay::Instanced);
+    add(", pre-lit", MesaWay::PreLit);
+}
