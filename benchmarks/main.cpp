@@ -69,9 +69,9 @@ int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
     RegisterPlayBenchmarks();
-    RegisterRasterizerBenchmarks();
     RegisterSceneFileBenchmarks();
     RegisterUndoBenchmarks();
+    RegisterRasterizerBenchmarks();  // the last: a peer changes how memory is kept
     RatioReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     reporter.PrintRatios();
