@@ -1,8 +1,7 @@
 // The scenes that the rasterizer is measured with.
 #pragma once
 
-#include "render/draw_mesh.h"
-#include "render/mesh.h"
+#include "render/mesh_batch.h"
 
 #include <string>
 #include <vector>
@@ -11,14 +10,11 @@
 constexpr int32_t kBenchWidth = 810, kBenchHeight = 646;
 constexpr Pixel kBenchBackground{0x2D2219};
 
-struct BenchObject {
-    const Mesh* mesh = nullptr;
-    MeshDraw draw{};
-};
+using BenchObject = MeshInstance;
 
 struct BenchScene {
     std::string name{};
-    std::vector<BenchObject> objects{};  // in the order of drawing
+    std::vector<BenchObject> objects{};  // in the order of the scene
 };
 
 // Made once; the references in them stay valid.

@@ -12,10 +12,10 @@
 
 namespace {
 
-// How a frame is begun, and how each object of it is drawn.
+// How a frame is begun, and how the objects of it are drawn.
 struct FrameWay {
     void (*clear)();
-    void (*draw)(const Mesh&, const MeshDraw&);
+    void (*draw)(const std::vector<MeshInstance>&);
 };
 
 }  // namespace
@@ -25,8 +25,15 @@ static void ClearPlainly() {
     std::ranges::fill(frameBuffer.depth, kFarDepth);
 }
 
-constexpr FrameWay kPlainWay{ClearPlainly, DrawMeshPlainly};
-constexpr FrameWay kProgramWay{[] { Clear(kBenchBackground); }, DrawMesh};
+template <void (*drawOne)(const Mesh&, const MeshDraw&)>
+static void DrawInOrder(const std::vector<MeshInstance>& objects) {
+    for (const MeshInstance& object : objects) drawOne(*object.mesh, object.draw);
+}
+
+constexpr FrameWay kPlainWay{ClearPlainly, DrawInOrder<DrawMeshPlainly>};
+constexpr FrameWay kSceneOrder{[] { Clear(kBenchBackground); }, DrawInOrder<DrawMesh>};
+constexpr FrameWay kProgramWay{[] { Clear(kBenchBackground); },
+                               [](const std::vector<MeshInstance>& objects) { DrawMeshes(objects); }};
 
 static void MeasureFrame(benchmark::State& state, const BenchScene& scene, const FrameWay& way,
                          SimdLevel level) {
@@ -35,7 +42,7 @@ static void MeasureFrame(benchmark::State& state, const BenchScene& scene, const
     PrepareDepth(frameBuffer.viewport);
     for ([[maybe_unused]] auto frame : state) {
         way.clear();
-        for (const BenchObject& object : scene.objects) way.draw(*object.mesh, object.draw);
+        way.draw(scene.objects);
         benchmark::DoNotOptimize(frameBuffer.pixels[0]);
     }
 }
@@ -52,6 +59,8 @@ void RegisterRasterizerBenchmarks() {
         RegisterMesaBenchmarks(scene);
         add("scalar rows", kProgramWay, SimdLevel::Scalar);
         add("SSE2", kProgramWay, SimdLevel::Sse2);
-        if (BestSimdLevel() == SimdLevel::Avx2) add("AVX2", kProgramWay, SimdLevel::Avx2);
+        if (BestSimdLevel() != SimdLevel::Avx2) continue;
+        add("AVX2", kProgramWay, SimdLevel::Avx2);
+        add("AVX2, scene order", kSceneOrder, SimdLevel::Avx2);
     }
 }

@@ -1,15 +1,17 @@
 #include "app/scene_drawing.h"
 
 #include "app/frame_view.h"
-#include "render/draw_mesh.h"
 #include "render/frame_buffer.h"
 #include "render/gizmo.h"
 #include "render/icons.h"
+#include "render/mesh_batch.h"
 #include "render/scene_view.h"
 #include "render/transform.h"
 #include "render/viewport_overlay.h"
 #include "scene/editor_state.h"
 #include "scene/selection.h"
+
+#include <vector>
 
 static bool IsIndexOf(int32_t index, size_t count) {
     return index >= 0 && static_cast<size_t>(index) < count;
@@ -23,24 +25,51 @@ static const TextureImage* TextureOf(const GameObject& object) {
 // What the edit mode shows of the selection is not part of the game.
 static bool IsSelected(int32_t index) { return !ShowsGame() && index == editorState.selectedIndex; }
 
-// `frame` holds what all objects share.
-static void DrawObject(int32_t index, MeshDraw frame) {
+static MeshDraw MeshDrawOf(int32_t index, const MeshDraw& frame) {
     const GameObject& object = editorState.scene[static_cast<size_t>(index)];
-    const bool showsMesh = ShowsMesh(object, editorState.meshes.size());
-    if (!IsShown(object, ShowsGame()) || !(object.isText || showsMesh)) return;
+    MeshDraw draw = frame;
+    draw.world = WorldMatrix(editorState.scene, index);
+    draw.selected = IsSelected(index);
+    draw.tint = object.hasColor ? object.color : 0;
+    draw.roughness = object.roughness;
+    draw.gloss = object.gloss;
+    draw.texture = TextureOf(object);
+    draw.repeat = object.textureRepeat;
+    return draw;
+}
 
-    frame.world = WorldMatrix(editorState.scene, index);
-    frame.selected = IsSelected(index);
-    if (object.isText) {
-        DrawTextObject(object, Translation(frame.world), frame.viewProjection, frame.selected);
-        return;
+static void DrawTextOf(int32_t index, const Matrix4& viewProjection) {
+    const Vec3 position = WorldPosition(editorState.scene, index);
+    DrawTextObject(editorState.scene[static_cast<size_t>(index)], position, viewProjection,
+                   IsSelected(index));
+}
+
+// Meshes are drawn in batches: only a text and the outline of the selection ignore depth and must come where
+// they stand in the scene. `frame` holds what all objects share.
+static void DrawObjects(const MeshDraw& frame) {
+    static std::vector<MeshInstance> batch;
+    batch.clear();
+    const auto drawBatch = [] {
+        DrawMeshes(batch);
+        batch.clear();
+    };
+    for (int32_t i = 0; i < static_cast<int32_t>(editorState.scene.size()); ++i) {
+        const GameObject& object = editorState.scene[static_cast<size_t>(i)];
+        const bool showsMesh = ShowsMesh(object, editorState.meshes.size());
+        if (!IsShown(object, ShowsGame()) || !(object.isText || showsMesh)) continue;
+        if (object.isText || IsSelected(i)) drawBatch();
+        if (object.isText) {
+            DrawTextOf(i, frame.viewProjection);
+            continue;
+        }
+        const Mesh& mesh = editorState.meshes[static_cast<size_t>(object.meshIndex)];
+        if (IsSelected(i)) {
+            DrawMesh(mesh, MeshDrawOf(i, frame));
+        } else {
+            batch.push_back({&mesh, MeshDrawOf(i, frame)});
+        }
     }
-    frame.tint = object.hasColor ? object.color : 0;
-    frame.roughness = object.roughness;
-    frame.gloss = object.gloss;
-    frame.texture = TextureOf(object);
-    frame.repeat = object.textureRepeat;
-    DrawMesh(editorState.meshes[static_cast<size_t>(object.meshIndex)], frame);
+    drawBatch();
 }
 
 static void DrawMarkers(int32_t index, const Matrix4& viewProjection) {
@@ -69,7 +98,7 @@ void DrawScene(const Rect& viewport) {
     FillRect(viewport, ViewportBackground(editorState.scene, editorState.selectedIndex, ShowsGame()));
     if (!editorState.runtimeMode) DrawGrid(frame.viewProjection);
     const auto count = static_cast<int32_t>(editorState.scene.size());
-    for (int32_t i = 0; i < count; ++i) DrawObject(i, frame);
+    DrawObjects(frame);
     for (int32_t i = 0; i < count; ++i) DrawMarkers(i, frame.viewProjection);
     DrawSelectedGizmo(viewport, frame.viewProjection);
 }

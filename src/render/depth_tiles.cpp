@@ -5,7 +5,9 @@
 #include <immintrin.h>
 
 #include <algorithm>
+#include <bit>
 #include <cstddef>
+#include <limits>
 
 namespace {
 
@@ -52,36 +54,67 @@ static Rect PixelsOf(int32_t column, int32_t row) {
     return {left, top, std::min(left + kTileWidth, area.right), std::min(top + kTileHeight, area.bottom)};
 }
 
-static float* DepthRow(int32_t x, int32_t y) {
-    return frameBuffer.depth.data() + static_cast<ptrdiff_t>(y) * frameBuffer.width + x;
+template <typename Value>
+static Value* RowOf(std::vector<Value>& values, int32_t x, int32_t y) {
+    return values.data() + static_cast<ptrdiff_t>(y) * frameBuffer.width + x;
 }
 
-static void MakeFar(const Rect& pixels) {
-    const __m128 four = _mm_set1_ps(kFarDepth);
+// Four bytes each.
+template <typename Value>
+static void FillTile(std::vector<Value>& values, const Rect& pixels, Value value) {
+    const __m128i four = _mm_set1_epi32(std::bit_cast<int32_t>(value));
     for (int32_t y = pixels.top; y < pixels.bottom; ++y) {
-        float* row = DepthRow(pixels.left, y);
+        Value* row = RowOf(values, pixels.left, y);
         if (Width(pixels) == kTileWidth) {
-            _mm_storeu_ps(row, four);
-            _mm_storeu_ps(row + 4, four);
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(row), four);
+            _mm_storeu_si128(reinterpret_cast<__m128i*>(row + 4), four);
         } else {
-            std::fill_n(row, Width(pixels), kFarDepth);
+            std::fill_n(row, Width(pixels), value);
         }
     }
+}
+
+template <typename Visit>
+static void VisitTiles(const Rect& rect, Visit visit) {
+    const TileRange range = TilesOf(rect);
+    for (int32_t row = range.top; row < range.bottom; ++row) {
+        for (int32_t column = range.left; column < range.right; ++column) visit(column, row);
+    }
+}
+
+static void WriteClearedDepths(const Rect& rect) {
+    VisitTiles(rect, [](int32_t column, int32_t row) {
+        uint8_t& isStale = Tiles().isStale[IndexOf(column, row)];
+        if (isStale == 0) return;
+        FillTile(frameBuffer.depth, PixelsOf(column, row), kFarDepth);
+        isStale = 0;
+        --Tiles().staleCount;
+    });
+}
+
+// Nobody's number is the least: it wins every tie.
+static void WriteClearedOwners(const Rect& rect) {
+    VisitTiles(rect, [](int32_t column, int32_t row) {
+        uint8_t& isStale = frameBuffer.owners.areStale[IndexOf(column, row)];
+        if (isStale == 0) return;
+        FillTile(frameBuffer.owners.numbers, PixelsOf(column, row), std::numeric_limits<int32_t>::min());
+        isStale = 0;
+    });
 }
 
 void PrepareDepth(const Rect& rect) {
-    if (Tiles().staleCount == 0) return;
-    const TileRange range = TilesOf(rect);
-    for (int32_t row = range.top; row < range.bottom; ++row) {
-        for (int32_t column = range.left; column < range.right; ++column) {
-            uint8_t& isStale = Tiles().isStale[IndexOf(column, row)];
-            if (isStale == 0) continue;
-            MakeFar(PixelsOf(column, row));
-            isStale = 0;
-            --Tiles().staleCount;
-        }
-    }
+    if (Tiles().staleCount > 0) WriteClearedDepths(rect);
+    if (frameBuffer.owners.areKept) WriteClearedOwners(rect);
 }
+
+void KeepOwners() {
+    PixelOwners& owners = frameBuffer.owners;
+    owners.areKept = true;
+    owners.numbers.resize(frameBuffer.depth.size());
+    owners.areStale.assign(Tiles().isStale.size(), 1);
+}
+
+void ForgetOwners() { frameBuffer.owners.areKept = false; }
 
 void DepthChanged(const Rect& rect) {
     const TileRange range = TilesOf(rect);
@@ -94,7 +127,7 @@ void DepthChanged(const Rect& rect) {
 static float FarthestOfWhole(const Rect& pixels) {
     __m128 farthest = _mm_setzero_ps();
     for (int32_t y = pixels.top; y < pixels.bottom; ++y) {
-        const float* row = DepthRow(pixels.left, y);
+        const float* row = RowOf(frameBuffer.depth, pixels.left, y);
         farthest = _mm_max_ps(farthest, _mm_max_ps(_mm_loadu_ps(row), _mm_loadu_ps(row + 4)));
     }
     farthest = _mm_max_ps(farthest, _mm_movehl_ps(farthest, farthest));
@@ -105,7 +138,7 @@ static float FarthestOf(const Rect& pixels) {
     if (Width(pixels) == kTileWidth) return FarthestOfWhole(pixels);
     float farthest = 0;
     for (int32_t y = pixels.top; y < pixels.bottom; ++y) {
-        const float* row = DepthRow(pixels.left, y);
+        const float* row = RowOf(frameBuffer.depth, pixels.left, y);
         farthest = std::max(farthest, *std::max_element(row, row + Width(pixels)));
     }
     return farthest;

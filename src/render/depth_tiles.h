@@ -20,11 +20,25 @@ struct DepthTiles {
     size_t staleCount = 0;
 };
 
+// Whose depth each pixel holds, while objects are drawn in another order than the scene's.
+struct PixelOwners {
+    bool areKept = false;
+    int32_t current = 0;              // the number of the object at hand, in the scene's order
+    std::vector<int32_t> numbers{};   // width x height
+    std::vector<uint8_t> areStale{};  // by tile, 1 where nobody drew yet: the numbers mean nothing
+};
+
 // Makes every depth of the area far. The others are never looked at.
 void ClearDepth(const Rect& area);
 
-// To be called before depths are read or written inside a rectangle: what was cleared is then written.
+// To be called before depths or owners are read or written inside a rectangle: what was cleared is then
+// written.
 void PrepareDepth(const Rect& rect);
+
+// From now on pixels have owners, until ForgetOwners. What was drawn before belongs to no object and keeps
+// its place before others of the same depth.
+void KeepOwners();
+void ForgetOwners();
 
 // To be called after depths were written inside a rectangle.
 void DepthChanged(const Rect& rect);

@@ -95,14 +95,20 @@ ZEL_AVX2 ZEL_INLINE __m256i SampleAvx2(const TextureFill& fill, __m256 u, __m256
                                        _mm256_castps_si256(seen), 4);
 }
 
-// A flat triangle's colour.
+// A flat triangle's colour. It is kept here once it is known, so that it stays in a register.
 struct FlatInkAvx2 {
     LateColor& color;
+    bool isMade = false;
+    __m256i colors{};
 
     // False when the triangle is not to be drawn.
-    ZEL_AVX2 ZEL_INLINE bool ColorsOf(const WeightsAvx2&, __m256&, __m256i& colors) const {
-        if (!color.IsKnown()) return false;
-        colors = _mm256_set1_epi32(static_cast<int32_t>(color.value));
+    ZEL_AVX2 ZEL_INLINE bool ColorsOf(const WeightsAvx2&, __m256&, __m256i& made) {
+        if (!isMade) {
+            if (!color.IsKnown()) return false;
+            colors = _mm256_set1_epi32(static_cast<int32_t>(color.value));
+            isMade = true;
+        }
+        made = colors;
         return true;
     }
 };
@@ -155,17 +161,18 @@ ZEL_AVX2 ZEL_INLINE __m256 WinsTieAvx2(const FillTarget& to, const Place& place,
     return _mm256_and_ps(_mm256_cmp_ps(depth, drawnDepth, _CMP_EQ_OQ), _mm256_castsi256_ps(isEarlier));
 }
 
+// Writes the lanes that are seen. All of them are, mostly.
 template <typename Place>
-ZEL_AVX2 ZEL_INLINE void StoreSeenAvx2(void* buffer, const Place& place, __m256 seen, __m256i values) {
-    place.Store(buffer, _mm256_blendv_ps(place.Load(buffer), _mm256_castsi256_ps(values), seen));
+ZEL_AVX2 ZEL_INLINE void StoreSeenAvx2(void* buffer, const Place& place, __m256 seen, bool areAll,
+                                       __m256 values) {
+    place.Store(buffer, areAll ? values : _mm256_blendv_ps(place.Load(buffer), values, seen));
 }
 
 // Eight pixels of a triangle, by its edge functions there; `depths` are those of its corners. False when the
 // triangle is not to be drawn.
 template <typename Place, typename Ink>
 ZEL_AVX2 ZEL_INLINE bool FillEightAvx2(const __m256 (&edges)[3], __m256 area, const __m256 (&depths)[3],
-                                       __m256 allowed, const FillTarget& to, const Place& place,
-                                       const Ink& ink) {
+                                       __m256 allowed, const FillTarget& to, const Place& place, Ink& ink) {
     const WeightsAvx2 w{_mm256_div_ps(edges[0], area), _mm256_div_ps(edges[1], area),
                         _mm256_div_ps(edges[2], area)};
     const __m256 depth = WeightedAvx2(w, depths), drawnDepth = place.Load(to.depth);
@@ -176,9 +183,11 @@ ZEL_AVX2 ZEL_INLINE bool FillEightAvx2(const __m256 (&edges)[3], __m256 area, co
     if (_mm256_movemask_ps(seen) == 0) return true;
     __m256i colors;
     if (!ink.ColorsOf(w, seen, colors)) return false;
-    StoreSeenAvx2(to.pixels, place, seen, colors);
-    place.Store(to.depth, _mm256_blendv_ps(drawnDepth, depth, seen));
-    if (to.owners != nullptr) StoreSeenAvx2(to.owners, place, seen, _mm256_set1_epi32(to.owner));
+    const bool areAll = _mm256_movemask_ps(seen) == 0xFF;
+    StoreSeenAvx2(to.pixels, place, seen, areAll, _mm256_castsi256_ps(colors));
+    StoreSeenAvx2(to.depth, place, seen, areAll, depth);
+    if (to.owners != nullptr)
+        StoreSeenAvx2(to.owners, place, seen, areAll, _mm256_castsi256_ps(_mm256_set1_epi32(to.owner)));
     return true;
 }
 

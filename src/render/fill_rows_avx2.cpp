@@ -84,9 +84,9 @@ ZEL_AVX2 static ZEL_INLINE ColumnsAvx2 ColumnsAtAvx2(const TriangleAvx2& t, int3
 // False when the triangle is not to be drawn.
 template <typename Ink, typename Rest>
 ZEL_AVX2 static ZEL_INLINE bool FillBandAvx2(const TriangleSetup& setup, const TriangleAvx2& t,
-                                             const RowBand& band, const FillArea& area, const Ink& ink,
+                                             const RowBand& band, const FillArea& area, Ink& ink,
                                              const Rest& rest) {
-    const FillTarget& to = area.target;
+    const FillTarget to = area.target;  // a copy: no store to the picture changes it
     for (int32_t x = band.left; x < band.right; x += 8) {
         const ColumnsAvx2 columns = ColumnsAtAvx2(t, x, area.box.right);
         for (size_t row = 0; row < static_cast<size_t>(band.count); ++row) {
@@ -108,7 +108,7 @@ ZEL_AVX2 static ZEL_INLINE bool FillBandAvx2(const TriangleSetup& setup, const T
 }
 
 template <typename Ink, typename Rest>
-ZEL_AVX2 static ZEL_INLINE void FillRowsAvx2(const TriangleSetup& setup, const FillArea& area, const Ink& ink,
+ZEL_AVX2 static ZEL_INLINE void FillRowsAvx2(const TriangleSetup& setup, const FillArea& area, Ink ink,
                                              const Rest& rest) {
     const TriangleAvx2 t = SpreadAvx2(setup);
     RowBand band;

@@ -94,7 +94,8 @@ static bool HasFourInRows(const Rect& box, const FillTarget& to) {
 // Four columns at most, two rows at a time.
 template <typename Ink>
 ZEL_AVX2 static ZEL_INLINE void FillNarrowAvx2(const SmallTriangleAvx2& t, const Rect& box,
-                                               const FillTarget& to, const Ink& ink) {
+                                               const FillTarget& target, Ink ink) {
+    const FillTarget to = target;  // a copy: no store to the picture changes it
     const __m256i numbers =
         _mm256_add_epi32(_mm256_set1_epi32(box.left), _mm256_setr_epi32(0, 1, 2, 3, 0, 1, 2, 3));
     const __m256i within = _mm256_cmpgt_epi32(_mm256_set1_epi32(box.right), numbers);
@@ -149,7 +150,8 @@ ZEL_AVX2 static ZEL_INLINE BlockRows RowsOfBlocksAvx2(const SmallTriangleAvx2& t
 
 template <typename Ink, typename Rest>
 ZEL_AVX2 static ZEL_INLINE void FillBlocksAvx2(const SmallTriangleAvx2& t, const Rect& box,
-                                               const FillTarget& to, const Ink& ink, const Rest& rest) {
+                                               const FillTarget& target, Ink ink, const Rest& rest) {
+    const FillTarget to = target;  // a copy: no store to the picture changes it
     BlockRows rows{{box.top}, {box.bottom}};
     if (Width(box) > 8) rows = RowsOfBlocksAvx2(t, box);
     int32_t x = box.left;

@@ -19,7 +19,10 @@ static bool BoxOf(const std::array<ScreenCorner, 3>& corners, Rect& box) {
 
 static FillTarget Target() {
     FrameBuffer& fb = frameBuffer;
-    return {fb.pixels, fb.depth.data(), fb.width, static_cast<int64_t>(fb.depth.size())};
+    FillTarget to{fb.pixels, fb.depth.data(), fb.width, static_cast<int64_t>(fb.depth.size())};
+    if (fb.owners.areKept) to.owners = fb.owners.numbers.data();
+    to.owner = fb.owners.current;
+    return to;
 }
 
 static bool KnownColor(const void* source, Pixel& color) {

@@ -17,6 +17,7 @@ struct FrameBuffer {
     int32_t width = 0, height = 0;  // pixels
     std::vector<float> depth{};     // width x height; 1 is far, nothing drawn yet: see PrepareDepth
     DepthTiles depthTiles{};
+    PixelOwners owners{};
     Rect viewport{};                   // what lines and 3D drawing are confined to; inside the buffer
     SimdLevel simd = BestSimdLevel();  // how triangles are filled
     bool keepsTexts = false;           // texts are drawn out of kept pixels where that changes nothing
