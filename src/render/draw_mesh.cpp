@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cassert>
 #include <cmath>
+#include <span>
 #include <vector>
 
 constexpr Pixel kOutline{0x56D6FF};
@@ -39,13 +40,12 @@ struct ScreenFace {
     Pixel color{};                         // of the face's first corner
 };
 
-// A face that is drawn whole.
-struct FaceToDraw {
+// What the faces of a mesh are drawn with.
+struct MeshToDraw {
     const Mesh& mesh;
     const MeshDraw& draw;
     const MeshVertices& vertices;
-    const MeshTriangle& triangle;
-    const Rect& box;  // the pixels that it may cover
+    AxisScales scales;
 };
 
 }  // namespace
@@ -73,17 +73,32 @@ static TexturePoint TextureCoordinates(Vec3 p, Vec3 normal, const AxisScales& sc
     return {a * 0.5f + 0.5f, b * 0.5f + 0.5f};
 }
 
+// Both vectors at length 1, as Normalise makes them, at the price of one.
+static void NormaliseBoth(Vec3& a, Vec3& b) {
+    const __m128 x = _mm_setr_ps(a.x, b.x, 1, 1), y = _mm_setr_ps(a.y, b.y, 0, 0),
+                 z = _mm_setr_ps(a.z, b.z, 0, 0);
+    const __m128 squares = _mm_add_ps(_mm_add_ps(_mm_mul_ps(x, x), _mm_mul_ps(y, y)), _mm_mul_ps(z, z));
+    const __m128 length = _mm_sqrt_ps(squares);
+    const __m128 isZero = _mm_cmple_ps(length, _mm_set1_ps(kZeroLength));
+    alignas(16) float unit[3][4];
+    _mm_store_ps(unit[0], _mm_andnot_ps(isZero, _mm_div_ps(x, length)));
+    _mm_store_ps(unit[1], _mm_andnot_ps(isZero, _mm_div_ps(y, length)));
+    _mm_store_ps(unit[2], _mm_andnot_ps(isZero, _mm_div_ps(z, length)));
+    a = {unit[0][0], unit[1][0], unit[2][0]};
+    b = {unit[0][1], unit[1][1], unit[2][1]};
+}
+
 // False for a face that turns its back to the eye.
-static bool SetUpFace(const MeshTriangle& triangle, const MeshDraw& draw, const MeshVertices& vertices,
-                      Face& face) {
+static bool SetUpFace(const Mesh& mesh, const MeshTriangle& triangle, const MeshDraw& draw, Face& face) {
     for (size_t c = 0; c < 3; ++c) {
         face.index[c] = static_cast<size_t>(triangle[c]);
-        assert(face.index[c] < vertices.visible.size());
-        face.world[c] = vertices.World(face.index[c]);
+        assert(face.index[c] < mesh.vertices.size());
+        face.world[c] = TransformPoint(draw.world, mesh.vertices[face.index[c]].position);
     }
     const auto& p = face.world;
-    face.normal = Normalise(Cross(p[1] - p[0], p[2] - p[0]));
-    face.toEye = Normalise(draw.eye - p[0]);
+    face.normal = Cross(p[1] - p[0], p[2] - p[0]);
+    face.toEye = draw.eye - p[0];
+    NormaliseBoth(face.normal, face.toEye);
     return Dot(face.toEye, face.normal) > 0;
 }
 
@@ -139,7 +154,7 @@ template <typename Visit>
 static void VisitParts(const Mesh& mesh, const MeshDraw& draw, const MeshVertices& vertices,
                        const AxisScales& scales, const MeshTriangle& triangle, Visit visit) {
     Face face;
-    if (!SetUpFace(triangle, draw, vertices, face)) return;
+    if (!SetUpFace(mesh, triangle, draw, face)) return;
     if (!LiesBeyondNearPlane(vertices, triangle)) {
         VisitCutFace(mesh, draw, face, scales, [&](const ScreenFace& part) { visit(face, part); });
     } else if (IsWhole(vertices, triangle)) {
@@ -164,28 +179,39 @@ static void DrawParts(const Mesh& mesh, const MeshDraw& draw, const MeshVertices
 }
 
 // False for a face that turns its back to the eye.
-static bool ColorOfFlatFace(const void* source, Pixel& color) {
-    const auto& [mesh, draw, vertices, triangle, box] = *static_cast<const FaceToDraw*>(source);
+static bool ColorOfFlatFace(const void* source, uint32_t triangle, Pixel& color) {
+    const auto& [mesh, draw, vertices, scales] = *static_cast<const MeshToDraw*>(source);
     Face face;
-    if (!SetUpFace(triangle, draw, vertices, face)) return false;
+    if (!SetUpFace(mesh, mesh.triangles[triangle], draw, face)) return false;
     color = Lit(Tinted(mesh.vertices[face.index[0]].color, draw.tint), BrightnessOf(face, draw));
     return true;
 }
 
-// Its cull test and its light wait for its first pixel.
-static void DrawFlatFace(const FaceToDraw& face) {
-    std::array<ScreenCorner, 3> corners;
-    for (size_t c = 0; c < 3; ++c) corners[c] = face.vertices.corners[static_cast<size_t>(face.triangle[c])];
-    FillTriangle(corners, face.box, FlatFill{ColorOfFlatFace, &face});
+// Their cull tests and their lights wait for their first pixels. Every face lies whole in view.
+static void DrawFlatFaces(const MeshToDraw& source, std::span<const ScannedFace> faces) {
+    FillTriangles(
+        {faces, source.mesh.triangles.data(), source.vertices.corners.data(), {ColorOfFlatFace, &source}});
 }
 
-static void DrawTexturedFace(const FaceToDraw& whole, const AxisScales& scales) {
-    const auto& [mesh, draw, vertices, triangle, box] = whole;
+static void DrawTexturedFace(const MeshToDraw& source, const ScannedFace& scanned) {
+    const auto& [mesh, draw, vertices, scales] = source;
     Face face;
-    if (!SetUpFace(triangle, draw, vertices, face)) return;
+    if (!SetUpFace(mesh, mesh.triangles[scanned.triangle], draw, face)) return;
     const ScreenFace part = WholeFace(mesh, draw, vertices, face, scales);
-    FillTriangle(part.corners, box, part.points,
+    FillTriangle(part.corners, scanned.box, part.points,
                  {draw.texture, draw.repeat, draw.tint, BrightnessOf(face, draw)});
+}
+
+static void DrawAnyFace(const MeshToDraw& source, const ScannedFace& scanned) {
+    const auto& [mesh, draw, vertices, scales] = source;
+    const MeshTriangle& triangle = mesh.triangles[scanned.triangle];
+    if (!IsWhole(vertices, triangle)) {
+        DrawParts(mesh, draw, vertices, scales, triangle);
+    } else if (draw.texture == nullptr) {
+        DrawFlatFaces(source, {&scanned, 1});
+    } else {
+        DrawTexturedFace(source, scanned);
+    }
 }
 
 // The pixels of the viewport that the mesh may show. All of them where a vertex is not plain.
@@ -207,17 +233,11 @@ static void DrawFaces(const Mesh& mesh, const MeshDraw& draw, const MeshVertices
               faces);
     if (faces.empty()) return;
     PrepareDepth(covered);
-    const AxisScales scales = WorldScales(draw.world);
-    for (const ScannedFace& scanned : faces) {
-        const MeshTriangle& triangle = mesh.triangles[scanned.triangle];
-        const FaceToDraw face{mesh, draw, vertices, triangle, scanned.box};
-        if (!IsWhole(vertices, triangle)) {
-            DrawParts(mesh, draw, vertices, scales, triangle);
-        } else if (draw.texture == nullptr) {
-            DrawFlatFace(face);
-        } else {
-            DrawTexturedFace(face, scales);
-        }
+    const MeshToDraw source{mesh, draw, vertices, WorldScales(draw.world)};
+    if (vertices.arePlain && draw.texture == nullptr) {
+        DrawFlatFaces(source, faces);
+    } else {
+        for (const ScannedFace& face : faces) DrawAnyFace(source, face);
     }
     DepthChanged(covered);
 }

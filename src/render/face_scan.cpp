@@ -35,7 +35,7 @@ static float LastPixel(float high, bool isCertain) {
 }
 
 // False when the triangle shows no pixel of the viewport; otherwise gives those that it may cover.
-static bool MayShow(const ScreenPlace& a, const ScreenPlace& b, const ScreenPlace& c, const FaceView& view,
+static bool MayShow(const ScreenCorner& a, const ScreenCorner& b, const ScreenCorner& c, const FaceView& view,
                     Rect& box) {
     const Rect& viewport = view.viewport;
     const float area = std::abs((c.x - a.x) * (b.y - a.y) - (c.y - a.y) * (b.x - a.x));
@@ -67,7 +67,8 @@ static void ScanScalar(const Mesh& mesh, const MeshVertices& vertices, const Fac
         const auto a = static_cast<size_t>(t[0]), b = static_cast<size_t>(t[1]),
                    c = static_cast<size_t>(t[2]);
         const bool isPlain = vertices.IsPlain(a) && vertices.IsPlain(b) && vertices.IsPlain(c);
-        if (!isPlain || MayShow(vertices.places[a], vertices.places[b], vertices.places[c], view, face.box))
+        if (!isPlain ||
+            MayShow(vertices.corners[a], vertices.corners[b], vertices.corners[c], view, face.box))
             out.push_back(face);
     }
 }
@@ -118,9 +119,9 @@ struct PlacesSse2 {
 
 }  // namespace
 
-static ZEL_INLINE PlacesSse2 PlacesOfSse2(const ScreenPlace* places, const CornersOfFaces& at) {
-    __m128 x = _mm_loadu_ps(&places[at[0]].x), y = _mm_loadu_ps(&places[at[1]].x);
-    __m128 depth = _mm_loadu_ps(&places[at[2]].x), unused = _mm_loadu_ps(&places[at[3]].x);
+static ZEL_INLINE PlacesSse2 PlacesOfSse2(const ScreenCorner* corners, const CornersOfFaces& at) {
+    __m128 x = _mm_loadu_ps(&corners[at[0]].x), y = _mm_loadu_ps(&corners[at[1]].x);
+    __m128 depth = _mm_loadu_ps(&corners[at[2]].x), unused = _mm_loadu_ps(&corners[at[3]].x);
     _MM_TRANSPOSE4_PS(x, y, depth, unused);
     return {x, y, depth};
 }
@@ -194,15 +195,15 @@ static ZEL_INLINE uint32_t MissesSse2(const PlacesSse2& a, const PlacesSse2& b, 
 static void ScanSse2(const Mesh& mesh, const MeshVertices& vertices, const FaceView& view,
                      const std::vector<uint32_t>& faces, size_t count, std::vector<ScannedFace>& out) {
     const MeshTriangle* triangles = mesh.triangles.data();
-    const ScreenPlace* places = vertices.places.data();
+    const ScreenCorner* corners = vertices.PlainCorners();
     size_t found = 0;
     out.resize(count);
     for (size_t i = 0; i < count; i += 4) {
         Boxes<4> boxes;
         const uint32_t* group = &faces[i];
-        const uint32_t misses = MissesSse2(PlacesOfSse2(places, {triangles, group, 0}),
-                                           PlacesOfSse2(places, {triangles, group, 1}),
-                                           PlacesOfSse2(places, {triangles, group, 2}), view, boxes);
+        const uint32_t misses = MissesSse2(PlacesOfSse2(corners, {triangles, group, 0}),
+                                           PlacesOfSse2(corners, {triangles, group, 1}),
+                                           PlacesOfSse2(corners, {triangles, group, 2}), view, boxes);
         found = AddFaces(~misses & LanesOf(i, count, 4), group, boxes, out.data(), found);
     }
     out.resize(found);
@@ -219,11 +220,11 @@ struct PlacesAvx2 {
 }  // namespace
 
 // Single loads put together: they cost a third of what gathers do.
-ZEL_AVX2 static ZEL_INLINE PlacesAvx2 PlacesOfAvx2(const ScreenPlace* places, const CornersOfFaces& at) {
-    __m256 x = LoadPairAvx2(&places[at[0]].x, &places[at[4]].x),
-           y = LoadPairAvx2(&places[at[1]].x, &places[at[5]].x);
-    __m256 depth = LoadPairAvx2(&places[at[2]].x, &places[at[6]].x),
-           unused = LoadPairAvx2(&places[at[3]].x, &places[at[7]].x);
+ZEL_AVX2 static ZEL_INLINE PlacesAvx2 PlacesOfAvx2(const ScreenCorner* corners, const CornersOfFaces& at) {
+    __m256 x = LoadPairAvx2(&corners[at[0]].x, &corners[at[4]].x),
+           y = LoadPairAvx2(&corners[at[1]].x, &corners[at[5]].x);
+    __m256 depth = LoadPairAvx2(&corners[at[2]].x, &corners[at[6]].x),
+           unused = LoadPairAvx2(&corners[at[3]].x, &corners[at[7]].x);
     TransposeAvx2(x, y, depth, unused);
     return {x, y, depth};
 }
@@ -286,15 +287,15 @@ ZEL_AVX2 static void ScanAvx2(const Mesh& mesh, const MeshVertices& vertices, co
                               const std::vector<uint32_t>& faces, size_t count,
                               std::vector<ScannedFace>& out) {
     const MeshTriangle* triangles = mesh.triangles.data();
-    const ScreenPlace* places = vertices.places.data();
+    const ScreenCorner* corners = vertices.PlainCorners();
     size_t found = 0;
     out.resize(count);
     for (size_t i = 0; i < count; i += 8) {
         Boxes<8> boxes;
         const uint32_t* group = &faces[i];
-        const uint32_t misses = MissesAvx2(PlacesOfAvx2(places, {triangles, group, 0}),
-                                           PlacesOfAvx2(places, {triangles, group, 1}),
-                                           PlacesOfAvx2(places, {triangles, group, 2}), view, boxes);
+        const uint32_t misses = MissesAvx2(PlacesOfAvx2(corners, {triangles, group, 0}),
+                                           PlacesOfAvx2(corners, {triangles, group, 1}),
+                                           PlacesOfAvx2(corners, {triangles, group, 2}), view, boxes);
         found = AddFaces(~misses & LanesOf(i, count, 8), group, boxes, out.data(), found);
     }
     out.resize(found);

@@ -2,6 +2,7 @@
 // away, and others lie behind what was drawn.
 #pragma once
 
+#include "render/fill_rows.h"
 #include "render/mesh_vertices.h"
 
 #include <vector>
@@ -13,16 +14,9 @@ struct FaceView {
     float farthest = 1;  // no depth is greater where the mesh may show; 1 when nothing is known
 };
 
-// A face that may show.
-struct ScannedFace {
-    uint32_t triangle = 0;  // index into the mesh's triangles
-    // The pixels that it may cover, where no corner of it is cut away or hidden: inside the viewport, not
-    // empty.
-    Rect box{};
-};
-
 // The faces that may show, in the mesh's order. Left out are only those of which it is certain that drawing
 // them changes nothing: without area, without the centre of a pixel in the viewport, with their back to the
-// eye, or nowhere before `farthest`. Every level gives the same; `out` is replaced.
+// eye, or nowhere before `farthest`. The box of a face is that inside the viewport, where no corner of it is
+// cut away or hidden. Every level gives the same; `out` is replaced.
 void ScanFaces(const Mesh& mesh, const MeshVertices& vertices, const FaceView& view, SimdLevel level,
                std::vector<ScannedFace>& out);

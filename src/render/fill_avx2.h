@@ -152,13 +152,13 @@ ZEL_AVX2 ZEL_INLINE __m256 InsideAvx2(const WeightsAvx2& w) {
     return _mm256_and_ps(two, _mm256_cmp_ps(w.w2, zero, _CMP_GE_OQ));
 }
 
-// Lanes at the depth that was drawn, by an object that comes after this one.
+// Of the lanes at the depth that was drawn, those in which an object was that comes after this one.
 template <typename Place>
-ZEL_AVX2 ZEL_INLINE __m256 WinsTieAvx2(const FillTarget& to, const Place& place, __m256 depth,
-                                       __m256 drawnDepth) {
+ZEL_AVX2 ZEL_INLINE __m256 WonTiesAvx2(const FillTarget& to, const Place& place, __m256 ties) {
+    if (to.owners == nullptr || _mm256_movemask_ps(ties) == 0) return _mm256_setzero_ps();
     const __m256i owners = _mm256_castps_si256(place.Load(to.owners));
     const __m256i isEarlier = _mm256_cmpgt_epi32(owners, _mm256_set1_epi32(to.owner));
-    return _mm256_and_ps(_mm256_cmp_ps(depth, drawnDepth, _CMP_EQ_OQ), _mm256_castsi256_ps(isEarlier));
+    return _mm256_and_ps(ties, _mm256_castsi256_ps(isEarlier));
 }
 
 // Writes the lanes that are seen. All of them are, mostly.
@@ -176,10 +176,11 @@ ZEL_AVX2 ZEL_INLINE bool FillEightAvx2(const __m256 (&edges)[3], __m256 area, co
     const WeightsAvx2 w{_mm256_div_ps(edges[0], area), _mm256_div_ps(edges[1], area),
                         _mm256_div_ps(edges[2], area)};
     const __m256 depth = WeightedAvx2(w, depths), drawnDepth = place.Load(to.depth);
-    __m256 before = _mm256_cmp_ps(depth, drawnDepth, _CMP_LT_OQ);
-    if (to.owners != nullptr) before = _mm256_or_ps(before, WinsTieAvx2(to, place, depth, drawnDepth));
-    before = _mm256_and_ps(before, _mm256_cmp_ps(depth, _mm256_setzero_ps(), _CMP_GE_OQ));
-    __m256 seen = _mm256_and_ps(_mm256_and_ps(allowed, InsideAvx2(w)), before);
+    const __m256 isDepth = _mm256_cmp_ps(depth, _mm256_setzero_ps(), _CMP_GE_OQ);
+    const __m256 inside = _mm256_and_ps(_mm256_and_ps(allowed, InsideAvx2(w)), isDepth);
+    const __m256 ties = _mm256_and_ps(inside, _mm256_cmp_ps(depth, drawnDepth, _CMP_EQ_OQ));
+    __m256 seen = _mm256_and_ps(inside, _mm256_cmp_ps(depth, drawnDepth, _CMP_LT_OQ));
+    seen = _mm256_or_ps(seen, WonTiesAvx2(to, place, ties));
     if (_mm256_movemask_ps(seen) == 0) return true;
     __m256i colors;
     if (!ink.ColorsOf(w, seen, colors)) return false;
@@ -191,8 +192,11 @@ ZEL_AVX2 ZEL_INLINE bool FillEightAvx2(const __m256 (&edges)[3], __m256 area, co
     return true;
 }
 
-// Boxes up to this width are filled by FillSmall...
+// Boxes up to this width are filled by blocks of columns, larger ones by bands of rows.
 constexpr int32_t kSmallWidth = 64;
-void FillSmallFlatAvx2(const PlacedTriangle&, const FillTarget&, const FlatFill&);
-void FillSmallTexturedAvx2(const PlacedTriangle&, const std::array<TexturePoint, 3>&, const FillTarget&,
-                           const TextureFill&);
+
+void FillLargeFlatAvx2(const PlacedTriangle& triangle, const FillTarget& to, const FlatFill& fill);
+void FillFlatAvx2(const PlacedTriangle& triangle, const FillTarget& to, const FlatFill& fill);
+void FillFlatFacesAvx2(const FlatFaces& flat, const FillTarget& to);
+void FillSmallTexturedAvx2(const PlacedTriangle& triangle, const std::array<TexturePoint, 3>& points,
+                           const FillTarget& to, const TextureFill& fill);

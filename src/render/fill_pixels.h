@@ -24,7 +24,7 @@ struct LateColor {
     bool isMade = false;
 
     // False when the triangle is not to be drawn.
-    bool IsKnown() { return isMade || (isMade = fill.colorOf(fill.source, value)); }
+    bool IsKnown() { return isMade || (isMade = fill.colorOf(fill.source, fill.triangle, value)); }
 };
 
 ZEL_INLINE RowSpan SpanOfRow(const FillArea& area, int32_t y) {
@@ -59,6 +59,54 @@ inline FillArea AreaOf(const TriangleSetup& setup, const Rect& box, const FillTa
 // The setup of a textured triangle. False when it has no area.
 bool SetUpTextured(const std::array<ScreenCorner, 3>& corners, const std::array<TexturePoint, 3>& points,
                    TriangleSetup& setup);
+
+ZEL_INLINE std::array<ScreenCorner, 3> CornersOf(const FlatFaces& flat, uint32_t triangle) {
+    const MeshTriangle& t = flat.triangles[triangle];
+    return {flat.corners[t[0]], flat.corners[t[1]], flat.corners[t[2]]};
+}
+
+// One face after the other.
+template <FillFlatTriangle fillTriangle>
+void FillEachFlat(const FlatFaces& flat, const FillTarget& to) {
+    for (const ScannedFace& face : flat.faces) {
+        fillTriangle({CornersOf(flat, face.triangle), face.box}, to,
+                     {flat.fill.colorOf, flat.fill.source, face.triangle});
+    }
+}
+
+// Small triangles are cut into blocks of columns, as wide as a vector: the rows of each, the last one
+// exclusive.
+constexpr size_t kMostBlocks = 8;
+struct BlockRows {
+    std::array<int32_t, kMostBlocks> top, bottom;
+};
+
+// How far rounding can move the crossing of an edge with a block, and more, rows.
+constexpr float kBlockSlack = 0.25f;
+
+// The rows of small triangles at the end of the buffer, one pixel at a time.
+struct FlatRest {
+    const PlacedTriangle& triangle;
+    LateColor& color;
+
+    void Fill(const FillTarget& to, const RowSpan& span, int32_t y) const {
+        TriangleSetup setup;
+        if (!SetUpTriangle(triangle.corners, setup)) return;
+        FillFlatPixels(setup, EdgesOfRow(setup, y), to, span, span.left, color);
+    }
+};
+
+struct TexturedRest {
+    const PlacedTriangle& triangle;
+    const std::array<TexturePoint, 3>& points;
+    const TextureFill& fill;
+
+    void Fill(const FillTarget& to, const RowSpan& span, int32_t y) const {
+        TriangleSetup setup;
+        if (!SetUpTextured(triangle.corners, points, setup)) return;
+        FillTexturedPixels(setup, EdgesOfRow(setup, y), to, span, span.left, fill);
+    }
+};
 
 const RowFills& RowFillsSse2();
 const RowFills& RowFillsAvx2();

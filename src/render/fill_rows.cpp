@@ -144,7 +144,7 @@ static void FillTexturedScalar(const PlacedTriangle& triangle, const std::array<
 }
 
 const RowFills& RowFillsOf(SimdLevel level) {
-    static constexpr RowFills kScalar{FillFlatScalar, FillTexturedScalar};
+    static constexpr RowFills kScalar{FillFlatScalar, FillEachFlat<FillFlatScalar>, FillTexturedScalar};
     if (level == SimdLevel::Avx2) return RowFillsAvx2();
     return level == SimdLevel::Sse2 ? RowFillsSse2() : kScalar;
 }

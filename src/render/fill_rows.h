@@ -3,6 +3,7 @@
 
 #include "render/color.h"
 #include "render/cpu_features.h"
+#include "render/mesh.h"
 #include "render/projection.h"
 #include "render/rect.h"
 #include "render/simd.h"
@@ -12,6 +13,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <span>
 
 // A triangle as its rows need it. Edge i lies opposite corner i, and its function divided by `area` is the
 // weight of that corner.
@@ -39,8 +41,10 @@ struct TextureFill {
 
 // What colours a flat triangle: asked for when its first pixel is found, for many triangles show none.
 struct FlatFill {
-    bool (*colorOf)(const void* source, Pixel& color) = nullptr;  // false: nothing is drawn
+    // False: nothing is drawn.
+    bool (*colorOf)(const void* source, uint32_t triangle, Pixel& color) = nullptr;
     const void* source = nullptr;
+    uint32_t triangle = 0;
 };
 
 // Where the edges of a triangle cross the rows.
@@ -114,8 +118,24 @@ using FillFlatTriangle = void (*)(const PlacedTriangle&, const FillTarget&, cons
 using FillTexturedTriangle = void (*)(const PlacedTriangle&, const std::array<TexturePoint, 3>&,
                                       const FillTarget&, const TextureFill&);
 
+// A triangle of a mesh that may show.
+struct ScannedFace {
+    uint32_t triangle = 0;  // index into the mesh's triangles
+    Rect box{};             // see PlacedTriangle
+};
+
+// Flat triangles of one mesh, in the order of drawing.
+struct FlatFaces {
+    std::span<const ScannedFace> faces{};
+    const MeshTriangle* triangles = nullptr;  // of the mesh
+    const ScreenCorner* corners = nullptr;    // by vertex
+    FlatFill fill{};                          // of any of them
+};
+using FillFlatFaces = void (*)(const FlatFaces&, const FillTarget&);
+
 struct RowFills {
     FillFlatTriangle flat = nullptr;
+    FillFlatFaces flatFaces = nullptr;
     FillTexturedTriangle textured = nullptr;
 };
 

@@ -27,7 +27,7 @@ struct ColumnsAvx2 {
 };
 
 // At the end of the buffer.
-struct FlatRest {
+struct FlatBandRest {
     LateColor& color;
     bool Fill(const TriangleSetup& setup, const RowEdges& edges, const FillTarget& to, const RowSpan& span,
               int32_t from) const {
@@ -35,7 +35,7 @@ struct FlatRest {
     }
 };
 
-struct TexturedRest {
+struct TexturedBandRest {
     const TextureFill& fill;
     bool Fill(const TriangleSetup& setup, const RowEdges& edges, const FillTarget& to, const RowSpan& span,
               int32_t from) const {
@@ -118,16 +118,11 @@ ZEL_AVX2 static ZEL_INLINE void FillRowsAvx2(const TriangleSetup& setup, const F
     }
 }
 
-ZEL_AVX2 static void FillFlatAvx2(const PlacedTriangle& triangle, const FillTarget& to,
-                                  const FlatFill& fill) {
-    if (Width(triangle.box) <= kSmallWidth) {
-        FillSmallFlatAvx2(triangle, to, fill);
-        return;
-    }
+ZEL_AVX2 void FillLargeFlatAvx2(const PlacedTriangle& triangle, const FillTarget& to, const FlatFill& fill) {
     TriangleSetup setup;
     if (!SetUpTriangle(triangle.corners, setup)) return;
     LateColor color{fill};
-    FillRowsAvx2(setup, AreaOf(setup, triangle.box, to), FlatInkAvx2{color}, FlatRest{color});
+    FillRowsAvx2(setup, AreaOf(setup, triangle.box, to), FlatInkAvx2{color}, FlatBandRest{color});
 }
 
 ZEL_AVX2 static void FillTexturedAvx2(const PlacedTriangle& triangle,
@@ -140,10 +135,10 @@ ZEL_AVX2 static void FillTexturedAvx2(const PlacedTriangle& triangle,
     TriangleSetup setup;
     if (!SetUpTextured(triangle.corners, points, setup)) return;
     const TextureInkAvx2 ink = InkOfAvx2(fill, triangle.corners, points);
-    FillRowsAvx2(setup, AreaOf(setup, triangle.box, to), ink, TexturedRest{fill});
+    FillRowsAvx2(setup, AreaOf(setup, triangle.box, to), ink, TexturedBandRest{fill});
 }
 
 const RowFills& RowFillsAvx2() {
-    static constexpr RowFills kFills{FillFlatAvx2, FillTexturedAvx2};
+    static constexpr RowFills kFills{FillFlatAvx2, FillFlatFacesAvx2, FillTexturedAvx2};
     return kFills;
 }

@@ -4,8 +4,6 @@
 
 #include <algorithm>
 
-constexpr size_t kMostBlocks = kSmallWidth / 8;  // of eight columns each
-
 namespace {
 
 // Every number in all lanes. It is made out of whole corners: scalars that are written one by one and read
@@ -13,35 +11,6 @@ namespace {
 struct SmallTriangleAvx2 {
     __m256 startX[3], startY[3], runX[3], runY[3], depth[3];
     __m256 area;
-};
-
-// The rows of each block, the last one exclusive.
-struct BlockRows {
-    std::array<int32_t, kMostBlocks> top, bottom;
-};
-
-// One pixel at a time at the end of the buffer.
-struct FlatRest {
-    const PlacedTriangle& triangle;
-    LateColor& color;
-
-    void Fill(const FillTarget& to, const RowSpan& span, int32_t y) const {
-        TriangleSetup setup;
-        if (!SetUpTriangle(triangle.corners, setup)) return;
-        FillFlatPixels(setup, EdgesOfRow(setup, y), to, span, span.left, color);
-    }
-};
-
-struct TexturedRest {
-    const PlacedTriangle& triangle;
-    const std::array<TexturePoint, 3>& points;
-    const TextureFill& fill;
-
-    void Fill(const FillTarget& to, const RowSpan& span, int32_t y) const {
-        TriangleSetup setup;
-        if (!SetUpTextured(triangle.corners, points, setup)) return;
-        FillTexturedPixels(setup, EdgesOfRow(setup, y), to, span, span.left, fill);
-    }
 };
 
 }  // namespace
@@ -133,15 +102,14 @@ ZEL_AVX2 static ZEL_INLINE void StoreRowsAvx2(std::array<int32_t, kMostBlocks>& 
 
 // The rows of the box's blocks that may hold a covered pixel: all that do, and hardly more.
 ZEL_AVX2 static ZEL_INLINE BlockRows RowsOfBlocksAvx2(const SmallTriangleAvx2& t, const Rect& box) {
-    constexpr float kSlack = 0.25f;  // rows: more than what rounding can move a crossing
     const __m256 numbers = _mm256_setr_ps(0.5f, 8.5f, 16.5f, 24.5f, 32.5f, 40.5f, 48.5f, 56.5f);
     const __m256 firstX = _mm256_add_ps(_mm256_set1_ps(static_cast<float>(box.left)), numbers);
     const __m256 boxTop = _mm256_set1_ps(static_cast<float>(box.top));
     const __m256 boxBottom = _mm256_set1_ps(static_cast<float>(box.bottom));
     __m256 top = boxTop, bottom = boxBottom;
     for (int i = 0; i < 3; ++i) BoundRowsAvx2(t, i, firstX, top, bottom);
-    top = _mm256_ceil_ps(_mm256_sub_ps(top, _mm256_set1_ps(0.5f + kSlack)));
-    bottom = _mm256_floor_ps(_mm256_add_ps(bottom, _mm256_set1_ps(0.5f + kSlack)));
+    top = _mm256_ceil_ps(_mm256_sub_ps(top, _mm256_set1_ps(0.5f + kBlockSlack)));
+    bottom = _mm256_floor_ps(_mm256_add_ps(bottom, _mm256_set1_ps(0.5f + kBlockSlack)));
     BlockRows rows;
     StoreRowsAvx2(rows.top, _mm256_min_ps(_mm256_max_ps(top, boxTop), boxBottom));
     StoreRowsAvx2(rows.bottom, _mm256_max_ps(_mm256_min_ps(bottom, boxBottom), boxTop));
@@ -184,9 +152,25 @@ ZEL_AVX2 static ZEL_INLINE void FillSmallAvx2(const PlacedTriangle& triangle, co
     }
 }
 
-ZEL_AVX2 void FillSmallFlatAvx2(const PlacedTriangle& triangle, const FillTarget& to, const FlatFill& fill) {
+ZEL_AVX2 static ZEL_INLINE void FillAnyFlatAvx2(const PlacedTriangle& triangle, const FillTarget& to,
+                                                const FlatFill& fill) {
+    if (Width(triangle.box) > kSmallWidth) {
+        FillLargeFlatAvx2(triangle, to, fill);
+        return;
+    }
     LateColor color{fill};
     FillSmallAvx2(triangle, to, FlatInkAvx2{color}, FlatRest{triangle, color});
+}
+
+ZEL_AVX2 void FillFlatAvx2(const PlacedTriangle& triangle, const FillTarget& to, const FlatFill& fill) {
+    FillAnyFlatAvx2(triangle, to, fill);
+}
+
+ZEL_AVX2 void FillFlatFacesAvx2(const FlatFaces& flat, const FillTarget& to) {
+    for (const ScannedFace& face : flat.faces) {
+        const std::array<ScreenCorner, 3> corners = CornersOf(flat, face.triangle);
+        FillAnyFlatAvx2({corners, face.box}, to, {flat.fill.colorOf, flat.fill.source, face.triangle});
+    }
 }
 
 ZEL_AVX2 void FillSmallTexturedAvx2(const PlacedTriangle& triangle, const std::array<TexturePoint, 3>& points,

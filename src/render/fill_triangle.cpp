@@ -25,7 +25,7 @@ static FillTarget Target() {
     return to;
 }
 
-static bool KnownColor(const void* source, Pixel& color) {
+static bool KnownColor(const void* source, uint32_t, Pixel& color) {
     color = *static_cast<const Pixel*>(source);
     return true;
 }
@@ -61,4 +61,8 @@ void FillTriangle(const std::array<ScreenCorner, 3>& corners, const Rect& box,
                   const std::array<TexturePoint, 3>& points, const TextureFill& fill) {
     if (frameBuffer.pixels == nullptr) return;
     RowFillsOf(frameBuffer.simd).textured({corners, box}, points, Target(), fill);
+}
+
+void FillTriangles(const FlatFaces& flat) {
+    if (frameBuffer.pixels != nullptr) RowFillsOf(frameBuffer.simd).flatFaces(flat, Target());
 }

@@ -17,3 +17,4 @@ void FillTriangle(const std::array<ScreenCorner, 3>& corners, const std::array<T
 void FillTriangle(const std::array<ScreenCorner, 3>& corners, const Rect& box, const FlatFill& fill);
 void FillTriangle(const std::array<ScreenCorner, 3>& corners, const Rect& box,
                   const std::array<TexturePoint, 3>& points, const TextureFill& fill);
+void FillTriangles(const FlatFaces& flat);

@@ -7,34 +7,36 @@
 
 static_assert(sizeof(MeshVertex) == 16);
 
-static void TransformScalar(const MeshVertex* vertices, const VertexTransform& transform, size_t from,
-                            size_t to, MeshVertices& out) {
-    constexpr float kNowhere = std::numeric_limits<float>::quiet_NaN();
-    for (size_t i = from; i < to; ++i) {
+static void TransformScalar(const MeshVertex* vertices, const VertexTransform& transform, MeshVertices& out) {
+    out.arePlain = true;
+    for (size_t i = 0; i < out.corners.size(); ++i) {
         const Vec3 world = TransformPoint(transform.world, vertices[i].position);
-        out.world[i] = {world.x, world.y, world.z, 0};
         const Vec4 clip = TransformToClip(transform.viewProjection, world);
         out.beyondNearPlane[i] = clip.z >= 0;
         out.visible[i] = ProjectToViewport(clip, transform.viewport, out.corners[i]);
-        out.places[i] = {kNowhere, kNowhere, kNowhere};
-        if (out.IsPlain(i)) out.places[i] = {out.corners[i].x, out.corners[i].y, out.corners[i].depth};
+        out.arePlain = out.arePlain && out.IsPlain(i);
     }
 }
 
-// The span of all places, pixels.
+// Where all corners lie. There is at least one.
 static void MeasureScalar(MeshVertices& out) {
-    out.arePlain = false;
-    if (out.places.empty()) return;
-    const ScreenPlace& first = out.places[0];
+    const ScreenCorner& first = out.corners[0];
     out.left = out.right = first.x;
     out.top = out.bottom = first.y;
-    out.arePlain = true;
-    for (const ScreenPlace& place : out.places) {
-        out.arePlain = out.arePlain && place.x == place.x;
-        out.left = std::min(out.left, place.x);
-        out.top = std::min(out.top, place.y);
-        out.right = std::max(out.right, place.x);
-        out.bottom = std::max(out.bottom, place.y);
+    for (const ScreenCorner& corner : out.corners) {
+        out.left = std::min(out.left, corner.x);
+        out.top = std::min(out.top, corner.y);
+        out.right = std::max(out.right, corner.x);
+        out.bottom = std::max(out.bottom, corner.y);
+    }
+}
+
+static void CopyPlainCorners(MeshVertices& out) {
+    constexpr float kNowhere = std::numeric_limits<float>::quiet_NaN();
+    out.plainCorners.resize(out.corners.size());
+    for (size_t i = 0; i < out.corners.size(); ++i) {
+        out.plainCorners[i] =
+            out.IsPlain(i) ? out.corners[i] : ScreenCorner{kNowhere, kNowhere, kNowhere, kNowhere};
     }
 }
 
@@ -46,7 +48,7 @@ struct PointsSse2 {
     __m128 x, y, z;
 };
 
-// The span of the places found so far.
+// Where the corners found so far lie.
 struct SpanSse2 {
     __m128 left, top, right, bottom;
     __m128 plain;  // all bits set while every vertex is
@@ -86,10 +88,6 @@ static void StoreFlagsSse2(uint8_t* flags, __m128 mask) {
     for (int lane = 0; lane < 4; ++lane) flags[lane] = lanes >> lane & 1;
 }
 
-static __m128 WhereSse2(__m128 mask, __m128 value, __m128 otherwise) {
-    return _mm_or_ps(_mm_and_ps(mask, value), _mm_andnot_ps(mask, otherwise));
-}
-
 static void WidenSse2(SpanSse2& span, __m128 x, __m128 y, __m128 plain) {
     span.left = _mm_min_ps(span.left, x);
     span.top = _mm_min_ps(span.top, y);
@@ -104,7 +102,6 @@ static void TransformFourSse2(const MeshVertex* vertices, const VertexTransform&
     const PointsSse2 object = PositionsSse2(vertices + i);
     const PointsSse2 world{RowTimesSse2(transform.world, 0, object), RowTimesSse2(transform.world, 1, object),
                            RowTimesSse2(transform.world, 2, object)};
-    StoreRecordsSse2(&out.world[i].x, world.x, world.y, world.z, _mm_setzero_ps());
 
     const __m128 clipX = RowTimesSse2(transform.viewProjection, 0, world);
     const __m128 clipY = RowTimesSse2(transform.viewProjection, 1, world);
@@ -130,14 +127,8 @@ static void TransformFourSse2(const MeshVertex* vertices, const VertexTransform&
 
     const __m128 limitedX = LimitSse2(x, -kMaxScreen, kMaxScreen),
                  limitedY = LimitSse2(y, -kMaxScreen, kMaxScreen);
-    const __m128 limitedDepth = LimitSse2(depth, 0, 1);
-    StoreRecordsSse2(&out.corners[i].x, limitedX, limitedY, limitedDepth, inverseW);
-    const __m128 plain = _mm_and_ps(visible, beyond);
-    const __m128 nowhere = _mm_set1_ps(std::numeric_limits<float>::quiet_NaN());
-    StoreRecordsSse2(&out.places[i].x, WhereSse2(plain, limitedX, nowhere),
-                     WhereSse2(plain, limitedY, nowhere), WhereSse2(plain, limitedDepth, nowhere),
-                     _mm_setzero_ps());
-    WidenSse2(span, limitedX, limitedY, plain);
+    StoreRecordsSse2(&out.corners[i].x, limitedX, limitedY, LimitSse2(depth, 0, 1), inverseW);
+    WidenSse2(span, limitedX, limitedY, _mm_and_ps(visible, beyond));
 }
 
 static float LeastLaneSse2(__m128 a) {
@@ -236,7 +227,6 @@ ZEL_AVX2 static ZEL_INLINE void TransformEightAvx2(const MeshVertex* vertices,
     const PointsAvx2 object = PositionsAvx2(vertices + i);
     const PointsAvx2 world{RowTimesAvx2(transform.world, 0, object), RowTimesAvx2(transform.world, 1, object),
                            RowTimesAvx2(transform.world, 2, object)};
-    StoreRecordsAvx2(&out.world[i].x, world.x, world.y, world.z, _mm256_setzero_ps());
 
     const __m256 clipX = RowTimesAvx2(transform.viewProjection, 0, world);
     const __m256 clipY = RowTimesAvx2(transform.viewProjection, 1, world);
@@ -262,14 +252,8 @@ ZEL_AVX2 static ZEL_INLINE void TransformEightAvx2(const MeshVertex* vertices,
 
     const __m256 limitedX = LimitAvx2(x, -kMaxScreen, kMaxScreen),
                  limitedY = LimitAvx2(y, -kMaxScreen, kMaxScreen);
-    const __m256 limitedDepth = LimitAvx2(depth, 0, 1);
-    StoreRecordsAvx2(&out.corners[i].x, limitedX, limitedY, limitedDepth, inverseW);
-    const __m256 plain = _mm256_and_ps(visible, beyond);
-    const __m256 nowhere = _mm256_set1_ps(std::numeric_limits<float>::quiet_NaN());
-    StoreRecordsAvx2(&out.places[i].x, _mm256_blendv_ps(nowhere, limitedX, plain),
-                     _mm256_blendv_ps(nowhere, limitedY, plain),
-                     _mm256_blendv_ps(nowhere, limitedDepth, plain), _mm256_setzero_ps());
-    WidenAvx2(span, limitedX, limitedY, plain);
+    StoreRecordsAvx2(&out.corners[i].x, limitedX, limitedY, LimitAvx2(depth, 0, 1), inverseW);
+    WidenAvx2(span, limitedX, limitedY, _mm256_and_ps(visible, beyond));
 }
 
 ZEL_AVX2 static ZEL_INLINE __m128 LowerAvx2(__m256 a) { return _mm256_castps256_ps128(a); }
@@ -300,17 +284,16 @@ ZEL_AVX2 static void TransformAvx2(const MeshVertex* vertices, const VertexTrans
 void TransformVertices(const Mesh& mesh, const VertexTransform& transform, SimdLevel level,
                        MeshVertices& out) {
     const size_t count = mesh.vertices.size();
-    out.world.resize(count);
     out.corners.resize(count);
     out.visible.resize(count);
     out.beyondNearPlane.resize(count);
-    out.places.resize(count);
     if (level == SimdLevel::Avx2 && count >= 8) {
         TransformAvx2(mesh.vertices.data(), transform, count, out);
     } else if (level != SimdLevel::Scalar && count >= 4) {
         TransformSse2(mesh.vertices.data(), transform, count, out);
     } else {
-        TransformScalar(mesh.vertices.data(), transform, 0, count, out);
-        MeasureScalar(out);
+        TransformScalar(mesh.vertices.data(), transform, out);
+        if (out.arePlain && count > 0) MeasureScalar(out);
     }
+    if (!out.arePlain) CopyPlainCorners(out);
 }

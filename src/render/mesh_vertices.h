@@ -11,25 +11,20 @@
 #include <cstdint>
 #include <vector>
 
-// Where a vertex lies on the screen. Sixteen bytes, so that it is one load.
-struct ScreenPlace {
-    float x = 0, y = 0;  // pixels
-    float depth = 0;     // 0 near .. 1 far
-    float unused = 0;
-};
-
 // By vertex, in records of the size of one load.
 struct MeshVertices {
-    std::vector<Vec4> world{};               // w is 0
     std::vector<ScreenCorner> corners{};     // only where visible
     std::vector<uint8_t> visible{};          // 1 where the projection accepted the vertex
     std::vector<uint8_t> beyondNearPlane{};  // 1 where clip z >= 0
-    std::vector<ScreenPlace> places{};       // as in `corners` where both hold, else not a number
-    bool arePlain = false;                   // all of them: then the places lie within these
+    bool arePlain = false;                   // all of them: see IsPlain
+    // Where the plain corners lie, pixels. Only when all are plain.
     float left = 0, top = 0, right = 0, bottom = 0;
+    std::vector<ScreenCorner> plainCorners{};  // not a number where a vertex is not plain; see PlainCorners
 
-    Vec3 World(size_t i) const { return {world[i].x, world[i].y, world[i].z}; }
     bool IsPlain(size_t i) const { return visible[i] && beyondNearPlane[i]; }
+
+    // By vertex: as in `corners` where it is plain, else not a number.
+    const ScreenCorner* PlainCorners() const { return arePlain ? corners.data() : plainCorners.data(); }
 };
 
 // How the vertices of a mesh are transformed: to the world, then to the screen.

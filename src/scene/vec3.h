@@ -22,9 +22,12 @@ constexpr Vec3 Cross(Vec3 a, Vec3 b) {
 
 inline float Length(Vec3 a) { return std::sqrt(Dot(a, a)); }
 
-// The vector at length 1. A length of at most 1e-5 gives the zero vector.
+// A vector of at most this length has no direction.
+constexpr float kZeroLength = 1e-5f;
+
+// The vector at length 1, or the zero vector.
 inline Vec3 Normalise(Vec3 a) {
     const float length = Length(a);
-    if (length <= 1e-5f) return {};
+    if (length <= kZeroLength) return {};
     return {a.x / length, a.y / length, a.z / length};
 }
