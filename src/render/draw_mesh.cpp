@@ -1,6 +1,7 @@
 #include "render/draw_mesh.h"
 
 #include "render/clip_triangle.h"
+#include "render/face_light.h"
 #include "render/face_scan.h"
 #include "render/fill_triangle.h"
 #include "render/frame_buffer.h"
@@ -48,6 +49,14 @@ struct MeshToDraw {
     AxisScales scales;
 };
 
+// Flat faces, each whole in view.
+struct FlatFacesToDraw {
+    const Mesh& mesh;
+    const MeshDraw& draw;
+    std::span<const ScannedFace> faces;
+    const FaceLight* lights;  // by face; null: each is found when it is needed
+};
+
 }  // namespace
 
 static float ColumnLength(const Matrix4& a, size_t column) {
@@ -73,21 +82,6 @@ static TexturePoint TextureCoordinates(Vec3 p, Vec3 normal, const AxisScales& sc
     return {a * 0.5f + 0.5f, b * 0.5f + 0.5f};
 }
 
-// Both vectors at length 1, as Normalise makes them, at the price of one.
-static void NormaliseBoth(Vec3& a, Vec3& b) {
-    const __m128 x = _mm_setr_ps(a.x, b.x, 1, 1), y = _mm_setr_ps(a.y, b.y, 0, 0),
-                 z = _mm_setr_ps(a.z, b.z, 0, 0);
-    const __m128 squares = _mm_add_ps(_mm_add_ps(_mm_mul_ps(x, x), _mm_mul_ps(y, y)), _mm_mul_ps(z, z));
-    const __m128 length = _mm_sqrt_ps(squares);
-    const __m128 isZero = _mm_cmple_ps(length, _mm_set1_ps(kZeroLength));
-    alignas(16) float unit[3][4];
-    _mm_store_ps(unit[0], _mm_andnot_ps(isZero, _mm_div_ps(x, length)));
-    _mm_store_ps(unit[1], _mm_andnot_ps(isZero, _mm_div_ps(y, length)));
-    _mm_store_ps(unit[2], _mm_andnot_ps(isZero, _mm_div_ps(z, length)));
-    a = {unit[0][0], unit[1][0], unit[2][0]};
-    b = {unit[0][1], unit[1][1], unit[2][1]};
-}
-
 // False for a face that turns its back to the eye.
 static bool SetUpFace(const Mesh& mesh, const MeshTriangle& triangle, const MeshDraw& draw, Face& face) {
     for (size_t c = 0; c < 3; ++c) {
@@ -96,9 +90,8 @@ static bool SetUpFace(const Mesh& mesh, const MeshTriangle& triangle, const Mesh
         face.world[c] = TransformPoint(draw.world, mesh.vertices[face.index[c]].position);
     }
     const auto& p = face.world;
-    face.normal = Cross(p[1] - p[0], p[2] - p[0]);
-    face.toEye = draw.eye - p[0];
-    NormaliseBoth(face.normal, face.toEye);
+    face.normal = Normalise(Cross(p[1] - p[0], p[2] - p[0]));
+    face.toEye = Normalise(draw.eye - p[0]);
     return Dot(face.toEye, face.normal) > 0;
 }
 
@@ -179,18 +172,27 @@ static void DrawParts(const Mesh& mesh, const MeshDraw& draw, const MeshVertices
 }
 
 // False for a face that turns its back to the eye.
-static bool ColorOfFlatFace(const void* source, uint32_t triangle, Pixel& color) {
-    const auto& [mesh, draw, vertices, scales] = *static_cast<const MeshToDraw*>(source);
-    Face face;
-    if (!SetUpFace(mesh, mesh.triangles[triangle], draw, face)) return false;
-    color = Lit(Tinted(mesh.vertices[face.index[0]].color, draw.tint), BrightnessOf(face, draw));
+static bool ColorOfFlatFace(const void* source, uint32_t number, Pixel& color) {
+    const auto& [mesh, draw, faces, lights] = *static_cast<const FlatFacesToDraw*>(source);
+    const uint32_t triangle = faces[number].triangle;
+    const FaceLight light = lights != nullptr ? lights[number] : LightOfFace(mesh, draw, triangle);
+    if (!(light.eye > 0)) return false;
+    const auto vertex = static_cast<size_t>(mesh.triangles[triangle][0]);
+    const float brightness = Brightness(light.light, light.halfway, draw.roughness, draw.gloss);
+    color = Lit(Tinted(mesh.vertices[vertex].color, draw.tint), brightness);
     return true;
 }
 
-// Their cull tests and their lights wait for their first pixels. Every face lies whole in view.
-static void DrawFlatFaces(const MeshToDraw& source, std::span<const ScannedFace> faces) {
+// Many faces are turned to the light together. That of a few waits, as the colour of each does, for its first
+// pixel.
+static void DrawFlatFaces(const MeshToDraw& whole, std::span<const ScannedFace> faces) {
+    constexpr size_t kMany = 8;
+    static std::vector<FaceLight> lights;
+    const bool areMany = frameBuffer.simd == SimdLevel::Avx2 && faces.size() >= kMany;
+    if (areMany) FindLightsOfFaces(whole.mesh, whole.draw, faces, lights);
+    const FlatFacesToDraw source{whole.mesh, whole.draw, faces, areMany ? lights.data() : nullptr};
     FillTriangles(
-        {faces, source.mesh.triangles.data(), source.vertices.corners.data(), {ColorOfFlatFace, &source}});
+        {faces, whole.mesh.triangles.data(), whole.vertices.corners.data(), {ColorOfFlatFace, &source}});
 }
 
 static void DrawTexturedFace(const MeshToDraw& source, const ScannedFace& scanned) {

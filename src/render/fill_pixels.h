@@ -24,7 +24,7 @@ struct LateColor {
     bool isMade = false;
 
     // False when the triangle is not to be drawn.
-    bool IsKnown() { return isMade || (isMade = fill.colorOf(fill.source, fill.triangle, value)); }
+    bool IsKnown() { return isMade || (isMade = fill.colorOf(fill.source, fill.number, value)); }
 };
 
 ZEL_INLINE RowSpan SpanOfRow(const FillArea& area, int32_t y) {
@@ -68,9 +68,10 @@ ZEL_INLINE std::array<ScreenCorner, 3> CornersOf(const FlatFaces& flat, uint32_t
 // One face after the other.
 template <FillFlatTriangle fillTriangle>
 void FillEachFlat(const FlatFaces& flat, const FillTarget& to) {
+    FlatFill fill = flat.fill;
     for (const ScannedFace& face : flat.faces) {
-        fillTriangle({CornersOf(flat, face.triangle), face.box}, to,
-                     {flat.fill.colorOf, flat.fill.source, face.triangle});
+        fillTriangle({CornersOf(flat, face.triangle), face.box}, to, fill);
+        ++fill.number;
     }
 }
 

@@ -42,9 +42,9 @@ struct TextureFill {
 // What colours a flat triangle: asked for when its first pixel is found, for many triangles show none.
 struct FlatFill {
     // False: nothing is drawn.
-    bool (*colorOf)(const void* source, uint32_t triangle, Pixel& color) = nullptr;
+    bool (*colorOf)(const void* source, uint32_t number, Pixel& color) = nullptr;
     const void* source = nullptr;
-    uint32_t triangle = 0;
+    uint32_t number = 0;  // of the triangle among those of the source
 };
 
 // Where the edges of a triangle cross the rows.

@@ -167,9 +167,11 @@ ZEL_AVX2 void FillFlatAvx2(const PlacedTriangle& triangle, const FillTarget& to,
 }
 
 ZEL_AVX2 void FillFlatFacesAvx2(const FlatFaces& flat, const FillTarget& to) {
+    FlatFill fill = flat.fill;
     for (const ScannedFace& face : flat.faces) {
         const std::array<ScreenCorner, 3> corners = CornersOf(flat, face.triangle);
-        FillAnyFlatAvx2({corners, face.box}, to, {flat.fill.colorOf, flat.fill.source, face.triangle});
+        FillAnyFlatAvx2({corners, face.box}, to, fill);
+        ++fill.number;
     }
 }
 

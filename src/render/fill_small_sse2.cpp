@@ -148,9 +148,11 @@ void FillFlatSse2(const PlacedTriangle& triangle, const FillTarget& to, const Fl
 }
 
 void FillFlatFacesSse2(const FlatFaces& flat, const FillTarget& to) {
+    FlatFill fill = flat.fill;
     for (const ScannedFace& face : flat.faces) {
         const std::array<ScreenCorner, 3> corners = CornersOf(flat, face.triangle);
-        FillAnyFlatSse2({corners, face.box}, to, {flat.fill.colorOf, flat.fill.source, face.triangle});
+        FillAnyFlatSse2({corners, face.box}, to, fill);
+        ++fill.number;
     }
 }
 

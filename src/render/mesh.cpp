@@ -1,5 +1,7 @@
 #include "render/mesh.h"
 
+#include <immintrin.h>
+
 #include <algorithm>
 #include <cmath>
 
@@ -36,6 +38,20 @@ static void MeasureTriangle(const Mesh& mesh, size_t triangle, MeshMeasures& mea
     measures.longestEdge = std::max(measures.longestEdge, static_cast<float>(longest) * kRoundedUp);
 }
 
+MeshBounds BoundsOf(const Mesh& mesh) {
+    __m128 low = _mm_loadu_ps(&mesh.vertices[0].position.x), high = low;
+    for (const MeshVertex& vertex : mesh.vertices) {
+        const __m128 record = _mm_loadu_ps(&vertex.position.x);  // the colour in the last lane is ignored
+        low = _mm_min_ps(record, low);
+        high = _mm_max_ps(record, high);
+    }
+    Vec4 a, b;
+    _mm_storeu_ps(&a.x, low);
+    _mm_storeu_ps(&b.x, high);
+    return {{(a.x + b.x) / 2, (a.y + b.y) / 2, (a.z + b.z) / 2, 1},
+            {(b.x - a.x) / 2, (b.y - a.y) / 2, (b.z - a.z) / 2, 0}};
+}
+
 void MeasureMesh(Mesh& mesh) {
     MeshMeasures measures;
     const size_t padded = (mesh.triangles.size() + 7) / 8 * 8;
@@ -46,5 +62,6 @@ void MeasureMesh(Mesh& mesh) {
         measures.reach = std::max(measures.reach, reach * kRoundedUp);
     }
     for (size_t i = 0; i < mesh.triangles.size(); ++i) MeasureTriangle(mesh, i, measures);
+    if (!mesh.vertices.empty()) measures.bounds = BoundsOf(mesh);
     mesh.measures = std::move(measures);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "render/color.h"
+#include "render/matrix4.h"
 #include "scene/vec3.h"
 
 #include <array>
@@ -18,11 +19,18 @@ struct MeshVertex {
 // Three vertex indices. The front is the side towards which (p1 - p0) x (p2 - p0) points.
 using MeshTriangle = std::array<int32_t, 3>;
 
+// A box around all vertices, in object space.
+struct MeshBounds {
+    Vec4 centre{};    // w is 1
+    Vec4 halfSize{};  // w is 0
+};
+
 // What drawing asks of a mesh again and again, all in object space. See MeasureMesh.
 struct MeshMeasures {
     // The planes of the triangles, by triangle, followed by zeros up to a multiple of eight: the normals
     // (p1 - p0) x (p2 - p0), and their products with a point of the plane.
     std::vector<float> normalX{}, normalY{}, normalZ{}, offset{};
+    MeshBounds bounds{};
     float reach = 0;        // no vertex is farther from the origin
     float longestEdge = 0;  // no edge of a triangle is longer
 };
@@ -35,3 +43,6 @@ struct Mesh {
 
 // To be called when a mesh is complete.
 void MeasureMesh(Mesh& mesh);
+
+// Of a mesh with vertices.
+MeshBounds BoundsOf(const Mesh& mesh);

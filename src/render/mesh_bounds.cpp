@@ -1,7 +1,5 @@
 #include "render/mesh_bounds.h"
 
-#include <immintrin.h>
-
 #include <algorithm>
 #include <cmath>
 
@@ -9,30 +7,6 @@ constexpr float kMargin = 1.25f;           // of w: an eighth of the viewport be
 constexpr int32_t kSmallestViewport = 32;  // pixels; in a smaller one the margin is but a few
 constexpr float kBehindW = 0.04f;          // below the w of any visible point
 constexpr float kRounding = 1e-5f;         // more than what rounding changes, of the sum of all sizes
-
-namespace {
-
-// In object space.
-struct Bounds {
-    Vec4 centre{};    // w is 1
-    Vec4 halfSize{};  // w is 0
-};
-
-}  // namespace
-
-static Bounds BoundsOf(const Mesh& mesh) {
-    __m128 low = _mm_loadu_ps(&mesh.vertices[0].position.x), high = low;
-    for (const MeshVertex& vertex : mesh.vertices) {
-        const __m128 record = _mm_loadu_ps(&vertex.position.x);  // the colour in the last lane is ignored
-        low = _mm_min_ps(record, low);
-        high = _mm_max_ps(record, high);
-    }
-    Vec4 a, b;
-    _mm_storeu_ps(&a.x, low);
-    _mm_storeu_ps(&b.x, high);
-    return {{(a.x + b.x) / 2, (a.y + b.y) / 2, (a.z + b.z) / 2, 1},
-            {(b.x - a.x) / 2, (b.y - a.y) / 2, (b.z - a.z) / 2, 0}};
-}
 
 static float Dot(const Vec4& a, const Vec4& b) { return a.x * b.x + a.y * b.y + a.z * b.z + a.w * b.w; }
 static Vec4 Sizes(const Vec4& a) { return {std::abs(a.x), std::abs(a.y), std::abs(a.z), std::abs(a.w)}; }
@@ -56,7 +30,7 @@ bool IsBesideView(const Mesh& mesh, const VertexTransform& transform) {
     const bool isSmall =
         Width(transform.viewport) < kSmallestViewport || Height(transform.viewport) < kSmallestViewport;
     if (isSmall || mesh.vertices.empty()) return false;
-    const Bounds bounds = BoundsOf(mesh);
+    const MeshBounds bounds = mesh.measures.offset.empty() ? BoundsOf(mesh) : mesh.measures.bounds;
     const Matrix4 toClip = MultiplyMatrix(transform.viewProjection, transform.world);
     const Matrix4 sizes = MultiplyMatrix(Sizes(transform.viewProjection), Sizes(transform.world));
     const Vec4 farthest{std::abs(bounds.centre.x) + bounds.halfSize.x,

@@ -1,5 +1,6 @@
 #include "render/mesh_vertices.h"
 
+#include "render/points_avx2.h"
 #include "render/simd.h"
 
 #include <algorithm>
@@ -161,10 +162,6 @@ static void TransformSse2(const MeshVertex* vertices, const VertexTransform& tra
 
 namespace {
 
-struct PointsAvx2 {
-    __m256 x, y, z;
-};
-
 struct SpanAvx2 {
     __m256 left, top, right, bottom;
     __m256 plain;  // all bits set while every vertex is
@@ -178,13 +175,6 @@ ZEL_AVX2 static ZEL_INLINE PointsAvx2 PositionsAvx2(const MeshVertex* v) {
     __m256 z = LoadPairAvx2(first + 8, first + 24), color = LoadPairAvx2(first + 12, first + 28);
     TransposeAvx2(x, y, z, color);
     return {x, y, z};
-}
-
-ZEL_AVX2 static ZEL_INLINE __m256 RowTimesAvx2(const Matrix4& a, size_t row, const PointsAvx2& p) {
-    const auto& m = a.m[row];
-    const __m256 sum =
-        _mm256_add_ps(_mm256_mul_ps(_mm256_set1_ps(m[0]), p.x), _mm256_mul_ps(_mm256_set1_ps(m[1]), p.y));
-    return _mm256_add_ps(_mm256_add_ps(sum, _mm256_mul_ps(_mm256_set1_ps(m[2]), p.z)), _mm256_set1_ps(m[3]));
 }
 
 ZEL_AVX2 static ZEL_INLINE __m256 LimitAvx2(__m256 value, float low, float high) {

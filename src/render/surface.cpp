@@ -8,12 +8,14 @@
 constexpr float kAmbient = 0.3f;
 constexpr Pixel kWhite{0xFFFFFF};
 
-float FaceBrightness(Vec3 normal, Vec3 toEye, Vec3 light, float roughness, float gloss) {
-    const Vec3 halfway = Normalise(light + toEye);
-    const float diffuse = std::max(Dot(normal, light), 0.0f);
-    const float specular = std::max(Dot(normal, halfway), 0.0f);
+float Brightness(float lightCosine, float halfwayCosine, float roughness, float gloss) {
+    const float diffuse = std::max(lightCosine, 0.0f), specular = std::max(halfwayCosine, 0.0f);
     return kAmbient + (0.62f - 0.12f * roughness) * diffuse +
            gloss * (1.15f - 0.55f * roughness) * std::pow(specular, (1 - roughness) * 72 + 8);
+}
+
+float FaceBrightness(Vec3 normal, Vec3 toEye, Vec3 light, float roughness, float gloss) {
+    return Brightness(Dot(normal, light), Dot(normal, Normalise(light + toEye)), roughness, gloss);
 }
 
 Pixel Tinted(Pixel color, uint32_t tint) {

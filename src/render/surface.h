@@ -16,6 +16,10 @@ constexpr float kBrightest = 1.6f;
 // light.
 float FaceBrightness(Vec3 normal, Vec3 toEye, Vec3 light, float roughness, float gloss);
 
+// The same by the cosines of the angles between the normal and the light, and between the normal and the
+// middle of light and eye.
+float Brightness(float lightCosine, float halfwayCosine, float roughness, float gloss);
+
 // The average of both, byte by byte, rounded down. An object colour keeps red in its low byte and is paired
 // with the pixel's low byte all the same. A tint of 0 leaves the colour.
 Pixel Tinted(Pixel color, uint32_t tint);

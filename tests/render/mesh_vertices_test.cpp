@@ -26,11 +26,8 @@ static void CheckSame(const MeshVertices& a, const MeshVertices& b, size_t i) {
     CAPTURE(i);
     REQUIRE(a.visible[i] == b.visible[i]);
     REQUIRE(a.beyondNearPlane[i] == b.beyondNearPlane[i]);
-    REQUIRE(SameNumber(a.world[i].x, b.world[i].x));
-    REQUIRE(SameNumber(a.world[i].y, b.world[i].y));
-    REQUIRE(SameNumber(a.world[i].z, b.world[i].z));
-    REQUIRE(SameNumber(a.places[i].x, b.places[i].x));
-    REQUIRE(SameNumber(a.places[i].y, b.places[i].y));
+    REQUIRE(SameNumber(a.PlainCorners()[i].x, b.PlainCorners()[i].x));
+    REQUIRE(SameNumber(a.PlainCorners()[i].depth, b.PlainCorners()[i].depth));
     if (a.visible[i] == 0) return;
     REQUIRE(SameNumber(a.corners[i].x, b.corners[i].x));
     REQUIRE(SameNumber(a.corners[i].y, b.corners[i].y));
@@ -38,8 +35,13 @@ static void CheckSame(const MeshVertices& a, const MeshVertices& b, size_t i) {
     REQUIRE(SameNumber(a.corners[i].inverseW, b.corners[i].inverseW));
 }
 
+static void CheckSameExtent(const MeshVertices& a, const MeshVertices& b) {
+    REQUIRE(a.arePlain == b.arePlain);
+    if (!a.arePlain || a.corners.empty()) return;
+    REQUIRE((a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom));
+}
+
 TEST_CASE("every level transforms vertices to the same bits, whatever their numbers") {
-    if (BestSimdLevel() != SimdLevel::Avx2) return;
     constexpr uint32_t kSeed = 411;
     INFO("seed ", kSeed);
     RandomSource random(kSeed);
@@ -60,11 +62,14 @@ TEST_CASE("every level transforms vertices to the same bits, whatever their numb
              random.IntBetween(9, 53)}};
         MeshVertices plain, fast;
         TransformVertices(mesh, transform, SimdLevel::Scalar, plain);
-        TransformVertices(mesh, transform, SimdLevel::Avx2, fast);
         CAPTURE(round);
-        for (size_t i = 0; i < mesh.vertices.size(); ++i) {
-            CheckSame(plain, fast, i);
-            seen += plain.visible[i];
+        for (SimdLevel level : {SimdLevel::Sse2, BestSimdLevel()}) {
+            TransformVertices(mesh, transform, level, fast);
+            CheckSameExtent(plain, fast);
+            for (size_t i = 0; i < mesh.vertices.size(); ++i) {
+                CheckSame(plain, fast, i);
+                seen += plain.visible[i];
+            }
         }
     }
     CHECK(seen > 10'000);
@@ -76,8 +81,8 @@ TEST_CASE("a vertex between the eye and the near plane has no place") {
     TransformVertices(mesh, {{}, ProjectionMatrix(10, 10), {0, 0, 10, 10}}, SimdLevel::Scalar, vertices);
     CHECK(vertices.visible[0] == 1);  // within the slack of the depth range
     CHECK(vertices.beyondNearPlane[0] == 0);
-    CHECK(std::isnan(vertices.places[0].x));
-    CHECK(vertices.places[1].x == 5);
+    CHECK(std::isnan(vertices.PlainCorners()[0].x));
+    CHECK(vertices.PlainCorners()[1].x == 5);
     CHECK(vertices.visible[2] == 0);
-    CHECK(std::isnan(vertices.places[2].x));
+    CHECK(std::isnan(vertices.PlainCorners()[2].x));
 }
