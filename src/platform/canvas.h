@@ -2,6 +2,7 @@
 // texts and icons into and copies to the window.
 #pragma once
 
+#include "platform/image_decoder.h"
 #include "render/color.h"
 #include "render/rect.h"
 
@@ -44,11 +45,15 @@ using CanvasImage = int32_t;
 // Loads an image file for drawing. -1 when it cannot be loaded.
 CanvasImage LoadCanvasImage(const std::wstring& path);
 
+// Takes decoded pixels for drawing: what the image file would have given. -1 when there is no memory.
+CanvasImage MakeCanvasImage(const DecodedImage& pixels);
+
 // Scales the image into `rect` with nearest-neighbour sampling; its alpha is honoured. Nothing for -1.
 void DrawCanvasImage(CanvasImage image, const Rect& rect);
 
 // Makes the window's icon from an image file. Without it, or when it fails, the system's default is shown.
 void LoadWindowIcon(const std::wstring& path);
+void MakeWindowIcon(const DecodedImage& pixels);
 
 // Releases every canvas image and the window's icon.
 void ReleaseCanvasImages();

@@ -2,6 +2,7 @@
 
 #include "platform/files.h"
 #include "platform/folders.h"
+#include "render/png_file.h"
 
 #include <string>
 
@@ -23,14 +24,33 @@ constexpr IconFile kIconFiles[] = {
     {&Icons::model, L"obj.png"},          {&Icons::logo, L"pe.png"},
 };
 
+constexpr CanvasImage Icons::*kWindowIcon = &Icons::logo;  // shown by the window too
+
 static std::wstring AssetsFolder() {
     const std::wstring executable = GetExecutablePath();
     const std::wstring beside = executable.substr(0, executable.find_last_of(L'\\') + 1) + L"assets";
     return KindOfPath(beside) == PathKind::Folder ? beside : L"assets";
 }
 
+// Empty when the file is not there, or nothing that is read here.
+static DecodedImage PixelsOf(const std::wstring& path) {
+    std::string bytes;
+    DecodedImage pixels;
+    if (ReadWholeFile(path, bytes)) ReadPngFile(bytes, pixels);
+    return pixels;
+}
+
 void LoadIcons() {
     const std::wstring folder = AssetsFolder() + L"\\";
-    for (const auto& [icon, name] : kIconFiles) icons.*icon = LoadCanvasImage(folder + name);
-    LoadWindowIcon(folder + L"pe.png");
+    for (const auto& [icon, name] : kIconFiles) {
+        const DecodedImage pixels = PixelsOf(folder + name);
+        const bool isRead = !pixels.argb.empty();
+        icons.*icon = isRead ? MakeCanvasImage(pixels) : LoadCanvasImage(folder + name);
+        if (icon != kWindowIcon) continue;
+        if (isRead) {
+            MakeWindowIcon(pixels);
+        } else {
+            LoadWindowIcon(folder + name);
+        }
+    }
 }

@@ -50,6 +50,29 @@ TEST_CASE("without a folder beside the executable the working folder's icons are
     CHECK(headless.windowIcon == L"assets\\pe.png");
 }
 
+TEST_CASE("each of the program's own icon files is read once, and its pixels become the image") {
+    const ScratchFolder folder;
+    for (const wchar_t* name : kNames) {
+        // Before there is a working folder of the test's own: on Windows this path has no drive.
+        const std::string bytes = FileBytes(L"" ZEL_SOURCE_DIR "/assets/" + std::wstring(name));
+        PutFile(folder / (std::wstring(L"program\\assets\\") + name), bytes);
+    }
+    StartIn(folder);
+    fileFaults.steps = 0;
+    LoadIcons();
+    CHECK(fileFaults.steps == 1 + 8);  // where the folder stands, and eight files
+    REQUIRE(headless.madeImages.size() == 8);
+    for (size_t i = 0; i < 8; ++i) {
+        DecodedImage expected;
+        REQUIRE(DecodeImageFile(folder / (std::wstring(L"program\\assets\\") + kNames[i]), expected));
+        CHECK(headless.madeImages[i].argb == expected.argb);
+        DrawImage(AllIcons()[i], {0, 0, 1, 1});
+        CHECK(headless.images[i].path == L"made " + std::to_wstring(i + 1));
+    }
+    CHECK(headless.madeWindowIcon == headless.madeImages[7].argb);
+    CHECK(headless.windowIcon.empty());
+}
+
 TEST_CASE("a missing icon stays out of the picture without a message") {
     const ScratchFolder folder;
     StartIn(folder);

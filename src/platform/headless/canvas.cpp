@@ -29,11 +29,18 @@ CanvasImage LoadCanvasImage(const std::wstring& path) {
     return static_cast<CanvasImage>(canvasImages.size()) - 1;
 }
 
+CanvasImage MakeCanvasImage(const DecodedImage& pixels) {
+    headless.madeImages.push_back(pixels);
+    canvasImages.push_back(L"made " + std::to_wstring(headless.madeImages.size()));
+    return static_cast<CanvasImage>(canvasImages.size()) - 1;
+}
+
 void DrawCanvasImage(CanvasImage image, const Rect& rect) {
     if (image < 0 || static_cast<size_t>(image) >= canvasImages.size()) return;
     headless.images.push_back({canvasImages[static_cast<size_t>(image)], rect});
 }
 
 void LoadWindowIcon(const std::wstring& path) { headless.windowIcon = path; }
+void MakeWindowIcon(const DecodedImage& pixels) { headless.madeWindowIcon = pixels.argb; }
 
 void ReleaseCanvasImages() { canvasImages.clear(); }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/dialogs.h"
+#include "platform/image_decoder.h"
 #include "platform/window.h"
 #include "render/color.h"
 #include "render/rect.h"
@@ -51,7 +52,9 @@ struct HeadlessPlatform {
     std::vector<DrawnText> texts{};    // since the test last emptied it
     std::vector<DrawnImage> images{};  // likewise
     int32_t flushes = 0;
-    std::wstring windowIcon{};  // path it was made from
+    std::wstring windowIcon{};               // path it was made from
+    std::vector<DecodedImage> madeImages{};  // pixels that became images; drawn as "made 1", "made 2" ...
+    std::vector<uint32_t> madeWindowIcon{};  // 0xAARRGGBB that became the window's icon
 
     // The clock: as the machine's until a test sets a time.
     std::deque<double> clock{};  // seconds; each question takes the first one

@@ -5,6 +5,8 @@
 #include "platform/windows/gdi_plus.h"
 #include "platform/windows/main_window.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <vector>
 
 static std::vector<Gdiplus::GpImage*> images;  // indexed by CanvasImage
@@ -12,14 +14,48 @@ static HICON windowIcon = nullptr;
 
 HICON WindowIcon() { return windowIcon; }
 
+static CanvasImage Keep(Gdiplus::GpImage* image) {
+    images.push_back(image);
+    return static_cast<CanvasImage>(images.size()) - 1;
+}
+
+// A bitmap with pixels of its own. Null when it cannot be made.
+static Gdiplus::GpBitmap* BitmapOf(const GdiPlusCalls& gdiPlus, const DecodedImage& pixels) {
+    Gdiplus::GpBitmap* bitmap = nullptr;
+    const Gdiplus::Rect whole(0, 0, pixels.width, pixels.height);
+    if (gdiPlus.GdipCreateBitmapFromScan0(whole.Width, whole.Height, 0, PixelFormat32bppARGB, nullptr,
+                                          &bitmap) != Gdiplus::Ok) {
+        return nullptr;
+    }
+    Gdiplus::BitmapData target{};
+    const bool isLocked = gdiPlus.GdipBitmapLockBits(bitmap, &whole, Gdiplus::ImageLockModeWrite,
+                                                     PixelFormat32bppARGB, &target) == Gdiplus::Ok;
+    if (!isLocked) {
+        gdiPlus.GdipDisposeImage(bitmap);
+        return nullptr;
+    }
+    for (int32_t y = 0; y < pixels.height; ++y) {
+        const auto* row = pixels.argb.data() + ptrdiff_t{y} * pixels.width;
+        auto* to = static_cast<uint8_t*>(target.Scan0) + ptrdiff_t{y} * target.Stride;
+        std::copy_n(row, pixels.width, reinterpret_cast<uint32_t*>(to));
+    }
+    gdiPlus.GdipBitmapUnlockBits(bitmap, &target);
+    return bitmap;
+}
+
 CanvasImage LoadCanvasImage(const std::wstring& path) {
     const GdiPlusCalls* gdiPlus = GdiPlus();
     if (!gdiPlus) return -1;
 
     Gdiplus::GpImage* image = nullptr;
     if (gdiPlus->GdipLoadImageFromFile(path.c_str(), &image) != Gdiplus::Ok) return -1;
-    images.push_back(image);
-    return static_cast<CanvasImage>(images.size()) - 1;
+    return Keep(image);
+}
+
+CanvasImage MakeCanvasImage(const DecodedImage& pixels) {
+    const GdiPlusCalls* gdiPlus = GdiPlus();
+    Gdiplus::GpBitmap* bitmap = gdiPlus ? BitmapOf(*gdiPlus, pixels) : nullptr;
+    return bitmap ? Keep(bitmap) : -1;
 }
 
 void DrawCanvasImage(CanvasImage image, const Rect& rect) {
@@ -36,20 +72,29 @@ void DrawCanvasImage(CanvasImage image, const Rect& rect) {
     gdiPlus->GdipDeleteGraphics(graphics);
 }
 
-void LoadWindowIcon(const std::wstring& path) {
-    const GdiPlusCalls* gdiPlus = GdiPlus();
-    if (!gdiPlus) return;
-
-    Gdiplus::GpBitmap* bitmap = nullptr;
-    if (gdiPlus->GdipCreateBitmapFromFile(path.c_str(), &bitmap) != Gdiplus::Ok) return;
+// Disposes of the bitmap.
+static void UseAsWindowIcon(const GdiPlusCalls& gdiPlus, Gdiplus::GpBitmap* bitmap) {
     HICON icon = nullptr;
-    const bool isMade = gdiPlus->GdipCreateHICONFromBitmap(bitmap, &icon) == Gdiplus::Ok;
-    gdiPlus->GdipDisposeImage(bitmap);
+    const bool isMade = gdiPlus.GdipCreateHICONFromBitmap(bitmap, &icon) == Gdiplus::Ok;
+    gdiPlus.GdipDisposeImage(bitmap);
     if (!isMade) return;
 
     ShowWindowIcon(icon);
     if (windowIcon) DestroyIcon(windowIcon);
     windowIcon = icon;
+}
+
+void LoadWindowIcon(const std::wstring& path) {
+    const GdiPlusCalls* gdiPlus = GdiPlus();
+    Gdiplus::GpBitmap* bitmap = nullptr;
+    if (!gdiPlus || gdiPlus->GdipCreateBitmapFromFile(path.c_str(), &bitmap) != Gdiplus::Ok) return;
+    UseAsWindowIcon(*gdiPlus, bitmap);
+}
+
+void MakeWindowIcon(const DecodedImage& pixels) {
+    const GdiPlusCalls* gdiPlus = GdiPlus();
+    Gdiplus::GpBitmap* bitmap = gdiPlus ? BitmapOf(*gdiPlus, pixels) : nullptr;
+    if (bitmap) UseAsWindowIcon(*gdiPlus, bitmap);
 }
 
 void ReleaseCanvasImages() {

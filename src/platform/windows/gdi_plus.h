@@ -17,6 +17,7 @@ using std::min;
 // One row per call that the program makes.
 #define ZEL_GDI_PLUS_CALLS(CALL)    \
     CALL(GdipCreateBitmapFromFile)  \
+    CALL(GdipCreateBitmapFromScan0) \
     CALL(GdipLoadImageFromFile)     \
     CALL(GdipDisposeImage)          \
     CALL(GdipGetImageWidth)         \

@@ -202,6 +202,36 @@ TEST_CASE("an image is scaled by its nearest pixel, and its transparent pixels l
     ReleaseCanvasImages();
 }
 
+TEST_CASE("an image made of a file's pixels draws what the file draws, at every size") {
+    const std::wstring assets = L"" ZEL_SOURCE_DIR "/assets/";
+    for (const wchar_t* name :
+         {L"camera", L"entity", L"light", L"files", L"c-plus-plus", L"scene", L"obj", L"pe"}) {
+        const std::wstring path = assets + name + L".png";
+        DecodedImage pixels;
+        REQUIRE(DecodeImageFile(path, pixels));
+        const CanvasImage loaded = LoadCanvasImage(path), made = MakeCanvasImage(pixels);
+        REQUIRE(loaded >= 0);
+        REQUIRE(made >= 0);
+        const TestCanvas canvas(200, 100, 0x251F1C);
+        for (const int32_t size : {18, 24, 28, 32, 72, 95}) {
+            std::fill_n(canvas.pixels, canvas.width * canvas.height, Pixel{0x251F1C});
+            DrawCanvasImage(loaded, {3, 2, 3 + size, 2 + size});
+            DrawCanvasImage(made, {103, 2, 103 + size, 2 + size});
+            FlushCanvas();
+            int32_t different = 0, marked = 0;
+            for (int32_t y = 0; y < canvas.height; ++y) {
+                for (int32_t x = 0; x < 100; ++x) {
+                    different += canvas.At(x, y) != canvas.At(x + 100, y);
+                    marked += canvas.At(x, y) != 0x251F1C;
+                }
+            }
+            CHECK(different == 0);
+            CHECK(marked > size);
+        }
+    }
+    ReleaseCanvasImages();
+}
+
 TEST_CASE("an image that is not there draws nothing") {
     const TestFolder folder;
     CHECK(LoadCanvasImage(folder / L"missing.png") == -1);
