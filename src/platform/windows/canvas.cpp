@@ -9,7 +9,7 @@ struct Canvas {
     HDC device = nullptr;           // made once, kept until the program ends
     HGDIOBJ firstBitmap = nullptr;  // what the device held when it was made
     HBITMAP bitmap = nullptr;
-    int32_t width = 0, height = 0;  // of `bitmap`
+    CanvasPixels pixels{};  // of `bitmap`
 };
 
 Canvas canvas;
@@ -22,10 +22,12 @@ static void DeleteBitmap() {
     SelectObject(canvas.device, canvas.firstBitmap);
     DeleteObject(canvas.bitmap);
     canvas.bitmap = nullptr;
-    canvas.width = canvas.height = 0;
+    canvas.pixels = {};
 }
 
 HDC CanvasDevice() { return canvas.bitmap ? canvas.device : nullptr; }
+
+CanvasPixels PixelsOfCanvas() { return canvas.pixels; }
 
 BITMAPINFO TopDownPixels(int32_t width, int32_t height) {
     BITMAPINFO info{};
@@ -54,9 +56,8 @@ Pixel* CreateCanvas(int32_t width, int32_t height) {
     const HGDIOBJ previous = SelectObject(canvas.device, bitmap);
     if (!canvas.firstBitmap) canvas.firstBitmap = previous;
     canvas.bitmap = bitmap;
-    canvas.width = width;
-    canvas.height = height;
-    return static_cast<Pixel*>(pixels);
+    canvas.pixels = {static_cast<Pixel*>(pixels), width, height};
+    return canvas.pixels.first;
 }
 
 void DestroyCanvas() {
@@ -71,6 +72,6 @@ void FlushCanvas() { GdiFlush(); }
 void PresentCanvas() {
     if (!canvas.bitmap || !MainWindow()) return;
     const HDC windowDevice = GetDC(MainWindow());
-    BitBlt(windowDevice, 0, 0, canvas.width, canvas.height, canvas.device, 0, 0, SRCCOPY);
+    BitBlt(windowDevice, 0, 0, canvas.pixels.width, canvas.pixels.height, canvas.device, 0, 0, SRCCOPY);
     ReleaseDC(MainWindow(), windowDevice);
 }

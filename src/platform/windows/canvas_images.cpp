@@ -3,6 +3,7 @@
 #include "platform/canvas.h"
 #include "platform/windows/canvas_device.h"
 #include "platform/windows/gdi_plus.h"
+#include "platform/windows/kept_images.h"
 #include "platform/windows/main_window.h"
 
 #include <algorithm>
@@ -58,18 +59,21 @@ CanvasImage MakeCanvasImage(const DecodedImage& pixels) {
     return bitmap ? Keep(bitmap) : -1;
 }
 
-void DrawCanvasImage(CanvasImage image, const Rect& rect) {
+// By the system. `image` and `rect` are valid.
+static void DrawAnew(CanvasImage image, const Rect& rect) {
     const GdiPlusCalls* gdiPlus = GdiPlus();
-    if (!gdiPlus || !CanvasDevice()) return;
-    if (image < 0 || image >= static_cast<CanvasImage>(images.size())) return;
-    if (Width(rect) <= 0 || Height(rect) <= 0) return;
-
     Gdiplus::GpGraphics* graphics = nullptr;
-    if (gdiPlus->GdipCreateFromHDC(CanvasDevice(), &graphics) != Gdiplus::Ok) return;
+    if (!gdiPlus || gdiPlus->GdipCreateFromHDC(CanvasDevice(), &graphics) != Gdiplus::Ok) return;
     gdiPlus->GdipSetInterpolationMode(graphics, Gdiplus::InterpolationModeNearestNeighbor);
     gdiPlus->GdipDrawImageRectI(graphics, images[static_cast<size_t>(image)], rect.left, rect.top,
                                 Width(rect), Height(rect));
     gdiPlus->GdipDeleteGraphics(graphics);
+}
+
+void DrawCanvasImage(CanvasImage image, const Rect& rect) {
+    if (!CanvasDevice() || image < 0 || image >= static_cast<CanvasImage>(images.size())) return;
+    if (Width(rect) <= 0 || Height(rect) <= 0) return;
+    if (!DrawKeptImage(image, rect)) KeepImage(image, rect, DrawAnew);
 }
 
 // Disposes of the bitmap.
@@ -102,6 +106,7 @@ void ReleaseCanvasImages() {
         for (Gdiplus::GpImage* image : images) gdiPlus->GdipDisposeImage(image);
     }
     images.clear();
+    ForgetKeptImages();
     if (windowIcon) DestroyIcon(windowIcon);
     windowIcon = nullptr;
 }

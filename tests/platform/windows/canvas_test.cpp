@@ -4,9 +4,12 @@
 #include "platform/files.h"
 #include "platform/windows/canvas_device.h"
 #include "platform/windows/image_files.h"
+#include "platform/windows/kept_images.h"
 #include "platform/windows/test_folder.h"
 
 #include <algorithm>
+#include <random>
+#include <vector>
 
 namespace {
 
@@ -228,6 +231,87 @@ TEST_CASE("an image made of a file's pixels draws what the file draws, at every 
             CHECK(different == 0);
             CHECK(marked > size);
         }
+    }
+    ReleaseCanvasImages();
+}
+
+TEST_CASE("an image that is drawn again is what the system draws, on any ground") {
+    constexpr int32_t kSize = 28;
+    constexpr Rect kPlaces[] = {
+        {5, 4, 5 + kSize, 4 + kSize}, {30, 20, 30 + 18, 20 + 18}, {-9, 3, 15, 27}, {70, 60, 98, 88}};
+    std::mt19937 random(7);
+    const auto fill = [&](const TestCanvas& canvas, int32_t ground) {
+        for (int32_t i = 0; i < canvas.width * canvas.height; ++i) {
+            const uint32_t noise = ground == 2 ? static_cast<uint32_t>(random()) : 0;
+            canvas.pixels[i] = Pixel{ground == 1 && i / canvas.width % 5 == 0 ? 0x5B5E46 : 0x2D2219 ^ noise};
+        }
+    };
+    const CanvasImage image = LoadCanvasImage(L"" ZEL_SOURCE_DIR "/assets/light.png");
+    REQUIRE(image >= 0);
+    const TestCanvas canvas(80, 70, 0);
+    const auto count = static_cast<size_t>(canvas.width * canvas.height);
+    for (const Rect& place : kPlaces) {
+        for (int32_t ground = 0; ground < 3; ++ground) {
+            fill(canvas, ground);
+            const std::vector<Pixel> under(canvas.pixels, canvas.pixels + count);
+            const auto draw = [&] {
+                DrawCanvasImage(image, place);
+                FlushCanvas();
+                return std::vector<Pixel>(canvas.pixels, canvas.pixels + count);
+            };
+            const auto drawn = [&](bool isForgotten) {
+                if (isForgotten) ForgetKeptImages();
+                std::ranges::copy(under, canvas.pixels);
+                return draw();
+            };
+            const std::vector<Pixel> bySystem = drawn(true);
+            CHECK(bySystem != under);
+            CHECK(drawn(false) == bySystem);
+            CHECK(drawn(false) == bySystem);
+            CHECK(draw() != under);  // over itself
+            // Another ground at one pixel in the middle, where the image is not opaque everywhere.
+            for (int32_t i = 0; i < 20; ++i) {
+                std::vector<Pixel> changed = under;
+                const auto at = static_cast<size_t>(random()) % count;
+                changed[at] = Pixel{static_cast<uint32_t>(changed[at]) ^ 0x0000FF};
+                std::ranges::copy(changed, canvas.pixels);
+                const std::vector<Pixel> kept = draw();
+                ForgetKeptImages();
+                std::ranges::copy(changed, canvas.pixels);
+                CHECK(kept == draw());
+            }
+        }
+    }
+    ReleaseCanvasImages();
+}
+
+TEST_CASE("an image that takes the number of a released one is drawn itself") {
+    const TestCanvas canvas(40, 40, 0x251F1C);
+    const auto drawn = [&](const wchar_t* name) {
+        const CanvasImage image = LoadCanvasImage(L"" ZEL_SOURCE_DIR "/assets/" + std::wstring(name));
+        std::fill_n(canvas.pixels, 1600, Pixel{0x251F1C});
+        DrawCanvasImage(image, {4, 4, 32, 32});
+        FlushCanvas();
+        ReleaseCanvasImages();
+        return std::vector<Pixel>(canvas.pixels, canvas.pixels + 1600);
+    };
+    const std::vector<Pixel> light = drawn(L"light.png"), camera = drawn(L"camera.png");
+    CHECK(light != camera);
+    CHECK(drawn(L"light.png") == light);
+}
+
+TEST_CASE("more images than are kept are drawn all the same") {
+    const CanvasImage image = LoadCanvasImage(L"" ZEL_SOURCE_DIR "/assets/obj.png");
+    const TestCanvas canvas(400, 400, 0x251F1C);
+    for (int32_t round = 0; round < 3; ++round) {
+        std::fill_n(canvas.pixels, 160'000, Pixel{0x251F1C});
+        // 169 places of 60 x 60 pixels, 608,400 in all.
+        for (int32_t i = 0; i < 169; ++i)
+            DrawCanvasImage(image, {i % 13 * 28, i / 13 * 28, i % 13 * 28 + 60, i / 13 * 28 + 60});
+        FlushCanvas();
+        int32_t marked = 0;
+        for (int32_t i = 0; i < 169; ++i) marked += canvas.At(i % 13 * 28 + 30, i / 13 * 28 + 30) != 0x251F1C;
+        CHECK(marked == 169);
     }
     ReleaseCanvasImages();
 }

@@ -1,0 +1,99 @@
+#include "platform/windows/kept_images.h"
+
+#include "platform/windows/canvas_device.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <map>
+#include <tuple>
+#include <vector>
+
+constexpr uint32_t kColorBits = 0xFFFFFF;  // the system leaves anything in a pixel's fourth byte
+constexpr size_t kMostPixels = 500'000;    // 4 MB: each is kept as it was and as it became
+
+namespace {
+
+struct KeptImage {
+    std::vector<Pixel> before{}, after{};  // of the image's rectangle, row by row
+};
+
+// By image, left, top, right and bottom. The place is part of the name, so that nothing need be known about
+// how the system scales.
+using Place = std::tuple<CanvasImage, int32_t, int32_t, int32_t, int32_t>;
+
+struct KeptImages {
+    std::map<Place, KeptImage> images{};
+    size_t pixels = 0;  // of all
+};
+
+KeptImages kept;
+
+}  // namespace
+
+static Place PlaceOf(CanvasImage image, const Rect& rect) {
+    return {image, rect.left, rect.top, rect.right, rect.bottom};
+}
+
+static bool IsInside(const Rect& rect, const CanvasPixels& canvas) {
+    return canvas.first && rect.left >= 0 && rect.top >= 0 && rect.right <= canvas.width &&
+           rect.bottom <= canvas.height && Width(rect) > 0 && Height(rect) > 0;
+}
+
+static Pixel* RowAt(const CanvasPixels& canvas, const Rect& rect, int32_t row) {
+    return canvas.first + ptrdiff_t{rect.top + row} * canvas.width + rect.left;
+}
+
+static bool SameColors(const Pixel* a, const Pixel* b, int32_t count) {
+    uint32_t difference = 0;
+    for (int32_t i = 0; i < count; ++i)
+        difference |= static_cast<uint32_t>(a[i]) ^ static_cast<uint32_t>(b[i]);
+    return (difference & kColorBits) == 0;
+}
+
+static bool LiesOn(const std::vector<Pixel>& pixels, const CanvasPixels& canvas, const Rect& rect) {
+    const int32_t width = Width(rect);
+    for (int32_t y = 0; y < Height(rect); ++y) {
+        if (!SameColors(pixels.data() + ptrdiff_t{y} * width, RowAt(canvas, rect, y), width)) return false;
+    }
+    return true;
+}
+
+static std::vector<Pixel> Cut(const CanvasPixels& canvas, const Rect& rect) {
+    std::vector<Pixel> pixels;
+    for (int32_t y = 0; y < Height(rect); ++y) {
+        const Pixel* row = RowAt(canvas, rect, y);
+        pixels.insert(pixels.end(), row, row + Width(rect));
+    }
+    return pixels;
+}
+
+bool DrawKeptImage(CanvasImage image, const Rect& rect) {
+    const auto found = kept.images.find(PlaceOf(image, rect));
+    const CanvasPixels canvas = PixelsOfCanvas();
+    if (found == kept.images.end() || !IsInside(rect, canvas)) return false;
+    FlushCanvas();
+    if (!LiesOn(found->second.before, canvas, rect)) return false;
+    const int32_t width = Width(rect);
+    for (int32_t y = 0; y < Height(rect); ++y) {
+        std::copy_n(found->second.after.data() + ptrdiff_t{y} * width, width, RowAt(canvas, rect, y));
+    }
+    return true;
+}
+
+void KeepImage(CanvasImage image, const Rect& rect, void (*draw)(CanvasImage, const Rect&)) {
+    const CanvasPixels canvas = PixelsOfCanvas();
+    if (!IsInside(rect, canvas)) return draw(image, rect);
+    const size_t size = static_cast<size_t>(Width(rect)) * static_cast<size_t>(Height(rect));
+    if (size > kMostPixels) return draw(image, rect);
+    if (kept.pixels + size > kMostPixels) ForgetKeptImages();
+
+    FlushCanvas();
+    std::vector<Pixel> before = Cut(canvas, rect);
+    draw(image, rect);
+    FlushCanvas();
+    const auto [place, isNew] =
+        kept.images.insert_or_assign(PlaceOf(image, rect), KeptImage{std::move(before), Cut(canvas, rect)});
+    if (isNew) kept.pixels += size;
+}
+
+void ForgetKeptImages() { kept = {}; }
