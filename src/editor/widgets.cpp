@@ -8,6 +8,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <map>
+#include <span>
+#include <vector>
 
 constexpr float kPi = 3.14159265358979f;
 constexpr int32_t kSectionHeight = 26;
@@ -145,17 +149,47 @@ static void DrawSquareOutline(Point centre, int32_t reach, Pixel color) {
     DrawBoxEdges(r, color, color);
 }
 
-void DrawColorWheel(Point centre, int32_t radius, uint32_t color) {
-    constexpr Pixel kMark{0xFFFFFF}, kMarkRim{0x14100D};
+// The pixels within a radius, row by row from the top. Every row lies around the centre.
+using WheelRows = std::vector<std::vector<Pixel>>;
+
+static WheelRows RowsOfWheel(int32_t radius) {
+    WheelRows rows;
     for (int32_t dy = -radius; dy <= radius; ++dy) {
+        std::vector<Pixel>& row = rows.emplace_back();
         for (int32_t dx = -radius; dx <= radius; ++dx) {
             const auto x = static_cast<float>(dx), y = static_cast<float>(dy);
             const float distance = std::sqrt(x * x + y * y);
             if (distance > static_cast<float>(radius)) continue;
-            const uint32_t shown = HsvToColor(HueOf(x, y), distance / static_cast<float>(radius), 1);
-            const Point p{centre.x + dx, centre.y + dy};
-            FillRect({p.x, p.y, p.x + 1, p.y + 1}, Pixel{shown});
+            row.push_back(Pixel{HsvToColor(HueOf(x, y), distance / static_cast<float>(radius), 1)});
         }
+    }
+    return rows;
+}
+
+// Wheels come in a few sizes and are shown in every frame, so each size is made once.
+static const WheelRows& KeptWheel(int32_t radius) {
+    static std::map<int32_t, WheelRows> wheels;
+    const auto found = wheels.find(radius);
+    return found != wheels.end() ? found->second : wheels.emplace(radius, RowsOfWheel(radius)).first->second;
+}
+
+// As far as it lies inside the buffer.
+static void CopyRow(Point first, std::span<const Pixel> row) {
+    if (first.y < 0 || first.y >= frameBuffer.height) return;
+    const int32_t begin = std::clamp(first.x, 0, frameBuffer.width);
+    const int32_t end = std::clamp(first.x + static_cast<int32_t>(row.size()), 0, frameBuffer.width);
+    if (begin >= end) return;
+    std::copy_n(row.data() + (begin - first.x), end - begin,
+                frameBuffer.pixels + ptrdiff_t{first.y} * frameBuffer.width + begin);
+}
+
+void DrawColorWheel(Point centre, int32_t radius, uint32_t color) {
+    constexpr Pixel kMark{0xFFFFFF}, kMarkRim{0x14100D};
+    if (frameBuffer.pixels == nullptr) return;
+    PreparePixelAccess();
+    int32_t y = centre.y - radius;
+    for (const std::vector<Pixel>& row : KeptWheel(radius)) {
+        CopyRow({centre.x - static_cast<int32_t>(row.size()) / 2, y++}, row);
     }
     const Point place = PlaceOnWheel(color, radius);
     const Point mark{centre.x + place.x, centre.y + place.y};

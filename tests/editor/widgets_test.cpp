@@ -5,8 +5,11 @@
 #include "doctest/doctest.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstdlib>
 #include <initializer_list>
 #include <limits>
+#include <vector>
 
 constexpr Pixel kBack{0x102030};
 
@@ -247,6 +250,42 @@ TEST_CASE("the wheel covers every pixel within its radius and none beyond") {
             const int32_t dx = x - 60, dy = y - 60;
             const bool inside = dx * dx + dy * dy <= 54 * 54;
             REQUIRE((PixelAt(x, y) != kBack) == inside);
+        }
+    }
+}
+
+// Every pixel by itself.
+static void DrawWheelPlainly(Point centre, int32_t radius) {
+    const Rect square{centre.x - radius, centre.y - radius, centre.x + radius, centre.y + radius};
+    for (int32_t dy = -radius; dy <= radius; ++dy) {
+        for (int32_t dx = -radius; dx <= radius; ++dx) {
+            const auto x = static_cast<float>(dx), y = static_cast<float>(dy);
+            if (std::sqrt(x * x + y * y) > static_cast<float>(radius)) continue;
+            const Point p{centre.x + dx, centre.y + dy};
+            FillRect({p.x, p.y, p.x + 1, p.y + 1}, Pixel{ColorOnWheel(p, square)});
+        }
+    }
+}
+
+TEST_CASE("a wheel is the same wherever and however often it is drawn, up to the edges of the window") {
+    for (const int32_t radius : {0, 1, 2, 22, 52, 54, 22}) {
+        for (const Point centre :
+             {Point{60, 60}, Point{0, 0}, Point{119, 3}, Point{-20, 130}, Point{300, 60}}) {
+            CAPTURE(radius);
+            CAPTURE(centre.x);
+            StartPicture(120, 125, kBack);
+            DrawWheelPlainly(centre, radius);
+            const std::vector<Pixel> expected = headless.pixels;
+            StartPicture(120, 125, kBack);
+            DrawColorWheel(centre, radius, 0xFFFFFF);  // white: the mark lies at the centre
+            int32_t different = 0;
+            for (int32_t y = 0; y < 125; ++y) {
+                for (int32_t x = 0; x < 120; ++x) {
+                    const bool isMark = std::abs(x - centre.x) <= 4 && std::abs(y - centre.y) <= 4;
+                    different += !isMark && PixelAt(x, y) != expected[static_cast<size_t>(y * 120 + x)];
+                }
+            }
+            CHECK(different == 0);
         }
     }
 }
