@@ -14,11 +14,12 @@ static bool IsOverlayAt(const GameObject& object, Point anchor, Point pixel) {
 }
 
 static int32_t PickOverlay(const PickView& view, Point pixel) {
+    WorldMatrices worlds(view.scene);
     for (auto i = static_cast<int32_t>(view.scene.size()) - 1; i >= 0; --i) {
         const GameObject& object = view.scene[static_cast<size_t>(i)];
         if (!IsShown(object, view.playMode) || !(HasMarker(object) || object.isText)) continue;
         Point anchor;
-        const Vec3 position = WorldPosition(view.scene, i);
+        const Vec3 position = Translation(worlds.Of(i));
         if (!ProjectToPixel(view.viewProjection, position, frameBuffer.viewport, anchor)) continue;
         if (IsOverlayAt(object, anchor, pixel)) return i;
     }
@@ -28,11 +29,12 @@ static int32_t PickOverlay(const PickView& view, Point pixel) {
 static int32_t PickMesh(const PickView& view, Point pixel) {
     int32_t found = -1;
     float depth = kFarDepth;
+    WorldMatrices worlds(view.scene);
     MeshDraw draw{.eye = view.eye, .viewProjection = view.viewProjection};
     for (int32_t i = 0; i < static_cast<int32_t>(view.scene.size()); ++i) {
         const GameObject& object = view.scene[static_cast<size_t>(i)];
         if (!IsShown(object, view.playMode) || !ShowsMesh(object, view.meshes.size())) continue;
-        draw.world = WorldMatrix(view.scene, i);
+        draw.world = worlds.Of(i);
         if (MeshDepthAt(view.meshes[static_cast<size_t>(object.meshIndex)], draw, pixel, depth)) found = i;
     }
     return found;

@@ -60,6 +60,28 @@ Matrix4 WorldMatrix(std::span<const GameObject> scene, int32_t index) {
     return world;
 }
 
+const Matrix4& WorldMatrices::LocalOfParent(int32_t index) {
+    if (places.empty()) places.assign(scene.size(), -1);
+    int32_t& place = places[static_cast<size_t>(index)];
+    if (place < 0) {
+        place = static_cast<int32_t>(locals.size());
+        locals.push_back(LocalMatrix(scene[index]));
+    }
+    return locals[static_cast<size_t>(place)];
+}
+
+Matrix4 WorldMatrices::Of(int32_t index) {
+    if (!IsIndexOf(index, scene)) return {};
+
+    Matrix4 world = LocalMatrix(scene[index]);
+    int32_t parent = scene[index].parentIndex;
+    for (int32_t steps = StepsUpward(scene, index); steps > 0; --steps) {
+        world = MultiplyMatrix(LocalOfParent(parent), world);
+        parent = scene[parent].parentIndex;
+    }
+    return world;
+}
+
 Vec3 WorldPosition(std::span<const GameObject> scene, int32_t index) {
     return Translation(WorldMatrix(scene, index));
 }

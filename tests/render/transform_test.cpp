@@ -2,7 +2,10 @@
 
 #include "doctest/doctest.h"
 
+#include <array>
+#include <bit>
 #include <cmath>
+#include <random>
 
 constexpr float kQuarter = 1.57079633f;  // a quarter turn in radians
 
@@ -98,6 +101,47 @@ TEST_CASE("a chain that no scene needs, or a large cycle, is followed for 64 par
         }
         CHECK(WorldPosition(scene, 4999) == Vec3{65, 0, 0});
     }
+}
+
+// Also a NaN is the same as itself.
+static bool SameBits(const Matrix4& a, const Matrix4& b) {
+    return std::bit_cast<std::array<uint32_t, 16>>(a) == std::bit_cast<std::array<uint32_t, 16>>(b);
+}
+
+TEST_CASE("world matrices asked for together are those asked for one by one, bit for bit") {
+    constexpr uint32_t kSeed = 20261121;
+    CAPTURE(kSeed);
+    std::mt19937 random(kSeed);
+    const auto below = [&random](int32_t count) {
+        return static_cast<int32_t>(random() % static_cast<uint32_t>(count));
+    };
+    const auto number = [&below] { return static_cast<float>(below(2001) - 1000) * 0.013f; };
+    for (int32_t round = 0; round < 60; ++round) {
+        CAPTURE(round);
+        // Every third scene is mostly one chain, longer than is followed in some, in a few with its end in
+        // it.
+        const int32_t count = 1 + below(round % 3 == 0 ? 1400 : 60);
+        Scene scene(static_cast<size_t>(count));
+        for (int32_t i = 0; i < count; ++i) {
+            const bool isChain = round % 3 == 0 && below(600) != 0;
+            scene[static_cast<size_t>(i)] = {.position{number(), number(), number()},
+                                             .rotation{number(), below(4) == 0 ? 0 : number(), number()},
+                                             .scale{number(), number(), 1},
+                                             .parentIndex = isChain ? i - 1 : below(count + 4) - 2};
+        }
+        if (below(10) == 0) scene[0].scale.x = INFINITY;
+        WorldMatrices worlds(scene);
+        for (int32_t i = 0; i < 200; ++i) {
+            const int32_t index = below(count + 2) - 1;
+            REQUIRE(SameBits(worlds.Of(index), WorldMatrix(scene, index)));
+        }
+    }
+}
+
+TEST_CASE("no objects have no world matrices but the identity") {
+    WorldMatrices worlds({});
+    CHECK(worlds.Of(0) == Matrix4{});
+    CHECK(worlds.Of(-1) == Matrix4{});
 }
 
 TEST_CASE("a vector of length 1e-5 or less normalises to zero, a longer one to length 1") {
