@@ -11,5 +11,6 @@ std::string BenchName(const std::string& scenario, const std::string& way);
 
 void RegisterPlayBenchmarks();
 void RegisterRasterizerBenchmarks();
+void RegisterScaleBenchmarks();
 void RegisterSceneFileBenchmarks();
 void RegisterUndoBenchmarks();

@@ -69,6 +69,7 @@ int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
     RegisterPlayBenchmarks();
+    RegisterScaleBenchmarks();
     RegisterSceneFileBenchmarks();
     RegisterUndoBenchmarks();
     RegisterRasterizerBenchmarks();  // the last: a peer changes how memory is kept
