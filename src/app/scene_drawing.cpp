@@ -25,10 +25,10 @@ static const TextureImage* TextureOf(const GameObject& object) {
 // What the edit mode shows of the selection is not part of the game.
 static bool IsSelected(int32_t index) { return !ShowsGame() && index == editorState.selectedIndex; }
 
-static MeshDraw MeshDrawOf(int32_t index, const MeshDraw& frame) {
+static MeshDraw MeshDrawOf(int32_t index, const MeshDraw& frame, WorldMatrices& worlds) {
     const GameObject& object = editorState.scene[static_cast<size_t>(index)];
     MeshDraw draw = frame;
-    draw.world = WorldMatrix(editorState.scene, index);
+    draw.world = worlds.Of(index);
     draw.selected = IsSelected(index);
     draw.tint = object.hasColor ? object.color : 0;
     draw.roughness = object.roughness;
@@ -38,15 +38,15 @@ static MeshDraw MeshDrawOf(int32_t index, const MeshDraw& frame) {
     return draw;
 }
 
-static void DrawTextOf(int32_t index, const Matrix4& viewProjection) {
-    const Vec3 position = WorldPosition(editorState.scene, index);
+static void DrawTextOf(int32_t index, const Matrix4& viewProjection, WorldMatrices& worlds) {
+    const Vec3 position = Translation(worlds.Of(index));
     DrawTextObject(editorState.scene[static_cast<size_t>(index)], position, viewProjection,
                    IsSelected(index));
 }
 
 // Meshes are drawn in batches: only a text and the outline of the selection ignore depth and must come where
 // they stand in the scene. `frame` holds what all objects share.
-static void DrawObjects(const MeshDraw& frame) {
+static void DrawObjects(const MeshDraw& frame, WorldMatrices& worlds) {
     static std::vector<MeshInstance> batch;
     batch.clear();
     const auto drawBatch = [] {
@@ -59,24 +59,24 @@ static void DrawObjects(const MeshDraw& frame) {
         if (!IsShown(object, ShowsGame()) || !(object.isText || showsMesh)) continue;
         if (object.isText || IsSelected(i)) drawBatch();
         if (object.isText) {
-            DrawTextOf(i, frame.viewProjection);
+            DrawTextOf(i, frame.viewProjection, worlds);
             continue;
         }
         const Mesh& mesh = editorState.meshes[static_cast<size_t>(object.meshIndex)];
         if (IsSelected(i)) {
-            DrawMesh(mesh, MeshDrawOf(i, frame));
+            DrawMesh(mesh, MeshDrawOf(i, frame, worlds));
         } else {
-            batch.push_back({&mesh, MeshDrawOf(i, frame)});
+            batch.push_back({&mesh, MeshDrawOf(i, frame, worlds)});
         }
     }
     drawBatch();
 }
 
-static void DrawMarkers(int32_t index, const Matrix4& viewProjection) {
+static void DrawMarkers(int32_t index, const Matrix4& viewProjection, WorldMatrices& worlds) {
     const GameObject& object = editorState.scene[static_cast<size_t>(index)];
     if (!IsShown(object, ShowsGame()) || !HasMarker(object)) return;
 
-    const Vec3 position = WorldPosition(editorState.scene, index);
+    const Vec3 position = Translation(worlds.Of(index));
     const bool selected = IsSelected(index);
     if (object.isEntity) DrawObjectIcon(icons.entity, position, viewProjection, selected);
     if (object.isCamera) DrawObjectIcon(icons.camera, position, viewProjection, selected);
@@ -98,7 +98,8 @@ void DrawScene(const Rect& viewport) {
     FillRect(viewport, ViewportBackground(editorState.scene, editorState.selectedIndex, ShowsGame()));
     if (!editorState.runtimeMode) DrawGrid(frame.viewProjection);
     const auto count = static_cast<int32_t>(editorState.scene.size());
-    DrawObjects(frame);
-    for (int32_t i = 0; i < count; ++i) DrawMarkers(i, frame.viewProjection);
+    WorldMatrices worlds(editorState.scene);
+    DrawObjects(frame, worlds);
+    for (int32_t i = 0; i < count; ++i) DrawMarkers(i, frame.viewProjection, worlds);
     DrawSelectedGizmo(viewport, frame.viewProjection);
 }
