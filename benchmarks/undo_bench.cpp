@@ -49,12 +49,15 @@ static size_t Bytes(const Scene& objects) {
 
 static size_t HistoryBytes() {
     std::set<std::shared_ptr<const Scene>> runs;
+    std::set<std::shared_ptr<const std::vector<int32_t>>> parents;
     size_t bytes = 0;
     for (const SceneSnapshot& snapshot : editorState.undoScenes) {
         runs.insert(snapshot.runs.begin(), snapshot.runs.end());
+        parents.insert(snapshot.parents);
         bytes += snapshot.runs.size() * sizeof(snapshot.runs[0]);
     }
     for (const auto& run : runs) bytes += Bytes(*run);
+    for (const auto& indices : parents) bytes += indices->size() * sizeof(int32_t);
     return bytes;
 }
 
@@ -91,6 +94,20 @@ static void PushUndo(benchmark::State& state) {
     ShowMemory(state, HistoryBytes());
 }
 
+// A front object away in each step, so that the parents of all others are renumbered.
+static void PushWithoutFront(benchmark::State& state) {
+    BuildScene();
+    const auto removeFront = [] {
+        pushUndo("Step");
+        Scene& scene = editorState.scene;
+        scene.erase(scene.begin());
+        for (GameObject& object : scene) object.parentIndex -= object.parentIndex > 0;
+    };
+    for (int64_t step = 0; step < kSteps; ++step) removeFront();
+    for ([[maybe_unused]] auto round : state) removeFront();
+    ShowMemory(state, HistoryBytes());
+}
+
 // One command and its undo.
 static void PushAndUndo(benchmark::State& state) {
     BuildScene();
@@ -109,5 +126,6 @@ void RegisterUndoBenchmarks() {
     };
     add(kPeer, CopyScene);
     add("pushUndo", PushUndo);
+    add("front removed", PushWithoutFront);
     add("push and undo", PushAndUndo);
 }

@@ -4,8 +4,8 @@
 #include <tuple>
 #include <utility>
 
-// A field that is added to the record does not compile here until it is compared.
-static auto Fields(const GameObject& object) {
+// All but the parent index. A field that is added to the record does not compile here until it is compared.
+static auto FieldsButParent(const GameObject& object) {
     const auto& [name, position, rotation, scale, meshIndex, hasAnimation, parentIndex, isEntity, isCamera,
                  isLight, hasShape, hasColor, transformExpanded, shapeExpanded, colorExpanded,
                  animationExpanded, animationType, animationSpeed, scriptCount, color, scripts, roughness,
@@ -15,14 +15,14 @@ static auto Fields(const GameObject& object) {
                  collectTarget, collectPrefab, prefabSource, spawnerPrefab, cameraExpanded,
                  cameraBackgroundSet, cameraBackground, cameraBrightness, isText, textExpanded, text,
                  textSize] = object;
-    return std::tie(
-        name, position, rotation, scale, meshIndex, hasAnimation, parentIndex, isEntity, isCamera, isLight,
-        hasShape, hasColor, transformExpanded, shapeExpanded, colorExpanded, animationExpanded, animationType,
-        animationSpeed, scriptCount, color, scripts, roughness, gloss, colorWheelExpanded, hasCollision,
-        hasGravitation, collisionExpanded, gravitationExpanded, velocityY, gravityStrength, hasTexture,
-        textureExpanded, textureRepeat, textureIndex, texturePath, hasRigidbody, rigidbodyExpanded, mass,
-        drag, velocity, active, collectTarget, collectPrefab, prefabSource, spawnerPrefab, cameraExpanded,
-        cameraBackgroundSet, cameraBackground, cameraBrightness, isText, textExpanded, text, textSize);
+    return std::tie(name, position, rotation, scale, meshIndex, hasAnimation, isEntity, isCamera, isLight,
+                    hasShape, hasColor, transformExpanded, shapeExpanded, colorExpanded, animationExpanded,
+                    animationType, animationSpeed, scriptCount, color, scripts, roughness, gloss,
+                    colorWheelExpanded, hasCollision, hasGravitation, collisionExpanded, gravitationExpanded,
+                    velocityY, gravityStrength, hasTexture, textureExpanded, textureRepeat, textureIndex,
+                    texturePath, hasRigidbody, rigidbodyExpanded, mass, drag, velocity, active, collectTarget,
+                    collectPrefab, prefabSource, spawnerPrefab, cameraExpanded, cameraBackgroundSet,
+                    cameraBackground, cameraBrightness, isText, textExpanded, text, textSize);
 }
 
 template <typename Field>
@@ -36,10 +36,14 @@ static bool SameField(const Vec3& a, const Vec3& b) {
     return SameField(a.x, b.x) && SameField(a.y, b.y) && SameField(a.z, b.z);
 }
 
-bool SameBits(const GameObject& a, const GameObject& b) {
-    const auto left = Fields(a), right = Fields(b);
+bool SameBitsButParent(const GameObject& a, const GameObject& b) {
+    const auto left = FieldsButParent(a), right = FieldsButParent(b);
     return [&]<size_t... i>(std::index_sequence<i...>) {
         return (SameField(std::get<i>(left), std::get<i>(right)) && ...);
     }
     (std::make_index_sequence<std::tuple_size_v<decltype(left)>>{});
+}
+
+bool SameBits(const GameObject& a, const GameObject& b) {
+    return a.parentIndex == b.parentIndex && SameBitsButParent(a, b);
 }

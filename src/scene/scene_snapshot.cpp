@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 
 // Objects of a run. Small, because a change copies the run around it; large enough that the list of runs
 // weighs little beside the objects.
@@ -17,10 +18,10 @@ static ptrdiff_t ObjectCount(const SceneSnapshot& snapshot) {
     return count;
 }
 
-// True when the objects of `run` stand in `scene` from `begin` on.
+// True when the objects of `run` stand in `scene` from `begin` on, under whatever parents.
 static bool StandsAt(const Scene& run, const Scene& scene, ptrdiff_t begin) {
     if (begin < 0 || begin + Length(run) > Length(scene)) return false;
-    return std::equal(run.begin(), run.end(), scene.begin() + begin, SameBits);
+    return std::equal(run.begin(), run.end(), scene.begin() + begin, SameBitsButParent);
 }
 
 // Copies the objects begin .. end - 1 into new runs of about equal length.
@@ -36,6 +37,19 @@ static void AppendCopies(const Scene& scene, ptrdiff_t begin, ptrdiff_t end, Sce
         snapshot.runs.push_back(std::make_shared<const Scene>(scene.begin() + begin, scene.begin() + runEnd));
         begin = runEnd;
     }
+}
+
+static bool AreParentsOf(const Scene& scene, const std::vector<int32_t>& parents) {
+    return std::ranges::equal(scene, parents, {}, &GameObject::parentIndex);
+}
+
+static std::shared_ptr<const std::vector<int32_t>> ParentsOf(const Scene& scene,
+                                                             const SceneSnapshot* earlier) {
+    if (scene.empty()) return nullptr;
+    if (earlier && earlier->parents && AreParentsOf(scene, *earlier->parents)) return earlier->parents;
+    std::vector<int32_t> parents(scene.size());
+    std::ranges::transform(scene, parents.begin(), &GameObject::parentIndex);
+    return std::make_shared<const std::vector<int32_t>>(std::move(parents));
 }
 
 SceneSnapshot TakeSnapshot(const Scene& scene, const SceneSnapshot* earlier) {
@@ -60,6 +74,7 @@ SceneSnapshot TakeSnapshot(const Scene& scene, const SceneSnapshot* earlier) {
         }
     }
     AppendCopies(scene, taken, Length(scene), snapshot);
+    snapshot.parents = ParentsOf(scene, earlier);
     return snapshot;
 }
 
@@ -68,8 +83,9 @@ void RestoreSnapshot(const SceneSnapshot& snapshot, Scene& scene) {
     ptrdiff_t at = 0;
     for (const auto& run : snapshot.runs) {
         for (const GameObject& object : *run) {
-            if (at < Length(scene) && SameBits(scene[at], object)) {
-                ++at;
+            const int32_t parent = (*snapshot.parents)[static_cast<size_t>(at)];
+            if (at < Length(scene) && SameBitsButParent(scene[at], object)) {
+                scene[at++].parentIndex = parent;
                 continue;
             }
             // At the first difference the scene gets its length back, so that what follows a removed or
@@ -77,7 +93,8 @@ void RestoreSnapshot(const SceneSnapshot& snapshot, Scene& scene) {
             if (Length(scene) > count)
                 scene.erase(scene.begin() + at, scene.begin() + at + Length(scene) - count);
             if (Length(scene) < count) scene.insert(scene.begin() + at, count - Length(scene), GameObject{});
-            scene[at++] = object;
+            scene[at] = object;
+            scene[at++].parentIndex = parent;
         }
     }
     scene.resize(count);

@@ -17,6 +17,13 @@ TEST_CASE("objects differ to the bit when any field differs") {
     for (const GameObject& object : different) CHECK_FALSE(SameBits(plain, object));
 }
 
+TEST_CASE("objects that differ in their parents only are alike but for them") {
+    const GameObject plain, under{.parentIndex = 3}, other{.meshIndex = 3};
+    CHECK(SameBitsButParent(plain, under));
+    CHECK_FALSE(SameBitsButParent(plain, other));
+    CHECK_FALSE(SameBitsButParent(under, other));
+}
+
 TEST_CASE("zero and minus zero differ to the bit, and what is not a number equals itself") {
     const GameObject zero, minusZero{.position{0, -0.0f, 0}}, minusSpeed{.velocityY = -0.0f};
     CHECK(zero == minusZero);

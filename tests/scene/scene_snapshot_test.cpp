@@ -44,6 +44,7 @@ TEST_CASE("a snapshot of the same scene shares everything") {
     const SceneSnapshot first = TakeSnapshot(scene, nullptr);
     const SceneSnapshot second = TakeSnapshot(scene, &first);
     CHECK(second.runs == first.runs);
+    CHECK(second.parents == first.parents);
 }
 
 TEST_CASE("a change in one place costs at most two runs, whatever the change") {
@@ -110,6 +111,31 @@ TEST_CASE("64 snapshots with one object changed each hold less than three times 
     CHECK((objects + scene.size()) * sizeof(GameObject) + listBytes < 3 * scene.size() * sizeof(GameObject));
 }
 
+TEST_CASE("removing the first of 10,000 objects in chains costs a run and the parents of all") {
+    Scene before = NumberedScene(10'000);
+    for (int32_t i = 1; i < 10'000; ++i) before[i].parentIndex = i % 50 == 1 ? -1 : i - 1;
+    const SceneSnapshot earlier = TakeSnapshot(before, nullptr);
+    Scene scene = before;
+    scene.erase(scene.begin());
+    for (GameObject& object : scene) object.parentIndex -= object.parentIndex > 0;
+    const SceneSnapshot snapshot = TakeSnapshot(scene, &earlier);
+    CHECK(OwnRuns(snapshot, earlier) <= 1);
+    CHECK(SameScenes(Restored(snapshot), scene));
+    CHECK(SameScenes(Restored(earlier), before));
+    RestoreSnapshot(earlier, scene);
+    CHECK(SameScenes(scene, before));
+}
+
+TEST_CASE("an object with another parent costs no run") {
+    Scene scene = NumberedScene(300);
+    const SceneSnapshot earlier = TakeSnapshot(scene, nullptr);
+    scene[200].parentIndex = 7;
+    const SceneSnapshot snapshot = TakeSnapshot(scene, &earlier);
+    CHECK(snapshot.runs == earlier.runs);
+    CHECK(Restored(snapshot)[200].parentIndex == 7);
+    CHECK(Restored(earlier)[200].parentIndex == -1);
+}
+
 TEST_CASE("objects appended one by one do not end in runs of one") {
     Scene scene;
     SceneSnapshot snapshot;
@@ -164,10 +190,8 @@ TEST_CASE("whatever happens to a scene, shared snapshots are the same as plain c
         const auto count = static_cast<int32_t>(scene.size());
         const int32_t at = random.IntBetween(0, count),
                       end = random.IntBetween(at, std::min(at + 150, count));
-        switch (random.IntBetween(0, 4)) {
-            case 0:
-                scene.erase(scene.begin() + at, scene.begin() + end);
-                break;
+        switch (random.IntBetween(0, 5)) {
+            case 0: scene.erase(scene.begin() + at, scene.begin() + end); break;
             case 1:
                 scene.insert(scene.begin() + at, random.IntBetween(1, 100), RandomObject(random, count));
                 break;
@@ -176,6 +200,9 @@ TEST_CASE("whatever happens to a scene, shared snapshots are the same as plain c
                 break;
             case 3:
                 for (int32_t i = at; i < end; ++i) scene[i] = RandomObject(random, count);
+                break;
+            case 4:
+                for (GameObject& object : scene) object.parentIndex -= object.parentIndex > at;
                 break;
             default:
                 if (at < count) scene[at] = RandomObject(random, count);
