@@ -1,5 +1,8 @@
 #include "play/box_tree.h"
 
+#include <immintrin.h>
+
+#include <algorithm>
 #include <array>
 #include <cassert>
 #include <cmath>
@@ -37,6 +40,18 @@ static void MeasureNode(BoxTreeNode& node, BoxTree& tree) {
         Include(numbered.box, node.bounds);
         node.lowest = std::min(node.lowest, numbered.number);
         node.highest = std::max(node.highest, numbered.number);
+    }
+}
+
+// Children stand behind their parents.
+void MeasureNodes(BoxTree& tree) {
+    for (auto node = tree.nodes.rbegin(); node != tree.nodes.rend(); ++node) {
+        if (node->child < 0) {
+            MeasureNode(*node, tree);
+            continue;
+        }
+        node->bounds = tree.nodes[static_cast<size_t>(node->child)].bounds;
+        Include(tree.nodes[static_cast<size_t>(node->child) + 1].bounds, node->bounds);
     }
 }
 
@@ -106,25 +121,42 @@ void MoveBox(const NumberedBox& moved, BoxTree& tree) {
 }
 
 namespace {
+// A box that others are compared with: BoxesTouch without a branch for every axis.
+struct TouchTest {
+    __m128 min, max;  // min stands one lane higher, as the second load of a box has it
+
+    explicit TouchTest(const Box& box)
+        : min(_mm_setr_ps(0, box.min.x, box.min.y, box.min.z)),
+          max(_mm_setr_ps(box.max.x, box.max.y, box.max.z, 0)) {}
+
+    bool operator()(const Box& other) const {
+        static_assert(sizeof(Box) == 6 * sizeof(float));
+        const __m128 from = _mm_loadu_ps(&other.min.x), to = _mm_loadu_ps(&other.min.z);
+        const int begins = _mm_movemask_ps(_mm_cmple_ps(from, max)) & 0b0111;
+        const int ends = _mm_movemask_ps(_mm_cmple_ps(min, to)) & 0b1110;
+        return begins + ends == 0b0111 + 0b1110;
+    }
+};
+
 // A search for the lowest touching number.
 struct Search {
-    const Box& box;
+    TouchTest touches;
     int32_t after, except;
     int32_t best = std::numeric_limits<int32_t>::max();
 
     bool IsWorthwhile(const BoxTreeNode& node) const {
-        return node.highest > after && node.lowest < best && BoxesTouch(node.bounds, box);
+        return node.highest > after && node.lowest < best && touches(node.bounds);
     }
 
     void LookAt(const NumberedBox& candidate) {
         if (candidate.number <= after || candidate.number >= best || candidate.number == except) return;
-        if (BoxesTouch(candidate.box, box)) best = candidate.number;
+        if (touches(candidate.box)) best = candidate.number;
     }
 };
 }  // namespace
 
 int32_t NextTouching(const Box& box, int32_t after, int32_t except, const BoxTree& tree) {
-    Search search{box, after, except};
+    Search search{TouchTest(box), after, except};
     for (size_t slot = tree.leaves.size(); slot < tree.boxes.size(); ++slot) search.LookAt(tree.boxes[slot]);
 
     std::array<int32_t, kDeepest> open{};
@@ -144,4 +176,31 @@ int32_t NextTouching(const Box& box, int32_t after, int32_t except, const BoxTre
         open[openCount++] = node.child + !firstIsLower;
     }
     return search.best == std::numeric_limits<int32_t>::max() ? -1 : search.best;
+}
+
+bool FindTouching(const Box& box, int32_t except, size_t most, const BoxTree& tree,
+                  std::vector<int32_t>& found) {
+    const TouchTest touches(box);
+    found.clear();
+    const auto lookAt = [&](const NumberedBox& candidate) {
+        if (touches(candidate.box) && candidate.number != except) found.push_back(candidate.number);
+    };
+    for (size_t slot = tree.leaves.size(); slot < tree.boxes.size(); ++slot) lookAt(tree.boxes[slot]);
+
+    std::array<int32_t, kDeepest> open{};
+    size_t openCount = 0;
+    if (!tree.nodes.empty()) open[openCount++] = 0;
+    while (openCount > 0 && found.size() <= most) {
+        const BoxTreeNode& node = tree.nodes[open[--openCount]];
+        if (!touches(node.bounds)) continue;
+        if (node.child < 0) {
+            for (int32_t slot = node.begin; slot < node.end; ++slot) lookAt(tree.boxes[slot]);
+            continue;
+        }
+        assert(openCount + 2 <= open.size());
+        open[openCount++] = node.child;
+        open[openCount++] = node.child + 1;
+    }
+    std::ranges::sort(found);
+    return found.size() <= most;
 }

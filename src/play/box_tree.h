@@ -30,14 +30,30 @@ struct BoxTree {
     std::vector<int32_t> leaves{};     // by place in `boxes`: the node that it is in
 };
 
+// Makes the bounds of all nodes as tight as their boxes allow.
+void MeasureNodes(BoxTree& tree);
+
 // Every number is there once, from 0 on; gaps cost four bytes each.
 BoxTree BuildBoxTree(std::vector<NumberedBox> boxes);
+
+// Gives every box that was in the tree when it was built a new place: `boxOf` names it by its number. Costs
+// less than building a tree, which stays as good as long as neighbours stay neighbours.
+template <typename BoxOf>
+void RefitBoxTree(BoxTree& tree, BoxOf boxOf) {
+    for (NumberedBox& numbered : tree.boxes) numbered.box = boxOf(numbered.number);
+    MeasureNodes(tree);
+}
 
 // Adds a box with a number that is not there.
 void AddBox(const NumberedBox& added, BoxTree& tree);
 
 // Nothing happens when there is no box with that number.
 void MoveBox(const NumberedBox& moved, BoxTree& tree);
+
+// The numbers of all boxes that touch `box`, but not `except`, in order. False when there are more than
+// `most`: `found` is then of no use.
+bool FindTouching(const Box& box, int32_t except, size_t most, const BoxTree& tree,
+                  std::vector<int32_t>& found);
 
 // The lowest number above `after` whose box touches `box`, but not `except`. -1 when there is none.
 int32_t NextTouching(const Box& box, int32_t after, int32_t except, const BoxTree& tree);

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 constexpr float kLongestStep = 0.2f;    // world units
 constexpr float kMostSteps = 64;        // per move
@@ -46,12 +47,52 @@ static void Shift(int32_t index, Axis axis, float by, WorldBoxes& boxes) {
     ObjectMoved(index, boxes);
 }
 
-static void MoveAlong(int32_t index, Axis axis, float step, WorldBoxes& boxes) {
+namespace {
+
+// The solid objects that a move may meet, found once for all of its steps.
+struct Neighbours {
+    Box region{};  // the mover must lie in it
+    bool areKnown = false;
+    std::vector<int32_t>& numbers;
+};
+
+}  // namespace
+
+static Box Along(const Box& box, Vec3 way) {
+    Box swept = box;
+    Include({box.min + way, box.max + way}, swept);
+    return swept;
+}
+
+// What moves along with the mover, its children, may not be met where it was.
+static Neighbours FindNeighbours(int32_t index, Vec3 displacement, WorldBoxes& boxes) {
+    constexpr float kMargin = 0.05f;  // world units: what pushing out moves sideways and back
+    constexpr size_t kMost = 32;
+    static std::vector<int32_t> numbers;
+    Neighbours found{.numbers = numbers};
+    found.region = Grown(Along(WorldBox(index, boxes), displacement), kMargin);
+    found.areKnown =
+        boxes.objects[index].firstChild < 0 && FindSolids(found.region, index, kMost, boxes, numbers);
+    return found;
+}
+
+// As NextSolid.
+static int32_t NextNeighbour(const Box& mover, int32_t after, int32_t index, const Neighbours& neighbours,
+                             WorldBoxes& boxes) {
+    if (!neighbours.areKnown || !Holds(neighbours.region, mover))
+        return NextSolid(mover, after, index, boxes);
+    for (const int32_t number : neighbours.numbers) {
+        if (number > after && BoxesTouch(WorldBox(number, boxes), mover)) return number;
+    }
+    return -1;
+}
+
+static void MoveAlong(int32_t index, Axis axis, float step, const Neighbours& neighbours, WorldBoxes& boxes) {
     if (step == 0) return;
     Shift(index, axis, step, boxes);
     Box mover = WorldBox(index, boxes);
     int32_t met = -1;
-    while ((met = NextSolid(mover, met, index, boxes)) >= 0) {
+    while ((met = NextNeighbour(mover, met, index, neighbours, boxes)) >= 0) {
         const Box other = WorldBox(met, boxes);
         if (!BlocksAlong(axis, mover, other)) continue;
         const float push = PushOut(axis, step, mover, other);
@@ -71,11 +112,13 @@ void MoveWithCollision(int32_t index, Vec3 displacement, WorldBoxes& boxes) {
         ObjectMoved(index, boxes);
         return;
     }
+    if (displacement == Vec3{}) return;
+    const Neighbours neighbours = FindNeighbours(index, displacement, boxes);
     const int32_t count = StepCount(displacement);
     const auto divisor = static_cast<float>(count);
     for (int32_t i = 0; i < count; ++i) {
-        MoveAlong(index, &Vec3::x, displacement.x / divisor, boxes);
-        MoveAlong(index, &Vec3::y, displacement.y / divisor, boxes);
-        MoveAlong(index, &Vec3::z, displacement.z / divisor, boxes);
+        MoveAlong(index, &Vec3::x, displacement.x / divisor, neighbours, boxes);
+        MoveAlong(index, &Vec3::y, displacement.y / divisor, neighbours, boxes);
+        MoveAlong(index, &Vec3::z, displacement.z / divisor, neighbours, boxes);
     }
 }

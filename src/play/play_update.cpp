@@ -12,6 +12,8 @@
 #include "scene/gameplay_scripts.h"
 #include "scene/selection.h"
 
+#include <utility>
+
 // The Project Hub, outside the game, and the Blueprint editor take the keys for themselves.
 static bool FullScreenPageIsShown() {
     return !editorState.runtimeMode &&
@@ -26,10 +28,13 @@ static void UpdateObject(int32_t index, float dt, PlayPass& pass) {
     if (HasScript(editorState.scene[index], kPlanePrefabSpawner)) SpawnerStep(index, pass);
 }
 
-static void UpdateObjects(float dt) {
-    PlayPass pass;
+// `kept` holds what the boxes of the last frame are good for in the next.
+static void UpdateObjects(float dt, WorldBoxes& kept) {
+    PlayPass pass{.boxes = std::move(kept)};
+    StartPass(pass.boxes);
     pass.objectsBefore = static_cast<int32_t>(editorState.scene.size());
     for (int32_t index = 0; IsObjectIndex(index); ++index) UpdateObject(index, dt, pass);
+    kept = std::move(pass.boxes);
 }
 
 void UpdatePlay(float dt) {
@@ -40,5 +45,10 @@ void UpdatePlay(float dt) {
     FlyWithKeys(dt);
     KeyboardTransformStep(dt);
     editorState.animationTime += dt;
-    if (editorState.playMode) UpdateObjects(dt);
+    static WorldBoxes kept;
+    if (editorState.playMode) {
+        UpdateObjects(dt, kept);
+    } else {
+        kept = {};
+    }
 }

@@ -10,16 +10,28 @@
 
 constexpr float kThinnest = 0.04f;  // world units
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
+constexpr uint64_t kNoMesh = std::numeric_limits<uint64_t>::max();
 
 constexpr MeshVertex kCubeCorners[] = {{{-1, -1, -1}}, {{1, -1, -1}}, {{-1, 1, -1}}, {{1, 1, -1}},
                                        {{-1, -1, 1}},  {{1, -1, 1}},  {{-1, 1, 1}},  {{1, 1, 1}}};
 
-static std::span<const MeshVertex> ShapeOf(const GameObject& object) {
+// Null for an object whose shape is the cube in place of a mesh.
+static const Mesh* MeshOf(const GameObject& object) {
     const auto mesh = static_cast<size_t>(object.meshIndex);
     const bool hasMesh = object.hasShape && object.meshIndex >= 0 && mesh < editorState.meshes.size() &&
                          !editorState.meshes[mesh].vertices.empty();
-    if (hasMesh) return editorState.meshes[mesh].vertices;
-    return kCubeCorners;
+    return hasMesh ? &editorState.meshes[mesh] : nullptr;
+}
+
+static std::span<const MeshVertex> ShapeOf(const GameObject& object) {
+    const Mesh* mesh = MeshOf(object);
+    if (mesh == nullptr) return kCubeCorners;
+    return mesh->vertices;
+}
+
+static uint64_t SerialOf(const GameObject& object) {
+    const Mesh* mesh = MeshOf(object);
+    return mesh == nullptr ? kNoMesh : mesh->measures.serial;
 }
 
 static Box BoxAround(std::span<const MeshVertex> shape, const Matrix4& world) {
@@ -57,17 +69,41 @@ Box WorldBox(int32_t index) {
     return Thickened(BoxAround(ShapeOf(scene[index]), WorldMatrix(scene, index)));
 }
 
+// The place of an object without parent is its position, and its rotation and scale are all that turns it.
+static const Box& ExtentOfRoot(const GameObject& object, TurnedShape& shape) {
+    const uint64_t mesh = SerialOf(object);
+    const bool isSame = shape.mesh != 0 && shape.mesh == mesh && shape.isOfRoot &&
+                        shape.rotation == object.rotation && shape.scale == object.scale;
+    if (!isSame) {
+        const Matrix4 turn = LocalMatrix({}, object.rotation, object.scale);
+        shape = {.rotation = object.rotation,
+                 .scale = object.scale,
+                 .extent = BoxAround(ShapeOf(object), turn),
+                 .mesh = mesh,
+                 .isOfRoot = true};
+    }
+    return shape.extent;
+}
+
+static const Box& ExtentOfChild(const GameObject& object, const Matrix4& world, TurnedShape& shape) {
+    const uint64_t mesh = SerialOf(object);
+    const Matrix4 turn = WithoutTranslation(world);
+    const bool isSame = shape.mesh != 0 && shape.mesh == mesh && !shape.isOfRoot && shape.world == turn;
+    if (!isSame) shape = {.world = turn, .extent = BoxAround(ShapeOf(object), turn), .mesh = mesh};
+    return shape.extent;
+}
+
 // TransformPoint adds the translation last. Rounding is monotone, so the smallest sum belongs to the smallest
 // summand: the translation may as well be added to the extent.
 Box WorldBox(int32_t index, TurnedShape& shape) {
-    const Scene& scene = editorState.scene;
-    const Matrix4 world = WorldMatrix(scene, index);
-    const Vec3 place = Translation(world);
-    if (!IsFinite(place)) return Thickened(BoxAround(ShapeOf(scene[index]), world));
-
-    const Matrix4 turn = WithoutTranslation(world);
-    if (!shape.isKnown || shape.world != turn) {
-        shape = {turn, BoxAround(ShapeOf(scene[index]), turn), true};
+    const GameObject& object = editorState.scene[index];
+    if (object.parentIndex < 0 && IsFinite(object.position)) {
+        const Box& extent = ExtentOfRoot(object, shape);
+        return Thickened({extent.min + object.position, extent.max + object.position});
     }
-    return Thickened({shape.extent.min + place, shape.extent.max + place});
+    const Matrix4 world = WorldMatrix(editorState.scene, index);
+    const Vec3 place = Translation(world);
+    if (!IsFinite(place)) return Thickened(BoxAround(ShapeOf(object), world));
+    const Box& extent = ExtentOfChild(object, world, shape);
+    return Thickened({extent.min + place, extent.max + place});
 }

@@ -7,12 +7,14 @@
 
 #include <cstdint>
 
-// The extent of an object's shape under the upper 3 x 3 of a world matrix, so that a shape that only moves
-// need not be walked again.
+// The extent of an object's shape, turned and scaled, so that a shape that only moves need not be walked
+// again.
 struct TurnedShape {
-    Matrix4 world{};  // whose translation does not matter
-    Box extent{};     // around the shape, seen from the translation
-    bool isKnown = false;
+    Vec3 rotation{}, scale{};  // of an object without parent
+    Matrix4 world{};           // of one with parents; its translation does not matter
+    Box extent{};              // around the shape, seen from the translation
+    uint64_t mesh = 0;  // the serial of its mesh, kNoMesh for the cube in place of one; 0: nothing is known
+    bool isOfRoot = false;
 };
 
 // The box around an object's mesh, or around its cube of edge 2 when it has no Shape or no mesh. Every side

@@ -3,6 +3,7 @@
 #include "scene/editor_state.h"
 #include "scene/selection.h"
 
+#include <algorithm>
 #include <limits>
 
 constexpr float kNotANumber = std::numeric_limits<float>::quiet_NaN();
@@ -73,14 +74,44 @@ static void KeepUpWithScene(WorldBoxes& boxes) {
     }
 }
 
+void StartPass(WorldBoxes& boxes) {
+    if (boxes.objects.size() != editorState.scene.size()) {
+        boxes = {};
+        return;
+    }
+    for (CachedBox& cached : boxes.objects) cached = {.shape = cached.shape};
+    boxes.hasTree = false;
+    boxes.late.clear();
+    boxes.visits = 0;
+    boxes.meshCount = editorState.meshes.size();
+    boxes.dependsOnCount = false;
+    TakeIn(0, boxes);
+}
+
+// True when the tree of an earlier pass holds the solid objects of this one and no others.
+static bool HoldsExactly(const std::vector<NumberedBox>& solids, const BoxTree& tree) {
+    if (tree.boxes.size() != solids.size() || tree.leaves.size() != solids.size()) return false;
+    return std::ranges::all_of(solids, [&tree](const NumberedBox& solid) {
+        const auto number = static_cast<size_t>(solid.number);
+        return number < tree.slots.size() && tree.slots[number] >= 0;
+    });
+}
+
 static void MakeTree(WorldBoxes& boxes) {
+    constexpr int32_t kOldest = 60;  // passes after which neighbours may have parted
     std::vector<NumberedBox> solids;
     for (int32_t i = 0; i < ObjectCount(); ++i) {
         if (!IsSolid(i)) continue;
         RefreshBox(i, boxes);
         solids.push_back({boxes.objects[i].box, i});
     }
-    boxes.solids = BuildBoxTree(std::move(solids));
+    if (boxes.treeAge < kOldest && HoldsExactly(solids, boxes.solids)) {
+        RefitBoxTree(boxes.solids, [&boxes](int32_t number) { return boxes.objects[number].box; });
+        ++boxes.treeAge;
+    } else {
+        boxes.solids = BuildBoxTree(std::move(solids));
+        boxes.treeAge = 0;
+    }
     boxes.hasTree = true;
 }
 
@@ -133,6 +164,11 @@ const std::vector<int32_t>& SubtreeOf(int32_t index, WorldBoxes& boxes) {
 
 void ObjectMoved(int32_t index, WorldBoxes& boxes) {
     if (boxes.objects.empty()) return;
+    KeepUpWithScene(boxes);
+    if (boxes.objects[index].firstChild < 0) {
+        Outdate(index, boxes);
+        return;
+    }
     for (const int32_t moved : SubtreeOf(index, boxes)) Outdate(moved, boxes);
 }
 
@@ -144,4 +180,10 @@ int32_t NextSolid(const Box& box, int32_t after, int32_t except, WorldBoxes& box
     KeepUpWithScene(boxes);
     RefreshTree(except, boxes);
     return NextTouching(box, after, except, boxes.solids);
+}
+
+bool FindSolids(const Box& box, int32_t except, size_t most, WorldBoxes& boxes, std::vector<int32_t>& found) {
+    KeepUpWithScene(boxes);
+    RefreshTree(except, boxes);
+    return FindTouching(box, except, most, boxes.solids, found);
 }

@@ -23,13 +23,17 @@ struct CachedBox {
 struct WorldBoxes {
     std::vector<CachedBox> objects{};  // by object index
     BoxTree solids{};                  // boxes of the objects that others bump into
-    bool hasTree = false;              // made when it is first asked for
+    bool hasTree = false;              // made, or brought up to date, when it is first asked for
+    int32_t treeAge = 0;               // passes since it was made
     std::vector<int32_t> late{};       // solid objects whose box in the tree may be out of date
     std::vector<int32_t> subtree{};    // what SubtreeOf returned last
     uint32_t visits = 0;
     size_t meshCount = 0;         // of the library, when the boxes were computed
     bool dependsOnCount = false;  // damaged parents: an added object may change older boxes
 };
+
+// To be called before a pass: keeps what costs least to check again of what an earlier pass found out.
+void StartPass(WorldBoxes& boxes);
 
 // True for what others bump into: active, with Collision, Shape and a mesh.
 bool IsSolid(int32_t index);
@@ -46,3 +50,7 @@ void ActiveChanged(int32_t index, WorldBoxes& boxes);
 // The first solid object behind `after` in scene order whose box touches `box`, but not `except`. -1 when
 // there is none.
 int32_t NextSolid(const Box& box, int32_t after, int32_t except, WorldBoxes& boxes);
+
+// The solid objects whose boxes touch `box`, but not `except`, in scene order. False when there are more than
+// `most`: `found` is then of no use.
+bool FindSolids(const Box& box, int32_t except, size_t most, WorldBoxes& boxes, std::vector<int32_t>& found);

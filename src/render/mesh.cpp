@@ -53,7 +53,8 @@ MeshBounds BoundsOf(const Mesh& mesh) {
 }
 
 void MeasureMesh(Mesh& mesh) {
-    MeshMeasures measures;
+    static uint64_t lastSerial = 0;
+    MeshMeasures measures{.serial = ++lastSerial};
     const size_t padded = (mesh.triangles.size() + 7) / 8 * 8;
     for (auto* values : {&measures.normalX, &measures.normalY, &measures.normalZ, &measures.offset})
         values->assign(padded, 0);

@@ -27,6 +27,14 @@ static int32_t NextPlainly(const Box& box, int32_t after, int32_t except,
     return next;
 }
 
+static std::vector<int32_t> AllPlainly(const Box& box, int32_t except,
+                                       const std::vector<NumberedBox>& boxes) {
+    std::vector<int32_t> all;
+    int32_t next = -1;
+    while ((next = NextPlainly(box, next, except, boxes)) >= 0) all.push_back(next);
+    return all;
+}
+
 TEST_CASE("a tree of boxes finds what a walk over all of them finds, also as they move and more are added") {
     RandomSource random(7);
     for (const int32_t count : {0, 1, 4, 5, 40, 300}) {
@@ -50,6 +58,33 @@ TEST_CASE("a tree of boxes finds what a walk over all of them finds, also as the
             const int32_t after = random.IntBetween(-1, 3 * count), except = random.IntBetween(-1, 3 * count);
             CAPTURE(round);
             REQUIRE(NextTouching(box, after, except, tree) == NextPlainly(box, after, except, boxes));
+            const std::vector<int32_t> all = AllPlainly(box, except, boxes);
+            std::vector<int32_t> found;
+            const auto most = static_cast<size_t>(random.IntBetween(0, 20));
+            REQUIRE(FindTouching(box, except, most, tree, found) == (all.size() <= most));
+            REQUIRE(FindTouching(box, except, 1000, tree, found));
+            REQUIRE(found == all);
+        }
+    }
+}
+
+TEST_CASE("a tree whose boxes all got new places finds what a walk over them finds") {
+    RandomSource random(11);
+    for (const int32_t count : {1, 4, 5, 40, 300}) {
+        std::vector<NumberedBox> boxes;
+        for (int32_t i = 0; i < count; ++i) boxes.push_back({RandomBox(random), i});
+        BoxTree tree = BuildBoxTree(boxes);
+        for (int32_t round = 0; round < 100; ++round) {
+            for (NumberedBox& moved : boxes) {
+                if (!random.OneIn(3)) moved.box = RandomBox(random);
+            }
+            RefitBoxTree(tree, [&boxes](int32_t number) { return boxes[static_cast<size_t>(number)].box; });
+            const Box box = RandomBox(random);
+            std::vector<int32_t> found;
+            CAPTURE(round);
+            REQUIRE(NextTouching(box, -1, -1, tree) == NextPlainly(box, -1, -1, boxes));
+            REQUIRE(FindTouching(box, -1, 1000, tree, found));
+            REQUIRE(found == AllPlainly(box, -1, boxes));
         }
     }
 }

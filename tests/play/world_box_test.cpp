@@ -1,6 +1,7 @@
 #include "play/world_boxes.h"
 
 #include "support/game.h"
+#include "support/random_scene.h"
 
 #include "doctest/doctest.h"
 
@@ -83,4 +84,62 @@ TEST_CASE("a kept box follows its object and those above it") {
     WorldBox(2, damaged);
     ObjectMoved(2, damaged);
     CHECK(SubtreeOf(2, damaged) == std::vector<int32_t>{2});
+}
+
+// Anything that an editor may do to an object between two frames.
+static void ChangeObject(RandomSource& random, int32_t index) {
+    GameObject& object = Object(index);
+    const auto number = [&random] { return random.Between(-4, 4); };
+    switch (random.IntBetween(0, 8)) {
+        case 0: object.position = {number(), number(), number()}; break;
+        case 1: object.rotation.y = number(); break;
+        case 2: object.scale.x = random.OneIn(5) ? 0.0f : number(); break;
+        case 3: object.meshIndex = random.IntBetween(-1, kBuiltinMeshCount); break;
+        case 4: object.active = !object.active; break;
+        case 5: object.hasCollision = !object.hasCollision; break;
+        case 6: object.hasShape = !object.hasShape; break;
+        case 7: object.parentIndex = random.IntBetween(-1, index - 1); break;
+        default: object.position.x = std::numeric_limits<float>::infinity(); break;
+    }
+}
+
+static void CheckAgainstPlain(WorldBoxes& boxes, const Box& reach) {
+    std::vector<int32_t> expected, found;
+    for (int32_t i = 0; i < static_cast<int32_t>(editorState.scene.size()); ++i) {
+        const Box plain = WorldBox(i), kept = WorldBox(i, boxes);
+        REQUIRE(BoxesTouch(plain, reach) == BoxesTouch(kept, reach));
+        REQUIRE((plain.min == kept.min || plain.min.x != plain.min.x));
+        REQUIRE((plain.max == kept.max || plain.max.x != plain.max.x));
+        if (IsSolid(i) && BoxesTouch(plain, reach)) expected.push_back(i);
+    }
+    REQUIRE(FindSolids(reach, -1, 1000, boxes, found));
+    REQUIRE(found == expected);
+    REQUIRE(NextSolid(reach, -1, -1, boxes) == (expected.empty() ? -1 : expected.front()));
+}
+
+TEST_CASE("what is kept from frame to frame is what each frame would find, whatever changes in between") {
+    constexpr uint32_t kSeed = 60221;
+    INFO("seed ", kSeed);
+    RandomSource random(kSeed);
+    WorldBoxes boxes;
+    std::vector<GameObject> objects;
+    for (int32_t i = 0; i < 30; ++i) {
+        objects.push_back({.position{random.Between(-9, 9), 0, random.Between(-9, 9)},
+                           .meshIndex = i % kBuiltinMeshCount,
+                           .parentIndex = random.OneIn(4) ? random.IntBetween(-1, i - 1) : -1,
+                           .hasCollision = true});
+    }
+    StartGame(objects);
+    for (int32_t frame = 0; frame < 400; ++frame) {
+        CAPTURE(frame);
+        const auto last = static_cast<int32_t>(editorState.scene.size()) - 1;
+        for (int32_t i = random.IntBetween(0, 3); i > 0; --i)
+            ChangeObject(random, random.IntBetween(0, last));
+        if (random.OneIn(40)) std::swap(editorState.meshes[kCubeMesh], editorState.meshes[kCapsuleMesh]);
+        if (random.OneIn(40)) editorState.scene.push_back(Object(0));
+        if (random.OneIn(60)) editorState.scene.pop_back();
+        StartPass(boxes);
+        const Vec3 place{random.Between(-9, 9), 0, random.Between(-9, 9)};
+        CheckAgainstPlain(boxes, Grown({place, place}, random.Between(0, 6)));
+    }
 }

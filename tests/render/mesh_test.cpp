@@ -20,6 +20,17 @@ TEST_CASE("a mesh is measured: planes padded to eight, reach, longest edge and b
     CHECK(m.bounds.halfSize == Vec4{2, 1.5f, 0, 0});
 }
 
+TEST_CASE("every measured mesh has a number of its own, which its copies share") {
+    Mesh a, b;
+    CHECK(a.measures.serial == 0);
+    MeasureMesh(a);
+    MeasureMesh(b);
+    const Mesh copy = a;
+    CHECK(a.measures.serial != 0);
+    CHECK(a.measures.serial != b.measures.serial);
+    CHECK(copy.measures.serial == a.measures.serial);
+}
+
 TEST_CASE("a mesh without triangles or vertices is measured as nothing") {
     Mesh mesh;
     MeasureMesh(mesh);
