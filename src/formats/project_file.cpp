@@ -35,6 +35,17 @@ bool IsProjectFolder(const std::wstring& path) {
            KindOfPath(JoinPath(path, kFilesFolderName)) == PathKind::Folder;
 }
 
+static bool MayBeFolder(const std::wstring& path) {
+    const PathKind kind = KindOfPath(path);
+    return kind == PathKind::Folder || kind == PathKind::Unknown;
+}
+
+bool MayBeProjectFolder(const std::wstring& path) {
+    if (!MayBeFolder(path)) return false;
+    return KindOfPath(JoinPath(path, kProjectFileName)) != PathKind::Missing ||
+           MayBeFolder(JoinPath(path, kFilesFolderName));
+}
+
 static bool WriteInto(const std::wstring& folder, const std::wstring& relativeScenePath) {
     MakeFolders(folder);
 

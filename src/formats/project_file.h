@@ -12,6 +12,10 @@ std::wstring MainScenePath(const std::wstring& filesRoot);
 // True for a folder that holds a "project.zel" of any kind, or a folder "Files".
 bool IsProjectFolder(const std::wstring& path);
 
+// False only where the disk says that it is none. A disk that does not tell, for want of rights or by a
+// failure, takes no project off a list.
+bool MayBeProjectFolder(const std::wstring& path);
+
 // Writes "project.zel" into `folder`, which is made when it is missing: the current scene's path relative to
 // it, and a copy of the open scene. False, with the old file as it was, when it cannot be written.
 bool WriteProjectFile(const std::wstring& folder);

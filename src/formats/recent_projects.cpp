@@ -63,7 +63,7 @@ void LoadRecentProjects() {
     while (projects.size() < kMaxRecentProjects && NextLine(file, kRecentLineBuffer, line)) {
         if (line.empty()) continue;
         const std::wstring fullPath = AbsolutePath(std::wstring(line));
-        if (!IsProjectFolder(fullPath) || FindProject(fullPath) != projects.end()) continue;
+        if (!MayBeProjectFolder(fullPath) || FindProject(fullPath) != projects.end()) continue;
         projects.push_back(EntryFor(fullPath));
     }
     if (projects.empty()) AddRecentProject(L"Project");
@@ -74,7 +74,7 @@ void LoadRecentProjects() {
 void SaveRecentProjects() {
     std::wstring text;
     for (const RecentProject& project : editorState.recentProjects) {
-        if (IsProjectFolder(project.path)) text += project.path + L"\n";
+        if (MayBeProjectFolder(project.path)) text += project.path + L"\n";
     }
     WriteTextFile(ListFile(), text);
 }

@@ -255,3 +255,22 @@ TEST_CASE("a list that cannot be saved keeps its old file and says nothing") {
     CHECK(FileBytes(ListPath(folder)) == "old");
     CHECK(editorState.statusMessage == status);
 }
+
+TEST_CASE("a disk that does not tell about a project takes it off no list") {
+    const ScratchFolder folder;
+    AnswerFoldersIn(folder);
+    const PathList listed{MakeProject(folder, L"A"), MakeProject(folder, L"B")};
+    for (const auto use : {LoadRecentProjects, SaveRecentProjects}) {
+        for (int32_t step = 1; step < 12; ++step) {
+            CAPTURE(step);
+            PutFile(ListPath(folder), ListOf(listed));
+            LoadRecentProjects();
+            fileFaults = {.failStep = step};
+            use();
+            fileFaults = {};
+            const bool listWasRead = !Paths().empty();  // else it is written anew
+            if (listWasRead) CHECK(Paths() == listed);
+            if (listWasRead) CHECK(FileBytes(ListPath(folder)) == ListOf(listed));
+        }
+    }
+}
