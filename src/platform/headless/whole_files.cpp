@@ -3,7 +3,6 @@
 #include "platform/headless/fault_injection.h"
 #include "platform/headless/native_path.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
@@ -55,14 +54,7 @@ static bool FlushToDisk(std::FILE* file) {
 // Writes what the faults let through. True when that is everything.
 static bool Write(std::FILE* file, std::string_view bytes) {
     if (!TakeFileStep()) return false;
-    size_t allowed = bytes.size();
-    if (fileFaults.writtenAtOnce >= 0) {
-        allowed = std::min(allowed, static_cast<size_t>(fileFaults.writtenAtOnce));
-    }
-    if (fileFaults.freeBytes >= 0) {
-        allowed = std::min(allowed, static_cast<size_t>(fileFaults.freeBytes));
-        fileFaults.freeBytes -= static_cast<int64_t>(allowed);
-    }
+    const size_t allowed = TakeWrite(bytes.size());
     return std::fwrite(bytes.data(), 1, allowed, file) == bytes.size();
 }
 
