@@ -18,20 +18,22 @@ struct FolderEntry {
     friend bool operator==(const FolderEntry&, const FolderEntry&) = default;
 };
 
-// What stands at `path`. Unknown where the disk does not say, for want of rights or by a failure: something may
-// stand there. Whoever is about to write takes Missing alone for free.
+// What stands at `path`. Unknown where the disk does not say, for want of rights or by a failure: something
+// may stand there. Whoever is about to write takes Missing alone for free.
 PathKind KindOfPath(const std::wstring& path);
 
 // The whole file. False when it cannot be opened or read to its end; `bytes` is then empty.
 bool ReadWholeFile(const std::wstring& path, std::string& bytes);
 
 // Puts `bytes` in place of the file at `path` so that a crash leaves the old file or the new one, never a
-// part: a temporary file beside it is written, flushed to the disk and renamed over it. Where the folder
-// takes no temporary file, or the target cannot be replaced but can be written, it is written in place as a
-// last resort, which a crash may cut short; a complete temporary file stays beside it until that is flushed.
-// A full disk never leads there. False when neither works; the old file then stands as it was, its bytes put
-// back if need be. No temporary file remains, except where not even that succeeded: it is then the only whole
-// file. A crash may leave one too. The folder must exist.
+// part: a temporary file beside it ("~....tmp") is written, flushed to the disk and renamed over it. Where
+// the folder takes no temporary file, or the target cannot be replaced but can be written, it is written in
+// place as a last resort, which a crash may cut short; the complete new bytes stay beside it as "~....whole"
+// until that is flushed. A full disk never leads there. False when neither works; the old file then stands as
+// it was, its bytes put back if need be. No file of these remains, except where not even that succeeded:
+// "~....whole" is then the only whole file. A crash may leave one; the next save into the folder that
+// succeeds removes every
+// "~....tmp" of a process that has ended, and no "~....whole". The folder must exist.
 bool WriteWholeFile(const std::wstring& path, std::string_view bytes);
 
 // Copies a file's bytes, and whether it is read-only, over `to`. Not in one step: where it fails half way, or

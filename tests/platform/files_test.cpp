@@ -113,7 +113,7 @@ static std::vector<int32_t> stepsWithCopy;
 static void NoteCopyBeside() {
     for (const auto& entry : std::filesystem::directory_iterator(watchedFolder)) {
         const bool isCopy =
-            entry.path().extension() == ".tmp" && FileBytes(ProgramPath(entry.path())) == "new";
+            entry.path().filename() != "a.txt" && FileBytes(ProgramPath(entry.path())) == "new";
         if (isCopy) stepsWithCopy.push_back(fileFaults.steps);
     }
 }
@@ -130,6 +130,22 @@ TEST_CASE("a file that is written in place has its complete copy beside it until
     fileFaults = {};
     CHECK(stepsWithCopy == std::vector<int32_t>{4, 5, 6, 7});
     CHECK(NamesIn(folder.path) == Names{L"a.txt"});
+}
+
+TEST_CASE("a save that succeeds removes what broken off saves have left, and no whole copy") {
+    for (const int32_t failStep : {0, 4}) {  // renamed over the target, or written into it
+        const ScratchFolder folder;
+        PutFile(folder / L"a.txt", "old");
+        PutFile(folder / L"~save0.tmp", "a part");
+        PutFile(folder / L"~save1.tmp", "");
+        PutFile(folder / L"~save0.whole", "the only whole file");
+        fileFaults = {.failStep = failStep};
+        CHECK(WriteWholeFile(folder / L"a.txt", "new"));
+        fileFaults = {};
+        CHECK(FileBytes(folder / L"a.txt") == "new");
+        CHECK(FileBytes(folder / L"~save0.whole") == "the only whole file");
+        CHECK(NamesIn(folder.path) == Names{L"a.txt", L"~save0.whole"});
+    }
 }
 
 TEST_CASE("a file that cannot have a copy beside it is written in place") {

@@ -15,6 +15,9 @@
 
 namespace fs = std::filesystem;
 
+constexpr const char* kTemporary = ".tmp";
+constexpr const char* kKept = ".whole";  // the temporary file while the target is written over
+
 namespace {
 struct CloseFile {
     void operator()(std::FILE* file) const { std::fclose(file); }
@@ -69,14 +72,22 @@ static bool Read(const fs::path& path, std::string& bytes) {
     return std::ferror(file.get()) == 0;
 }
 
+static fs::path NameBeside(const fs::path& target, int32_t number, const char* extension) {
+    return target.parent_path() / ("~save" + std::to_string(number) + extension);
+}
+
 // A name beside the target that is free. Its length does not depend on the target's.
-static fs::path TemporaryPath(const fs::path& target) {
+static fs::path FreeNameBeside(const fs::path& target, const char* extension) {
     std::error_code error;
-    fs::path path;
-    for (int32_t n = 0; path.empty() || fs::exists(path, error); ++n) {
-        path = target.parent_path() / ("~save" + std::to_string(n) + ".tmp");
-    }
-    return path;
+    int32_t number = 0;
+    while (fs::exists(NameBeside(target, number, extension), error)) ++number;
+    return NameBeside(target, number, extension);
+}
+
+// What saves that were broken off have left.
+static void RemoveLeftovers(const fs::path& target) {
+    std::error_code error;
+    for (int32_t number = 0; fs::remove(NameBeside(target, number, kTemporary), error); ++number) continue;
 }
 
 static bool WriteTemporary(const fs::path& path, std::string_view bytes) {
@@ -94,6 +105,15 @@ static bool Replace(const fs::path& target, const fs::path& temporary) {
     if (fs::exists(old)) fs::permissions(temporary, old.permissions(), error);
     error.clear();
     fs::rename(temporary, target, error);
+    return !error;
+}
+
+// Renames the complete temporary file, so that nobody takes it for a leftover.
+static bool Keep(const fs::path& target, fs::path& temporary) {
+    const fs::path kept = FreeNameBeside(target, kKept);
+    std::error_code error;
+    fs::rename(temporary, kept, error);
+    if (!error) temporary = kept;
     return !error;
 }
 
@@ -140,17 +160,22 @@ bool WriteWholeFile(const std::wstring& path, std::string_view bytes) {
         if (!fs::is_regular_file(status) || !IsWritable(status)) return false;
     }
 
-    const fs::path temporary = TemporaryPath(target);
+    fs::path temporary = FreeNameBeside(target, kTemporary);
     const bool isSafe = WriteTemporary(temporary, bytes);
     if (!isSafe && fs::exists(temporary, error)) {
         fs::remove(temporary, error);
         return false;  // what has no room for a copy is not overwritten
     }
-    if (isSafe && Replace(target, temporary)) return true;
+    if (isSafe && Replace(target, temporary)) {
+        RemoveLeftovers(target);
+        return true;
+    }
 
-    const Target result = fs::exists(status) ? WriteInPlace(target, bytes) : Target::Old;
+    const bool mayOverwrite = fs::exists(status) && (!isSafe || Keep(target, temporary));
+    const Target result = mayOverwrite ? WriteInPlace(target, bytes) : Target::Old;
     // Kept while the target holds a part: then it is the only whole file.
     if (isSafe && result != Target::Damaged) fs::remove(temporary, error);
+    if (result == Target::New) RemoveLeftovers(target);
     return result == Target::New;
 }
 

@@ -2,6 +2,7 @@
 #include "platform/windows/file_bytes.h"
 #include "platform/windows/file_handle.h"
 #include "platform/windows/system_path.h"
+#include "platform/windows/temporary_file.h"
 
 #include <windows.h>
 
@@ -40,13 +41,6 @@ static std::wstring FollowLink(const std::wstring& path) {
     if (length == 0 || length >= size) return path;
     target.resize(length);
     return target;
-}
-
-// A name of its own length, so that a file with the longest possible name has room beside it too.
-static std::wstring TemporaryName(const std::wstring& target, int32_t attempt) {
-    const size_t folderEnd = target.find_last_of(L"\\/:") + 1;  // 0 without a folder
-    const std::wstring number = std::to_wstring(GetCurrentProcessId()) + L"_" + std::to_wstring(attempt);
-    return target.substr(0, folderEnd) + L"~zel" + number + L".tmp";
 }
 
 // The new bytes in a file beside the target, down to the disk.
@@ -112,10 +106,15 @@ bool WriteWholeFile(const std::wstring& path, std::string_view bytes) {
     std::wstring temporary;
     const Copy copy = WriteTemporaryFile(target, newAttributes, bytes, temporary);
     if (copy == Copy::Failed) return false;  // what has no room for a copy is not overwritten
-    if (copy == Copy::Safe && Replace(target, temporary)) return true;
+    if (copy == Copy::Safe && Replace(target, temporary)) {
+        RemoveLeftovers(target);
+        return true;
+    }
 
-    const Target result = exists ? OverwriteInPlace(target, bytes) : Target::Old;
+    const bool mayOverwrite = exists && (copy != Copy::Safe || KeepTemporaryFile(target, temporary));
+    const Target result = mayOverwrite ? OverwriteInPlace(target, bytes) : Target::Old;
     // Kept while the target holds a part: then it is the only whole file.
     if (copy == Copy::Safe && result != Target::Damaged) DeleteFileW(temporary.c_str());
+    if (result == Target::New) RemoveLeftovers(target);
     return result == Target::New;
 }

@@ -6,6 +6,8 @@
 
 #include <windows.h>
 
+#include <algorithm>
+
 namespace {
 
 // A file that another program keeps open.
@@ -176,14 +178,59 @@ TEST_CASE("a file with the longest possible name is saved twice") {
     CHECK(EntriesOf(folder.Path()).size() == 1);
 }
 
-TEST_CASE("a leftover of a save that was broken off is not in the way") {
+// As a save of the process names it.
+static std::wstring LeftoverOf(DWORD process, const std::wstring& rest = L"_0.tmp") {
+    return L"~zel" + std::to_wstring(process) + rest;
+}
+
+TEST_CASE("a save that succeeds removes what saves of ended programs have left, and nothing else") {
     const TestFolder folder;
-    const std::wstring leftover = L"~zel" + std::to_wstring(GetCurrentProcessId()) + L"_0.tmp";
-    REQUIRE(WriteWholeFile(folder / L"a.txt", "one"));
-    REQUIRE(CopyWholeFile(folder / L"a.txt", folder / leftover));
-    CHECK(WriteWholeFile(folder / L"a.txt", "two"));
-    CHECK(Bytes(folder / L"a.txt") == "two");
-    CHECK(Bytes(folder / leftover) == "one");
+    const DWORD own = GetCurrentProcessId();
+    constexpr DWORD kNobody = 0xFFFFFFFC;
+    const NameList others{LeftoverOf(own, L"_0.whole"),
+                          LeftoverOf(own, L"_0.tmp.txt"),
+                          LeftoverOf(own, L"_.tmp"),
+                          LeftoverOf(own, L"_0_0.tmp"),
+                          L"a.txt",
+                          L"~zel.tmp",
+                          L"~zel99999999999999999999_0.tmp",
+                          L"~zelda_0.tmp"};
+    for (const std::wstring& name : others) REQUIRE(WriteWholeFile(folder / name, "kept"));
+    for (const DWORD process : {own, kNobody}) {
+        REQUIRE(CopyWholeFile(folder / L"a.txt", folder / LeftoverOf(process)));
+        REQUIRE(CopyWholeFile(folder / L"a.txt", folder / LeftoverOf(process, L"_17.tmp")));
+    }
+    CHECK(WriteWholeFile(folder / L"a.txt", "new"));
+    CHECK(Bytes(folder / L"a.txt") == "new");
+    NameList sorted = others;
+    std::ranges::sort(sorted);
+    CHECK(Names(folder.Path()) == sorted);
+}
+
+TEST_CASE("a temporary file of a program that runs stays, and so does one that is open") {
+    const TestFolder folder;
+    PROCESS_INFORMATION other{};
+    STARTUPINFOW start{.cb = sizeof start};
+    std::wstring command = L"cmd.exe /c pause";  // waits for a key that never comes
+    REQUIRE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, CREATE_NEW_CONSOLE, nullptr,
+                           nullptr, &start, &other));
+    const std::wstring theirs = folder / LeftoverOf(other.dwProcessId);
+    REQUIRE(WriteWholeFile(theirs, "in use"));
+    CHECK(WriteWholeFile(folder / L"a.txt", "one"));
+    CHECK(Bytes(theirs) == "in use");
+
+    REQUIRE(TerminateProcess(other.hProcess, 0));
+    REQUIRE(WaitForSingleObject(other.hProcess, 10'000) == WAIT_OBJECT_0);
+    CHECK(
+        WriteWholeFile(folder / L"a.txt", "two"));  // the process has ended, though it can still be asked for
+    CHECK(Names(folder.Path()) == NameList{L"a.txt"});
+    CloseHandle(other.hThread);
+    CloseHandle(other.hProcess);
+
+    REQUIRE(CopyWholeFile(folder / L"a.txt", theirs));
+    const HeldFile holder(theirs, 0);
+    CHECK(WriteWholeFile(folder / L"a.txt", "three"));
+    CHECK(Names(folder.Path()) == NameList{L"a.txt", theirs.substr(theirs.rfind(L'\\') + 1)});
 }
 
 TEST_CASE("paths far beyond 260 characters work like short ones") {
