@@ -8,6 +8,7 @@
 #include "scene/status.h"
 
 #include <algorithm>
+#include <new>
 #include <string_view>
 
 constexpr size_t kObjPiece = 1023;         // bytes of a line that are read at once, its end included
@@ -84,7 +85,7 @@ static void AppendToLibrary(Mesh mesh, const std::wstring& fullPath) {
     editorState.meshSources.push_back(fullPath);
 }
 
-bool ReadObjFile(const std::wstring& path, Mesh& mesh) {
+static bool ReadModel(const std::wstring& path, Mesh& mesh) {
     std::string bytes;
     if (!ReadWholeFile(path, bytes)) return false;
     std::string_view rest = bytes;
@@ -101,6 +102,14 @@ bool ReadObjFile(const std::wstring& path, Mesh& mesh) {
     MeasureMesh(model);
     mesh = std::move(model);
     return true;
+}
+
+bool ReadObjFile(const std::wstring& path, Mesh& mesh) {
+    try {
+        return ReadModel(path, mesh);
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
 }
 
 KnownModels ModelsInLibrary() {

@@ -3,14 +3,19 @@
 #include "formats/object_line.h"
 #include "scene/hierarchy.h"
 
+#include <new>
 #include <vector>
 
 bool LoadPrefab(const std::wstring& path, Scene& objects) {
     objects.clear();
-    TextFile file;
-    if (!ReadTextFile(path, file)) return false;
-    objects = ReadObjects(file);
-    return true;
+    try {
+        TextFile file;
+        if (!ReadTextFile(path, file)) return false;
+        objects = ReadObjects(file);
+        return true;
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
 }
 
 bool WritePrefab(const std::wstring& path, std::span<const GameObject> objects) {

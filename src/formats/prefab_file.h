@@ -8,7 +8,8 @@
 #include <string>
 
 // Reads the objects of a prefab as a scene's are read, and loads the models and images that they name. A file
-// without objects gives none. False, with no objects, when the file cannot be read.
+// without objects gives none. False, with no objects, when the file cannot be read or memory does not
+// suffice.
 bool LoadPrefab(const std::wstring& path, Scene& objects);
 
 // Writes a prefab, and makes the folder of `path` first. A parent index that names none of the objects is

@@ -6,11 +6,13 @@
 #include "formats/text_file.h"
 #include "platform/files.h"
 #include "scene/editor_state.h"
+#include "scene/file_name.h"
 
 #include <algorithm>
 #include <string_view>
 
 constexpr size_t kProjectLineBuffer = 4096;
+constexpr std::wstring_view kForbiddenInNames = L":*?\"<>|";  // of Windows, beside the separators
 
 // The path in the file's first CURRENT_SCENE line, as stored. False without such a line.
 static bool FindCurrentScene(TextFile& file, std::wstring& stored) {
@@ -77,13 +79,26 @@ bool WriteCurrentScenePath() {
     return WriteWholeFile(projectFile, bytes);
 }
 
+// A stored path of plain names: none of them leads upwards, to another drive or a device. The file that a
+// project names is written by the next save, wherever the project came from.
+static bool StaysInProject(std::wstring_view stored) {
+    while (!stored.empty()) {
+        const size_t end = std::min(stored.find_first_of(L"\\/"), stored.size());
+        const std::wstring name(stored.substr(0, end));
+        if (!IsUsableFileName(name) || name.find_first_of(kForbiddenInNames) != std::wstring::npos)
+            return false;
+        stored.remove_prefix(std::min(end + 1, stored.size()));
+    }
+    return true;
+}
+
 bool ReadProjectFile(const std::wstring& folder) {
     const std::wstring projectFile = JoinPath(folder, kProjectFileName);
     TextFile file;
     if (!ReadTextFile(projectFile, file)) return false;
 
     std::wstring stored;
-    if (FindCurrentScene(file, stored)) {
+    if (FindCurrentScene(file, stored) && StaysInProject(stored)) {
         const std::wstring scenePath = JoinPath(folder, stored);
         if (KindOfPath(scenePath) == PathKind::File && LoadScene(scenePath)) {
             editorState.scenePath = scenePath;

@@ -6,6 +6,9 @@
 #include "scene/editor_state.h"
 
 #include <algorithm>
+#include <new>
+#include <utility>
+#include <vector>
 
 constexpr std::wstring_view kHeader = L"ZELENGINE_SCENE\t1";
 
@@ -17,10 +20,29 @@ bool SceneEqualsFile(const std::wstring& path) {
     return bytes == TextFileBytes(ObjectFileText(kHeader, editorState.scene));
 }
 
-bool LoadScene(const std::wstring& path) {
-    TextFile file;
-    if (!ReadTextFile(path, file)) return false;
+namespace {
 
+// What a load replaces.
+struct OpenScene {
+    Scene scene{};
+    std::vector<Mesh> meshes{};
+    std::vector<std::wstring> meshNames{}, meshSources{};
+    std::vector<TextureImage> textures{};
+    int32_t selectedIndex = 0;
+};
+
+}  // namespace
+
+static void Exchange(OpenScene& other) {
+    std::swap(editorState.scene, other.scene);
+    std::swap(editorState.meshes, other.meshes);
+    std::swap(editorState.meshNames, other.meshNames);
+    std::swap(editorState.meshSources, other.meshSources);
+    std::swap(editorState.textures, other.textures);
+    std::swap(editorState.selectedIndex, other.selectedIndex);
+}
+
+static void ReadScene(TextFile& file) {
     // First, because the objects add their models and images to the fresh libraries.
     resetScene(true);
     Scene scene = ReadObjects(file);
@@ -31,5 +53,19 @@ bool LoadScene(const std::wstring& path) {
     }
     const auto last = static_cast<int32_t>(editorState.scene.size()) - 1;
     editorState.selectedIndex = std::min(editorState.selectedIndex, last);
-    return true;
+}
+
+bool LoadScene(const std::wstring& path) {
+    OpenScene before;
+    Exchange(before);
+    try {
+        TextFile file;
+        if (ReadTextFile(path, file)) {
+            ReadScene(file);
+            return true;
+        }
+    } catch (const std::bad_alloc&) {  // a file too large for the machine is one that cannot be read
+    }
+    Exchange(before);
+    return false;
 }

@@ -13,5 +13,5 @@ bool SceneEqualsFile(const std::wstring& path);
 // Replaces the open scene, the mesh library and the textures by what the file names; a file without objects
 // gives the default scene with its samples. Lines that store no object are skipped, the header among them.
 // The default scene's selection stays, limited to the objects there. False, with the old scene as it was,
-// when the file cannot be read.
+// when the file cannot be read or memory does not suffice for it.
 bool LoadScene(const std::wstring& path);
