@@ -12,6 +12,7 @@ struct DecodedImage {
 
 constexpr int64_t kMaxImagePixels = 64'000'000;
 
-// False when the file is missing, is no image, is empty on one side, or has more than kMaxImagePixels. `image`
-// is then unchanged. A file that is cut short is refused, or read as far as it goes, as the decoder sees fit.
+// False when the file is missing, is no image, is empty on one side, or its header promises more than
+// kMaxImagePixels; no memory is taken for those. `image` is then unchanged. A file that is cut short is
+// refused, or read as far as it goes, as the decoder sees fit.
 bool DecodeImageFile(const std::wstring& path, DecodedImage& image);

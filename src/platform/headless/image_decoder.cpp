@@ -1,6 +1,7 @@
 #include "platform/image_decoder.h"
 
 #include "platform/files.h"
+#include "platform/image_header.h"
 
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wall"
@@ -27,12 +28,15 @@ static uint32_t ArgbOf(const stbi_uc* rgba) {
 bool DecodeImageFile(const std::wstring& path, DecodedImage& image) {
     std::string bytes;
     if (!ReadWholeFile(path, bytes) || bytes.size() > INT32_MAX) return false;
+    ImageSize promised;
+    if (!ReadImageSize(bytes, promised) || !IsReasonable(promised)) return false;
+
     const auto* data = reinterpret_cast<const stbi_uc*>(bytes.data());
     const auto size = static_cast<int>(bytes.size());
 
     int width = 0, height = 0, channels = 0;
     if (stbi_info_from_memory(data, size, &width, &height, &channels) == 0) return false;
-    if (width < 1 || height < 1 || static_cast<int64_t>(width) * height > kMaxImagePixels) return false;
+    if (promised != ImageSize{width, height}) return false;
 
     const std::unique_ptr<stbi_uc, decltype(&stbi_image_free)> rgba(
         stbi_load_from_memory(data, size, &width, &height, &channels, 4), stbi_image_free);

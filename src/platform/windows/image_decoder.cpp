@@ -1,5 +1,7 @@
 #include "platform/image_decoder.h"
 
+#include "platform/files.h"
+#include "platform/image_header.h"
 #include "platform/windows/gdi_plus.h"
 
 #include <new>
@@ -15,11 +17,18 @@ static bool Reserve(std::vector<uint32_t>& pixels, size_t count) {
     return true;
 }
 
+// The library may take memory for all pixels, or wait for a device, as soon as it is given the file.
+static bool PromisesReasonableImage(const std::wstring& path) {
+    std::string bytes;
+    ImageSize size;
+    return ReadWholeFile(path, bytes) && ReadImageSize(bytes, size) && IsReasonable(size);
+}
+
 static bool ReadPixels(const GdiPlusCalls& gdiPlus, Gdiplus::GpBitmap* bitmap, DecodedImage& image) {
     UINT width = 0, height = 0;
     if (gdiPlus.GdipGetImageWidth(bitmap, &width) != Gdiplus::Ok) return false;
     if (gdiPlus.GdipGetImageHeight(bitmap, &height) != Gdiplus::Ok) return false;
-    if (width < 1 || height < 1 || uint64_t{width} * height > uint64_t{kMaxImagePixels}) return false;
+    if (!IsReasonable({width, height})) return false;
 
     DecodedImage decoded{.width = static_cast<int32_t>(width), .height = static_cast<int32_t>(height)};
     if (!Reserve(decoded.argb, size_t{width} * height)) return false;
@@ -43,7 +52,7 @@ static bool ReadPixels(const GdiPlusCalls& gdiPlus, Gdiplus::GpBitmap* bitmap, D
 
 bool DecodeImageFile(const std::wstring& path, DecodedImage& image) {
     const GdiPlusCalls* gdiPlus = GdiPlus();
-    if (!gdiPlus) return false;
+    if (!gdiPlus || !PromisesReasonableImage(path)) return false;
 
     Gdiplus::GpBitmap* bitmap = nullptr;
     if (gdiPlus->GdipCreateBitmapFromFile(path.c_str(), &bitmap) != Gdiplus::Ok) return false;
