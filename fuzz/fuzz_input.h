@@ -24,15 +24,20 @@ struct FuzzFolder {
     }
 };
 
+inline const std::filesystem::path& FuzzFolderPath() {
+    static const FuzzFolder folder;
+    return folder.path;
+}
+
 // Starts afresh in the folder, as its working folder and its open project. Returns the file's full path.
 inline std::wstring PutFuzzInput(const uint8_t* data, size_t size, const char* name) {
-    static const FuzzFolder folder;
-    const std::filesystem::path file = folder.path / name;
+    const std::filesystem::path& folder = FuzzFolderPath();
+    const std::filesystem::path file = folder / name;
     std::filesystem::create_directories(file.parent_path());
     std::ofstream(file, std::ios::binary)
         .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
     editorState = EditorState{};
     editorState.projectRoot = folderAnswers.workingFolder = folderAnswers.localDataFolder =
-        ProgramPath(folder.path);
+        ProgramPath(folder);
     return ProgramPath(file);
 }
