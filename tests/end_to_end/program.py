@@ -137,7 +137,7 @@ class Program:
             subprocess.run(["xdotool", "keyup", *keys], check=True)
 
     def type_text(self, text):
-        subprocess.run(["xdotool", "type", "--delay", "60", text], check=True)
+        subprocess.run(["xdotool", "type", "--delay", "60", "--", text], check=True)
 
     def open_first_project(self):
         """By a click in the Project Hub."""
