@@ -1,0 +1,163 @@
+#!/usr/bin/env python3
+"""The documents: every link and picture is there, and the user guide agrees with the program and with itself."""
+
+import os
+import re
+import subprocess
+import sys
+import tempfile
+
+ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+sys.path.insert(0, os.path.join(ROOT, "tests", "end_to_end"))
+
+from program import check, run_tests  # noqa: E402  pylint: disable=wrong-import-position
+
+GUIDE = os.path.join(ROOT, "docs", "guide")
+LANGUAGES = ("en", "cs")
+LINK = re.compile(r"!?\[[^\]]*\]\(([^)\s]+)\)")
+
+# How the guide names the keys of the table in src/app/shortcuts.cpp, and which table lists those of a screen.
+KEY_NAMES = {"kKeyEscape": "Esc", "kKeyTab": "Tab", "kKeyDelete": "Delete", "kKeyF1": "F1", "kKeyF2": "F2",
+             "kKeyF3": "F3"}
+SCREENS = {"InBlueprint": "Blueprint editor", "InPrefab": "Prefab editor", "Everywhere": "Scene editor"}
+# These stand in the code beside that table.
+MORE_KEYS = {"Blueprint editor": set(), "Prefab editor": set(),
+             "Scene editor": {"1 to 9", "1 až 9", "Ctrl+Shift+S", "Esc"}}
+
+
+def content(path):
+    with open(path, encoding="utf-8") as file:
+        return file.read()
+
+
+def documents():
+    pages = [os.path.join(ROOT, "README.md"), os.path.join(ROOT, "sample", "README.md")]
+    for folder, _, names in os.walk(os.path.join(ROOT, "docs")):
+        pages += [os.path.join(folder, name) for name in names if name.endswith(".md")]
+    return pages
+
+
+def guide_pages(language):
+    return {name: content(os.path.join(GUIDE, language, name)) for name in os.listdir(os.path.join(GUIDE, language))}
+
+
+def without_code(text):
+    return re.sub(r"```.*?```", "", text, flags=re.DOTALL)
+
+
+def linked_from(page):
+    """The files that a page names by relative links."""
+    targets = (target.split("#")[0] for target in LINK.findall(without_code(content(page))))
+    return [os.path.normpath(os.path.join(os.path.dirname(page), target)) for target in targets
+            if target and "://" not in target]
+
+
+def every_link_and_picture_exists():
+    links = [(page, target) for page in documents() for target in linked_from(page)]
+    check(len(links) > 100, f"only {len(links)} links were found")
+    broken = [f"{os.path.relpath(page, ROOT)} -> {os.path.relpath(target, ROOT)}" for page, target in links
+              if not os.path.exists(target)]
+    check(not broken, f"broken: {broken}")
+
+
+def both_languages_have_the_same_pages_with_the_same_pictures_and_sections():
+    english, czech = (guide_pages(language) for language in LANGUAGES)
+    check(len(english) > 10, f"only {len(english)} pages were found")
+    check(set(english) == set(czech), f"only in one language: {set(english) ^ set(czech)}")
+    for name, text in english.items():
+        for shape in (r"!\[[^\]]*\]\(([^)]+)\)", r"^#+(?= )", r"^\d+\. ", r"^\|"):
+            counts = [re.findall(shape, without_code(page), re.MULTILINE) for page in (text, czech[name])]
+            check(counts[0] == counts[1], f"{name} differs in {shape}: {len(counts[0])} and {len(counts[1])}")
+
+
+def the_index_of_each_language_leads_to_every_page():
+    for language in LANGUAGES:
+        folder = os.path.join(GUIDE, language)
+        linked = {os.path.basename(target) for target in linked_from(os.path.join(folder, "index.md"))
+                  if os.path.dirname(target) == folder}
+        missing = set(os.listdir(folder)) - linked - {"index.md"}
+        check(not missing, f"{language}: not in the index: {missing}")
+
+
+def every_picture_of_the_guide_is_shown():
+    shown = {os.path.basename(target) for page in documents() for target in linked_from(page)}
+    pictures = set(os.listdir(os.path.join(GUIDE, "images")))
+    check(pictures and pictures <= shown, f"shown nowhere: {pictures - shown}")
+
+
+def keys_in_code():
+    """By screen, as the guide writes them."""
+    keys = {screen: set() for screen in SCREENS.values()}
+    table = content(os.path.join(ROOT, "src", "app", "shortcuts.cpp")).split("kShortcuts[] = {")[1].split("};")[0]
+    rows = [line for line in table.splitlines() if line.strip()]
+    for line in rows:
+        row = re.fullmatch(r"\s*\{(\w+), *Modifier::(\w+), *('?)(\w+)'?, *\w+\},", line)
+        check(row, f"a row that this test cannot read: {line}")
+        condition, modifier, quote, key = row.groups()
+        if key != "kAnyKey":
+            keys[SCREENS[condition]].add(("Ctrl+" if modifier == "Ctrl" else "") + (key if quote else KEY_NAMES[key]))
+    check(len(rows) > 20, f"only {len(rows)} rows were found")
+    return keys
+
+
+def keys_in_guide(language):
+    """The first cells of the table below each heading."""
+    keys = {}
+    for section in re.split(r"^## ", guide_pages(language)["shortcuts.md"], flags=re.MULTILINE)[1:]:
+        heading, _, text = section.partition("\n")
+        cells = re.findall(r"^\| ([^|]+?) \|", text, re.MULTILINE)
+        keys[heading] = set(cells[1:]) - {"---"}  # without the table's head
+    return keys
+
+
+def the_shortcut_tables_list_what_the_program_knows():
+    for language in LANGUAGES:
+        listed = keys_in_guide(language)
+        for screen, keys in keys_in_code().items():
+            check(keys <= listed[screen], f"{language}, {screen}: not listed: {keys - listed[screen]}")
+            more = listed[screen] - keys - MORE_KEYS[screen]
+            check(not more, f"{language}, {screen}: listed, but not in the program: {more}")
+
+
+def the_labels_that_the_guide_quotes_stand_in_the_program():
+    """Every text in double quotes, letter by letter."""
+    program = ""
+    for folder, _, names in os.walk(os.path.join(ROOT, "src")):
+        program += "".join(content(os.path.join(folder, name)) for name in names if name.endswith((".cpp", ".h")))
+    labels = re.findall(r'L"([^"\n]*)"', program)
+    # The buttons of Windows, and texts that are put together.
+    others = {"More info", "Run anyway", "Další informace", "Přesto spustit", "Custom Script 01", "Score: 0"}
+    for language in LANGUAGES:
+        for name, text in guide_pages(language).items():
+            quoted = {re.sub(r"\s+", " ", quote) for quote in re.findall(r'"([^"]+)"', without_code(text))}
+            unknown = {quote for quote in quoted - others if not any(quote in label for label in labels)}
+            check(not unknown, f"{language}/{name} quotes what the program does not say: {unknown}")
+
+
+def example_in(language):
+    return guide_pages(language)["file-formats.md"].split("```python\n")[1].split("```")[0]
+
+
+def the_example_script_writes_a_scene_of_whole_object_lines():
+    check(example_in("en") == example_in("cs"), "the languages show different scripts")
+    with tempfile.TemporaryDirectory() as folder:
+        subprocess.run([sys.executable, "-c", example_in("en")], cwd=folder, check=True)
+        with open(os.path.join(folder, "Stairs.scene"), "rb") as file:
+            scene = file.read()
+    lines = scene.decode("utf-8-sig").split("\r\n")
+    check(scene.startswith(b"\xef\xbb\xbf") and lines[-1] == "", "it is not written as the program writes")
+    check(lines[0] == "ZELENGINE_SCENE\t1", f"the header is {lines[0]!r}")
+    columns = {len(line.split("\t")) for line in lines[1:-1]}
+    check(len(lines) == 21 and columns == {61}, f"{len(lines) - 2} objects with {columns} columns")
+
+
+if __name__ == "__main__":
+    sys.exit(0 if run_tests([
+        every_link_and_picture_exists,
+        both_languages_have_the_same_pages_with_the_same_pictures_and_sections,
+        the_index_of_each_language_leads_to_every_page,
+        every_picture_of_the_guide_is_shown,
+        the_shortcut_tables_list_what_the_program_knows,
+        the_labels_that_the_guide_quotes_stand_in_the_program,
+        the_example_script_writes_a_scene_of_whole_object_lines,
+    ]) else 1)
