@@ -117,11 +117,7 @@ void KeepOwners() {
 void ForgetOwners() { frameBuffer.owners.areKept = false; }
 
 void DepthChanged(const Rect& rect) {
-    const TileRange range = TilesOf(rect);
-    for (int32_t row = range.top; row < range.bottom; ++row) {
-        const auto first = Tiles().isChanged.begin() + static_cast<ptrdiff_t>(IndexOf(range.left, row));
-        std::fill_n(first, Width(range), uint8_t{1});
-    }
+    VisitTiles(rect, [](int32_t column, int32_t row) { Tiles().isChanged[IndexOf(column, row)] = 1; });
 }
 
 static float FarthestOfWhole(const Rect& pixels) {

@@ -230,6 +230,7 @@ static void DrawFaces(const Mesh& mesh, const MeshDraw& draw, const MeshVertices
     static std::vector<ScannedFace> faces;
     const Rect covered = CoveredPixels(vertices);
     if (Width(covered) <= 0 || Height(covered) <= 0) return;
+    assert(LiesWithin(covered, frameBuffer.depthTiles.area));  // what lies outside has no depth
     const float farthest = FarthestDepth(covered);
     ScanFaces(mesh, vertices, {draw.world, draw.eye, frameBuffer.viewport, farthest}, frameBuffer.simd,
               faces);

@@ -193,7 +193,7 @@ ZEL_AVX2 ZEL_INLINE bool FillEightAvx2(const __m256 (&edges)[3], __m256 area, co
 }
 
 // Boxes up to this width are filled by blocks of columns, larger ones by bands of rows.
-constexpr int32_t kSmallWidth = 64;
+constexpr int32_t kSmallWidth = 8 * kMostBlocks;
 
 void FillLargeFlatAvx2(const PlacedTriangle& triangle, const FillTarget& to, const FlatFill& fill);
 void FillFlatAvx2(const PlacedTriangle& triangle, const FillTarget& to, const FlatFill& fill);

@@ -77,12 +77,25 @@ void FillEachFlat(const FlatFaces& flat, const FillTarget& to) {
 
 // Small triangles are cut into blocks of columns, as wide as a vector: the rows of each, the last one
 // exclusive.
-constexpr size_t kMostBlocks = 8;
+constexpr int32_t kMostBlocks = 8;
+using BlockNumbers = std::array<int32_t, kMostBlocks>;
 struct BlockRows {
-    std::array<int32_t, kMostBlocks> top, bottom;
+    BlockNumbers top, bottom;
 };
 
-// How far rounding can move the crossing of an edge with a block, and more, rows.
+inline BlockRows AllRows(const Rect& box) {
+    BlockRows rows;
+    rows.top.fill(box.top);
+    rows.bottom.fill(box.bottom);
+    return rows;
+}
+
+// Rows up to this width are filled whole in their box: fewer rows would not pay for looking for them.
+constexpr int32_t kWholeWidth = 8;
+
+// More than how far rounding can move the crossing of an edge with a block, rows. The crossing is as far from
+// the edge's start as the triangle is high at most, 2e5 pixels, and four operations round it by 2^-24 of that
+// each: by 0.05 in all. The edge function itself is rounded by as much.
 constexpr float kBlockSlack = 0.25f;
 
 // The rows of small triangles at the end of the buffer, one pixel at a time.

@@ -91,7 +91,9 @@ struct ColumnRange {
 // The columns of a row that the triangle may cover, as far as they lie `within`: at least every covered
 // pixel, and little more. Empty when none can be.
 ZEL_INLINE ColumnRange CoveredColumns(const ColumnBounds& bounds, int32_t y, ColumnRange within) {
-    constexpr double kSlack = 1.0;  // columns: more than what rounding can move a crossing
+    // Columns: more than rounding can move a crossing. The edge function's two products are rounded by 2^-24
+    // of at most 2e5 columns each.
+    constexpr double kSlack = 1.0;
     double left = within.left, right = within.right;
     for (size_t i = 0; i < 3; ++i) {
         const double crossing = bounds.startX[i] + (y + 0.5 - bounds.startY[i]) * bounds.slope[i] - 0.5;

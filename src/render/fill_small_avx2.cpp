@@ -96,7 +96,7 @@ ZEL_AVX2 static ZEL_INLINE void BoundRowsAvx2(const SmallTriangleAvx2& t, int ed
     bottom = _mm256_blendv_ps(bottom, _mm256_min_ps(bottom, crossing), _mm256_cmp_ps(runX, zero, _CMP_GT_OQ));
 }
 
-ZEL_AVX2 static ZEL_INLINE void StoreRowsAvx2(std::array<int32_t, kMostBlocks>& to, __m256 numbers) {
+ZEL_AVX2 static ZEL_INLINE void StoreRowsAvx2(BlockNumbers& to, __m256 numbers) {
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(to.data()), _mm256_cvttps_epi32(numbers));
 }
 
@@ -120,8 +120,7 @@ template <typename Ink, typename Rest>
 ZEL_AVX2 static ZEL_INLINE void FillBlocksAvx2(const SmallTriangleAvx2& t, const Rect& box,
                                                const FillTarget& target, Ink ink, const Rest& rest) {
     const FillTarget to = target;  // a copy: no store to the picture changes it
-    BlockRows rows{{box.top}, {box.bottom}};
-    if (Width(box) > 8) rows = RowsOfBlocksAvx2(t, box);
+    const BlockRows rows = Width(box) > kWholeWidth ? RowsOfBlocksAvx2(t, box) : AllRows(box);
     int32_t x = box.left;
     for (size_t block = 0; x < box.right; ++block, x += 8) {
         const __m256 allowed = LanesBeforeAvx2(x, box.right);

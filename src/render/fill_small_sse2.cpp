@@ -108,8 +108,7 @@ template <typename Ink, typename Rest>
 static ZEL_INLINE void FillBlocksSse2(const SmallTriangleSse2& t, const Rect& box, const FillTarget& target,
                                       Ink ink, const Rest& rest) {
     const FillTarget to = target;  // a copy: no store to the picture changes it
-    BlockRows rows{{box.top, box.top}, {box.bottom, box.bottom}};
-    if (Width(box) > 8) rows = RowsOfBlocksSse2(t, box);
+    const BlockRows rows = Width(box) > kWholeWidth ? RowsOfBlocksSse2(t, box) : AllRows(box);
     int32_t x = box.left;
     for (size_t block = 0; x < box.right; ++block, x += 4) {
         const __m128 allowed = LanesBeforeSse2(x, box.right);

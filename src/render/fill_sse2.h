@@ -180,7 +180,7 @@ ZEL_INLINE bool FillFourSse2(const __m128 (&edges)[3], __m128 area, const __m128
 }
 
 // Boxes up to this width are filled by blocks of columns, larger ones by rows.
-constexpr int32_t kSmallWidthSse2 = 32;
+constexpr int32_t kSmallWidthSse2 = 4 * kMostBlocks;
 
 void FillLargeFlatSse2(const PlacedTriangle& triangle, const FillTarget& to, const FlatFill& fill);
 void FillFlatSse2(const PlacedTriangle& triangle, const FillTarget& to, const FlatFill& fill);

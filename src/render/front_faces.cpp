@@ -42,16 +42,22 @@ static float ObjectRounding(const Mesh& mesh, const Matrix4& inverse, Vec3 eye, 
     return normal * (eyeMoved + 8 * kRounding * (Length(eyeInObject) + mesh.measures.reach));
 }
 
+// Outside these sizes products vanish or overflow, and no bound on their rounding holds.
+static bool IsOrdinary(float size) { return std::isfinite(size) && std::abs(size) > 1e-30f; }
+
 EyeInObject FindEye(const Mesh& mesh, const Matrix4& world, Vec3 eye) {
     EyeInObject found;
     Matrix4 inverse;
-    if (mesh.measures.offset.empty() || !InvertMatrix(world, inverse)) return found;
+    const MeshMeasures& measures = mesh.measures;
+    if (measures.offset.size() < mesh.triangles.size() || !InvertMatrix(world, inverse)) return found;
     const float volume = VolumeOf(world);
     found.position = TransformPoint(inverse, eye);
     found.inside = volume < 0 ? -1.0f : 1.0f;
     const float worldRounding = WorldRounding(mesh, world, eye) / std::abs(volume);
     found.certainty = 2 * (worldRounding + ObjectRounding(mesh, inverse, eye, found.position));
-    found.isUsable = std::isfinite(found.certainty) && std::isfinite(Length(found.position));
+    const float farthestHeight =
+        4 * measures.longestEdge * measures.longestEdge * (Length(found.position) + measures.reach);
+    found.isUsable = IsOrdinary(volume) && IsOrdinary(found.certainty) && std::isfinite(farthestHeight);
     return found;
 }
 
@@ -75,10 +81,6 @@ namespace {
 
 struct EyeSse2 {
     __m128 x, y, z, inside, least;
-};
-
-struct EyeAvx2 {
-    __m256 x, y, z, inside, least;
 };
 
 }  // namespace
@@ -115,6 +117,14 @@ static void FindSse2(const Mesh& mesh, const EyeInObject& eye, std::vector<uint3
 }
 
 // ---- Eight faces at a time.
+
+namespace {
+
+struct EyeAvx2 {
+    __m256 x, y, z, inside, least;
+};
+
+}  // namespace
 
 ZEL_AVX2 static ZEL_INLINE uint32_t FrontLanesAvx2(const MeshMeasures& m, size_t face, const EyeAvx2& eye) {
     const __m256 height =

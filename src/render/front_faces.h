@@ -10,9 +10,11 @@
 
 // The eye as the faces of a mesh see it.
 struct EyeInObject {
-    Vec3 position{};        // object space
-    float inside = 1;       // -1 where the matrix turns the mesh inside out
-    float certainty = 0;    // farther behind a plane than this no rounding brings the eye before it
+    Vec3 position{};   // object space
+    float inside = 1;  // -1 where the matrix turns the mesh inside out
+    // By the length of a face's normal farther behind its plane than this, no rounding brings the eye before
+    // it. One bound for all faces: beside a long edge small faces are hardly ever left out.
+    float certainty = 0;
     bool isUsable = false;  // false: nothing is known of any face
 };
 

@@ -33,7 +33,7 @@ struct MeshMeasures {
     MeshBounds bounds{};
     float reach = 0;        // no vertex is farther from the origin
     float longestEdge = 0;  // no edge of a triangle is longer
-    uint64_t serial = 0;    // differs from those of all other measured meshes, but for copies; 0: not measured
+    uint64_t serial = 0;    // of no other measured mesh but copies; 0: not measured
 };
 
 struct Mesh {

@@ -22,3 +22,8 @@ constexpr int32_t Height(const Rect& r) { return r.bottom - r.top; }
 constexpr bool Contains(const Rect& r, Point p) {
     return p.x >= r.left && p.x < r.right && p.y >= r.top && p.y < r.bottom;
 }
+
+constexpr bool LiesWithin(const Rect& inner, const Rect& outer) {
+    return inner.left >= outer.left && inner.top >= outer.top && inner.right <= outer.right &&
+           inner.bottom <= outer.bottom;
+}

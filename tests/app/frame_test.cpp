@@ -215,6 +215,20 @@ TEST_CASE("markers lie over meshes that come later in the scene, texts only over
     CHECK(CountInView(Pixel{0x312924}) < boxOverCube);
 }
 
+TEST_CASE("a text that is not selected stands where it comes between the meshes of the scene") {
+    const GameObject text{.position{0, 0, 5}, .isText = true, .text = L"MMM"};
+    const auto paintedPixels = [](const std::vector<GameObject>& objects) {
+        StartEditor(objects);
+        headless.paintsTexts = true;
+        editorState.selectedIndex = -1;
+        RenderFrame();
+        return CountInView(Pixel{0xF5F8FC});
+    };
+    const int32_t over = paintedPixels({CubeAt({0, 0, 5}), text});
+    CHECK(over > 0);
+    CHECK(paintedPixels({text, CubeAt({0, 0, 5})}) < over);
+}
+
 TEST_CASE("what has no shape, no valid mesh or is not active is not drawn") {
     CHECK(DrawsAnything({CubeAt({0, 0, 5})}));
     GameObject object = CubeAt({0, 0, 5});

@@ -7,6 +7,7 @@
 #include "doctest/doctest.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 static std::vector<SimdLevel> Levels() {
@@ -125,4 +126,26 @@ TEST_CASE("nothing is left out of a mesh that is flat or was not measured") {
           12);
     cube.measures = {};
     CHECK(FrontFaces(cube, {}, {3, 4, -9}, SimdLevel::Scalar).size() == 12);
+}
+
+// One face of a size, seen from the origin, at (x, y, 5).
+static void CheckIsListed(std::array<Vec3, 3> corners, float meshScale, float worldScale, Vec3 place) {
+    Mesh mesh;
+    for (const Vec3& corner : corners) mesh.vertices.push_back({corner * meshScale, Pixel{}});
+    mesh.triangles.push_back({0, 1, 2});
+    MeasureMesh(mesh);
+    const Matrix4 world = LocalMatrix(place, {}, {worldScale, worldScale, worldScale});
+    REQUIRE(IsDrawn(mesh, 0, world, {}));
+    for (SimdLevel level : Levels()) CHECK(FrontFaces(mesh, world, {}, level).size() == 1);
+}
+
+TEST_CASE("nothing is left out where products overflow or vanish") {
+    CheckIsListed({{{0, 2, -2}, {0, 0, 2}, {-2, -2, 1}}}, 3e12f, 1 / 3e12f, {-1, -2, 5});
+    CheckIsListed({{{-2, 2, -2}, {-2, 1, -1}, {0, -1, -1}}}, 1e-14f, 1e14f, {-2, -1, 5});
+}
+
+TEST_CASE("a mesh that grew after it was measured is drawn whole") {
+    Mesh cube = BuildBuiltinMeshes()[kCubeMesh];
+    for (int32_t i = 0; i < 12; ++i) cube.triangles.push_back(cube.triangles[static_cast<size_t>(i)]);
+    CHECK(FrontFaces(cube, {}, {3, 4, -9}, BestSimdLevel()).size() == 24);
 }

@@ -95,18 +95,79 @@ TEST_CASE("meshes that are drawn nearest first give the picture of the scene's o
     }
 }
 
-TEST_CASE("what was drawn before a batch keeps its pixels from meshes at the same depth") {
-    MeshDraw frame = FrameAt({0, 0, -5});
-    const Mesh& cube = Meshes()[kCubeMesh];
-    for (SimdLevel level : {SimdLevel::Scalar, SimdLevel::Sse2, BestSimdLevel()}) {
-        StartFrame(level);
-        frame.tint = 0x0000FF;
-        DrawMesh(cube, frame);
-        const Snapshot before = TakePicture();
-        frame.tint = 0xFF0000;
-        DrawMeshes(std::vector<MeshInstance>(kFewestToSort * 2, {&cube, frame}));
-        CHECK(SameBits(TakePicture(), before));
+// From the farthest to the nearest, so that they are drawn in another order. The last stands in the middle.
+static std::vector<MeshInstance> FarToNear(const Mesh& mesh, uint32_t tint) {
+    std::vector<MeshInstance> instances;
+    for (int32_t distance = 19; distance >= 0; --distance) {
+        MeshInstance instance{&mesh, FrameAt({0, 0, -5})};
+        instance.draw.world = LocalMatrix({0, 0, static_cast<float>(distance)}, {}, {1, 1, 1});
+        instance.draw.tint = tint;
+        instances.push_back(instance);
     }
+    return instances;
+}
+
+constexpr Point kMiddle{48, 34};
+constexpr SimdLevel kSimdLevels[] = {SimdLevel::Scalar, SimdLevel::Sse2, SimdLevel::Avx2};
+
+static bool IsSupported(SimdLevel level) { return level != SimdLevel::Avx2 || BestSimdLevel() == level; }
+
+static Pixel DrawCubeBefore(uint32_t tint) {
+    MeshDraw draw = FrameAt({0, 0, -5});
+    draw.tint = tint;
+    DrawMesh(Meshes()[kCubeMesh], draw);
+    return PixelAt(kMiddle.x, kMiddle.y);
+}
+
+TEST_CASE("what was drawn before a batch keeps its pixels from meshes at the same depth") {
+    for (SimdLevel level : kSimdLevels) {
+        if (!IsSupported(level)) continue;
+        StartFrame(level);
+        const Pixel before = DrawCubeBefore(0x0000FF);
+        DrawMeshes(FarToNear(Meshes()[kCubeMesh], 0xFF0000));
+        REQUIRE(!frameBuffer.owners.numbers.empty());
+        CHECK(PixelAt(kMiddle.x, kMiddle.y) == before);
+    }
+}
+
+TEST_CASE("of two faces of one mesh at the same depth the first is seen in a batch too") {
+    Mesh mesh{{{{-1, -1, 0}, Pixel{0xFF0000}}, {{0, 1, 0}, {}}, {{1, -1, 0}, {}}, {{-1, -1, 0}, Pixel{0xFF}}},
+              {{0, 1, 2}, {3, 1, 2}}};
+    MeasureMesh(mesh);
+    for (SimdLevel level : kSimdLevels) {
+        if (!IsSupported(level)) continue;
+        StartFrame(level);
+        DrawMeshes(FarToNear(mesh, 0));
+        REQUIRE(!frameBuffer.owners.numbers.empty());
+        const auto seen = static_cast<uint32_t>(PixelAt(kMiddle.x, kMiddle.y));
+        CHECK((seen & 0xFF0000) != 0);
+        CHECK((seen & 0x0000FF) == 0);
+    }
+}
+
+TEST_CASE("a frame knows nothing of the owners of the frame before, nor of those of another size") {
+    for (SimdLevel level : kSimdLevels) {
+        if (!IsSupported(level)) continue;
+        StartFrame(level);
+        std::vector<MeshInstance> batch = FarToNear(Meshes()[kCubeMesh], 0xFF0000);
+        DrawMeshes(batch);
+        Clear(kBack);
+        const Pixel before = DrawCubeBefore(0x0000FF);
+        std::ranges::rotate(batch, batch.end() - 1);  // the nearest gets another number
+        DrawMeshes(batch);
+        CHECK(PixelAt(kMiddle.x, kMiddle.y) == before);
+        EnsureSize(160, 120);
+        DrawMeshes(batch);
+        CHECK(frameBuffer.owners.numbers.size() == frameBuffer.depth.size());
+    }
+}
+
+TEST_CASE("what was drawn hides what comes later from being set up") {
+    StartFrame(BestSimdLevel());
+    MeshDraw wall = FrameAt({0, 0, -5});
+    wall.world = LocalMatrix({0, 0, 2}, {}, {90, 90, 0.1f});
+    DrawMesh(Meshes()[kCubeMesh], wall);
+    CHECK(FarthestDepth({20, 20, 60, 50}) < kFarDepth);
 }
 
 // Walls that each hide the ones behind them, numbered from the farthest.

@@ -59,15 +59,16 @@ CanvasImage MakeCanvasImage(const DecodedImage& pixels) {
     return bitmap ? Keep(bitmap) : -1;
 }
 
-// By the system. `image` and `rect` are valid.
-static void DrawAnew(CanvasImage image, const Rect& rect) {
+// By the system, which may fail. `image` and `rect` are valid.
+static bool DrawAnew(CanvasImage image, const Rect& rect) {
     const GdiPlusCalls* gdiPlus = GdiPlus();
     Gdiplus::GpGraphics* graphics = nullptr;
-    if (!gdiPlus || gdiPlus->GdipCreateFromHDC(CanvasDevice(), &graphics) != Gdiplus::Ok) return;
+    if (!gdiPlus || gdiPlus->GdipCreateFromHDC(CanvasDevice(), &graphics) != Gdiplus::Ok) return false;
     gdiPlus->GdipSetInterpolationMode(graphics, Gdiplus::InterpolationModeNearestNeighbor);
-    gdiPlus->GdipDrawImageRectI(graphics, images[static_cast<size_t>(image)], rect.left, rect.top,
-                                Width(rect), Height(rect));
+    const auto status = gdiPlus->GdipDrawImageRectI(graphics, images[static_cast<size_t>(image)], rect.left,
+                                                    rect.top, Width(rect), Height(rect));
     gdiPlus->GdipDeleteGraphics(graphics);
+    return status == Gdiplus::Ok;
 }
 
 void DrawCanvasImage(CanvasImage image, const Rect& rect) {

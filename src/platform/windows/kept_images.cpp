@@ -80,20 +80,28 @@ bool DrawKeptImage(CanvasImage image, const Rect& rect) {
     return true;
 }
 
-void KeepImage(CanvasImage image, const Rect& rect, void (*draw)(CanvasImage, const Rect&)) {
-    const CanvasPixels canvas = PixelsOfCanvas();
-    if (!IsInside(rect, canvas)) return draw(image, rect);
-    const size_t size = static_cast<size_t>(Width(rect)) * static_cast<size_t>(Height(rect));
-    if (size > kMostPixels) return draw(image, rect);
-    if (kept.pixels + size > kMostPixels) ForgetKeptImages();
+static size_t PixelsOf(const Rect& rect) {
+    return static_cast<size_t>(Width(rect)) * static_cast<size_t>(Height(rect));
+}
 
+static void Keep(CanvasImage image, const Rect& rect, KeptImage&& made) {
+    const bool isNew = !kept.images.contains(PlaceOf(image, rect));
+    if (isNew && kept.pixels + PixelsOf(rect) > kMostPixels) ForgetKeptImages();
+    if (kept.images.insert_or_assign(PlaceOf(image, rect), std::move(made)).second)
+        kept.pixels += PixelsOf(rect);
+}
+
+void KeepImage(CanvasImage image, const Rect& rect, bool (*draw)(CanvasImage, const Rect&)) {
+    const CanvasPixels canvas = PixelsOfCanvas();
+    if (!IsInside(rect, canvas) || PixelsOf(rect) > kMostPixels) {
+        draw(image, rect);
+        return;
+    }
     FlushCanvas();
     std::vector<Pixel> before = Cut(canvas, rect);
-    draw(image, rect);
+    if (!draw(image, rect)) return;
     FlushCanvas();
-    const auto [place, isNew] =
-        kept.images.insert_or_assign(PlaceOf(image, rect), KeptImage{std::move(before), Cut(canvas, rect)});
-    if (isNew) kept.pixels += size;
+    Keep(image, rect, {std::move(before), Cut(canvas, rect)});
 }
 
 void ForgetKeptImages() { kept = {}; }

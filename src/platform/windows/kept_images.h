@@ -8,8 +8,8 @@
 // there before or the canvas under it is of other colours now.
 bool DrawKeptImage(CanvasImage image, const Rect& rect);
 
-// Lets the system draw, by `draw`, and keeps what that leaves.
-void KeepImage(CanvasImage image, const Rect& rect, void (*draw)(CanvasImage, const Rect&));
+// Lets the system draw, by `draw`, and keeps what that leaves unless it failed.
+void KeepImage(CanvasImage image, const Rect& rect, bool (*draw)(CanvasImage, const Rect&));
 
 // To be called when numbers of images get other meanings.
 void ForgetKeptImages();
