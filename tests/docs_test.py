@@ -31,7 +31,8 @@ def content(path):
 
 
 def documents():
-    pages = [os.path.join(ROOT, "README.md"), os.path.join(ROOT, "sample", "README.md")]
+    names = ("README.md", "CONTRIBUTING.md", "CHANGELOG.md", os.path.join("sample", "README.md"))
+    pages = [os.path.join(ROOT, name) for name in names]
     for folder, _, names in os.walk(os.path.join(ROOT, "docs")):
         pages += [os.path.join(folder, name) for name in names if name.endswith(".md")]
     return pages
