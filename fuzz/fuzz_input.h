@@ -5,6 +5,7 @@
 #include "platform/headless/native_path.h"
 #include "scene/editor_state.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -40,4 +41,15 @@ inline std::wstring PutFuzzInput(const uint8_t* data, size_t size, const char* n
     editorState.projectRoot = folderAnswers.workingFolder = folderAnswers.localDataFolder =
         ProgramPath(folder);
     return ProgramPath(file);
+}
+
+// A line that does not fit the reader's buffer of 8192 units comes back in pieces. Lines grow when they are
+// written with all their columns.
+inline bool FitsReader(const std::string& bytes) {
+    size_t begin = 0;
+    for (size_t end = 0; end != std::string::npos; begin = end + 1) {
+        end = bytes.find('\n', begin);
+        if (std::min(end, bytes.size()) - begin > 8190) return false;
+    }
+    return true;
 }

