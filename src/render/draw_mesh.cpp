@@ -27,11 +27,8 @@ struct AxisScales {
     float x = 1, y = 1, z = 1;
 };
 
-struct Face {
+struct Face : FaceInWorld {
     std::array<size_t, 3> index{};
-    std::array<Vec3, 3> world{};
-    Vec3 normal{};  // unit
-    Vec3 toEye{};   // unit, from the first vertex
 };
 
 // A part of a face as it lies on the screen: all of it, or a piece of what the near plane left.
@@ -84,14 +81,8 @@ static TexturePoint TextureCoordinates(Vec3 p, Vec3 normal, const AxisScales& sc
 
 // False for a face that turns its back to the eye.
 static bool SetUpFace(const Mesh& mesh, const MeshTriangle& triangle, const MeshDraw& draw, Face& face) {
-    for (size_t c = 0; c < 3; ++c) {
-        face.index[c] = static_cast<size_t>(triangle[c]);
-        assert(face.index[c] < mesh.vertices.size());
-        face.world[c] = TransformPoint(draw.world, mesh.vertices[face.index[c]].position);
-    }
-    const auto& p = face.world;
-    face.normal = Normalise(Cross(p[1] - p[0], p[2] - p[0]));
-    face.toEye = Normalise(draw.eye - p[0]);
+    static_cast<FaceInWorld&>(face) = PlaceFace(mesh, draw, triangle);
+    for (size_t c = 0; c < 3; ++c) face.index[c] = static_cast<size_t>(triangle[c]);
     return Dot(face.toEye, face.normal) > 0;
 }
 
@@ -116,7 +107,7 @@ static void VisitCutFace(const Mesh& mesh, const MeshDraw& draw, const Face& fac
     for (size_t c = 0; c < 3; ++c) {
         const MeshVertex& vertex = mesh.vertices[face.index[c]];
         const TexturePoint point = TextureCoordinates(vertex.position, face.normal, scales, draw.repeat);
-        triangle[c] = {TransformToClip(draw.viewProjection, face.world[c]), point.u, point.v, vertex.color};
+        triangle[c] = {TransformToClip(draw.viewProjection, face.corners[c]), point.u, point.v, vertex.color};
     }
     const ClippedPolygon polygon = ClipTriangle(triangle);
     for (int32_t k = 1; k + 1 < polygon.count; ++k) {

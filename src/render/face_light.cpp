@@ -7,15 +7,21 @@
 
 static_assert(sizeof(MeshVertex) == 16);
 
-FaceLight LightOfFace(const Mesh& mesh, const MeshDraw& draw, uint32_t triangle) {
-    Vec3 p[3];
+FaceInWorld PlaceFace(const Mesh& mesh, const MeshDraw& draw, const MeshTriangle& triangle) {
+    FaceInWorld face;
     for (size_t c = 0; c < 3; ++c) {
-        const auto vertex = static_cast<size_t>(mesh.triangles[triangle][c]);
+        const auto vertex = static_cast<size_t>(triangle[c]);
         assert(vertex < mesh.vertices.size());
-        p[c] = TransformPoint(draw.world, mesh.vertices[vertex].position);
+        face.corners[c] = TransformPoint(draw.world, mesh.vertices[vertex].position);
     }
-    const Vec3 normal = Normalise(Cross(p[1] - p[0], p[2] - p[0]));
-    const Vec3 toEye = Normalise(draw.eye - p[0]);
+    const auto& p = face.corners;
+    face.normal = Normalise(Cross(p[1] - p[0], p[2] - p[0]));
+    face.toEye = Normalise(draw.eye - p[0]);
+    return face;
+}
+
+FaceLight LightOfFace(const Mesh& mesh, const MeshDraw& draw, uint32_t triangle) {
+    const auto [corners, normal, toEye] = PlaceFace(mesh, draw, mesh.triangles[triangle]);
     return {Dot(toEye, normal), Dot(normal, draw.light), Dot(normal, Normalise(draw.light + toEye))};
 }
 

@@ -4,8 +4,18 @@
 #include "render/draw_mesh.h"
 #include "render/fill_rows.h"
 
+#include <array>
 #include <span>
 #include <vector>
+
+// A face in world space.
+struct FaceInWorld {
+    std::array<Vec3, 3> corners{};
+    Vec3 normal{};  // unit
+    Vec3 toEye{};   // unit, from the first corner
+};
+
+FaceInWorld PlaceFace(const Mesh& mesh, const MeshDraw& draw, const MeshTriangle& triangle);
 
 // Cosines of angles to the face's normal. By face of a list.
 struct FaceLight {

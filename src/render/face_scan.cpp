@@ -126,29 +126,25 @@ static ZEL_INLINE PlacesSse2 PlacesOfSse2(const ScreenCorner* corners, const Cor
     return {x, y, depth};
 }
 
-static ZEL_INLINE __m128 WhereSse2(__m128 mask, __m128 value, __m128 otherwise) {
-    return _mm_or_ps(_mm_and_ps(mask, value), _mm_andnot_ps(mask, otherwise));
-}
-
 // Rounds numbers within the range of integers down.
-static ZEL_INLINE __m128 FloorSse2(__m128 value) {
+static ZEL_INLINE __m128 FloorOfPixelSse2(__m128 value) {
     const __m128 truncated = _mm_cvtepi32_ps(_mm_cvttps_epi32(value));
     return _mm_sub_ps(truncated, _mm_and_ps(_mm_cmpgt_ps(truncated, value), _mm_set1_ps(1)));
 }
 
-static ZEL_INLINE __m128 CeilSse2(__m128 value) {
+static ZEL_INLINE __m128 CeilOfPixelSse2(__m128 value) {
     const __m128 truncated = _mm_cvtepi32_ps(_mm_cvttps_epi32(value));
     return _mm_add_ps(truncated, _mm_and_ps(_mm_cmplt_ps(truncated, value), _mm_set1_ps(1)));
 }
 
 static ZEL_INLINE __m128 FirstPixelSse2(__m128 low, __m128 isCertain) {
-    const __m128 inward = CeilSse2(_mm_sub_ps(low, _mm_set1_ps(0.5f + kCentreSlack)));
-    return WhereSse2(isCertain, inward, FloorSse2(low));
+    const __m128 inward = CeilOfPixelSse2(_mm_sub_ps(low, _mm_set1_ps(0.5f + kCentreSlack)));
+    return SelectSse2(isCertain, inward, FloorOfPixelSse2(low));
 }
 
 static ZEL_INLINE __m128 LastPixelSse2(__m128 high, __m128 isCertain) {
-    const __m128 inward = FloorSse2(_mm_sub_ps(high, _mm_set1_ps(0.5f - kCentreSlack)));
-    return WhereSse2(isCertain, inward, CeilSse2(high));
+    const __m128 inward = FloorOfPixelSse2(_mm_sub_ps(high, _mm_set1_ps(0.5f - kCentreSlack)));
+    return SelectSse2(isCertain, inward, CeilOfPixelSse2(high));
 }
 
 static ZEL_INLINE __m128 NumberSse2(int32_t number) { return _mm_set1_ps(static_cast<float>(number)); }

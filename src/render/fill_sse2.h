@@ -26,10 +26,6 @@ ZEL_INLINE __m128 LanesBeforeSse2(int32_t x, int32_t right) {
     return _mm_castsi128_ps(_mm_cmplt_epi32(ColumnNumbersSse2(x), _mm_set1_epi32(right)));
 }
 
-ZEL_INLINE __m128 SelectSse2(__m128 mask, __m128 yes, __m128 no) {
-    return _mm_or_ps(_mm_and_ps(mask, yes), _mm_andnot_ps(mask, no));
-}
-
 // value limited to 0 .. 1, not a number to 0.
 ZEL_INLINE __m128 LimitToUnitSse2(__m128 value) {
     return _mm_min_ps(_mm_max_ps(value, _mm_setzero_ps()), _mm_set1_ps(1));
