@@ -3,6 +3,18 @@
 #include "platform/files.h"
 #include "platform/image_header.h"
 
+#include <cstdlib>
+
+// The library asks for what a file's blocks promise before it looks whether the file holds so much. No image that
+// is let in needs more than this at once: 4 bytes for each of its pixels, and a filter byte per row.
+static constexpr size_t kMostBytesAtOnce = 1 << 29;
+
+static void* Allocate(size_t size) { return size <= kMostBytesAtOnce ? std::malloc(size) : nullptr; }
+
+static void* Reallocate(void* memory, size_t size) {
+    return size <= kMostBytesAtOnce ? std::realloc(memory, size) : nullptr;
+}
+
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wall"
 #pragma GCC diagnostic ignored "-Wextra"
@@ -17,6 +29,9 @@
 #define STBI_ONLY_JPEG
 #define STBI_ONLY_BMP
 #define STBI_NO_STDIO
+#define STBI_MALLOC Allocate
+#define STBI_REALLOC Reallocate
+#define STBI_FREE std::free
 #include "stb/stb_image.h"
 #ifdef __clang__
 #pragma clang attribute pop
