@@ -22,6 +22,12 @@ constexpr float kBoxMargin = 1.5f;  // from a corner to the farthest centre that
 // the face may have. This is a little more; the second one is for the products and sums of depths.
 constexpr float kDepthRounding = 40 * 0x1p-24f, kSumRounding = 16 * 0x1p-24f;
 
+// A face of no more than two columns and two rows is looked at pixel by pixel.
+constexpr float kFewPixels = 1;  // from the first to the last
+
+// An edge's function below this is a weight below 0 too: divided by no area does it vanish.
+constexpr float kCertainlyOutside = -1e-30f;
+
 static float Least(float a, float b, float c) { return std::min(std::min(a, b), c); }
 static float Most(float a, float b, float c) { return std::max(std::max(a, b), c); }
 
@@ -34,26 +40,71 @@ static float LastPixel(float high, bool isCertain) {
     return isCertain ? std::floor(high - (0.5f - kCentreSlack)) : std::ceil(high);
 }
 
+namespace {
+
+// What a face may cover: from the first to the last pixel, both inclusive and inside the viewport. Empty
+// where the last is less than the first.
+struct FaceSpan {
+    float cross, area;  // twice the area, square pixels: with the sign of the winding, and its size
+    float size;         // from one end to the farthest centre that is looked at
+    float left, top, right, bottom;  // pixels, whole numbers
+};
+
+}  // namespace
+
+static FaceSpan SpanOf(const ScreenCorner& a, const ScreenCorner& b, const ScreenCorner& c,
+                       const Rect& viewport) {
+    FaceSpan span;
+    span.cross = (c.x - a.x) * (b.y - a.y) - (c.y - a.y) * (b.x - a.x);
+    span.area = std::abs(span.cross);
+    const float minX = Least(a.x, b.x, c.x), maxX = Most(a.x, b.x, c.x);
+    const float minY = Least(a.y, b.y, c.y), maxY = Most(a.y, b.y, c.y);
+    span.size = std::max(maxX - minX, maxY - minY) + kBoxMargin;
+    const bool isCertain = span.area >= kCertainArea * span.size * span.size * span.size;
+    span.left = std::max(FirstPixel(minX, isCertain), static_cast<float>(viewport.left));
+    span.top = std::max(FirstPixel(minY, isCertain), static_cast<float>(viewport.top));
+    span.right = std::min(LastPixel(maxX, isCertain), static_cast<float>(viewport.right - 1));
+    span.bottom = std::min(LastPixel(maxY, isCertain), static_cast<float>(viewport.bottom - 1));
+    return span;
+}
+
+static bool IsEmpty(const FaceSpan& span) {
+    return span.area < kSmallestArea || span.left > span.right || span.top > span.bottom;
+}
+
+static bool IsHidden(const ScreenCorner& a, const ScreenCorner& b, const ScreenCorner& c,
+                     const FaceSpan& span, float farthest) {
+    const float nearest = Least(a.depth, b.depth, c.depth);
+    const float rounding = kDepthRounding * span.size * span.size / span.area + kSumRounding;
+    return nearest - nearest * rounding > farthest;
+}
+
+static bool IsOutside(const ScreenCorner& start, const ScreenCorner& end, float sign, float x, float y) {
+    return sign * ((x - start.x) * (end.y - start.y) - (y - start.y) * (end.x - start.x)) < kCertainlyOutside;
+}
+
+// True for a face of a few pixels that covers none of their centres: its edges tell it as filling does.
+static bool MissesCentres(const ScreenCorner& a, const ScreenCorner& b, const ScreenCorner& c,
+                          const FaceSpan& span) {
+    if (span.right - span.left > kFewPixels || span.bottom - span.top > kFewPixels) return false;
+    const float sign = span.cross < 0 ? -1.0f : 1.0f;
+    bool misses = true;
+    for (float x : {span.left + 0.5f, span.right + 0.5f}) {
+        for (float y : {span.top + 0.5f, span.bottom + 0.5f}) {
+            misses = misses && (IsOutside(b, c, sign, x, y) || IsOutside(c, a, sign, x, y) ||
+                                IsOutside(a, b, sign, x, y));
+        }
+    }
+    return misses;
+}
+
 // False when the triangle shows no pixel of the viewport; otherwise gives those that it may cover.
 static bool MayShow(const ScreenCorner& a, const ScreenCorner& b, const ScreenCorner& c, const FaceView& view,
                     Rect& box) {
-    const Rect& viewport = view.viewport;
-    const float area = std::abs((c.x - a.x) * (b.y - a.y) - (c.y - a.y) * (b.x - a.x));
-    const float minX = Least(a.x, b.x, c.x), maxX = Most(a.x, b.x, c.x);
-    const float minY = Least(a.y, b.y, c.y), maxY = Most(a.y, b.y, c.y);
-    const float size = std::max(maxX - minX, maxY - minY) + kBoxMargin;
-    const bool isCertain = area >= kCertainArea * size * size * size;
-    const float left = std::max(FirstPixel(minX, isCertain), static_cast<float>(viewport.left));
-    const float top = std::max(FirstPixel(minY, isCertain), static_cast<float>(viewport.top));
-    const float right = std::min(LastPixel(maxX, isCertain), static_cast<float>(viewport.right - 1));
-    const float bottom = std::min(LastPixel(maxY, isCertain), static_cast<float>(viewport.bottom - 1));
-    if (area < kSmallestArea || left > right || top > bottom) return false;
-
-    const float nearest = Least(a.depth, b.depth, c.depth);
-    const float rounding = kDepthRounding * size * size / area + kSumRounding;
-    if (nearest - nearest * rounding > view.farthest) return false;
-    box = {static_cast<int32_t>(left), static_cast<int32_t>(top), static_cast<int32_t>(right) + 1,
-           static_cast<int32_t>(bottom) + 1};
+    const FaceSpan span = SpanOf(a, b, c, view.viewport);
+    if (IsEmpty(span) || IsHidden(a, b, c, span, view.farthest) || MissesCentres(a, b, c, span)) return false;
+    box = {static_cast<int32_t>(span.left), static_cast<int32_t>(span.top),
+           static_cast<int32_t>(span.right) + 1, static_cast<int32_t>(span.bottom) + 1};
     return true;
 }
 
@@ -153,39 +204,105 @@ static ZEL_INLINE void StoreSse2(std::array<int32_t, 4>& to, __m128 numbers) {
     _mm_storeu_si128(reinterpret_cast<__m128i*>(to.data()), _mm_cvttps_epi32(numbers));
 }
 
-// Gives the lanes whose face shows no pixel, and the boxes of the others. A place that is not a number leaves
-// a face in.
-static ZEL_INLINE uint32_t MissesSse2(const PlacesSse2& a, const PlacesSse2& b, const PlacesSse2& c,
-                                      const FaceView& view, Boxes<4>& boxes) {
-    const __m128 cross = _mm_sub_ps(_mm_mul_ps(_mm_sub_ps(c.x, a.x), _mm_sub_ps(b.y, a.y)),
-                                    _mm_mul_ps(_mm_sub_ps(c.y, a.y), _mm_sub_ps(b.x, a.x)));
-    const __m128 area = _mm_andnot_ps(_mm_set1_ps(-0.0f), cross);
+namespace {
+
+// See FaceSpan. Where a place is not a number, so is the area.
+struct FaceSpansSse2 {
+    __m128 cross, area, size, left, top, right, bottom;
+};
+
+}  // namespace
+
+static ZEL_INLINE FaceSpansSse2 SpansOfSse2(const PlacesSse2& a, const PlacesSse2& b, const PlacesSse2& c,
+                                            const Rect& viewport) {
+    FaceSpansSse2 spans;
+    spans.cross = _mm_sub_ps(_mm_mul_ps(_mm_sub_ps(c.x, a.x), _mm_sub_ps(b.y, a.y)),
+                             _mm_mul_ps(_mm_sub_ps(c.y, a.y), _mm_sub_ps(b.x, a.x)));
+    spans.area = _mm_andnot_ps(_mm_set1_ps(-0.0f), spans.cross);
     const __m128 minX = _mm_min_ps(_mm_min_ps(a.x, b.x), c.x), maxX = _mm_max_ps(_mm_max_ps(a.x, b.x), c.x);
     const __m128 minY = _mm_min_ps(_mm_min_ps(a.y, b.y), c.y), maxY = _mm_max_ps(_mm_max_ps(a.y, b.y), c.y);
     const __m128 size =
         _mm_add_ps(_mm_max_ps(_mm_sub_ps(maxX, minX), _mm_sub_ps(maxY, minY)), _mm_set1_ps(kBoxMargin));
     const __m128 cube = _mm_mul_ps(_mm_mul_ps(_mm_mul_ps(_mm_set1_ps(kCertainArea), size), size), size);
-    const __m128 isCertain = _mm_cmpge_ps(area, cube);
-    const Rect& viewport = view.viewport;
-    const __m128 left = _mm_max_ps(FirstPixelSse2(minX, isCertain), NumberSse2(viewport.left));
-    const __m128 top = _mm_max_ps(FirstPixelSse2(minY, isCertain), NumberSse2(viewport.top));
-    const __m128 right = _mm_min_ps(LastPixelSse2(maxX, isCertain), NumberSse2(viewport.right - 1));
-    const __m128 bottom = _mm_min_ps(LastPixelSse2(maxY, isCertain), NumberSse2(viewport.bottom - 1));
-    StoreSse2(boxes.left, left);
-    StoreSse2(boxes.top, top);
-    StoreSse2(boxes.right, right);
-    StoreSse2(boxes.bottom, bottom);
+    const __m128 isCertain = _mm_cmpge_ps(spans.area, cube);
+    spans.size = size;
+    spans.left = _mm_max_ps(FirstPixelSse2(minX, isCertain), NumberSse2(viewport.left));
+    spans.top = _mm_max_ps(FirstPixelSse2(minY, isCertain), NumberSse2(viewport.top));
+    spans.right = _mm_min_ps(LastPixelSse2(maxX, isCertain), NumberSse2(viewport.right - 1));
+    spans.bottom = _mm_min_ps(LastPixelSse2(maxY, isCertain), NumberSse2(viewport.bottom - 1));
+    return spans;
+}
 
+static ZEL_INLINE void StoreBoxesSse2(const FaceSpansSse2& spans, Boxes<4>& boxes) {
+    StoreSse2(boxes.left, spans.left);
+    StoreSse2(boxes.top, spans.top);
+    StoreSse2(boxes.right, spans.right);
+    StoreSse2(boxes.bottom, spans.bottom);
+}
+
+static ZEL_INLINE __m128 AreEmptySse2(const FaceSpansSse2& spans) {
+    const __m128 hasNoPixel =
+        _mm_or_ps(_mm_cmpgt_ps(spans.left, spans.right), _mm_cmpgt_ps(spans.top, spans.bottom));
+    return _mm_or_ps(_mm_cmplt_ps(spans.area, _mm_set1_ps(kSmallestArea)), hasNoPixel);
+}
+
+static ZEL_INLINE __m128 AreHiddenSse2(const PlacesSse2& a, const PlacesSse2& b, const PlacesSse2& c,
+                                       const FaceSpansSse2& spans, float farthest) {
     const __m128 nearest = _mm_min_ps(_mm_min_ps(a.depth, b.depth), c.depth);
-    const __m128 rounding =
-        _mm_add_ps(_mm_div_ps(_mm_mul_ps(_mm_mul_ps(_mm_set1_ps(kDepthRounding), size), size), area),
-                   _mm_set1_ps(kSumRounding));
-    const __m128 before = _mm_sub_ps(nearest, _mm_mul_ps(nearest, rounding));
-    __m128 misses = _mm_cmplt_ps(area, _mm_set1_ps(kSmallestArea));
-    misses = _mm_or_ps(misses, _mm_cmpgt_ps(left, right));
-    misses = _mm_or_ps(misses, _mm_cmpgt_ps(top, bottom));
-    misses = _mm_or_ps(misses, _mm_cmpgt_ps(before, _mm_set1_ps(view.farthest)));
-    return static_cast<uint32_t>(_mm_movemask_ps(_mm_and_ps(misses, _mm_cmpord_ps(area, area))));
+    const __m128 scaled = _mm_mul_ps(_mm_mul_ps(_mm_set1_ps(kDepthRounding), spans.size), spans.size);
+    const __m128 rounding = _mm_add_ps(_mm_div_ps(scaled, spans.area), _mm_set1_ps(kSumRounding));
+    return _mm_cmpgt_ps(_mm_sub_ps(nearest, _mm_mul_ps(nearest, rounding)), _mm_set1_ps(farthest));
+}
+
+// Of more than a few pixels.
+static ZEL_INLINE __m128 AreLargeSse2(const FaceSpansSse2& spans) {
+    const __m128 few = _mm_set1_ps(kFewPixels);
+    return _mm_or_ps(_mm_cmpgt_ps(_mm_sub_ps(spans.right, spans.left), few),
+                     _mm_cmpgt_ps(_mm_sub_ps(spans.bottom, spans.top), few));
+}
+
+// Adds the lanes where an edge leaves the centres of a face's pixels outside: by column and row.
+static ZEL_INLINE void AddOutsideSse2(const PlacesSse2& start, const PlacesSse2& end,
+                                      const FaceSpansSse2& spans, __m128 (&outside)[2][2]) {
+    const __m128 runX = _mm_sub_ps(end.x, start.x), runY = _mm_sub_ps(end.y, start.y),
+                 half = _mm_set1_ps(0.5f);
+    const __m128 sign = _mm_and_ps(spans.cross, _mm_set1_ps(-0.0f)),
+                 certainly = _mm_set1_ps(kCertainlyOutside);
+    const __m128 columns[2] = {spans.left, spans.right}, rows[2] = {spans.top, spans.bottom};
+    for (int column = 0; column < 2; ++column) {
+        const __m128 x = _mm_sub_ps(_mm_add_ps(columns[column], half), start.x);
+        for (int row = 0; row < 2; ++row) {
+            const __m128 y = _mm_sub_ps(_mm_add_ps(rows[row], half), start.y);
+            const __m128 edge = _mm_sub_ps(_mm_mul_ps(x, runY), _mm_mul_ps(y, runX));
+            outside[column][row] =
+                _mm_or_ps(outside[column][row], _mm_cmplt_ps(_mm_xor_ps(edge, sign), certainly));
+        }
+    }
+}
+
+static ZEL_INLINE __m128 MissCentresSse2(const PlacesSse2& a, const PlacesSse2& b, const PlacesSse2& c,
+                                         const FaceSpansSse2& spans) {
+    __m128 outside[2][2] = {{_mm_setzero_ps(), _mm_setzero_ps()}, {_mm_setzero_ps(), _mm_setzero_ps()}};
+    AddOutsideSse2(b, c, spans, outside);
+    AddOutsideSse2(c, a, spans, outside);
+    AddOutsideSse2(a, b, spans, outside);
+    return _mm_and_ps(_mm_and_ps(outside[0][0], outside[0][1]), _mm_and_ps(outside[1][0], outside[1][1]));
+}
+
+// Gives the lanes whose face shows no pixel, and the boxes of the others. A place that is not a number leaves
+// a face in.
+static ZEL_INLINE uint32_t MissesSse2(const PlacesSse2& a, const PlacesSse2& b, const PlacesSse2& c,
+                                      const FaceView& view, Boxes<4>& boxes) {
+    const FaceSpansSse2 spans = SpansOfSse2(a, b, c, view.viewport);
+    const __m128 isKnown = _mm_cmpord_ps(spans.area, spans.area), isLarge = AreLargeSse2(spans);
+    const __m128 misses = _mm_or_ps(AreEmptySse2(spans), AreHiddenSse2(a, b, c, spans, view.farthest));
+    const auto missing = static_cast<uint32_t>(_mm_movemask_ps(_mm_and_ps(misses, isKnown)));
+    const auto large = static_cast<uint32_t>(_mm_movemask_ps(isLarge));
+    if (missing == 0xF) return missing;
+    StoreBoxesSse2(spans, boxes);
+    if ((missing | large) == 0xF) return missing;
+    const __m128 missesCentres = _mm_and_ps(_mm_andnot_ps(isLarge, MissCentresSse2(a, b, c, spans)), isKnown);
+    return missing | static_cast<uint32_t>(_mm_movemask_ps(missesCentres));
 }
 
 static void ScanSse2(const Mesh& mesh, const MeshVertices& vertices, const FaceView& view,
@@ -243,11 +360,21 @@ ZEL_AVX2 static ZEL_INLINE void StoreAvx2(std::array<int32_t, 8>& to, __m256 num
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(to.data()), _mm256_cvttps_epi32(numbers));
 }
 
-ZEL_AVX2 static ZEL_INLINE uint32_t MissesAvx2(const PlacesAvx2& a, const PlacesAvx2& b, const PlacesAvx2& c,
-                                               const FaceView& view, Boxes<8>& boxes) {
-    const __m256 cross = _mm256_sub_ps(_mm256_mul_ps(_mm256_sub_ps(c.x, a.x), _mm256_sub_ps(b.y, a.y)),
-                                       _mm256_mul_ps(_mm256_sub_ps(c.y, a.y), _mm256_sub_ps(b.x, a.x)));
-    const __m256 area = _mm256_andnot_ps(_mm256_set1_ps(-0.0f), cross);
+namespace {
+
+// See FaceSpan. Where a place is not a number, so is the area.
+struct FaceSpansAvx2 {
+    __m256 cross, area, size, left, top, right, bottom;
+};
+
+}  // namespace
+
+ZEL_AVX2 static ZEL_INLINE FaceSpansAvx2 SpansOfAvx2(const PlacesAvx2& a, const PlacesAvx2& b,
+                                                     const PlacesAvx2& c, const Rect& viewport) {
+    FaceSpansAvx2 spans;
+    spans.cross = _mm256_sub_ps(_mm256_mul_ps(_mm256_sub_ps(c.x, a.x), _mm256_sub_ps(b.y, a.y)),
+                                _mm256_mul_ps(_mm256_sub_ps(c.y, a.y), _mm256_sub_ps(b.x, a.x)));
+    spans.area = _mm256_andnot_ps(_mm256_set1_ps(-0.0f), spans.cross);
     const __m256 minX = _mm256_min_ps(_mm256_min_ps(a.x, b.x), c.x),
                  maxX = _mm256_max_ps(_mm256_max_ps(a.x, b.x), c.x);
     const __m256 minY = _mm256_min_ps(_mm256_min_ps(a.y, b.y), c.y),
@@ -256,27 +383,90 @@ ZEL_AVX2 static ZEL_INLINE uint32_t MissesAvx2(const PlacesAvx2& a, const Places
                                       _mm256_set1_ps(kBoxMargin));
     const __m256 cube =
         _mm256_mul_ps(_mm256_mul_ps(_mm256_mul_ps(_mm256_set1_ps(kCertainArea), size), size), size);
-    const __m256 isCertain = _mm256_cmp_ps(area, cube, _CMP_GE_OQ);
-    const Rect& viewport = view.viewport;
-    const __m256 left = _mm256_max_ps(FirstPixelAvx2(minX, isCertain), NumberAvx2(viewport.left));
-    const __m256 top = _mm256_max_ps(FirstPixelAvx2(minY, isCertain), NumberAvx2(viewport.top));
-    const __m256 right = _mm256_min_ps(LastPixelAvx2(maxX, isCertain), NumberAvx2(viewport.right - 1));
-    const __m256 bottom = _mm256_min_ps(LastPixelAvx2(maxY, isCertain), NumberAvx2(viewport.bottom - 1));
-    StoreAvx2(boxes.left, left);
-    StoreAvx2(boxes.top, top);
-    StoreAvx2(boxes.right, right);
-    StoreAvx2(boxes.bottom, bottom);
+    const __m256 isCertain = _mm256_cmp_ps(spans.area, cube, _CMP_GE_OQ);
+    spans.size = size;
+    spans.left = _mm256_max_ps(FirstPixelAvx2(minX, isCertain), NumberAvx2(viewport.left));
+    spans.top = _mm256_max_ps(FirstPixelAvx2(minY, isCertain), NumberAvx2(viewport.top));
+    spans.right = _mm256_min_ps(LastPixelAvx2(maxX, isCertain), NumberAvx2(viewport.right - 1));
+    spans.bottom = _mm256_min_ps(LastPixelAvx2(maxY, isCertain), NumberAvx2(viewport.bottom - 1));
+    return spans;
+}
 
+ZEL_AVX2 static ZEL_INLINE void StoreBoxesAvx2(const FaceSpansAvx2& spans, Boxes<8>& boxes) {
+    StoreAvx2(boxes.left, spans.left);
+    StoreAvx2(boxes.top, spans.top);
+    StoreAvx2(boxes.right, spans.right);
+    StoreAvx2(boxes.bottom, spans.bottom);
+}
+
+ZEL_AVX2 static ZEL_INLINE __m256 AreEmptyAvx2(const FaceSpansAvx2& spans) {
+    const __m256 hasNoPixel = _mm256_or_ps(_mm256_cmp_ps(spans.left, spans.right, _CMP_GT_OQ),
+                                           _mm256_cmp_ps(spans.top, spans.bottom, _CMP_GT_OQ));
+    return _mm256_or_ps(_mm256_cmp_ps(spans.area, _mm256_set1_ps(kSmallestArea), _CMP_LT_OQ), hasNoPixel);
+}
+
+ZEL_AVX2 static ZEL_INLINE __m256 AreHiddenAvx2(const PlacesAvx2& a, const PlacesAvx2& b, const PlacesAvx2& c,
+                                                const FaceSpansAvx2& spans, float farthest) {
     const __m256 nearest = _mm256_min_ps(_mm256_min_ps(a.depth, b.depth), c.depth);
-    const __m256 scaled = _mm256_mul_ps(_mm256_mul_ps(_mm256_set1_ps(kDepthRounding), size), size);
-    const __m256 rounding = _mm256_add_ps(_mm256_div_ps(scaled, area), _mm256_set1_ps(kSumRounding));
-    const __m256 before = _mm256_sub_ps(nearest, _mm256_mul_ps(nearest, rounding));
-    __m256 misses = _mm256_cmp_ps(area, _mm256_set1_ps(kSmallestArea), _CMP_LT_OQ);
-    misses = _mm256_or_ps(misses, _mm256_cmp_ps(left, right, _CMP_GT_OQ));
-    misses = _mm256_or_ps(misses, _mm256_cmp_ps(top, bottom, _CMP_GT_OQ));
-    misses = _mm256_or_ps(misses, _mm256_cmp_ps(before, _mm256_set1_ps(view.farthest), _CMP_GT_OQ));
-    misses = _mm256_and_ps(misses, _mm256_cmp_ps(area, area, _CMP_ORD_Q));
-    return static_cast<uint32_t>(_mm256_movemask_ps(misses));
+    const __m256 scaled =
+        _mm256_mul_ps(_mm256_mul_ps(_mm256_set1_ps(kDepthRounding), spans.size), spans.size);
+    const __m256 rounding = _mm256_add_ps(_mm256_div_ps(scaled, spans.area), _mm256_set1_ps(kSumRounding));
+    return _mm256_cmp_ps(_mm256_sub_ps(nearest, _mm256_mul_ps(nearest, rounding)), _mm256_set1_ps(farthest),
+                         _CMP_GT_OQ);
+}
+
+// Of more than a few pixels.
+ZEL_AVX2 static ZEL_INLINE __m256 AreLargeAvx2(const FaceSpansAvx2& spans) {
+    const __m256 few = _mm256_set1_ps(kFewPixels);
+    return _mm256_or_ps(_mm256_cmp_ps(_mm256_sub_ps(spans.right, spans.left), few, _CMP_GT_OQ),
+                        _mm256_cmp_ps(_mm256_sub_ps(spans.bottom, spans.top), few, _CMP_GT_OQ));
+}
+
+// Adds the lanes where an edge leaves the centres of a face's pixels outside: by column and row.
+ZEL_AVX2 static ZEL_INLINE void AddOutsideAvx2(const PlacesAvx2& start, const PlacesAvx2& end,
+                                               const FaceSpansAvx2& spans, __m256 (&outside)[2][2]) {
+    const __m256 runX = _mm256_sub_ps(end.x, start.x), runY = _mm256_sub_ps(end.y, start.y),
+                 half = _mm256_set1_ps(0.5f);
+    const __m256 sign = _mm256_and_ps(spans.cross, _mm256_set1_ps(-0.0f)),
+                 certainly = _mm256_set1_ps(kCertainlyOutside);
+    const __m256 columns[2] = {spans.left, spans.right}, rows[2] = {spans.top, spans.bottom};
+    for (int column = 0; column < 2; ++column) {
+        const __m256 x = _mm256_sub_ps(_mm256_add_ps(columns[column], half), start.x);
+        for (int row = 0; row < 2; ++row) {
+            const __m256 y = _mm256_sub_ps(_mm256_add_ps(rows[row], half), start.y);
+            const __m256 edge = _mm256_sub_ps(_mm256_mul_ps(x, runY), _mm256_mul_ps(y, runX));
+            outside[column][row] = _mm256_or_ps(
+                outside[column][row], _mm256_cmp_ps(_mm256_xor_ps(edge, sign), certainly, _CMP_LT_OQ));
+        }
+    }
+}
+
+ZEL_AVX2 static ZEL_INLINE __m256 MissCentresAvx2(const PlacesAvx2& a, const PlacesAvx2& b,
+                                                  const PlacesAvx2& c, const FaceSpansAvx2& spans) {
+    __m256 outside[2][2] = {{_mm256_setzero_ps(), _mm256_setzero_ps()},
+                            {_mm256_setzero_ps(), _mm256_setzero_ps()}};
+    AddOutsideAvx2(b, c, spans, outside);
+    AddOutsideAvx2(c, a, spans, outside);
+    AddOutsideAvx2(a, b, spans, outside);
+    return _mm256_and_ps(_mm256_and_ps(outside[0][0], outside[0][1]),
+                         _mm256_and_ps(outside[1][0], outside[1][1]));
+}
+
+// Gives the lanes whose face shows no pixel, and the boxes of the others. A place that is not a number leaves
+// a face in.
+ZEL_AVX2 static ZEL_INLINE uint32_t MissesAvx2(const PlacesAvx2& a, const PlacesAvx2& b, const PlacesAvx2& c,
+                                               const FaceView& view, Boxes<8>& boxes) {
+    const FaceSpansAvx2 spans = SpansOfAvx2(a, b, c, view.viewport);
+    const __m256 isKnown = _mm256_cmp_ps(spans.area, spans.area, _CMP_ORD_Q), isLarge = AreLargeAvx2(spans);
+    const __m256 misses = _mm256_or_ps(AreEmptyAvx2(spans), AreHiddenAvx2(a, b, c, spans, view.farthest));
+    const auto missing = static_cast<uint32_t>(_mm256_movemask_ps(_mm256_and_ps(misses, isKnown)));
+    const auto large = static_cast<uint32_t>(_mm256_movemask_ps(isLarge));
+    if (missing == 0xFF) return missing;
+    StoreBoxesAvx2(spans, boxes);
+    if ((missing | large) == 0xFF) return missing;
+    const __m256 missesCentres =
+        _mm256_and_ps(_mm256_andnot_ps(isLarge, MissCentresAvx2(a, b, c, spans)), isKnown);
+    return missing | static_cast<uint32_t>(_mm256_movemask_ps(missesCentres));
 }
 
 ZEL_AVX2 static void ScanAvx2(const Mesh& mesh, const MeshVertices& vertices, const FaceView& view,
