@@ -5,6 +5,7 @@
 #include "render/gizmo.h"
 #include "render/icons.h"
 #include "render/mesh_batch.h"
+#include "render/mesh_bounds.h"
 #include "render/scene_view.h"
 #include "render/transform.h"
 #include "render/viewport_overlay.h"
@@ -63,10 +64,11 @@ static void DrawObjects(const MeshDraw& frame, WorldMatrices& worlds) {
             continue;
         }
         const Mesh& mesh = editorState.meshes[static_cast<size_t>(object.meshIndex)];
-        if (IsSelected(i)) {
-            DrawMesh(mesh, MeshDrawOf(i, frame, worlds));
-        } else {
-            batch.push_back({&mesh, MeshDrawOf(i, frame, worlds)});
+        const MeshDraw draw = MeshDrawOf(i, frame, worlds);
+        if (draw.selected) {
+            DrawMesh(mesh, draw);
+        } else if (!IsBesideView(mesh, {draw.world, draw.viewProjection, frameBuffer.viewport})) {
+            batch.push_back({&mesh, draw});
         }
     }
     drawBatch();
