@@ -46,12 +46,16 @@ struct MeshToDraw {
     AxisScales scales;
 };
 
-// Flat faces, each whole in view.
+// Faces that are each whole in view.
 struct FlatFacesToDraw {
-    const Mesh& mesh;
-    const MeshDraw& draw;
+    const MeshToDraw& whole;
     std::span<const ScannedFace> faces;
     const FaceLight* lights;  // by face; null: each is found when it is needed
+};
+
+struct TexturedFacesToDraw {
+    const MeshToDraw& whole;
+    std::span<const ScannedFace> faces;
 };
 
 }  // namespace
@@ -86,16 +90,22 @@ static bool SetUpFace(const Mesh& mesh, const MeshTriangle& triangle, const Mesh
     return Dot(face.toEye, face.normal) > 0;
 }
 
+static std::array<TexturePoint, 3> TexturePointsOf(const Mesh& mesh, const MeshDraw& draw, const Face& face,
+                                                   const AxisScales& scales) {
+    std::array<TexturePoint, 3> points;
+    for (size_t c = 0; c < 3; ++c) {
+        const Vec3& position = mesh.vertices[face.index[c]].position;
+        points[c] = TextureCoordinates(position, face.normal, scales, draw.repeat);
+    }
+    return points;
+}
+
 // A face that lies beyond the near plane and is wholly visible.
 static ScreenFace WholeFace(const Mesh& mesh, const MeshDraw& draw, const MeshVertices& vertices,
                             const Face& face, const AxisScales& scales) {
     ScreenFace whole{.color = mesh.vertices[face.index[0]].color};
     for (size_t c = 0; c < 3; ++c) whole.corners[c] = vertices.corners[face.index[c]];
-    if (draw.texture == nullptr) return whole;
-    for (size_t c = 0; c < 3; ++c) {
-        whole.points[c] =
-            TextureCoordinates(mesh.vertices[face.index[c]].position, face.normal, scales, draw.repeat);
-    }
+    if (draw.texture != nullptr) whole.points = TexturePointsOf(mesh, draw, face, scales);
     return whole;
 }
 
@@ -164,7 +174,9 @@ static void DrawParts(const Mesh& mesh, const MeshDraw& draw, const MeshVertices
 
 // False for a face that turns its back to the eye.
 static bool ColorOfFlatFace(const void* source, uint32_t number, Pixel& color) {
-    const auto& [mesh, draw, faces, lights] = *static_cast<const FlatFacesToDraw*>(source);
+    const auto& [whole, faces, lights] = *static_cast<const FlatFacesToDraw*>(source);
+    const Mesh& mesh = whole.mesh;
+    const MeshDraw& draw = whole.draw;
     const uint32_t triangle = faces[number].triangle;
     const FaceLight light = lights != nullptr ? lights[number] : LightOfFace(mesh, draw, triangle);
     if (!(light.eye > 0)) return false;
@@ -174,6 +186,20 @@ static bool ColorOfFlatFace(const void* source, uint32_t number, Pixel& color) {
     return true;
 }
 
+static bool TextureOfFace(const void* source, uint32_t number, TexturedFace& textured) {
+    const auto& [whole, faces] = *static_cast<const TexturedFacesToDraw*>(source);
+    const MeshDraw& draw = whole.draw;
+    Face face;
+    if (!SetUpFace(whole.mesh, whole.mesh.triangles[faces[number].triangle], draw, face)) return false;
+    textured = {TexturePointsOf(whole.mesh, draw, face, whole.scales),
+                {draw.texture, draw.repeat, draw.tint, BrightnessOf(face, draw)}};
+    return true;
+}
+
+static MeshFaces FacesOf(const MeshToDraw& whole, std::span<const ScannedFace> faces) {
+    return {faces, whole.mesh.triangles.data(), whole.vertices.corners.data()};
+}
+
 // Many faces are turned to the light together. That of a few waits, as the colour of each does, for its first
 // pixel.
 static void DrawFlatFaces(const MeshToDraw& whole, std::span<const ScannedFace> faces) {
@@ -181,29 +207,30 @@ static void DrawFlatFaces(const MeshToDraw& whole, std::span<const ScannedFace> 
     static std::vector<FaceLight> lights;
     const bool areMany = frameBuffer.simd == SimdLevel::Avx2 && faces.size() >= kMany;
     if (areMany) FindLightsOfFaces(whole.mesh, whole.draw, faces, lights);
-    const FlatFacesToDraw source{whole.mesh, whole.draw, faces, areMany ? lights.data() : nullptr};
-    FillTriangles(
-        {faces, whole.mesh.triangles.data(), whole.vertices.corners.data(), {ColorOfFlatFace, &source}});
+    const FlatFacesToDraw source{whole, faces, areMany ? lights.data() : nullptr};
+    FillTriangles(FacesOf(whole, faces), FlatFill{ColorOfFlatFace, &source});
 }
 
-static void DrawTexturedFace(const MeshToDraw& source, const ScannedFace& scanned) {
-    const auto& [mesh, draw, vertices, scales] = source;
-    Face face;
-    if (!SetUpFace(mesh, mesh.triangles[scanned.triangle], draw, face)) return;
-    const ScreenFace part = WholeFace(mesh, draw, vertices, face, scales);
-    FillTriangle(part.corners, scanned.box, part.points,
-                 {draw.texture, draw.repeat, draw.tint, BrightnessOf(face, draw)});
+static void DrawTexturedFaces(const MeshToDraw& whole, std::span<const ScannedFace> faces) {
+    const TexturedFacesToDraw source{whole, faces};
+    FillTriangles(FacesOf(whole, faces), TexturedFill{TextureOfFace, &source});
 }
 
-static void DrawAnyFace(const MeshToDraw& source, const ScannedFace& scanned) {
-    const auto& [mesh, draw, vertices, scales] = source;
-    const MeshTriangle& triangle = mesh.triangles[scanned.triangle];
-    if (!IsWhole(vertices, triangle)) {
-        DrawParts(mesh, draw, vertices, scales, triangle);
-    } else if (draw.texture == nullptr) {
-        DrawFlatFaces(source, {&scanned, 1});
+static void DrawWholeFaces(const MeshToDraw& whole, std::span<const ScannedFace> faces) {
+    if (whole.draw.texture == nullptr) {
+        DrawFlatFaces(whole, faces);
     } else {
-        DrawTexturedFace(source, scanned);
+        DrawTexturedFaces(whole, faces);
+    }
+}
+
+static void DrawAnyFace(const MeshToDraw& whole, const ScannedFace& scanned) {
+    const auto& [mesh, draw, vertices, scales] = whole;
+    const MeshTriangle& triangle = mesh.triangles[scanned.triangle];
+    if (IsWhole(vertices, triangle)) {
+        DrawWholeFaces(whole, {&scanned, 1});
+    } else {
+        DrawParts(mesh, draw, vertices, scales, triangle);
     }
 }
 
@@ -228,8 +255,8 @@ static void DrawFaces(const Mesh& mesh, const MeshDraw& draw, const MeshVertices
     if (faces.empty()) return;
     PrepareDepth(covered);
     const MeshToDraw source{mesh, draw, vertices, WorldScales(draw.world)};
-    if (vertices.arePlain && draw.texture == nullptr) {
-        DrawFlatFaces(source, faces);
+    if (vertices.arePlain) {
+        DrawWholeFaces(source, faces);
     } else {
         for (const ScannedFace& face : faces) DrawAnyFace(source, face);
     }

@@ -72,11 +72,12 @@ static bool IsEmpty(const FaceSpan& span) {
     return span.area < kSmallestArea || span.left > span.right || span.top > span.bottom;
 }
 
-static bool IsHidden(const ScreenCorner& a, const ScreenCorner& b, const ScreenCorner& c,
-                     const FaceSpan& span, float farthest) {
-    const float nearest = Least(a.depth, b.depth, c.depth);
+// No pixel of the face lies before this.
+static float NearestDepth(const ScreenCorner& a, const ScreenCorner& b, const ScreenCorner& c,
+                          const FaceSpan& span) {
+    const float least = Least(a.depth, b.depth, c.depth);
     const float rounding = kDepthRounding * span.size * span.size / span.area + kSumRounding;
-    return nearest - nearest * rounding > farthest;
+    return least - least * rounding;
 }
 
 static bool IsOutside(const ScreenCorner& start, const ScreenCorner& end, float sign, float x, float y) {
@@ -100,11 +101,12 @@ static bool MissesCentres(const ScreenCorner& a, const ScreenCorner& b, const Sc
 
 // False when the triangle shows no pixel of the viewport; otherwise gives those that it may cover.
 static bool MayShow(const ScreenCorner& a, const ScreenCorner& b, const ScreenCorner& c, const FaceView& view,
-                    Rect& box) {
+                    ScannedFace& face) {
     const FaceSpan span = SpanOf(a, b, c, view.viewport);
-    if (IsEmpty(span) || IsHidden(a, b, c, span, view.farthest) || MissesCentres(a, b, c, span)) return false;
-    box = {static_cast<int32_t>(span.left), static_cast<int32_t>(span.top),
-           static_cast<int32_t>(span.right) + 1, static_cast<int32_t>(span.bottom) + 1};
+    face.nearest = NearestDepth(a, b, c, span);
+    if (IsEmpty(span) || face.nearest > view.farthest || MissesCentres(a, b, c, span)) return false;
+    face.box = {static_cast<int32_t>(span.left), static_cast<int32_t>(span.top),
+                static_cast<int32_t>(span.right) + 1, static_cast<int32_t>(span.bottom) + 1};
     return true;
 }
 
@@ -118,8 +120,7 @@ static void ScanScalar(const Mesh& mesh, const MeshVertices& vertices, const Fac
         const auto a = static_cast<size_t>(t[0]), b = static_cast<size_t>(t[1]),
                    c = static_cast<size_t>(t[2]);
         const bool isPlain = vertices.IsPlain(a) && vertices.IsPlain(b) && vertices.IsPlain(c);
-        if (!isPlain ||
-            MayShow(vertices.corners[a], vertices.corners[b], vertices.corners[c], view, face.box))
+        if (!isPlain || MayShow(vertices.corners[a], vertices.corners[b], vertices.corners[c], view, face))
             out.push_back(face);
     }
 }
@@ -135,21 +136,23 @@ struct CornersOfFaces {
     size_t operator[](size_t lane) const { return static_cast<size_t>(triangles[faces[lane]][corner]); }
 };
 
+// What is found of several faces.
 template <size_t lanes>
-struct Boxes {
-    std::array<int32_t, lanes> left, top, right, bottom;
+struct Places {
+    std::array<int32_t, lanes> left, top, right, bottom;  // inclusive
+    std::array<float, lanes> nearest;                     // see ScannedFace
 };
 
 }  // namespace
 
 // Adds those of the faces whose lane is set.
 template <size_t lanes>
-static ZEL_INLINE size_t AddFaces(uint32_t set, const uint32_t* faces, const Boxes<lanes>& boxes,
+static ZEL_INLINE size_t AddFaces(uint32_t set, const uint32_t* faces, const Places<lanes>& places,
                                   ScannedFace* out, size_t found) {
     for (; set != 0; set &= set - 1) {
         const auto lane = static_cast<size_t>(std::countr_zero(set));
-        out[found++] = {faces[lane],
-                        {boxes.left[lane], boxes.top[lane], boxes.right[lane] + 1, boxes.bottom[lane] + 1}};
+        const Rect box{places.left[lane], places.top[lane], places.right[lane] + 1, places.bottom[lane] + 1};
+        out[found++] = {faces[lane], box, places.nearest[lane]};
     }
     return found;
 }
@@ -164,13 +167,13 @@ static uint32_t LanesOf(size_t first, size_t count, size_t lanes) {
 
 namespace {
 
-struct PlacesSse2 {
+struct CornersSse2 {
     __m128 x, y, depth;
 };
 
 }  // namespace
 
-static ZEL_INLINE PlacesSse2 PlacesOfSse2(const ScreenCorner* corners, const CornersOfFaces& at) {
+static ZEL_INLINE CornersSse2 CornersOfSse2(const ScreenCorner* corners, const CornersOfFaces& at) {
     __m128 x = _mm_loadu_ps(&corners[at[0]].x), y = _mm_loadu_ps(&corners[at[1]].x);
     __m128 depth = _mm_loadu_ps(&corners[at[2]].x), unused = _mm_loadu_ps(&corners[at[3]].x);
     _MM_TRANSPOSE4_PS(x, y, depth, unused);
@@ -213,7 +216,7 @@ struct FaceSpansSse2 {
 
 }  // namespace
 
-static ZEL_INLINE FaceSpansSse2 SpansOfSse2(const PlacesSse2& a, const PlacesSse2& b, const PlacesSse2& c,
+static ZEL_INLINE FaceSpansSse2 SpansOfSse2(const CornersSse2& a, const CornersSse2& b, const CornersSse2& c,
                                             const Rect& viewport) {
     FaceSpansSse2 spans;
     spans.cross = _mm_sub_ps(_mm_mul_ps(_mm_sub_ps(c.x, a.x), _mm_sub_ps(b.y, a.y)),
@@ -233,11 +236,12 @@ static ZEL_INLINE FaceSpansSse2 SpansOfSse2(const PlacesSse2& a, const PlacesSse
     return spans;
 }
 
-static ZEL_INLINE void StoreBoxesSse2(const FaceSpansSse2& spans, Boxes<4>& boxes) {
-    StoreSse2(boxes.left, spans.left);
-    StoreSse2(boxes.top, spans.top);
-    StoreSse2(boxes.right, spans.right);
-    StoreSse2(boxes.bottom, spans.bottom);
+static ZEL_INLINE void StorePlacesSse2(const FaceSpansSse2& spans, __m128 nearest, Places<4>& places) {
+    StoreSse2(places.left, spans.left);
+    StoreSse2(places.top, spans.top);
+    StoreSse2(places.right, spans.right);
+    StoreSse2(places.bottom, spans.bottom);
+    _mm_storeu_ps(places.nearest.data(), nearest);
 }
 
 static ZEL_INLINE __m128 AreEmptySse2(const FaceSpansSse2& spans) {
@@ -246,12 +250,12 @@ static ZEL_INLINE __m128 AreEmptySse2(const FaceSpansSse2& spans) {
     return _mm_or_ps(_mm_cmplt_ps(spans.area, _mm_set1_ps(kSmallestArea)), hasNoPixel);
 }
 
-static ZEL_INLINE __m128 AreHiddenSse2(const PlacesSse2& a, const PlacesSse2& b, const PlacesSse2& c,
-                                       const FaceSpansSse2& spans, float farthest) {
-    const __m128 nearest = _mm_min_ps(_mm_min_ps(a.depth, b.depth), c.depth);
+static ZEL_INLINE __m128 NearestDepthsSse2(const CornersSse2& a, const CornersSse2& b, const CornersSse2& c,
+                                           const FaceSpansSse2& spans) {
+    const __m128 least = _mm_min_ps(_mm_min_ps(a.depth, b.depth), c.depth);
     const __m128 scaled = _mm_mul_ps(_mm_mul_ps(_mm_set1_ps(kDepthRounding), spans.size), spans.size);
     const __m128 rounding = _mm_add_ps(_mm_div_ps(scaled, spans.area), _mm_set1_ps(kSumRounding));
-    return _mm_cmpgt_ps(_mm_sub_ps(nearest, _mm_mul_ps(nearest, rounding)), _mm_set1_ps(farthest));
+    return _mm_sub_ps(least, _mm_mul_ps(least, rounding));
 }
 
 // Of more than a few pixels.
@@ -262,7 +266,7 @@ static ZEL_INLINE __m128 AreLargeSse2(const FaceSpansSse2& spans) {
 }
 
 // Adds the lanes where an edge leaves the centres of a face's pixels outside: by column and row.
-static ZEL_INLINE void AddOutsideSse2(const PlacesSse2& start, const PlacesSse2& end,
+static ZEL_INLINE void AddOutsideSse2(const CornersSse2& start, const CornersSse2& end,
                                       const FaceSpansSse2& spans, __m128 (&outside)[2][2]) {
     const __m128 runX = _mm_sub_ps(end.x, start.x), runY = _mm_sub_ps(end.y, start.y),
                  half = _mm_set1_ps(0.5f);
@@ -280,7 +284,7 @@ static ZEL_INLINE void AddOutsideSse2(const PlacesSse2& start, const PlacesSse2&
     }
 }
 
-static ZEL_INLINE __m128 MissCentresSse2(const PlacesSse2& a, const PlacesSse2& b, const PlacesSse2& c,
+static ZEL_INLINE __m128 MissCentresSse2(const CornersSse2& a, const CornersSse2& b, const CornersSse2& c,
                                          const FaceSpansSse2& spans) {
     __m128 outside[2][2] = {{_mm_setzero_ps(), _mm_setzero_ps()}, {_mm_setzero_ps(), _mm_setzero_ps()}};
     AddOutsideSse2(b, c, spans, outside);
@@ -289,17 +293,19 @@ static ZEL_INLINE __m128 MissCentresSse2(const PlacesSse2& a, const PlacesSse2& 
     return _mm_and_ps(_mm_and_ps(outside[0][0], outside[0][1]), _mm_and_ps(outside[1][0], outside[1][1]));
 }
 
-// Gives the lanes whose face shows no pixel, and the boxes of the others. A place that is not a number leaves
-// a face in.
-static ZEL_INLINE uint32_t MissesSse2(const PlacesSse2& a, const PlacesSse2& b, const PlacesSse2& c,
-                                      const FaceView& view, Boxes<4>& boxes) {
+// Gives the lanes whose face shows no pixel, and the places of the others. A place that is not a number
+// leaves a face in.
+static ZEL_INLINE uint32_t MissesSse2(const CornersSse2& a, const CornersSse2& b, const CornersSse2& c,
+                                      const FaceView& view, Places<4>& places) {
     const FaceSpansSse2 spans = SpansOfSse2(a, b, c, view.viewport);
     const __m128 isKnown = _mm_cmpord_ps(spans.area, spans.area), isLarge = AreLargeSse2(spans);
-    const __m128 misses = _mm_or_ps(AreEmptySse2(spans), AreHiddenSse2(a, b, c, spans, view.farthest));
+    const __m128 nearest = NearestDepthsSse2(a, b, c, spans);
+    const __m128 areHidden = _mm_cmpgt_ps(nearest, _mm_set1_ps(view.farthest));
+    const __m128 misses = _mm_or_ps(AreEmptySse2(spans), areHidden);
     const auto missing = static_cast<uint32_t>(_mm_movemask_ps(_mm_and_ps(misses, isKnown)));
     const auto large = static_cast<uint32_t>(_mm_movemask_ps(isLarge));
     if (missing == 0xF) return missing;
-    StoreBoxesSse2(spans, boxes);
+    StorePlacesSse2(spans, nearest, places);
     if ((missing | large) == 0xF) return missing;
     const __m128 missesCentres = _mm_and_ps(_mm_andnot_ps(isLarge, MissCentresSse2(a, b, c, spans)), isKnown);
     return missing | static_cast<uint32_t>(_mm_movemask_ps(missesCentres));
@@ -312,12 +318,12 @@ static void ScanSse2(const Mesh& mesh, const MeshVertices& vertices, const FaceV
     size_t found = 0;
     out.resize(count);
     for (size_t i = 0; i < count; i += 4) {
-        Boxes<4> boxes;
+        Places<4> places;
         const uint32_t* group = &faces[i];
-        const uint32_t misses = MissesSse2(PlacesOfSse2(corners, {triangles, group, 0}),
-                                           PlacesOfSse2(corners, {triangles, group, 1}),
-                                           PlacesOfSse2(corners, {triangles, group, 2}), view, boxes);
-        found = AddFaces(~misses & LanesOf(i, count, 4), group, boxes, out.data(), found);
+        const uint32_t misses = MissesSse2(CornersOfSse2(corners, {triangles, group, 0}),
+                                           CornersOfSse2(corners, {triangles, group, 1}),
+                                           CornersOfSse2(corners, {triangles, group, 2}), view, places);
+        found = AddFaces(~misses & LanesOf(i, count, 4), group, places, out.data(), found);
     }
     out.resize(found);
 }
@@ -326,14 +332,14 @@ static void ScanSse2(const Mesh& mesh, const MeshVertices& vertices, const FaceV
 
 namespace {
 
-struct PlacesAvx2 {
+struct CornersAvx2 {
     __m256 x, y, depth;
 };
 
 }  // namespace
 
 // Single loads put together: they cost a third of what gathers do.
-ZEL_AVX2 static ZEL_INLINE PlacesAvx2 PlacesOfAvx2(const ScreenCorner* corners, const CornersOfFaces& at) {
+ZEL_AVX2 static ZEL_INLINE CornersAvx2 CornersOfAvx2(const ScreenCorner* corners, const CornersOfFaces& at) {
     __m256 x = LoadPairAvx2(&corners[at[0]].x, &corners[at[4]].x),
            y = LoadPairAvx2(&corners[at[1]].x, &corners[at[5]].x);
     __m256 depth = LoadPairAvx2(&corners[at[2]].x, &corners[at[6]].x),
@@ -369,8 +375,8 @@ struct FaceSpansAvx2 {
 
 }  // namespace
 
-ZEL_AVX2 static ZEL_INLINE FaceSpansAvx2 SpansOfAvx2(const PlacesAvx2& a, const PlacesAvx2& b,
-                                                     const PlacesAvx2& c, const Rect& viewport) {
+ZEL_AVX2 static ZEL_INLINE FaceSpansAvx2 SpansOfAvx2(const CornersAvx2& a, const CornersAvx2& b,
+                                                     const CornersAvx2& c, const Rect& viewport) {
     FaceSpansAvx2 spans;
     spans.cross = _mm256_sub_ps(_mm256_mul_ps(_mm256_sub_ps(c.x, a.x), _mm256_sub_ps(b.y, a.y)),
                                 _mm256_mul_ps(_mm256_sub_ps(c.y, a.y), _mm256_sub_ps(b.x, a.x)));
@@ -392,11 +398,13 @@ ZEL_AVX2 static ZEL_INLINE FaceSpansAvx2 SpansOfAvx2(const PlacesAvx2& a, const 
     return spans;
 }
 
-ZEL_AVX2 static ZEL_INLINE void StoreBoxesAvx2(const FaceSpansAvx2& spans, Boxes<8>& boxes) {
-    StoreAvx2(boxes.left, spans.left);
-    StoreAvx2(boxes.top, spans.top);
-    StoreAvx2(boxes.right, spans.right);
-    StoreAvx2(boxes.bottom, spans.bottom);
+ZEL_AVX2 static ZEL_INLINE void StorePlacesAvx2(const FaceSpansAvx2& spans, __m256 nearest,
+                                                Places<8>& places) {
+    StoreAvx2(places.left, spans.left);
+    StoreAvx2(places.top, spans.top);
+    StoreAvx2(places.right, spans.right);
+    StoreAvx2(places.bottom, spans.bottom);
+    _mm256_storeu_ps(places.nearest.data(), nearest);
 }
 
 ZEL_AVX2 static ZEL_INLINE __m256 AreEmptyAvx2(const FaceSpansAvx2& spans) {
@@ -405,14 +413,13 @@ ZEL_AVX2 static ZEL_INLINE __m256 AreEmptyAvx2(const FaceSpansAvx2& spans) {
     return _mm256_or_ps(_mm256_cmp_ps(spans.area, _mm256_set1_ps(kSmallestArea), _CMP_LT_OQ), hasNoPixel);
 }
 
-ZEL_AVX2 static ZEL_INLINE __m256 AreHiddenAvx2(const PlacesAvx2& a, const PlacesAvx2& b, const PlacesAvx2& c,
-                                                const FaceSpansAvx2& spans, float farthest) {
-    const __m256 nearest = _mm256_min_ps(_mm256_min_ps(a.depth, b.depth), c.depth);
+ZEL_AVX2 static ZEL_INLINE __m256 NearestDepthsAvx2(const CornersAvx2& a, const CornersAvx2& b,
+                                                    const CornersAvx2& c, const FaceSpansAvx2& spans) {
+    const __m256 least = _mm256_min_ps(_mm256_min_ps(a.depth, b.depth), c.depth);
     const __m256 scaled =
         _mm256_mul_ps(_mm256_mul_ps(_mm256_set1_ps(kDepthRounding), spans.size), spans.size);
     const __m256 rounding = _mm256_add_ps(_mm256_div_ps(scaled, spans.area), _mm256_set1_ps(kSumRounding));
-    return _mm256_cmp_ps(_mm256_sub_ps(nearest, _mm256_mul_ps(nearest, rounding)), _mm256_set1_ps(farthest),
-                         _CMP_GT_OQ);
+    return _mm256_sub_ps(least, _mm256_mul_ps(least, rounding));
 }
 
 // Of more than a few pixels.
@@ -423,7 +430,7 @@ ZEL_AVX2 static ZEL_INLINE __m256 AreLargeAvx2(const FaceSpansAvx2& spans) {
 }
 
 // Adds the lanes where an edge leaves the centres of a face's pixels outside: by column and row.
-ZEL_AVX2 static ZEL_INLINE void AddOutsideAvx2(const PlacesAvx2& start, const PlacesAvx2& end,
+ZEL_AVX2 static ZEL_INLINE void AddOutsideAvx2(const CornersAvx2& start, const CornersAvx2& end,
                                                const FaceSpansAvx2& spans, __m256 (&outside)[2][2]) {
     const __m256 runX = _mm256_sub_ps(end.x, start.x), runY = _mm256_sub_ps(end.y, start.y),
                  half = _mm256_set1_ps(0.5f);
@@ -441,8 +448,8 @@ ZEL_AVX2 static ZEL_INLINE void AddOutsideAvx2(const PlacesAvx2& start, const Pl
     }
 }
 
-ZEL_AVX2 static ZEL_INLINE __m256 MissCentresAvx2(const PlacesAvx2& a, const PlacesAvx2& b,
-                                                  const PlacesAvx2& c, const FaceSpansAvx2& spans) {
+ZEL_AVX2 static ZEL_INLINE __m256 MissCentresAvx2(const CornersAvx2& a, const CornersAvx2& b,
+                                                  const CornersAvx2& c, const FaceSpansAvx2& spans) {
     __m256 outside[2][2] = {{_mm256_setzero_ps(), _mm256_setzero_ps()},
                             {_mm256_setzero_ps(), _mm256_setzero_ps()}};
     AddOutsideAvx2(b, c, spans, outside);
@@ -452,17 +459,20 @@ ZEL_AVX2 static ZEL_INLINE __m256 MissCentresAvx2(const PlacesAvx2& a, const Pla
                          _mm256_and_ps(outside[1][0], outside[1][1]));
 }
 
-// Gives the lanes whose face shows no pixel, and the boxes of the others. A place that is not a number leaves
-// a face in.
-ZEL_AVX2 static ZEL_INLINE uint32_t MissesAvx2(const PlacesAvx2& a, const PlacesAvx2& b, const PlacesAvx2& c,
-                                               const FaceView& view, Boxes<8>& boxes) {
+// Gives the lanes whose face shows no pixel, and the places of the others. A place that is not a number
+// leaves a face in.
+ZEL_AVX2 static ZEL_INLINE uint32_t MissesAvx2(const CornersAvx2& a, const CornersAvx2& b,
+                                               const CornersAvx2& c, const FaceView& view,
+                                               Places<8>& places) {
     const FaceSpansAvx2 spans = SpansOfAvx2(a, b, c, view.viewport);
     const __m256 isKnown = _mm256_cmp_ps(spans.area, spans.area, _CMP_ORD_Q), isLarge = AreLargeAvx2(spans);
-    const __m256 misses = _mm256_or_ps(AreEmptyAvx2(spans), AreHiddenAvx2(a, b, c, spans, view.farthest));
+    const __m256 nearest = NearestDepthsAvx2(a, b, c, spans);
+    const __m256 areHidden = _mm256_cmp_ps(nearest, _mm256_set1_ps(view.farthest), _CMP_GT_OQ);
+    const __m256 misses = _mm256_or_ps(AreEmptyAvx2(spans), areHidden);
     const auto missing = static_cast<uint32_t>(_mm256_movemask_ps(_mm256_and_ps(misses, isKnown)));
     const auto large = static_cast<uint32_t>(_mm256_movemask_ps(isLarge));
     if (missing == 0xFF) return missing;
-    StoreBoxesAvx2(spans, boxes);
+    StorePlacesAvx2(spans, nearest, places);
     if ((missing | large) == 0xFF) return missing;
     const __m256 missesCentres =
         _mm256_and_ps(_mm256_andnot_ps(isLarge, MissCentresAvx2(a, b, c, spans)), isKnown);
@@ -477,12 +487,12 @@ ZEL_AVX2 static void ScanAvx2(const Mesh& mesh, const MeshVertices& vertices, co
     size_t found = 0;
     out.resize(count);
     for (size_t i = 0; i < count; i += 8) {
-        Boxes<8> boxes;
+        Places<8> places;
         const uint32_t* group = &faces[i];
-        const uint32_t misses = MissesAvx2(PlacesOfAvx2(corners, {triangles, group, 0}),
-                                           PlacesOfAvx2(corners, {triangles, group, 1}),
-                                           PlacesOfAvx2(corners, {triangles, group, 2}), view, boxes);
-        found = AddFaces(~misses & LanesOf(i, count, 8), group, boxes, out.data(), found);
+        const uint32_t misses = MissesAvx2(CornersOfAvx2(corners, {triangles, group, 0}),
+                                           CornersOfAvx2(corners, {triangles, group, 1}),
+                                           CornersOfAvx2(corners, {triangles, group, 2}), view, places);
+        found = AddFaces(~misses & LanesOf(i, count, 8), group, places, out.data(), found);
     }
     out.resize(found);
 }

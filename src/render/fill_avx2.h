@@ -113,13 +113,29 @@ struct FlatInkAvx2 {
     }
 };
 
-// A textured triangle's colours.
+// A textured triangle's colours, by what is kept here once it is known.
 struct TextureInkAvx2 {
-    const TextureFill& fill;
+    const std::array<ScreenCorner, 3>& corners;
+    LateTexture& texture;
+    bool isMade = false;
     __m256 inverseW[3], u[3], v[3];
 
-    // Takes lanes out of `seen` in which there is no texel.
-    ZEL_AVX2 ZEL_INLINE bool ColorsOf(const WeightsAvx2& w, __m256& seen, __m256i& colors) const {
+    ZEL_AVX2 ZEL_INLINE void Make() {
+        for (size_t i = 0; i < 3; ++i) {
+            inverseW[i] = _mm256_set1_ps(corners[i].inverseW);
+            u[i] = _mm256_set1_ps(texture.value.points[i].u);
+            v[i] = _mm256_set1_ps(texture.value.points[i].v);
+        }
+        isMade = true;
+    }
+
+    // Takes lanes out of `seen` in which there is no texel. False when the triangle is not to be drawn.
+    ZEL_AVX2 ZEL_INLINE bool ColorsOf(const WeightsAvx2& w, __m256& seen, __m256i& colors) {
+        if (!isMade) {
+            if (!texture.IsKnown()) return false;
+            Make();
+        }
+        const TextureFill& fill = texture.value.fill;
         const WeightsAvx2 q{_mm256_mul_ps(w.w0, inverseW[0]), _mm256_mul_ps(w.w1, inverseW[1]),
                             _mm256_mul_ps(w.w2, inverseW[2])};
         const __m256 sum = _mm256_add_ps(_mm256_add_ps(q.w0, q.w1), q.w2);
@@ -132,24 +148,20 @@ struct TextureInkAvx2 {
     }
 };
 
-ZEL_AVX2 ZEL_INLINE TextureInkAvx2 InkOfAvx2(const TextureFill& fill,
-                                             const std::array<ScreenCorner, 3>& corners,
-                                             const std::array<TexturePoint, 3>& points) {
-    TextureInkAvx2 ink{fill, {}, {}, {}};
-    for (size_t i = 0; i < 3; ++i) {
-        ink.inverseW[i] = _mm256_set1_ps(corners[i].inverseW);
-        ink.u[i] = _mm256_set1_ps(points[i].u);
-        ink.v[i] = _mm256_set1_ps(points[i].v);
-    }
-    return ink;
-}
-
 // Lanes inside the triangle.
 ZEL_AVX2 ZEL_INLINE __m256 InsideAvx2(const WeightsAvx2& w) {
     const __m256 zero = _mm256_setzero_ps();
     const __m256 two =
         _mm256_and_ps(_mm256_cmp_ps(w.w0, zero, _CMP_GE_OQ), _mm256_cmp_ps(w.w1, zero, _CMP_GE_OQ));
     return _mm256_and_ps(two, _mm256_cmp_ps(w.w2, zero, _CMP_GE_OQ));
+}
+
+// True where all of what was drawn lies before a triangle whose nearest depth is given.
+template <typename Place>
+ZEL_AVX2 ZEL_INLINE bool AreHiddenAvx2(const FillTarget& to, const Place& place, __m256 nearest,
+                                       __m256 allowed) {
+    const __m256 hidden = _mm256_cmp_ps(place.Load(to.depth), nearest, _CMP_LT_OQ);
+    return _mm256_movemask_ps(_mm256_andnot_ps(hidden, allowed)) == 0;
 }
 
 // Of the lanes at the depth that was drawn, those in which an object was that comes after this one.
@@ -197,6 +209,5 @@ constexpr int32_t kSmallWidth = 8 * kMostBlocks;
 
 void FillLargeFlatAvx2(const PlacedTriangle& triangle, const FillTarget& to, const FlatFill& fill);
 void FillFlatAvx2(const PlacedTriangle& triangle, const FillTarget& to, const FlatFill& fill);
-void FillFlatFacesAvx2(const FlatFaces& flat, const FillTarget& to);
-void FillSmallTexturedAvx2(const PlacedTriangle& triangle, const std::array<TexturePoint, 3>& points,
-                           const FillTarget& to, const TextureFill& fill);
+void FillFlatFacesAvx2(const MeshFaces& mesh, const FillTarget& to, FlatFill fill);
+void FillSmallTexturedAvx2(const PlacedTriangle& triangle, const FillTarget& to, const TexturedFill& fill);

@@ -40,11 +40,21 @@ ZEL_INLINE RowEdges EdgesOfRow(const TriangleSetup& t, int32_t y) {
     return edges;
 }
 
+// A textured triangle's texture, points and light, from when they are first needed.
+struct LateTexture {
+    const TexturedFill& fill;
+    TexturedFace value{};
+    bool isMade = false;
+
+    // False when the triangle is not to be drawn.
+    bool IsKnown() { return isMade || (isMade = fill.faceOf(fill.source, fill.number, value)); }
+};
+
 // The pixels of a row from `from` on. False when the triangle is not to be drawn.
 bool FillFlatPixels(const TriangleSetup& t, const RowEdges& edges, const FillTarget& to, const RowSpan& span,
                     int32_t from, LateColor& color);
-void FillTexturedPixels(const TriangleSetup& t, const RowEdges& edges, const FillTarget& to,
-                        const RowSpan& span, int32_t from, const TextureFill& fill);
+bool FillTexturedPixels(const TriangleSetup& t, const RowEdges& edges, const FillTarget& to,
+                        const RowSpan& span, int32_t from, LateTexture& texture);
 
 // Boxes up to this width are looked at whole where rows are filled: finding their covered columns costs more
 // than it saves.
@@ -56,21 +66,18 @@ inline FillArea AreaOf(const TriangleSetup& setup, const Rect& box, const FillTa
     return area;
 }
 
-// The setup of a textured triangle. False when it has no area.
-bool SetUpTextured(const std::array<ScreenCorner, 3>& corners, const std::array<TexturePoint, 3>& points,
-                   TriangleSetup& setup);
-
-ZEL_INLINE std::array<ScreenCorner, 3> CornersOf(const FlatFaces& flat, uint32_t triangle) {
-    const MeshTriangle& t = flat.triangles[triangle];
-    return {flat.corners[t[0]], flat.corners[t[1]], flat.corners[t[2]]};
+ZEL_INLINE std::array<ScreenCorner, 3> CornersOf(const MeshFaces& mesh, uint32_t triangle) {
+    const MeshTriangle& t = mesh.triangles[triangle];
+    return {mesh.corners[t[0]], mesh.corners[t[1]], mesh.corners[t[2]]};
 }
 
 // One face after the other.
-template <FillFlatTriangle fillTriangle>
-void FillEachFlat(const FlatFaces& flat, const FillTarget& to) {
-    FlatFill fill = flat.fill;
-    for (const ScannedFace& face : flat.faces) {
-        fillTriangle({CornersOf(flat, face.triangle), face.box}, to, fill);
+template <typename FillOne, typename Fill>
+ZEL_INLINE void FillEach(const MeshFaces& mesh, const FillTarget& to, Fill fill, FillOne fillOne) {
+    fill.number = 0;
+    for (const ScannedFace& face : mesh.faces) {
+        const std::array<ScreenCorner, 3> corners = CornersOf(mesh, face.triangle);
+        fillOne({corners, face.box, face.nearest}, to, fill);
         ++fill.number;
     }
 }
@@ -112,13 +119,30 @@ struct FlatRest {
 
 struct TexturedRest {
     const PlacedTriangle& triangle;
-    const std::array<TexturePoint, 3>& points;
-    const TextureFill& fill;
+    LateTexture& texture;
 
     void Fill(const FillTarget& to, const RowSpan& span, int32_t y) const {
         TriangleSetup setup;
-        if (!SetUpTextured(triangle.corners, points, setup)) return;
-        FillTexturedPixels(setup, EdgesOfRow(setup, y), to, span, span.left, fill);
+        if (!SetUpTriangle(triangle.corners, setup)) return;
+        FillTexturedPixels(setup, EdgesOfRow(setup, y), to, span, span.left, texture);
+    }
+};
+
+// What is left of a row of a large triangle at the end of the buffer. False when the triangle is not to be
+// drawn.
+struct FlatRowRest {
+    LateColor& color;
+    bool Fill(const TriangleSetup& setup, const RowEdges& edges, const FillTarget& to, const RowSpan& span,
+              int32_t from) const {
+        return FillFlatPixels(setup, edges, to, span, from, color);
+    }
+};
+
+struct TexturedRowRest {
+    LateTexture& texture;
+    bool Fill(const TriangleSetup& setup, const RowEdges& edges, const FillTarget& to, const RowSpan& span,
+              int32_t from) const {
+        return FillTexturedPixels(setup, edges, to, span, from, texture);
     }
 };
 

@@ -23,16 +23,6 @@ bool SetUpTriangle(const std::array<ScreenCorner, 3>& corners, TriangleSetup& se
     return true;
 }
 
-bool SetUpTextured(const std::array<ScreenCorner, 3>& corners, const std::array<TexturePoint, 3>& points,
-                   TriangleSetup& setup) {
-    if (!SetUpTriangle(corners, setup)) return false;
-    for (size_t i = 0; i < 3; ++i) {
-        setup.u[i] = points[i].u;
-        setup.v[i] = points[i].v;
-    }
-    return true;
-}
-
 ColumnBounds BoundColumns(const TriangleSetup& setup) {
     ColumnBounds bounds;
     for (size_t i = 0; i < 3; ++i) {
@@ -103,22 +93,25 @@ bool FillFlatPixels(const TriangleSetup& t, const RowEdges& edges, const FillTar
     return true;
 }
 
-void FillTexturedPixels(const TriangleSetup& t, const RowEdges& edges, const FillTarget& to,
-                        const RowSpan& span, int32_t from, const TextureFill& fill) {
+bool FillTexturedPixels(const TriangleSetup& t, const RowEdges& edges, const FillTarget& to,
+                        const RowSpan& span, int32_t from, LateTexture& texture) {
+    const auto& [points, fill] = texture.value;
     for (int32_t x = from; x < span.right; ++x) {
         const int64_t at = span.start + x;
         const Weights w = WeightsAt(t, edges, x);
         float depth;
         if (!IsCovered(t, w, depth) || !IsBefore(to, at, depth)) continue;
+        if (!texture.IsKnown()) return false;
 
         const float q0 = w.w0 * t.inverseW[0], q1 = w.w1 * t.inverseW[1], q2 = w.w2 * t.inverseW[2];
         const float q = q0 + q1 + q2;
         if (!(std::abs(q) > kSmallestQ)) continue;
-        const float u = (q0 * t.u[0] + q1 * t.u[1] + q2 * t.u[2]) / q;
-        const float v = (q0 * t.v[0] + q1 * t.v[1] + q2 * t.v[2]) / q;
+        const float u = (q0 * points[0].u + q1 * points[1].u + q2 * points[2].u) / q;
+        const float v = (q0 * points[0].v + q1 * points[1].v + q2 * points[2].v) / q;
         const Pixel texel = Tinted(SampleTexture(*fill.texture, u, v, fill.repeat), fill.tint);
         Write(to, at, depth, Lit(texel, fill.brightness));
     }
+    return true;
 }
 
 static void FillFlatScalar(const PlacedTriangle& triangle, const FillTarget& to, const FlatFill& fill) {
@@ -132,19 +125,24 @@ static void FillFlatScalar(const PlacedTriangle& triangle, const FillTarget& to,
     }
 }
 
-static void FillTexturedScalar(const PlacedTriangle& triangle, const std::array<TexturePoint, 3>& points,
-                               const FillTarget& to, const TextureFill& fill) {
+static void FillFlatFacesScalar(const MeshFaces& mesh, const FillTarget& to, FlatFill fill) {
+    FillEach(mesh, to, fill, FillFlatScalar);
+}
+
+static void FillTexturedScalar(const PlacedTriangle& triangle, const FillTarget& to,
+                               const TexturedFill& fill) {
     TriangleSetup t;
-    if (!SetUpTextured(triangle.corners, points, t)) return;
+    if (!SetUpTriangle(triangle.corners, t)) return;
     const FillArea area = AreaOf(t, triangle.box, to);
+    LateTexture texture{fill};
     for (int32_t y = area.box.top; y < area.box.bottom; ++y) {
         const RowSpan span = SpanOfRow(area, y);
-        FillTexturedPixels(t, EdgesOfRow(t, y), to, span, span.left, fill);
+        if (!FillTexturedPixels(t, EdgesOfRow(t, y), to, span, span.left, texture)) return;
     }
 }
 
 const RowFills& RowFillsOf(SimdLevel level) {
-    static constexpr RowFills kScalar{FillFlatScalar, FillEachFlat<FillFlatScalar>, FillTexturedScalar};
+    static constexpr RowFills kScalar{FillFlatScalar, FillFlatFacesScalar, FillTexturedScalar};
     if (level == SimdLevel::Avx2) return RowFillsAvx2();
     return level == SimdLevel::Sse2 ? RowFillsSse2() : kScalar;
 }

@@ -23,7 +23,6 @@ struct TriangleSetup {
     float area = 0;                           // twice the signed area, square pixels; never 0
     std::array<float, 3> depth{};             // by corner
     std::array<float, 3> inverseW{};
-    std::array<float, 3> u{}, v{};
 };
 
 // Texture coordinates of a corner.
@@ -31,12 +30,17 @@ struct TexturePoint {
     float u = 0, v = 0;
 };
 
-// What colours a textured triangle.
+// How a texture colours.
 struct TextureFill {
     const TextureImage* texture = nullptr;  // never null; without texels it shows as white
     bool repeat = false;
     uint32_t tint = 0;     // 0x00BBGGRR, 0 for none
     float brightness = 1;  // limited when it is applied
+};
+
+struct TexturedFace {
+    std::array<TexturePoint, 3> points{};  // by corner
+    TextureFill fill{};
 };
 
 // What colours a flat triangle: asked for when its first pixel is found, for many triangles show none.
@@ -45,6 +49,14 @@ struct FlatFill {
     bool (*colorOf)(const void* source, uint32_t number, Pixel& color) = nullptr;
     const void* source = nullptr;
     uint32_t number = 0;  // of the triangle among those of the source
+};
+
+// What colours a textured triangle, asked for in the same way.
+struct TexturedFill {
+    // False: nothing is drawn.
+    bool (*faceOf)(const void* source, uint32_t number, TexturedFace& face) = nullptr;
+    const void* source = nullptr;
+    uint32_t number = 0;
 };
 
 // Where the edges of a triangle cross the rows.
@@ -112,28 +124,28 @@ bool CoversPixel(const TriangleSetup& setup, Point pixel, float& depth);
 struct PlacedTriangle {
     const std::array<ScreenCorner, 3>& corners;
     const Rect& box;  // it covers nothing of what may be drawn to outside it; not empty, inside the buffer
+    float nearest;    // no pixel of it lies before this depth
 };
 
 // Each function fills the pixels of the box whose centres lie inside the triangle, edges included, and nearer
 // than what the depth buffer holds. The scalar ones are the definition.
 using FillFlatTriangle = void (*)(const PlacedTriangle&, const FillTarget&, const FlatFill&);
-using FillTexturedTriangle = void (*)(const PlacedTriangle&, const std::array<TexturePoint, 3>&,
-                                      const FillTarget&, const TextureFill&);
+using FillTexturedTriangle = void (*)(const PlacedTriangle&, const FillTarget&, const TexturedFill&);
 
 // A triangle of a mesh that may show.
 struct ScannedFace {
     uint32_t triangle = 0;  // index into the mesh's triangles
     Rect box{};             // see PlacedTriangle
+    float nearest = 0;      // the same
 };
 
-// Flat triangles of one mesh, in the order of drawing.
-struct FlatFaces {
+// Triangles of one mesh, in the order of drawing. Each is asked for by its place in the list.
+struct MeshFaces {
     std::span<const ScannedFace> faces{};
     const MeshTriangle* triangles = nullptr;  // of the mesh
     const ScreenCorner* corners = nullptr;    // by vertex
-    FlatFill fill{};                          // of any of them
 };
-using FillFlatFaces = void (*)(const FlatFaces&, const FillTarget&);
+using FillFlatFaces = void (*)(const MeshFaces&, const FillTarget&, FlatFill);
 
 struct RowFills {
     FillFlatTriangle flat = nullptr;

@@ -26,24 +26,6 @@ struct ColumnsAvx2 {
     __m256 inside;  // lanes left of the area's right edge
 };
 
-// At the end of the buffer.
-struct FlatBandRest {
-    LateColor& color;
-    bool Fill(const TriangleSetup& setup, const RowEdges& edges, const FillTarget& to, const RowSpan& span,
-              int32_t from) const {
-        return FillFlatPixels(setup, edges, to, span, from, color);
-    }
-};
-
-struct TexturedBandRest {
-    const TextureFill& fill;
-    bool Fill(const TriangleSetup& setup, const RowEdges& edges, const FillTarget& to, const RowSpan& span,
-              int32_t from) const {
-        FillTexturedPixels(setup, edges, to, span, from, fill);
-        return true;
-    }
-};
-
 }  // namespace
 
 ZEL_AVX2 static TriangleAvx2 SpreadAvx2(const TriangleSetup& setup) {
@@ -122,20 +104,20 @@ ZEL_AVX2 void FillLargeFlatAvx2(const PlacedTriangle& triangle, const FillTarget
     TriangleSetup setup;
     if (!SetUpTriangle(triangle.corners, setup)) return;
     LateColor color{fill};
-    FillRowsAvx2(setup, AreaOf(setup, triangle.box, to), FlatInkAvx2{color}, FlatBandRest{color});
+    FillRowsAvx2(setup, AreaOf(setup, triangle.box, to), FlatInkAvx2{color}, FlatRowRest{color});
 }
 
-ZEL_AVX2 static void FillTexturedAvx2(const PlacedTriangle& triangle,
-                                      const std::array<TexturePoint, 3>& points, const FillTarget& to,
-                                      const TextureFill& fill) {
+ZEL_AVX2 static void FillTexturedAvx2(const PlacedTriangle& triangle, const FillTarget& to,
+                                      const TexturedFill& fill) {
     if (Width(triangle.box) <= kSmallWidth) {
-        FillSmallTexturedAvx2(triangle, points, to, fill);
+        FillSmallTexturedAvx2(triangle, to, fill);
         return;
     }
     TriangleSetup setup;
-    if (!SetUpTextured(triangle.corners, points, setup)) return;
-    const TextureInkAvx2 ink = InkOfAvx2(fill, triangle.corners, points);
-    FillRowsAvx2(setup, AreaOf(setup, triangle.box, to), ink, TexturedBandRest{fill});
+    if (!SetUpTriangle(triangle.corners, setup)) return;
+    LateTexture texture{fill};
+    FillRowsAvx2(setup, AreaOf(setup, triangle.box, to), TextureInkAvx2{triangle.corners, texture},
+                 TexturedRowRest{texture});
 }
 
 const RowFills& RowFillsAvx2() {

@@ -41,39 +41,34 @@ static ZEL_INLINE int32_t FillRowSse2(const TriangleSse2& t, const RowEdges& row
     return x;
 }
 
-void FillLargeFlatSse2(const PlacedTriangle& triangle, const FillTarget& target, const FlatFill& fill) {
+template <typename Ink, typename Rest>
+static ZEL_INLINE void FillRowsSse2(const PlacedTriangle& triangle, const FillTarget& target, Ink ink,
+                                    const Rest& rest) {
     TriangleSetup setup;
     if (!SetUpTriangle(triangle.corners, setup)) return;
     const FillTarget to = target;  // a copy: no store to the picture changes it
     const FillArea area = AreaOf(setup, triangle.box, to);
     const TriangleSse2 t = SpreadSse2(setup);
-    LateColor color{fill};
-    FlatInkSse2 ink{color};
     for (int32_t y = area.box.top; y < area.box.bottom; ++y) {
         const RowSpan span = SpanOfRow(area, y);
         const RowEdges row = EdgesOfRow(setup, y);
-        const int32_t rest = FillRowSse2(t, row, to, span, ink);
-        if (rest < 0 || !FillFlatPixels(setup, row, to, span, rest, color)) return;
+        const int32_t left = FillRowSse2(t, row, to, span, ink);
+        if (left < 0 || !rest.Fill(setup, row, to, span, left)) return;
     }
 }
 
-static void FillTexturedSse2(const PlacedTriangle& triangle, const std::array<TexturePoint, 3>& points,
-                             const FillTarget& target, const TextureFill& fill) {
+void FillLargeFlatSse2(const PlacedTriangle& triangle, const FillTarget& to, const FlatFill& fill) {
+    LateColor color{fill};
+    FillRowsSse2(triangle, to, FlatInkSse2{color}, FlatRowRest{color});
+}
+
+static void FillTexturedSse2(const PlacedTriangle& triangle, const FillTarget& to, const TexturedFill& fill) {
     if (Width(triangle.box) <= kSmallWidthSse2) {
-        FillSmallTexturedSse2(triangle, points, target, fill);
+        FillSmallTexturedSse2(triangle, to, fill);
         return;
     }
-    TriangleSetup setup;
-    if (!SetUpTextured(triangle.corners, points, setup)) return;
-    const FillTarget to = target;  // a copy: no store to the picture changes it
-    const FillArea area = AreaOf(setup, triangle.box, to);
-    const TriangleSse2 t = SpreadSse2(setup);
-    TextureInkSse2 ink = InkOfSse2(fill, triangle.corners, points);
-    for (int32_t y = area.box.top; y < area.box.bottom; ++y) {
-        const RowSpan span = SpanOfRow(area, y);
-        const RowEdges row = EdgesOfRow(setup, y);
-        FillTexturedPixels(setup, row, to, span, FillRowSse2(t, row, to, span, ink), fill);
-    }
+    LateTexture texture{fill};
+    FillRowsSse2(triangle, to, TextureInkSse2{triangle.corners, texture}, TexturedRowRest{texture});
 }
 
 const RowFills& RowFillsSse2() {

@@ -10,7 +10,7 @@ namespace {
 // again as vectors would wait for their way through memory.
 struct SmallTriangleAvx2 {
     __m256 startX[3], startY[3], runX[3], runY[3], depth[3];
-    __m256 area;
+    __m256 area, nearest;
 };
 
 }  // namespace
@@ -21,7 +21,8 @@ ZEL_AVX2 static ZEL_INLINE __m256 LaneAvx2(__m128 corner) {
 }
 
 // The same operations as those of SetUpTriangle.
-ZEL_AVX2 static ZEL_INLINE SmallTriangleAvx2 SetUpSmallAvx2(const std::array<ScreenCorner, 3>& corners) {
+ZEL_AVX2 static ZEL_INLINE SmallTriangleAvx2 SetUpSmallAvx2(const PlacedTriangle& triangle) {
+    const std::array<ScreenCorner, 3>& corners = triangle.corners;
     const __m128 a = _mm_loadu_ps(&corners[0].x), b = _mm_loadu_ps(&corners[1].x),
                  c = _mm_loadu_ps(&corners[2].x);
     const __m128 start[3] = {b, c, a}, end[3] = {c, a, b}, corner[3] = {a, b, c};
@@ -37,6 +38,7 @@ ZEL_AVX2 static ZEL_INLINE SmallTriangleAvx2 SetUpSmallAvx2(const std::array<Scr
     const __m128 fromA = _mm_sub_ps(b, a);
     const __m128 products = _mm_mul_ps(_mm_sub_ps(c, a), _mm_permute_ps(fromA, _MM_SHUFFLE(3, 2, 0, 1)));
     t.area = _mm256_sub_ps(LaneAvx2<0>(products), LaneAvx2<1>(products));
+    t.nearest = _mm256_set1_ps(triangle.nearest);
     return t;
 }
 
@@ -76,8 +78,9 @@ ZEL_AVX2 static ZEL_INLINE void FillNarrowAvx2(const SmallTriangleAvx2& t, const
         const bool isPair = y + 1 < box.bottom;
         const int64_t upper = static_cast<int64_t>(y) * to.width + box.left;
         const __m256i allowed = isPair ? within : _mm256_and_si256(within, firstRow);
-        EdgesAvx2(t, columns, _mm256_add_ps(_mm256_set1_ps(static_cast<float>(y)), centres), edges);
         const TwoRowsOfFour place{upper, isPair ? upper + to.width : upper};
+        if (AreHiddenAvx2(to, place, t.nearest, _mm256_castsi256_ps(allowed))) continue;
+        EdgesAvx2(t, columns, _mm256_add_ps(_mm256_set1_ps(static_cast<float>(y)), centres), edges);
         if (!FillEightAvx2(edges, t.area, t.depth, _mm256_castsi256_ps(allowed), to, place, ink)) return;
     }
 }
@@ -133,8 +136,10 @@ ZEL_AVX2 static ZEL_INLINE void FillBlocksAvx2(const SmallTriangleAvx2& t, const
                 rest.Fill(to, {x, box.right, start}, y);
                 continue;
             }
+            const RowOfEight place{start + x};
+            if (AreHiddenAvx2(to, place, t.nearest, allowed)) continue;
             EdgesAvx2(t, columns, _mm256_set1_ps(static_cast<float>(y) + 0.5f), edges);
-            if (!FillEightAvx2(edges, t.area, t.depth, allowed, to, RowOfEight{start + x}, ink)) return;
+            if (!FillEightAvx2(edges, t.area, t.depth, allowed, to, place, ink)) return;
         }
     }
 }
@@ -142,7 +147,7 @@ ZEL_AVX2 static ZEL_INLINE void FillBlocksAvx2(const SmallTriangleAvx2& t, const
 template <typename Ink, typename Rest>
 ZEL_AVX2 static ZEL_INLINE void FillSmallAvx2(const PlacedTriangle& triangle, const FillTarget& to,
                                               const Ink& ink, const Rest& rest) {
-    const SmallTriangleAvx2 t = SetUpSmallAvx2(triangle.corners);
+    const SmallTriangleAvx2 t = SetUpSmallAvx2(triangle);
     const Rect& box = triangle.box;
     if (Width(box) <= 4 && HasFourInRows(box, to)) {
         FillNarrowAvx2(t, box, to, ink);
@@ -165,17 +170,17 @@ ZEL_AVX2 void FillFlatAvx2(const PlacedTriangle& triangle, const FillTarget& to,
     FillAnyFlatAvx2(triangle, to, fill);
 }
 
-ZEL_AVX2 void FillFlatFacesAvx2(const FlatFaces& flat, const FillTarget& to) {
-    FlatFill fill = flat.fill;
-    for (const ScannedFace& face : flat.faces) {
-        const std::array<ScreenCorner, 3> corners = CornersOf(flat, face.triangle);
-        FillAnyFlatAvx2({corners, face.box}, to, fill);
+ZEL_AVX2 void FillFlatFacesAvx2(const MeshFaces& mesh, const FillTarget& to, FlatFill fill) {
+    fill.number = 0;
+    for (const ScannedFace& face : mesh.faces) {
+        const std::array<ScreenCorner, 3> corners = CornersOf(mesh, face.triangle);
+        FillAnyFlatAvx2({corners, face.box, face.nearest}, to, fill);
         ++fill.number;
     }
 }
 
-ZEL_AVX2 void FillSmallTexturedAvx2(const PlacedTriangle& triangle, const std::array<TexturePoint, 3>& points,
-                                    const FillTarget& to, const TextureFill& fill) {
-    FillSmallAvx2(triangle, to, InkOfAvx2(fill, triangle.corners, points),
-                  TexturedRest{triangle, points, fill});
+ZEL_AVX2 void FillSmallTexturedAvx2(const PlacedTriangle& triangle, const FillTarget& to,
+                                    const TexturedFill& fill) {
+    LateTexture texture{fill};
+    FillSmallAvx2(triangle, to, TextureInkAvx2{triangle.corners, texture}, TexturedRest{triangle, texture});
 }

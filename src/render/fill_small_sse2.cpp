@@ -10,7 +10,7 @@ namespace {
 // again as vectors would wait for their way through memory.
 struct SmallTriangleSse2 {
     __m128 startX[3], startY[3], runX[3], runY[3], depth[3];
-    __m128 area;
+    __m128 area, nearest;
 };
 
 }  // namespace
@@ -21,7 +21,8 @@ static ZEL_INLINE __m128 LaneSse2(__m128 corner) {
 }
 
 // The same operations as those of SetUpTriangle.
-static ZEL_INLINE SmallTriangleSse2 SetUpSmallSse2(const std::array<ScreenCorner, 3>& corners) {
+static ZEL_INLINE SmallTriangleSse2 SetUpSmallSse2(const PlacedTriangle& triangle) {
+    const std::array<ScreenCorner, 3>& corners = triangle.corners;
     const __m128 a = _mm_loadu_ps(&corners[0].x), b = _mm_loadu_ps(&corners[1].x),
                  c = _mm_loadu_ps(&corners[2].x);
     const __m128 start[3] = {b, c, a}, end[3] = {c, a, b}, corner[3] = {a, b, c};
@@ -38,6 +39,7 @@ static ZEL_INLINE SmallTriangleSse2 SetUpSmallSse2(const std::array<ScreenCorner
     const __m128 products =
         _mm_mul_ps(_mm_sub_ps(c, a), _mm_shuffle_ps(fromA, fromA, _MM_SHUFFLE(3, 2, 0, 1)));
     t.area = _mm_sub_ps(LaneSse2<0>(products), LaneSse2<1>(products));
+    t.nearest = _mm_set1_ps(triangle.nearest);
     return t;
 }
 
@@ -120,6 +122,7 @@ static ZEL_INLINE void FillBlocksSse2(const SmallTriangleSse2& t, const Rect& bo
                 rest.Fill(to, {x, box.right, start}, y);
                 continue;
             }
+            if (AreHiddenSse2(to, start + x, t.nearest, allowed)) continue;
             EdgesSse2(t, columns, _mm_set1_ps(static_cast<float>(y) + 0.5f), edges);
             if (!FillFourSse2(edges, t.area, t.depth, allowed, to, start + x, ink)) return;
         }
@@ -129,7 +132,7 @@ static ZEL_INLINE void FillBlocksSse2(const SmallTriangleSse2& t, const Rect& bo
 template <typename Ink, typename Rest>
 static ZEL_INLINE void FillSmallSse2(const PlacedTriangle& triangle, const FillTarget& to, const Ink& ink,
                                      const Rest& rest) {
-    FillBlocksSse2(SetUpSmallSse2(triangle.corners), triangle.box, to, ink, rest);
+    FillBlocksSse2(SetUpSmallSse2(triangle), triangle.box, to, ink, rest);
 }
 
 static ZEL_INLINE void FillAnyFlatSse2(const PlacedTriangle& triangle, const FillTarget& to,
@@ -146,17 +149,16 @@ void FillFlatSse2(const PlacedTriangle& triangle, const FillTarget& to, const Fl
     FillAnyFlatSse2(triangle, to, fill);
 }
 
-void FillFlatFacesSse2(const FlatFaces& flat, const FillTarget& to) {
-    FlatFill fill = flat.fill;
-    for (const ScannedFace& face : flat.faces) {
-        const std::array<ScreenCorner, 3> corners = CornersOf(flat, face.triangle);
-        FillAnyFlatSse2({corners, face.box}, to, fill);
+void FillFlatFacesSse2(const MeshFaces& mesh, const FillTarget& to, FlatFill fill) {
+    fill.number = 0;
+    for (const ScannedFace& face : mesh.faces) {
+        const std::array<ScreenCorner, 3> corners = CornersOf(mesh, face.triangle);
+        FillAnyFlatSse2({corners, face.box, face.nearest}, to, fill);
         ++fill.number;
     }
 }
 
-void FillSmallTexturedSse2(const PlacedTriangle& triangle, const std::array<TexturePoint, 3>& points,
-                           const FillTarget& to, const TextureFill& fill) {
-    FillSmallSse2(triangle, to, InkOfSse2(fill, triangle.corners, points),
-                  TexturedRest{triangle, points, fill});
+void FillSmallTexturedSse2(const PlacedTriangle& triangle, const FillTarget& to, const TexturedFill& fill) {
+    LateTexture texture{fill};
+    FillSmallSse2(triangle, to, TextureInkSse2{triangle.corners, texture}, TexturedRest{triangle, texture});
 }

@@ -108,13 +108,29 @@ struct FlatInkSse2 {
     }
 };
 
-// A textured triangle's colours.
+// A textured triangle's colours, by what is kept here once it is known.
 struct TextureInkSse2 {
-    const TextureFill& fill;
+    const std::array<ScreenCorner, 3>& corners;
+    LateTexture& texture;
+    bool isMade = false;
     __m128 inverseW[3], u[3], v[3];
 
-    // Takes lanes out of `seen` in which there is no texel.
-    ZEL_INLINE bool ColorsOf(const WeightsSse2& w, __m128& seen, __m128i& colors) const {
+    ZEL_INLINE void Make() {
+        for (size_t i = 0; i < 3; ++i) {
+            inverseW[i] = _mm_set1_ps(corners[i].inverseW);
+            u[i] = _mm_set1_ps(texture.value.points[i].u);
+            v[i] = _mm_set1_ps(texture.value.points[i].v);
+        }
+        isMade = true;
+    }
+
+    // Takes lanes out of `seen` in which there is no texel. False when the triangle is not to be drawn.
+    ZEL_INLINE bool ColorsOf(const WeightsSse2& w, __m128& seen, __m128i& colors) {
+        if (!isMade) {
+            if (!texture.IsKnown()) return false;
+            Make();
+        }
+        const TextureFill& fill = texture.value.fill;
         const WeightsSse2 q{_mm_mul_ps(w.w0, inverseW[0]), _mm_mul_ps(w.w1, inverseW[1]),
                             _mm_mul_ps(w.w2, inverseW[2])};
         const __m128 sum = _mm_add_ps(_mm_add_ps(q.w0, q.w1), q.w2);
@@ -126,15 +142,10 @@ struct TextureInkSse2 {
     }
 };
 
-ZEL_INLINE TextureInkSse2 InkOfSse2(const TextureFill& fill, const std::array<ScreenCorner, 3>& corners,
-                                    const std::array<TexturePoint, 3>& points) {
-    TextureInkSse2 ink{fill, {}, {}, {}};
-    for (size_t i = 0; i < 3; ++i) {
-        ink.inverseW[i] = _mm_set1_ps(corners[i].inverseW);
-        ink.u[i] = _mm_set1_ps(points[i].u);
-        ink.v[i] = _mm_set1_ps(points[i].v);
-    }
-    return ink;
+// True where all of what was drawn lies before a triangle whose nearest depth is given.
+ZEL_INLINE bool AreHiddenSse2(const FillTarget& to, int64_t at, __m128 nearest, __m128 allowed) {
+    const __m128 hidden = _mm_cmplt_ps(_mm_loadu_ps(to.depth + at), nearest);
+    return _mm_movemask_ps(_mm_andnot_ps(hidden, allowed)) == 0;
 }
 
 // Of the lanes at the depth that was drawn, those in which an object was that comes after this one.
@@ -180,6 +191,5 @@ constexpr int32_t kSmallWidthSse2 = 4 * kMostBlocks;
 
 void FillLargeFlatSse2(const PlacedTriangle& triangle, const FillTarget& to, const FlatFill& fill);
 void FillFlatSse2(const PlacedTriangle& triangle, const FillTarget& to, const FlatFill& fill);
-void FillFlatFacesSse2(const FlatFaces& flat, const FillTarget& to);
-void FillSmallTexturedSse2(const PlacedTriangle& triangle, const std::array<TexturePoint, 3>& points,
-                           const FillTarget& to, const TextureFill& fill);
+void FillFlatFacesSse2(const MeshFaces& mesh, const FillTarget& to, FlatFill fill);
+void FillSmallTexturedSse2(const PlacedTriangle& triangle, const FillTarget& to, const TexturedFill& fill);

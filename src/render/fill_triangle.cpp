@@ -1,5 +1,6 @@
 #include "render/fill_triangle.h"
 
+#include "render/fill_pixels.h"
 #include "render/frame_buffer.h"
 
 #include <algorithm>
@@ -36,33 +37,39 @@ static bool HasArea(const std::array<ScreenCorner, 3>& corners) {
     return SetUpTriangle(corners, setup);
 }
 
-void FillTriangle(const std::array<ScreenCorner, 3>& corners, Pixel color) {
+static bool KnownFace(const void* source, uint32_t, TexturedFace& face) {
+    face = *static_cast<const TexturedFace*>(source);
+    return true;
+}
+
+// Gives `fill` the place of a triangle that has one.
+template <typename Fill>
+static void FillPlaced(const std::array<ScreenCorner, 3>& corners, Fill fill) {
     Rect box;
-    if (!HasArea(corners) || !BoxOf(corners, box)) return;
+    if (frameBuffer.pixels == nullptr || !HasArea(corners) || !BoxOf(corners, box)) return;
     PrepareDepth(box);
-    FillTriangle(corners, box, FlatFill{KnownColor, &color});
+    fill(PlacedTriangle{corners, box, 0});
     DepthChanged(box);
+}
+
+void FillTriangle(const std::array<ScreenCorner, 3>& corners, Pixel color) {
+    FillPlaced(corners, [&color](const PlacedTriangle& triangle) {
+        RowFillsOf(frameBuffer.simd).flat(triangle, Target(), {KnownColor, &color});
+    });
 }
 
 void FillTriangle(const std::array<ScreenCorner, 3>& corners, const std::array<TexturePoint, 3>& points,
                   const TextureFill& fill) {
-    Rect box;
-    if (!HasArea(corners) || !BoxOf(corners, box)) return;
-    PrepareDepth(box);
-    FillTriangle(corners, box, points, fill);
-    DepthChanged(box);
+    const TexturedFace face{points, fill};
+    FillPlaced(corners, [&face](const PlacedTriangle& triangle) {
+        RowFillsOf(frameBuffer.simd).textured(triangle, Target(), {KnownFace, &face});
+    });
 }
 
-void FillTriangle(const std::array<ScreenCorner, 3>& corners, const Rect& box, const FlatFill& fill) {
-    if (frameBuffer.pixels != nullptr) RowFillsOf(frameBuffer.simd).flat({corners, box}, Target(), fill);
+void FillTriangles(const MeshFaces& mesh, const FlatFill& fill) {
+    if (frameBuffer.pixels != nullptr) RowFillsOf(frameBuffer.simd).flatFaces(mesh, Target(), fill);
 }
 
-void FillTriangle(const std::array<ScreenCorner, 3>& corners, const Rect& box,
-                  const std::array<TexturePoint, 3>& points, const TextureFill& fill) {
-    if (frameBuffer.pixels == nullptr) return;
-    RowFillsOf(frameBuffer.simd).textured({corners, box}, points, Target(), fill);
-}
-
-void FillTriangles(const FlatFaces& flat) {
-    if (frameBuffer.pixels != nullptr) RowFillsOf(frameBuffer.simd).flatFaces(flat, Target());
+void FillTriangles(const MeshFaces& mesh, const TexturedFill& fill) {
+    if (frameBuffer.pixels != nullptr) FillEach(mesh, Target(), fill, RowFillsOf(frameBuffer.simd).textured);
 }

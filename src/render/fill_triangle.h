@@ -12,9 +12,7 @@ void FillTriangle(const std::array<ScreenCorner, 3>& corners, Pixel color);
 void FillTriangle(const std::array<ScreenCorner, 3>& corners, const std::array<TexturePoint, 3>& points,
                   const TextureFill& fill);
 
-// The same for a triangle that has an area and covers nothing of the viewport outside `box`, which is not
-// empty and lies inside it. The depths there must be prepared, and are changed afterwards: see depth_tiles.h.
-void FillTriangle(const std::array<ScreenCorner, 3>& corners, const Rect& box, const FlatFill& fill);
-void FillTriangle(const std::array<ScreenCorner, 3>& corners, const Rect& box,
-                  const std::array<TexturePoint, 3>& points, const TextureFill& fill);
-void FillTriangles(const FlatFaces& flat);
+// The same for triangles of a mesh that have an area. The depths in their boxes must be prepared, and are
+// changed afterwards: see depth_tiles.h.
+void FillTriangles(const MeshFaces& mesh, const FlatFill& fill);
+void FillTriangles(const MeshFaces& mesh, const TexturedFill& fill);
