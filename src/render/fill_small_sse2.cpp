@@ -79,10 +79,6 @@ static ZEL_INLINE __m128 CeilOfPositiveSse2(__m128 value) {
     return _mm_add_ps(down, _mm_and_ps(_mm_cmplt_ps(down, value), _mm_set1_ps(1)));
 }
 
-static ZEL_INLINE __m128 LimitSse2(__m128 value, __m128 low, __m128 high) {
-    return _mm_min_ps(_mm_max_ps(value, low), high);
-}
-
 // The rows of four blocks that may hold a covered pixel: all that do, and hardly more.
 static ZEL_INLINE void RowsOfFourBlocksSse2(const SmallTriangleSse2& t, const Rect& box, size_t first,
                                             BlockRows& rows) {

@@ -70,10 +70,6 @@ static __m128 RowTimesSse2(const Matrix4& a, size_t row, const PointsSse2& p) {
     return _mm_add_ps(_mm_add_ps(sum, _mm_mul_ps(_mm_set1_ps(m[2]), p.z)), _mm_set1_ps(m[3]));
 }
 
-static __m128 LimitSse2(__m128 value, float low, float high) {
-    return _mm_min_ps(_mm_max_ps(value, _mm_set1_ps(low)), _mm_set1_ps(high));
-}
-
 // Four records of four floats.
 static void StoreRecordsSse2(float* first, __m128 x, __m128 y, __m128 z, __m128 w) {
     _MM_TRANSPOSE4_PS(x, y, z, w);
@@ -126,9 +122,10 @@ static void TransformFourSse2(const MeshVertex* vertices, const VertexTransform&
     StoreFlagsSse2(&out.visible[i], visible);
     StoreFlagsSse2(&out.beyondNearPlane[i], beyond);
 
-    const __m128 limitedX = LimitSse2(x, -kMaxScreen, kMaxScreen),
-                 limitedY = LimitSse2(y, -kMaxScreen, kMaxScreen);
-    StoreRecordsSse2(&out.corners[i].x, limitedX, limitedY, LimitSse2(depth, 0, 1), inverseW);
+    const __m128 least = _mm_set1_ps(-kMaxScreen), most = _mm_set1_ps(kMaxScreen);
+    const __m128 limitedX = LimitSse2(x, least, most), limitedY = LimitSse2(y, least, most);
+    const __m128 limitedDepth = LimitSse2(depth, _mm_setzero_ps(), _mm_set1_ps(1));
+    StoreRecordsSse2(&out.corners[i].x, limitedX, limitedY, limitedDepth, inverseW);
     WidenSse2(span, limitedX, limitedY, _mm_and_ps(visible, beyond));
 }
 

@@ -17,6 +17,10 @@ ZEL_INLINE __m128 SelectSse2(__m128 mask, __m128 yes, __m128 no) {
     return _mm_or_ps(_mm_and_ps(mask, yes), _mm_andnot_ps(mask, no));
 }
 
+ZEL_INLINE __m128 LimitSse2(__m128 value, __m128 low, __m128 high) {
+    return _mm_min_ps(_mm_max_ps(value, low), high);
+}
+
 // Eight records of four floats into four vectors of eight, and back: the same steps undo themselves. Record i
 // and record i + 4 share a vector.
 ZEL_AVX2 ZEL_INLINE void TransposeAvx2(__m256& a, __m256& b, __m256& c, __m256& d) {

@@ -9,7 +9,6 @@
 constexpr std::wstring_view kPrefix = L"~zel";
 constexpr std::wstring_view kTemporary = L".tmp";
 constexpr std::wstring_view kKept = L".whole";
-constexpr int32_t kNames = 100;    // tried before giving up
 constexpr size_t kLongestId = 10;  // digits of a process id
 
 // With the separator; empty for the working folder.
@@ -30,7 +29,7 @@ std::wstring TemporaryName(const std::wstring& target, int32_t attempt) {
 }
 
 bool KeepTemporaryFile(const std::wstring& target, std::wstring& temporary) {
-    for (int32_t attempt = 0; attempt < kNames; ++attempt) {
+    for (int32_t attempt = 0; attempt < kTemporaryNames; ++attempt) {
         const std::wstring kept = SystemPath(NameBeside(target, attempt, kKept));
         if (MoveFileW(temporary.c_str(), kept.c_str())) {
             temporary = kept;

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string>
 
+constexpr int32_t kTemporaryNames = 100;  // tried before giving up
+
 // Holds a part of the new bytes, or all of them while the target is still the old file: always free to go.
 // The name tells the process. Its length does not depend on the target's, so that a file with the longest
 // possible name has room beside it too. `attempt` tells apart what would have the same name.

@@ -6,7 +6,6 @@
 
 #include <windows.h>
 
-constexpr int32_t kTemporaryNames = 100;  // names tried before giving up
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 namespace {
