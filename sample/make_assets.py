@@ -1,40 +1,6 @@
 #!/usr/bin/env python3
 """Makes the models and the textures of the sample project: ./make_assets.py"""
-import math
-import struct
-import zlib
-from pathlib import Path
-
-IMPORTED = Path(__file__).parent / "Project" / "Files" / "imported"
-SIZE = 64  # of every texture, in pixels
-
-
-def write_png(path, color_at):
-    """color_at(x, y) gives red, green and blue as they are seen: the program shows a texture with red and blue
-    exchanged, so they are exchanged here first."""
-    def stored(x, y):
-        red, green, blue = color_at(x, y)
-        return bytes((blue, green, red))
-
-    rows = b"".join(b"\0" + b"".join(stored(x, y) for x in range(SIZE)) for y in range(SIZE))
-
-    def chunk(kind, data):
-        return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
-
-    header = struct.pack(">IIBBBBB", SIZE, SIZE, 8, 2, 0, 0, 0)
-    path.write_bytes(b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) + chunk(b"IDAT", zlib.compress(rows, 9)) +
-                     chunk(b"IEND", b""))
-
-
-def grain(x, y):
-    """A number from 0 to 255 that looks random but is the same every time."""
-    n = (x * 374761393 + y * 668265263) & 0xFFFFFFFF
-    n = ((n ^ n >> 13) * 1274126177) & 0xFFFFFFFF
-    return (n ^ n >> 16) & 0xFF
-
-
-def shaded(color, light):
-    return tuple(max(0, min(255, int(c * light))) for c in color)
+from sample_files import Project, grain, shaded, turned
 
 
 def crate(x, y):
@@ -99,34 +65,6 @@ def sail(x, y):
     return shaded(color, 0.96 + grain(x // 2, y // 2) / 5000)
 
 
-def write_obj(path, vertices, faces):
-    """Faces name vertices from 0 on, and are seen from the side from which they turn like a clock's hands."""
-    lines = ["# Made for the sample project.", f"o {path.stem}"]
-    lines += [f"v {x:.5f} {y:.5f} {z:.5f}" for x, y, z in vertices]
-    lines += ["f " + " ".join(str(index + 1) for index in face) for face in faces]
-    path.write_text("\n".join(lines) + "\n", newline="\n")
-
-
-def turned(profile, segments):
-    """A profile of (radius, height) from the bottom up, turned around the y axis. Its ends lie on the axis."""
-    vertices, faces = [], []
-    rings = profile[1:-1]
-    for radius, height in rings:
-        for i in range(segments):
-            a = 2 * math.pi * i / segments
-            vertices.append((math.cos(a) * radius, height, math.sin(a) * radius))
-    base, top = len(vertices), len(vertices) + 1
-    vertices += [(0, profile[0][1], 0), (0, profile[-1][1], 0)]
-    last = (len(rings) - 1) * segments
-    for i in range(segments):
-        j = (i + 1) % segments
-        for low in range(0, last, segments):
-            high = low + segments
-            faces.append((low + i, high + i, high + j, low + j))
-        faces += [(last + i, top, last + j), (base, i, j)]
-    return vertices, faces
-
-
 LIGHTHOUSE = [(0, 0), (1.6, 0), (1.6, 0.4), (1.25, 0.5), (0.95, 3.2), (0.8, 5.2), (1.15, 5.4), (1.15, 5.65),
               (0.65, 5.65), (0.65, 6.5), (0.95, 6.55), (0, 7.4)]
 COIN = [(0, -0.06), (0.72, -0.06), (0.8, -0.12), (1, -0.12), (1, 0.12), (0.8, 0.12), (0.72, 0.06), (0, 0.06)]
@@ -149,9 +87,9 @@ def hull():
 
 
 if __name__ == "__main__":
-    IMPORTED.mkdir(parents=True, exist_ok=True)
+    project = Project("Project")
     for texture in (crate, tiles, planks, stones, grass, leaves, sand, water, gold, sail):
-        write_png(IMPORTED / f"{texture.__name__}.png", texture)
-    write_obj(IMPORTED / "Lighthouse.obj", *turned(LIGHTHOUSE, 16))
-    write_obj(IMPORTED / "Coin.obj", *turned(COIN, 20))
-    write_obj(IMPORTED / "Hull.obj", *hull())
+        project.texture(texture)
+    project.model("Lighthouse", turned(LIGHTHOUSE, 16))
+    project.model("Coin", turned(COIN, 20))
+    project.model("Hull", hull())

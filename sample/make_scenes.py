@@ -1,110 +1,17 @@
 #!/usr/bin/env python3
 """Makes the scenes, prefabs and other text files of the sample project: ./make_scenes.py
 
-They hold what the program itself would save, to the byte. "Main" is a little game: a walker collects the coins
-that appear on a square. In "Level2" a treasure waits behind hedges."""
+"Main" is a little game: a walker collects the coins that appear on a square. In "Level2" a treasure waits behind
+hedges."""
 import math
-from pathlib import Path
 
-PROJECT = Path(__file__).parent / "Project"
-
-# The columns of an object line behind the "O", in their order, with what a new object has.
-COLUMNS = {
-    "name": "", "position": (0.0, 0.0, 0.0), "rotation": (0.0, 0.0, 0.0), "scale": (1.0, 1.0, 1.0),
-    "mesh": "builtin:Cube", "has_animation": 0, "parent": -1, "is_entity": 0, "is_camera": 0, "is_light": 0,
-    "has_shape": 1, "has_color": 0, "transform_expanded": 1, "shape_expanded": 1, "color_expanded": 1,
-    "animation_expanded": 1, "animation_type": 0, "animation_speed": 1.0, "script_count": 0, "color": 0xC4CD4E,
-    "roughness": 0.72, "gloss": 0.18, "color_wheel_expanded": 0, "scripts": (), "has_collision": 0,
-    "has_gravitation": 0, "collision_expanded": 1, "gravitation_expanded": 1, "velocity_y": 0.0,
-    "gravity_strength": 9.8, "has_texture": 0, "texture_expanded": 1, "texture_repeat": 0, "texture": "",
-    "has_rigidbody": 0, "rigidbody_expanded": 1, "mass": 1.0, "drag": 0.05, "velocity": (0.0, 0.0, 0.0),
-    "active": 1, "collect_target": "", "collect_prefab": "", "prefab_source": "", "spawner_prefab": "",
-    "camera_expanded": 1, "camera_background_set": 0, "camera_background": 0x2D2219, "camera_brightness": 1.0,
-    "is_text": 0, "text_expanded": 1, "text": "Text", "text_size": 18.0,
-}
-TURNING, PULSING, BOUNCING = 0, 1, 2
+from sample_files import (
+    BOUNCING, PULSING, SOLID, TURNING, Project, animated, box, camera, entity, glowing, group, image, in_view, mesh,
+    model, placed, shiny, size, sunlight, text, text_color, thing, tint)
 
 COIN_PREFAB = "Files\\Prefabs\\Coin.prefab"
 TREE_PREFAB = "Files\\Prefabs\\Tree.prefab"
 LAMP_PREFAB = "Files\\Prefabs\\Lamp.prefab"
-
-
-def thing(name, at, children=(), **values):
-    """An object with what hangs on it: its own values in place of a new object's."""
-    unknown = set(values) - set(COLUMNS)
-    assert not unknown, unknown
-    return COLUMNS | {"name": name, "position": at, "children": children} | values
-
-
-def size(x, y=None, z=None):
-    """A scale, the same on every axis unless said otherwise."""
-    return (x, x if y is None else y, x if z is None else z)
-
-
-def tint(red, green, blue):
-    """A Color Script. The scene shows a colour's bytes in their order, averaged with those of the mesh."""
-    return {"has_color": 1, "color": red << 16 | green << 8 | blue}
-
-
-def text_color(red, green, blue):
-    """Texts show red in the low byte."""
-    return {"has_color": 1, "color": blue << 16 | green << 8 | red}
-
-
-def image(name, repeat=False):
-    return {"has_texture": 1, "texture": f"Files\\imported\\{name}.png", "texture_repeat": int(repeat),
-            "roughness": 0.3, "gloss": 0.0}
-
-
-def model(name):
-    return {"mesh": f"file:Files\\imported\\{name}.obj"}
-
-
-def mesh(name):
-    return {"mesh": f"builtin:{name}"}
-
-
-def animated(kind, speed=1.0):
-    return {"has_animation": 1, "animation_type": kind, "animation_speed": speed}
-
-
-def entity(name, at, **values):
-    return thing(name, at, is_entity=1, has_shape=0, **values)
-
-
-def group(name, at, **values):
-    """Nothing to be seen; it places what hangs on it."""
-    return thing(name, at, has_shape=0, **values)
-
-
-def text(name, at, shown, pixels, **values):
-    return thing(name, at, is_text=1, has_shape=0, text=shown, text_size=float(pixels), **values)
-
-
-def shiny(look):
-    return look | {"roughness": 0.6, "gloss": 0.7}
-
-
-def glowing(look):
-    """A highlight so broad that most of the lit side has it."""
-    return look | {"roughness": 1.0, "gloss": 1.0}
-
-
-SOLID = {"has_collision": 1}
-
-
-def placed(prefab, tree, at, yaw=0.0):
-    """An instance of a prefab, as if the user had dropped it and moved it to its place."""
-    def instance(object_):
-        return object_ | {"prefab_source": prefab, "children": [instance(child) for child in object_["children"]]}
-
-    name = prefab.rsplit("\\", 1)[1].removesuffix(".prefab")
-    return instance(tree) | {"name": name, "position": at, "rotation": (0.0, yaw, 0.0)}
-
-
-def box(name, at, half, texture):
-    """A solid block of the given half sizes, its texture repeated."""
-    return thing(name, at, scale=half, **image(texture, repeat=True), **SOLID)
 
 
 # Prefabs.
@@ -136,6 +43,7 @@ def lamp():
 
 WALKER_SIZE = 0.6
 CAMERA, CAMERA_PITCH = (0.0, 3.9, -6.4), -0.3  # from the walker
+LIGHT = (-4.0, 7.0, 2.0)
 
 
 def beside_walker(x, y, z):
@@ -143,21 +51,14 @@ def beside_walker(x, y, z):
     return (x / WALKER_SIZE, y / WALKER_SIZE, z / WALKER_SIZE)
 
 
-def in_view(right, up):
-    """A place in the walker's view, five units ahead of the camera."""
-    c, s = math.cos(CAMERA_PITCH), math.sin(CAMERA_PITCH)
-    x, y, z = CAMERA
-    return beside_walker(x + right, y + up * c + 5 * s, z + 5 * c - up * s)
+def words(name, right, up, shown, pixels, color):
+    """A text that stays where it is in the walker's view."""
+    return text(name, beside_walker(*in_view(CAMERA, CAMERA_PITCH, right, up)), shown, pixels, **color)
 
 
-def camera(sky):
-    """It gives the view of the game, and follows the walker: that is the object behind it and the light."""
-    return thing("Game Camera", beside_walker(*CAMERA), rotation=(CAMERA_PITCH, 0.0, 0.0), parent=2, is_camera=1,
-                 has_shape=0, camera_background_set=1, camera_background=sky)
-
-
-def sunlight(yaw):
-    return thing("Directional Light", (-4.0, 7.0, 2.0), rotation=(-0.7, yaw, 0.0), is_light=1, has_shape=0)
+def following_camera(sky):
+    """It hangs on the walker, the object behind it and the light."""
+    return camera(beside_walker(*CAMERA), CAMERA_PITCH, sky, parent=2)
 
 
 def walker(at, hint, color, **rules):
@@ -169,8 +70,8 @@ def walker(at, hint, color, **rules):
             thing("Cap", (0.0, 0.8, 0.0), scale=size(0.66, 0.42), **mesh("Sphere"), **red),
             thing("Brim", (0.0, 0.75, 0.55), scale=size(0.4, 0.06, 0.4), **mesh("Cylinder"), **red),
             thing("Backpack", (0.0, 0.1, -0.65), scale=size(0.36, 0.38, 0.2), **image("crate")),
-            text("Score", in_view(-0.55, 2.9), "Score: 0", 40, **color),
-            text("Hint", in_view(-0.93, 2.4), hint, 18, **color),
+            words("Score", -0.55, 2.9, "Score: 0", 40, color),
+            words("Hint", -0.93, 2.4, hint, 18, color),
         ], **rules)
 
 
@@ -238,7 +139,7 @@ def main_scene():
     lamps = [placed(LAMP_PREFAB, lamp(), at) for at in [
         (-9.1, -0.06, -1.2), (9.1, -0.06, -1.2), (-3.4, -0.06, 9.6), (3.4, -0.06, 9.6)]]
     coins = [placed(COIN_PREFAB, coin(), at) for at in [(-6.9, 0.04, 2.0), (6.9, 0.04, 4.0)]]
-    return [camera(0xA9D4F2), sunlight(2.5),
+    return [following_camera(0xA9D4F2), sunlight(LIGHT, 2.5),
             walker((0.0, 0.861, -2.7), "Collect the coins: W A S D", blue, collect_prefab=COIN_PREFAB),
             *surroundings(), *square(), lighthouse(), boat(), *things_to_see(), *trees, *lamps, *coins]
 
@@ -261,67 +162,19 @@ def second_scene():
     trees = [placed(TREE_PREFAB, tree(), at, yaw) for at, yaw in [
         ((-11.0, 0.0, 10.0), 0.2), ((-10.4, 0.0, 16.0), 1.3), ((10.6, 0.0, 12.0), 0.8), ((11.4, 0.0, 17.0), 1.9),
         ((-3.0, 0.0, 19.0), 0.5), ((4.0, 0.0, 18.4), 2.2)]]
-    return [camera(0xF4BE92), sunlight(2.1),
+    return [following_camera(0xF4BE92), sunlight(LIGHT, 2.1),
             walker((-5.0, 0.663, -1.6), "Find the treasure: W A S D", text_color(92, 40, 24),
                    collect_target="Treasure"),
             lawn, *hedges, treasure, *lamps, *trees]
 
 
-# Files.
-
-def in_order(things):
-    """Each object followed by its children, with the places of the parents."""
-    objects = []
-
-    def add(object_, parent):
-        place = len(objects)
-        objects.append(object_ | {"parent": parent})
-        for child in object_["children"]:
-            add(child, place)
-
-    for object_ in things:
-        add(object_, object_["parent"])
-    return objects
-
-
-def column(name, value):
-    if name == "scripts":
-        return ";".join(value)
-    if isinstance(value, tuple):
-        return "\t".join(f"{number:.6f}" for number in value)
-    return f"{value:.6f}" if isinstance(value, float) else str(value)
-
-
-def object_line(object_):
-    object_ = object_ | {"script_count": len(object_["scripts"])}
-    return "\t".join(["O", *(column(name, object_[name]) for name in COLUMNS)])
-
-
-def write_lines(path, lines):
-    """UTF-8 with a byte-order mark, and with CR LF."""
-    path = PROJECT / path.replace("\\", "/")
-    path.parent.mkdir(parents=True, exist_ok=True)
-    path.write_text("".join(line + "\n" for line in lines), encoding="utf-8-sig", newline="\r\n")
-
-
-def write_objects(path, header, things):
-    write_lines(path, [*header, *map(object_line, in_order(things))])
-
-
-SCRIPT = ["// ZelEngine PlayerController", "", "float moveSpeed = 4.0f;", "", "void Update() {",
-          "    // W/S/A/D pohyb je zatim spousten enginem podle nazvu PlayerController.", "}"]
-NODES = [("Event BeginPlay", 130, 130), ("Branch", 420, 130), ("Print String", 710, 220)]
-
 if __name__ == "__main__":
-    write_objects(COIN_PREFAB, ["ZELENGINE_PREFAB\t1"], [coin()])
-    write_objects(TREE_PREFAB, ["ZELENGINE_PREFAB\t1"], [tree()])
-    write_objects(LAMP_PREFAB, ["ZELENGINE_PREFAB\t1"], [lamp()])
-    write_objects("Files\\Scenes\\Level2.scene", ["ZELENGINE_SCENE\t1"], second_scene())
-    write_objects("Files\\Scenes\\Main.scene", ["ZELENGINE_SCENE\t1"], main_scene())
-    write_objects("project.zel", ["ZELENGINE_PROJECT\t1", "FILES\tFiles",
-                                  "CURRENT_SCENE\tFiles\\Scenes\\Main.scene"], main_scene())
-    write_lines("Files\\Blueprints\\Coins.blueprint", ["ZELENGINE_BLUEPRINT\t1", *(
-        f"NODE\t{i + 1}\t{title}\t{x}\t{y}" for i, (title, x, y) in enumerate(NODES))])
-    script = PROJECT / "Files" / "scripts" / "PlayerController.cpp"
-    script.parent.mkdir(parents=True, exist_ok=True)
-    script.write_text("".join(line + "\n" for line in SCRIPT), newline="\n")
+    project = Project("Project")
+    project.prefab(COIN_PREFAB, coin())
+    project.prefab(TREE_PREFAB, tree())
+    project.prefab(LAMP_PREFAB, lamp())
+    project.scene("Files\\Scenes\\Level2.scene", second_scene())
+    project.first_scene("Files\\Scenes\\Main.scene", main_scene())
+    project.blueprint("Files\\Blueprints\\Coins.blueprint", [
+        ("Event BeginPlay", 130, 130), ("Branch", 420, 130), ("Print String", 710, 220)])
+    project.player_script()
