@@ -1,48 +1,17 @@
-#include "formats/path_text.h"
-#include "formats/prefab_file.h"
-#include "formats/project_file.h"
 #include "formats/scene_file.h"
-#include "platform/files.h"
-#include "project/asset_list.h"
-#include "project/project_folder.h"
+#include "play/play_mode.h"
 #include "scene/same_object.h"
-#include "support/game.h"
-#include "support/scratch_folder.h"
+#include "support/sample_project.h"
 
 #include "doctest/doctest.h"
 
-#include <algorithm>
 #include <cmath>
-#include <initializer_list>
 #include <string>
-#include <string_view>
-
-static void OpenSample() {
-    editorState = EditorState{};
-    const std::wstring folder = AbsolutePath(L"" ZEL_SOURCE_DIR "/sample/Project");
-    SetProjectFolder(folder);
-    REQUIRE(ReadProjectFile(folder));
-    RefreshAssetList();
-}
-
-static std::wstring InSample(std::wstring_view file) { return JoinPath(editorState.projectRoot, file); }
-
-static GameObject& Named(std::wstring_view name) {
-    const auto found = std::ranges::find(editorState.scene, name, &GameObject::name);
-    REQUIRE(found != editorState.scene.end());
-    return *found;
-}
-
-static void HoldFor(int32_t frames, std::initializer_list<char> keys) {
-    Hold(keys);
-    for (int32_t i = 0; i < frames; ++i) UpdatePlay(1.0f / 60);
-    ReleaseKeys();
-}
 
 // Walks to the left wall, from there up and down to the right one in lanes of 1.2 units, and so back again.
 // Nothing here looks where the coins lie.
 static void PlaySample() {
-    OpenSample();
+    OpenSample(L"Project");
     StartPlayMode();
     HoldFor(150, {'A'});
     for (int32_t lane = 0; lane < 26; ++lane) {
@@ -53,8 +22,7 @@ static void PlaySample() {
 
 TEST_CASE("the sample's walker collects coins, and each of them counts") {
     PlaySample();
-    const auto taken = std::ranges::count_if(
-        editorState.scene, [](const GameObject& object) { return object.name == L"Coin" && !object.active; });
+    const int32_t taken = Collected(L"Coin");
     CHECK(taken >= 3);
     CHECK(editorState.score == taken);
     CHECK(Named(L"Score").text == L"Score: " + std::to_wstring(taken));
@@ -85,7 +53,7 @@ TEST_CASE("the same keys play the sample to the same scene, to the last bit") {
 }
 
 TEST_CASE("behind the hedges of the sample's second scene lies a treasure that counts once") {
-    OpenSample();
+    OpenSample(L"Project");
     REQUIRE(LoadScene(InSample(L"Files\\Scenes\\Level2.scene")));
     StartPlayMode();
     HoldFor(240, {'D'});
@@ -99,49 +67,4 @@ TEST_CASE("behind the hedges of the sample's second scene lies a treasure that c
     HoldFor(240, {'A'});
     CHECK(editorState.score == 1);
     CHECK_FALSE(Named(L"Treasure").active);
-}
-
-TEST_CASE("whatever the sample's scenes name is there") {
-    OpenSample();
-    for (const wchar_t* scene : {L"Main", L"Level2"}) {
-        REQUIRE(LoadScene(InSample(L"Files\\Scenes\\" + std::wstring(scene) + L".scene")));
-        for (const GameObject& object : editorState.scene) {
-            CHECK(object.hasTexture == !object.texturePath.empty());
-            CHECK((object.meshIndex >= 0) != object.isText);
-            for (const std::wstring* prefab :
-                 {&object.collectPrefab, &object.prefabSource, &object.spawnerPrefab}) {
-                if (!prefab->empty()) CHECK(KindOfPath(*prefab) == PathKind::File);
-            }
-        }
-    }
-}
-
-// The bytes after the given beginning.
-static std::string Behind(const std::string& bytes, const std::string& beginning) {
-    REQUIRE(bytes.starts_with(beginning));
-    return bytes.substr(beginning.size());
-}
-
-TEST_CASE("the sample's scenes, prefabs and project file are what the program would save, byte for byte") {
-    const ScratchFolder saved;
-    OpenSample();
-    for (const wchar_t* name : {L"Main.scene", L"Level2.scene"}) {
-        const std::wstring scene = InSample(L"Files\\Scenes\\" + std::wstring(name));
-        REQUIRE(LoadScene(scene));
-        REQUIRE(SaveScene(saved / name));
-        CHECK(FileBytes(saved / name) == FileBytes(scene));
-    }
-    for (const wchar_t* name : {L"Coin.prefab", L"Tree.prefab", L"Lamp.prefab"}) {
-        const std::wstring prefab = InSample(L"Files\\Prefabs\\" + std::wstring(name));
-        Scene objects;
-        REQUIRE(LoadPrefab(prefab, objects));
-        REQUIRE(WritePrefab(saved / name, objects));
-        CHECK(FileBytes(saved / name) == FileBytes(prefab));
-    }
-    const std::string project = FileBytes(InSample(L"project.zel"));
-    const std::string scene = FileBytes(InSample(L"Files\\Scenes\\Main.scene"));
-    CHECK(Behind(project,
-                 "\xEF\xBB\xBFZELENGINE_PROJECT\t1\r\nFILES\tFiles\r\n"
-                 "CURRENT_SCENE\tFiles\\Scenes\\Main.scene\r\n") ==
-          Behind(scene, "\xEF\xBB\xBFZELENGINE_SCENE\t1\r\n"));
 }

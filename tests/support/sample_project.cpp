@@ -1,0 +1,39 @@
+#include "support/sample_project.h"
+
+#include "formats/path_text.h"
+#include "formats/project_file.h"
+#include "platform/files.h"
+#include "project/asset_list.h"
+#include "project/project_folder.h"
+
+#include "doctest/doctest.h"
+
+#include <algorithm>
+
+void OpenSample(const std::wstring& name) {
+    editorState = EditorState{};
+    const std::wstring folder = AbsolutePath(L"" ZEL_SOURCE_DIR "/sample/" + name);
+    SetProjectFolder(folder);
+    REQUIRE(ReadProjectFile(folder));
+    RefreshAssetList();
+}
+
+std::wstring InSample(std::wstring_view file) { return JoinPath(editorState.projectRoot, file); }
+
+GameObject& Named(std::wstring_view name) {
+    const auto found = std::ranges::find(editorState.scene, name, &GameObject::name);
+    REQUIRE(found != editorState.scene.end());
+    return *found;
+}
+
+int32_t Collected(std::wstring_view name) {
+    return static_cast<int32_t>(std::ranges::count_if(editorState.scene, [name](const GameObject& object) {
+        return object.name == name && !object.active;
+    }));
+}
+
+void HoldFor(int32_t frames, std::initializer_list<char> keys) {
+    Hold(keys);
+    for (int32_t i = 0; i < frames; ++i) UpdatePlay(1.0f / 60);
+    ReleaseKeys();
+}
