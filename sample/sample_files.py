@@ -220,8 +220,11 @@ def column(name, value):
     if name == "scripts":
         return ";".join(value)
     if isinstance(value, tuple):
-        return "\t".join(f"{number:.6f}" for number in value)
-    return f"{value:.6f}" if isinstance(value, float) else str(value)
+        return "\t".join(column(name, number) for number in value)
+    if isinstance(value, float):
+        read, = struct.unpack("f", struct.pack("f", round(value, 6)))  # the program has floats of 32 bits
+        return f"{read:.6f}"
+    return str(value)
 
 
 def object_line(object_):
