@@ -22,5 +22,6 @@ add_custom_target(stage ALL
     COMMAND ${CMAKE_COMMAND} -DFROM=${CMAKE_SOURCE_DIR}/assets -DTO=${ZEL_STAGE_DIR}/assets
             -P ${CMAKE_SOURCE_DIR}/cmake/copy_images.cmake
     COMMAND ${CMAKE_COMMAND} -E copy_directory ${CMAKE_SOURCE_DIR}/sample/Project ${ZEL_STAGE_DIR}/Project
+    COMMAND ${CMAKE_COMMAND} -E copy_directory ${CMAKE_SOURCE_DIR}/sample/Dive ${ZEL_STAGE_DIR}/Dive
     DEPENDS ZelEngine
     VERBATIM)

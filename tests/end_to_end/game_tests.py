@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The sample project played in the real window, in the editor and as the built game.
+"""The sample projects played in the real window, in the editor and as the built game.
 
 The score is read from the scene that the game saves: nothing else tells it to the outside."""
 
@@ -22,14 +22,14 @@ SCORE = (580, 95, 720, 140)
 ABOVE_THE_CONSOLE = (0, 0, 1360, 688)
 
 # The columns of an object line that are read here.
-NAME, X, Z, ACTIVE, PREFAB_SOURCE, TEXT = 1, 2, 4, 48, 51, 59
+NAME, X, Y, Z, ACTIVE, PREFAB_SOURCE, TEXT = 1, 2, 3, 4, 48, 51, 59
 
 
 @contextlib.contextmanager
-def copy_of_the_sample(folder_name=""):
-    """A new folder under build/ with the program, and with the sample project beside or below it."""
+def copy_of_the_sample(folder_name="", sample="Project"):
+    """A new folder under build/ with the program, and with a sample project beside or below it."""
     with tempfile.TemporaryDirectory(prefix="zel_played_", dir=os.path.join(ROOT, "build")) as folder:
-        shutil.copytree(os.path.join(STAGE, "Project"), os.path.join(folder, folder_name), dirs_exist_ok=True)
+        shutil.copytree(os.path.join(STAGE, sample), os.path.join(folder, folder_name), dirs_exist_ok=True)
         shutil.copytree(os.path.join(STAGE, "assets"), os.path.join(folder, "assets"))
         shutil.copy(os.path.join(STAGE, "ZelEngine.exe"), folder)
         yield folder
@@ -149,8 +149,44 @@ def playing_in_the_editor_shows_the_score_saves_nothing_and_ends_with_the_scene_
             check([content(file) for file in files] == stored, "the scene differs from that of before")
 
 
+def hold_until(program, folder, key, reached):
+    """Holds a key down, and lets go of it now and then to save the game and look at its objects."""
+    end = time.monotonic() + 60
+    while True:
+        with program.holding(key):
+            time.sleep(2)
+        objects = saved_objects(program, folder)
+        if reached(objects):
+            return objects
+        check(time.monotonic() < end, f"60 s of '{key}' led the bell to {named(objects, 'Diving bell')[X:Z]}")
+
+
+def sunk_to(height):
+    return lambda objects: float(named(objects, "Diving bell")[Y]) < height
+
+
+def the_second_sample_opens_from_the_hub_and_its_bell_dives_to_the_chest():
+    with copy_of_the_sample("Project", "Dive") as folder:
+        project = os.path.join(folder, "Project")
+        with running(folder) as editor:
+            editor.open_first_project()
+            check(editor.title() == "ZelEngine - Project", f"the title is '{editor.title()}'")
+            editor.picture().save("editor_with_dive")
+        shutil.copy(os.path.join(folder, "ZelEngine.exe"), os.path.join(project, "ZelGame.exe"))
+        with running(project, "ZelGame.exe") as game:
+            hold_until(game, project, "d", sunk_to(-6))  # on the second ledge
+            hold_until(game, project, "a", sunk_to(-11.7))  # on the third
+            hold_until(game, project, "d", sunk_to(-29))  # on the ground
+            objects = hold_until(game, project, "a", lambda objects: named(objects, "Lid")[ACTIVE] == "0")
+            game.picture().save("game_with_chest")
+        taken = [fields for fields in objects if fields[NAME] in ("Pearl", "Lid") and fields[ACTIVE] == "0"]
+        check(len(taken) > 1, "no pearl was taken")
+        check(score_in(objects) == len(taken), f"the score is {score_in(objects)} for {len(taken)} things")
+
+
 if __name__ == "__main__":
     sys.exit(0 if run_tests([
         the_walker_collects_coins_in_the_built_game_where_the_generator_puts_them,
         playing_in_the_editor_shows_the_score_saves_nothing_and_ends_with_the_scene_of_before,
+        the_second_sample_opens_from_the_hub_and_its_bell_dives_to_the_chest,
     ]) else 1)
