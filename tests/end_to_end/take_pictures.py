@@ -22,6 +22,16 @@ def fresh_folder(name):
     return folder
 
 
+def take_game(sample, seconds, name):
+    """A sample project as a game, some time after its start."""
+    game = fresh_folder("ZelGame")
+    shutil.copytree(os.path.join(STAGE, sample), game)
+    shutil.copy(os.path.join(STAGE, "ZelEngine.exe"), os.path.join(game, "ZelGame.exe"))
+    with running(game, "ZelGame.exe") as program:
+        time.sleep(seconds)
+        take(program, name)
+
+
 if __name__ == "__main__":
     os.makedirs(IMAGES, exist_ok=True)
     installed = fresh_folder("ZelEngine")
@@ -30,9 +40,5 @@ if __name__ == "__main__":
         take(editor, "hub")
         editor.open_first_project()
         take(editor, "editor")
-    game = fresh_folder("ZelGame")
-    shutil.copytree(os.path.join(STAGE, "Project"), game)
-    shutil.copy(os.path.join(STAGE, "ZelEngine.exe"), os.path.join(game, "ZelGame.exe"))
-    with running(game, "ZelGame.exe") as program:
-        time.sleep(3)  # until the crates lie still
-        take(program, "game")
+    take_game("Project", 3, "game")  # until the crates lie still
+    take_game("Dive", 1, "dive")  # before the bell has sunk to the first ledge
