@@ -9,6 +9,8 @@
 #include <cstddef>
 #include <limits>
 
+static_assert(kTileWidth % 4 == 0);  // whole vectors
+
 namespace {
 
 // Tile numbers; right and bottom are exclusive.
@@ -66,8 +68,8 @@ static void FillTile(std::vector<Value>& values, const Rect& pixels, Value value
     for (int32_t y = pixels.top; y < pixels.bottom; ++y) {
         Value* row = RowOf(values, pixels.left, y);
         if (Width(pixels) == kTileWidth) {
-            _mm_storeu_si128(reinterpret_cast<__m128i*>(row), four);
-            _mm_storeu_si128(reinterpret_cast<__m128i*>(row + 4), four);
+            for (int32_t x = 0; x < kTileWidth; x += 4)
+                _mm_storeu_si128(reinterpret_cast<__m128i*>(row + x), four);
         } else {
             std::fill_n(row, Width(pixels), value);
         }
@@ -124,7 +126,7 @@ static float FarthestOfWhole(const Rect& pixels) {
     __m128 farthest = _mm_setzero_ps();
     for (int32_t y = pixels.top; y < pixels.bottom; ++y) {
         const float* row = RowOf(frameBuffer.depth, pixels.left, y);
-        farthest = _mm_max_ps(farthest, _mm_max_ps(_mm_loadu_ps(row), _mm_loadu_ps(row + 4)));
+        for (int32_t x = 0; x < kTileWidth; x += 4) farthest = _mm_max_ps(farthest, _mm_loadu_ps(row + x));
     }
     farthest = _mm_max_ps(farthest, _mm_movehl_ps(farthest, farthest));
     return _mm_cvtss_f32(_mm_max_ss(farthest, _mm_shuffle_ps(farthest, farthest, 1)));

@@ -9,7 +9,7 @@
 #include <vector>
 
 // Tiles begin at the top left corner of their area; those at its right and bottom may be cut.
-constexpr int32_t kTileWidth = 8, kTileHeight = 8;  // pixels
+constexpr int32_t kTileWidth = 16, kTileHeight = 8;  // pixels
 
 struct DepthTiles {
     Rect area{};  // of the frame buffer
