@@ -362,6 +362,7 @@ TEST_CASE("a full path has no dots left and starts from the working folder") {
     CHECK(AbsolutePath(L"a\\") == folder / L"a\\");
     CHECK(AbsolutePath(L"a/b") == folder / L"a\\b");
     CHECK(AbsolutePath(L"C:\\x\\..\\y") == L"C:\\y");
+    CHECK(AbsolutePath(L"C:/../y") == L"C:\\y");
     CHECK(AbsolutePath(folder / L"x") == folder / L"x");
     CHECK(AbsolutePath(L"") == L"");
 

@@ -89,12 +89,17 @@ static bool HasDrive(const std::wstring& path) {
     return path.size() >= 3 && path[1] == L':' && IsSeparator(path[2]);
 }
 
+// Nothing leads above the root, that of a drive included.
+static std::wstring NormalPath(const std::wstring& path, std::error_code& error) {
+    if (!HasDrive(path)) return ProgramPath(fs::absolute(NativePath(path), error).lexically_normal());
+    return path.substr(0, 2) + ProgramPath(TranslatedPath(path.substr(2)).lexically_normal());
+}
+
 std::wstring AbsolutePath(const std::wstring& path) {
     if (path.empty()) return path;
     std::error_code error;
-    const fs::path native = HasDrive(path) ? TranslatedPath(path) : fs::absolute(NativePath(path), error);
+    std::wstring full = NormalPath(path, error);
     if (error) return path;
-    std::wstring full = ProgramPath(native.lexically_normal());
     // What ends with "." or ".." has become a folder with a separator behind it.
     if (!IsSeparator(path.back()) && full.size() > 3 && full.back() == L'\\') full.pop_back();
     return full.size() > kLongestFullPath ? path : full;
