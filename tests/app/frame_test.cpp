@@ -6,6 +6,7 @@
 #include "render/icons.h"
 #include "scene/default_scenes.h"
 #include "scene/editor_state.h"
+#include "support/capture.h"
 #include "support/picture.h"
 
 #include "doctest/doctest.h"

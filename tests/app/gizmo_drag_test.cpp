@@ -1,3 +1,4 @@
+#include "support/capture.h"
 #include "support/editor_input.h"
 
 #include "doctest/doctest.h"

@@ -1,4 +1,5 @@
 // The entries that take the keyboard while they are open.
+#include "support/capture.h"
 #include "support/editor_input.h"
 
 #include "doctest/doctest.h"

@@ -6,6 +6,7 @@
 #include "blueprint/blueprint_file.h"
 #include "platform/headless/fault_injection.h"
 #include "play/play_mode.h"
+#include "support/capture.h"
 #include "support/editor_input.h"
 #include "support/random_scene.h"
 #include "support/scratch_folder.h"

@@ -1,5 +1,7 @@
 #include "blueprint/blueprint_layout.h"
 
+#include "support/capture.h"
+
 #include "doctest/doctest.h"
 
 TEST_CASE("the canvas lies between palette and details, and stays 290 wide in a narrow window") {

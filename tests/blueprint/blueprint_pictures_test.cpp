@@ -3,6 +3,7 @@
 #include "editor/theme.h"
 #include "render/frame_buffer.h"
 #include "scene/editor_state.h"
+#include "support/capture.h"
 #include "support/golden.h"
 #include "support/picture.h"
 #include "support/random_scene.h"

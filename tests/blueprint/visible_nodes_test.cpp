@@ -2,6 +2,7 @@
 
 #include "blueprint/blueprint_layout.h"
 #include "editor/widgets.h"
+#include "support/capture.h"
 #include "support/picture.h"
 
 #include "doctest/doctest.h"

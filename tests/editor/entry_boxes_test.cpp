@@ -1,6 +1,7 @@
 #include "editor/entry_boxes.h"
 
 #include "scene/editor_state.h"
+#include "support/capture.h"
 #include "support/picture.h"
 
 #include "doctest/doctest.h"

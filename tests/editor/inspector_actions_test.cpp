@@ -1,4 +1,5 @@
 #include "scene/undo.h"
+#include "support/capture.h"
 #include "support/inspector_panel.h"
 
 #include "doctest/doctest.h"

@@ -1,5 +1,7 @@
 #include "editor/layout.h"
 
+#include "support/capture.h"
+
 #include "doctest/doctest.h"
 
 #include <cstdint>

@@ -1,5 +1,6 @@
 #include "platform/image_header.h"
 
+#include "support/capture.h"
 #include "support/image_bytes.h"
 
 #include "doctest/doctest.h"

@@ -1,6 +1,7 @@
 #include "project/files_page.h"
 
 #include "project/asset_list.h"
+#include "support/capture.h"
 #include "support/project_input.h"
 
 #include "doctest/doctest.h"

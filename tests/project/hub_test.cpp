@@ -3,6 +3,7 @@
 #include "formats/recent_projects.h"
 #include "formats/text_file.h"
 #include "project/project_removal.h"
+#include "support/capture.h"
 #include "support/folder_tree.h"
 #include "support/project_input.h"
 

@@ -1,5 +1,6 @@
 #include "render/fill_triangle.h"
 
+#include "support/capture.h"
 #include "support/picture.h"
 #include "support/plain_renderer.h"
 #include "support/random_scene.h"

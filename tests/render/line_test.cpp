@@ -1,5 +1,6 @@
 #include "render/line.h"
 
+#include "support/capture.h"
 #include "support/picture.h"
 
 #include "doctest/doctest.h"

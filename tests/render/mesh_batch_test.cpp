@@ -153,7 +153,7 @@ TEST_CASE("a frame knows nothing of the owners of the frame before, nor of those
         DrawMeshes(batch);
         Clear(kBack);
         const Pixel before = DrawCubeBefore(0x0000FF);
-        std::ranges::rotate(batch, batch.end() - 1);  // the nearest gets another number
+        std::rotate(batch.begin(), batch.end() - 1, batch.end());  // the nearest gets another number
         DrawMeshes(batch);
         CHECK(PixelAt(kMiddle.x, kMiddle.y) == before);
         EnsureSize(160, 120);

@@ -5,6 +5,7 @@
 #include "scene/commands.h"
 #include "scene/default_scenes.h"
 #include "scene/editor_state.h"
+#include "support/capture.h"
 #include "support/picture.h"
 
 #include "doctest/doctest.h"
@@ -49,13 +50,13 @@ TEST_CASE("a kept text can stand anywhere on its background, but not hang over a
     // It covers 36 x 17 pixels from 2 left of its corner on, and one more around them is looked at.
     const int32_t right = 300 - 35, bottom = 100 - 18;
     for (auto [x, y] : {std::pair{3, 1}, {right, bottom}, {100, 50}}) {
-        CHECK(SystemTexts([=] { DrawHello(x, y); }) == 0);
+        CHECK(SystemTexts([x = x, y = y] { DrawHello(x, y); }) == 0);
     }
     for (auto [x, y] :
          {std::pair{2, 20}, {0, 20}, {-3, 20}, {20, 0}, {20, -1}, {right + 1, 20}, {20, bottom + 1}}) {
         CAPTURE(x);
         CAPTURE(y);
-        CHECK(SystemTexts([=] { DrawHello(x, y); }) == 1);
+        CHECK(SystemTexts([x = x, y = y] { DrawHello(x, y); }) == 1);
     }
 }
 

@@ -4,6 +4,7 @@
 #include "render/camera.h"
 #include "render/transform.h"
 #include "scene/undo.h"
+#include "support/capture.h"
 #include "support/edited_scene.h"
 
 #include "doctest/doctest.h"

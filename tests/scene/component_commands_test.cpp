@@ -3,6 +3,7 @@
 #include "render/builtin_meshes.h"
 #include "scene/selection.h"
 #include "scene/undo.h"
+#include "support/capture.h"
 #include "support/edited_scene.h"
 
 #include "doctest/doctest.h"
