@@ -1,11 +1,17 @@
 #!/usr/bin/env python3
-"""The documents: every link and picture is there, and the user guide agrees with the program and with itself."""
+"""The documents: every link and picture is there, and the user guide agrees with the program and with itself.
 
+The same is asked of the workflow for a public service: what it names is there.
+"""
+
+import json
 import os
 import re
 import subprocess
 import sys
 import tempfile
+
+import yaml
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 sys.path.insert(0, os.path.join(ROOT, "tests", "end_to_end"))
@@ -14,6 +20,7 @@ from program import check, run_tests  # noqa: E402  pylint: disable=wrong-import
 
 GUIDE = os.path.join(ROOT, "docs", "guide")
 LANGUAGES = ("en", "cs")
+WORKFLOW = os.path.join(ROOT, ".github", "workflows", "ci.yml")
 LINK = re.compile(r"!?\[[^\]]*\]\(([^)\s]+)\)")
 
 # How the guide names the keys of the table in src/app/shortcuts.cpp, and which table lists those of a screen.
@@ -135,6 +142,48 @@ def the_labels_that_the_guide_quotes_stand_in_the_program():
             check(not unknown, f"{language}/{name} quotes what the program does not say: {unknown}")
 
 
+def the_presets_that_documents_and_workflow_name_exist():
+    presets = json.loads(content(os.path.join(ROOT, "CMakePresets.json")))
+    kinds = {"configurePresets": r"cmake --preset ([\w-]+)", "buildPresets": r"cmake --build --preset ([\w-]+)",
+             "testPresets": r"ctest --preset ([\w-]+)"}
+    used = set()
+    for page in documents() + [WORKFLOW]:
+        for kind, command in kinds.items():
+            names = set(re.findall(command, content(page)))
+            unknown = names - {preset["name"] for preset in presets[kind]}
+            check(not unknown, f"{os.path.relpath(page, ROOT)} names unknown {kind}: {unknown}")
+            used |= {(kind, name) for name in names}
+    for kind in kinds:
+        check((kind, "windows-msvc") in used, f"no use of {kind} was found")
+
+
+def steps_of_the_workflow():
+    """Of every job, and for what it runs each."""
+    workflow = yaml.safe_load(content(WORKFLOW))
+    for name, job in workflow["jobs"].items():
+        check(job["runs-on"] and job["timeout-minutes"], f"{name}: no machine or no end")
+        for step in job["steps"]:
+            check(("run" in step) != ("uses" in step), f"{name}: {step} does nothing, or two things")
+            yield name, step
+
+
+def every_step_of_the_workflow_runs_what_is_in_these_sources():
+    steps = list(steps_of_the_workflow())
+    check({name for name, _ in steps} == {"test", "clang", "msvc", "mingw"}, "other jobs")
+    options = set(re.findall(r"^(?:option|set)\((ZEL_\w+)", content(os.path.join(ROOT, "CMakeLists.txt")), re.MULTILINE))
+    scripts = set()
+    for name, step in steps:
+        if "uses" in step:
+            check(re.fullmatch(r"[\w-]+/[\w-]+@v\d+", step["uses"]), f"{name}: {step['uses']} has no version")
+            continue
+        unknown = set(re.findall(r"-D(ZEL_\w+)=", step["run"])) - options
+        check(not unknown, f"{name}: unknown options {unknown}")
+        scripts |= set(re.findall(r"(?<![\w/])\./([\w/.-]+)", step["run"]))
+    check({"test", "package"} <= scripts, f"the workflow runs {scripts}")
+    missing = [script for script in scripts if not os.access(os.path.join(ROOT, script), os.X_OK)]
+    check(not missing, f"not to be run: {missing}")
+
+
 def example_in(language):
     return guide_pages(language)["file-formats.md"].split("```python\n")[1].split("```")[0]
 
@@ -161,4 +210,6 @@ if __name__ == "__main__":
         the_shortcut_tables_list_what_the_program_knows,
         the_labels_that_the_guide_quotes_stand_in_the_program,
         the_example_script_writes_a_scene_of_whole_object_lines,
+        the_presets_that_documents_and_workflow_name_exist,
+        every_step_of_the_workflow_runs_what_is_in_these_sources,
     ]) else 1)
