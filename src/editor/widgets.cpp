@@ -115,8 +115,8 @@ static float HueOf(float dx, float dy) { return (std::atan2(dy, dx) + kPi) / (2 
 uint32_t ColorOnWheel(Point point, const Rect& square) {
     const float dx = static_cast<float>(point.x) - static_cast<float>(square.left + square.right) / 2;
     const float dy = static_cast<float>(point.y) - static_cast<float>(square.top + square.bottom) / 2;
-    const int32_t width = Width(square);
-    const float radius = width < 2 ? 1.0f : static_cast<float>(width / 2);
+    const auto radius =
+        static_cast<float>(std::max(Width(square) / 2, 1));  // whole pixels, as the wheel is drawn
     return HsvToColor(HueOf(dx, dy), Limit(std::sqrt(dx * dx + dy * dy) / radius, 0.0f, 1.0f), 1);
 }
 

@@ -35,7 +35,7 @@ static std::wstring DataFolderPath() {
 }
 
 std::wstring GetDataFolder() {
-    const std::wstring folder = DataFolderPath();
+    std::wstring folder = DataFolderPath();
     MakeFolders(folder);
     return folder;
 }
