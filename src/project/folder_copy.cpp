@@ -69,10 +69,10 @@ void RemoveFolderTree(const std::wstring& folder) {
 }
 
 std::wstring MakeUniqueFolder(const std::wstring& parent, const std::wstring& name) {
-    const std::wstring path = JoinPath(parent, name);
+    std::wstring path = JoinPath(parent, name);
     if (KindOfPath(path) == PathKind::Missing) return path;
     for (int32_t number = 1; number <= kLastFolderNumber; ++number) {
-        const std::wstring numbered = path + L"_" + Padded(number, 2);
+        std::wstring numbered = path + L"_" + Padded(number, 2);
         if (KindOfPath(numbered) == PathKind::Missing) return numbered;
     }
     return path + L"_New";

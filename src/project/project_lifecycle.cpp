@@ -92,7 +92,7 @@ static bool HoldsProjectFile(const std::wstring& folder) {
 // Empty when `chosen` belongs to no project.
 static std::wstring ProjectRootOf(const std::wstring& chosen) {
     if (HoldsProjectFile(chosen)) return chosen;
-    const std::wstring parent = ParentFolder(chosen);
+    std::wstring parent = ParentFolder(chosen);
     if (LowerCase(LastComponent(chosen)) == LowerCase(kFilesFolderName) && HoldsProjectFile(parent))
         return parent;
     const bool holdsFiles = KindOfPath(JoinPath(chosen, kFilesFolderName)) == PathKind::Folder;
@@ -112,7 +112,7 @@ void OpenProjectDialog() {
 // somebody's work: it gets the first free name Main_01, Main_02 ..., and where it cannot be renamed, the
 // default scene gets that name.
 static std::wstring FreeMainScenePath() {
-    const std::wstring path = MainScenePath(editorState.filesRoot);
+    std::wstring path = MainScenePath(editorState.filesRoot);
     if (KindOfPath(path) == PathKind::Missing) return path;
     const std::wstring other = FirstFreePath(ParentFolder(path), L"Main", L".scene");
     return RenamePath(path, other) ? path : other;

@@ -12,7 +12,7 @@
 // The path of an entry that goes.
 static std::wstring TakeOffList(int32_t index) {
     auto& projects = editorState.recentProjects;
-    const std::wstring path = projects[static_cast<size_t>(index)].path;
+    std::wstring path = projects[static_cast<size_t>(index)].path;
     projects.erase(projects.begin() + index);
     editorState.projectMenu = {};
     SaveRecentProjects();
