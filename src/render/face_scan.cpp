@@ -55,7 +55,7 @@ static float NearestDepth(const ScreenCorner& a, const ScreenCorner& b, const Sc
                           const FaceSpan& span) {
     const float least = Least(a.depth, b.depth, c.depth);
     const float rounding = kDepthRounding * span.size * span.size / span.area + kSumRounding;
-    return least - least * rounding;
+    return least - (least * rounding + kVanishing);
 }
 
 static bool IsOutside(const ScreenCorner& start, const ScreenCorner& end, float sign, float x, float y) {

@@ -90,7 +90,8 @@ ZEL_AVX2 static ZEL_INLINE __m256 NearestDepthsAvx2(const CornersAvx2& a, const 
     const __m256 scaled =
         _mm256_mul_ps(_mm256_mul_ps(_mm256_set1_ps(kDepthRounding), spans.size), spans.size);
     const __m256 rounding = _mm256_add_ps(_mm256_div_ps(scaled, spans.area), _mm256_set1_ps(kSumRounding));
-    return _mm256_sub_ps(least, _mm256_mul_ps(least, rounding));
+    const __m256 lost = _mm256_add_ps(_mm256_mul_ps(least, rounding), _mm256_set1_ps(kVanishing));
+    return _mm256_sub_ps(least, lost);
 }
 
 // Of more than a few pixels.

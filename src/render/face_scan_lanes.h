@@ -22,10 +22,14 @@ constexpr float kBoxMargin = 1.5f;  // from a corner to the farthest centre that
 // the face may have. This is a little more; the second one is for the products and sums of depths.
 constexpr float kDepthRounding = 40 * 0x1p-24f, kSumRounding = 16 * 0x1p-24f;
 
+// Of numbers smaller than this rounding takes more than its part, down to all: the bound on a depth goes down
+// by as much. It changes no other.
+constexpr float kVanishing = 0x1p-126f;
+
 // A face of no more than two columns and two rows is looked at pixel by pixel.
 constexpr float kFewPixels = 1;  // from the first to the last
 
-// An edge's function below this is a weight below 0 too: divided by no area does it vanish.
+// An edge's function below this is a weight below 0 too: no area is so large that the quotient vanishes.
 constexpr float kCertainlyOutside = -1e-30f;
 
 // The faces of a list, which are those that may turn to the eye; see ScanFaces. The list is filled up to a

@@ -91,7 +91,8 @@ static ZEL_INLINE __m128 NearestDepthsSse2(const CornersSse2& a, const CornersSs
     const __m128 least = _mm_min_ps(_mm_min_ps(a.depth, b.depth), c.depth);
     const __m128 scaled = _mm_mul_ps(_mm_mul_ps(_mm_set1_ps(kDepthRounding), spans.size), spans.size);
     const __m128 rounding = _mm_add_ps(_mm_div_ps(scaled, spans.area), _mm_set1_ps(kSumRounding));
-    return _mm_sub_ps(least, _mm_mul_ps(least, rounding));
+    const __m128 lost = _mm_add_ps(_mm_mul_ps(least, rounding), _mm_set1_ps(kVanishing));
+    return _mm_sub_ps(least, lost);
 }
 
 // Of more than a few pixels.

@@ -158,6 +158,44 @@ TEST_CASE("a face is left out as hidden only if every pixel that it would draw l
     CHECK(hidden > 2'000);
 }
 
+TEST_CASE("a face that is not thin is left out from a hundred thousandth of its depth behind on") {
+    const Mesh mesh{{{{-50, -50, 300}, {}}, {{-50, 200, 300}, {}}, {{200, -50, 300}, {}}}, {{0, 1, 2}}};
+    const MeshDraw draw = OntoPixels();
+    const float depth = TransformToClip(draw.viewProjection, mesh.vertices[0].position).z;
+    for (SimdLevel level : Levels()) {
+        CHECK(Scanned(mesh, draw, level, depth * (1 - 1e-5f)).empty());
+        CHECK(Scanned(mesh, draw, level, depth).size() == 1);
+    }
+}
+
+TEST_CASE(
+    "a face at the least depths that there are may lie before all its corners, and is not left out then") {
+    RandomSource random(45);
+    StartPicture(kWidth, kHeight);
+    frameBuffer.viewport = kViewport;
+    MeshDraw draw = OntoPixels();
+    draw.viewProjection.m[2] = {0, 0, 0x1p-149f, 0};
+    int32_t before = 0;
+    for (int round = 0; round < 4000; ++round) {
+        Mesh mesh;
+        AddTriangle(random, mesh);
+        int32_t nearest = 3;
+        for (MeshVertex& vertex : mesh.vertices) {
+            const int32_t depth = random.IntBetween(1, 3);
+            vertex.position.z = static_cast<float>(depth);
+            nearest = std::min(nearest, depth);
+        }
+        const float least = LeastDepthDrawn(mesh, draw);
+        before += least < static_cast<float>(nearest) * 0x1p-149f;
+        if (least >= kFarDepth) continue;
+        for (SimdLevel level : Levels()) {
+            CAPTURE(round);
+            REQUIRE(Scanned(mesh, draw, level, least).size() == 1);
+        }
+    }
+    CHECK(before > 50);
+}
+
 // True when the triangle covers the centre of a pixel of the box.
 static bool CoversAnyOf(const Rect& box, const Mesh& mesh, uint32_t triangle, const MeshDraw& draw) {
     std::array<ScreenCorner, 3> corners;
