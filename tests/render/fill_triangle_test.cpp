@@ -252,6 +252,74 @@ TEST_CASE("a textured pixel whose 1 / w is within 0.000001 of 0 is skipped, with
     }
 }
 
+namespace {
+
+// What colours a face, and how often it was asked for.
+struct AskedFace {
+    const TextureImage& image;
+    bool isDrawn = true;
+    int32_t& times;
+};
+
+}  // namespace
+
+static bool ColorOfAsked(const void* source, uint32_t, Pixel& color) {
+    const auto& asked = *static_cast<const AskedFace*>(source);
+    ++asked.times;
+    color = asked.image.texels[0];
+    return asked.isDrawn;
+}
+
+static bool TextureOfAsked(const void* source, uint32_t, TexturedFace& face) {
+    const auto& asked = *static_cast<const AskedFace*>(source);
+    ++asked.times;
+    face.fill.texture = &asked.image;
+    return asked.isDrawn;
+}
+
+// The lower right half of a box in the corner of the buffer, at one depth.
+static void FillCorner(int32_t width, float depth, bool isTextured, const AskedFace& asked) {
+    const Rect box{frameBuffer.width - width, 0, frameBuffer.width, frameBuffer.height};
+    const auto left = static_cast<float>(box.left), right = static_cast<float>(box.right),
+               bottom = static_cast<float>(box.bottom);
+    const Corners corners{{{right, bottom, depth, 1}, {left, bottom, depth, 1}, {right, 0, depth, 1}}};
+    const MeshTriangle triangle{0, 1, 2};
+    const ScannedFace face{0, box, depth * 0.99f};
+    const MeshFaces faces{{&face, 1}, &triangle, corners.data()};
+    if (isTextured) {
+        FillTriangles(faces, TexturedFill{TextureOfAsked, &asked});
+    } else {
+        FillTriangles(faces, FlatFill{ColorOfAsked, &asked});
+    }
+}
+
+TEST_CASE(
+    "a face is asked for its colours once, if a pixel of it is seen, and may then say that it is not drawn") {
+    const TextureImage image{.width = 1, .height = 1, .texels{kRed}};
+    for (SimdLevel level : Levels()) {
+        for (int32_t width : {3, 7, 30, 60, 90}) {
+            for (bool isTextured : {false, true}) {
+                CAPTURE(static_cast<int>(level));
+                CAPTURE(width);
+                CAPTURE(isTextured);
+                StartPicture(100, 20);
+                frameBuffer.simd = level;
+                int32_t times = 0;
+                FillCorner(width, 0.4f, isTextured, {image, false, times});
+                CHECK(times > 0);
+                CHECK(CountOf(kRed) == 0);
+                CHECK(DepthAt(99, 19) == kFarDepth);
+                times = 0;
+                FillCorner(width, 0.5f, isTextured, {image, true, times});
+                CHECK(times == 1);
+                CHECK(CountOf(kRed) >= width * 20 / 2);
+                FillCorner(width, 0.6f, isTextured, {image, true, times});
+                CHECK(times == 1);
+            }
+        }
+    }
+}
+
 TEST_CASE("depths that are not numbers draw nothing") {
     const float nan = std::numeric_limits<float>::quiet_NaN();
     for (SimdLevel level : Levels()) {
