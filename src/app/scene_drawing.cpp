@@ -46,7 +46,8 @@ static void DrawTextOf(int32_t index, const Matrix4& viewProjection, WorldMatric
 }
 
 // Meshes are drawn in batches: only a text and the outline of the selection ignore depth and must come where
-// they stand in the scene. `frame` holds what all objects share.
+// they stand in the scene. What lies beside the view is not worth sorting. `frame` holds what all objects
+// share.
 static void DrawObjects(const MeshDraw& frame, WorldMatrices& worlds) {
     static std::vector<MeshInstance> batch;
     batch.clear();

@@ -27,6 +27,16 @@ struct LateColor {
     bool IsKnown() { return isMade || (isMade = fill.colorOf(fill.source, fill.number, value)); }
 };
 
+// A textured triangle's texture, points and light, from when they are first needed.
+struct LateTexture {
+    const TexturedFill& fill;
+    TexturedFace value{};
+    bool isMade = false;
+
+    // False when the triangle is not to be drawn.
+    bool IsKnown() { return isMade || (isMade = fill.faceOf(fill.source, fill.number, value)); }
+};
+
 ZEL_INLINE RowSpan SpanOfRow(const FillArea& area, int32_t y) {
     ColumnRange columns{area.box.left, area.box.right};
     if (area.isBounded) columns = CoveredColumns(area.bounds, y, columns);
@@ -39,16 +49,6 @@ ZEL_INLINE RowEdges EdgesOfRow(const TriangleSetup& t, int32_t y) {
     for (int i = 0; i < 3; ++i) edges.product[i] = (centreY - t.startY[i]) * t.runX[i];
     return edges;
 }
-
-// A textured triangle's texture, points and light, from when they are first needed.
-struct LateTexture {
-    const TexturedFill& fill;
-    TexturedFace value{};
-    bool isMade = false;
-
-    // False when the triangle is not to be drawn.
-    bool IsKnown() { return isMade || (isMade = fill.faceOf(fill.source, fill.number, value)); }
-};
 
 // The pixels of a row from `from` on. False when the triangle is not to be drawn.
 bool FillFlatPixels(const TriangleSetup& t, const RowEdges& edges, const FillTarget& to, const RowSpan& span,

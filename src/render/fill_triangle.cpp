@@ -31,15 +31,15 @@ static bool KnownColor(const void* source, uint32_t, Pixel& color) {
     return true;
 }
 
+static bool KnownFace(const void* source, uint32_t, TexturedFace& face) {
+    face = *static_cast<const TexturedFace*>(source);
+    return true;
+}
+
 // False also where a corner is not a number: such a triangle has no box.
 static bool HasArea(const std::array<ScreenCorner, 3>& corners) {
     TriangleSetup setup;
     return SetUpTriangle(corners, setup);
-}
-
-static bool KnownFace(const void* source, uint32_t, TexturedFace& face) {
-    face = *static_cast<const TexturedFace*>(source);
-    return true;
 }
 
 // Gives `fill` the place of a triangle that has one.
