@@ -1,5 +1,7 @@
 #!/usr/bin/env python3
-"""Programs that are killed while they save: every file is whole afterwards, the old one or the new one."""
+"""Programs that are killed while they save: every file is whole afterwards, the old one or the new one.
+
+As many saves as there is time for, at most 500: in 100 seconds, or in as many as the first argument says."""
 
 import os
 import random
@@ -15,7 +17,8 @@ SAVING_PROGRAM = os.path.join(ROOT, "build", "windows", "tests", "saving_program
 KILLS = 500
 KILLS_OF_THE_EDITOR = 10
 # Of the kills; on a busy machine there are fewer of them.
-LONGEST_SECONDS, LONGEST_SECONDS_OF_THE_EDITOR = 100, 30
+LONGEST_SECONDS = float(sys.argv[1]) if len(sys.argv) > 1 else 100
+LONGEST_SECONDS_OF_THE_EDITOR = 30
 FEWEST_KILLS, FEWEST_KILLS_OF_THE_EDITOR = 50, 2
 LONGEST_WAIT = 0.03  # seconds, of some saves of the program
 LONGEST_REACTION = 0.07  # seconds from a key to the middle of the save that it asks for
