@@ -11,8 +11,8 @@ bool ProjectToViewport(const Vec4& clip, const Rect& viewport, ScreenCorner& cor
     const float depth = clip.z * inverseW;
     if (!(depth >= -kDepthSlack && depth <= 1 + kDepthSlack)) return false;
 
-    const float left = static_cast<float>(viewport.left), top = static_cast<float>(viewport.top);
-    const float width = static_cast<float>(Width(viewport)), height = static_cast<float>(Height(viewport));
+    const auto left = static_cast<float>(viewport.left), top = static_cast<float>(viewport.top);
+    const auto width = static_cast<float>(Width(viewport)), height = static_cast<float>(Height(viewport));
     const float x = (clip.x * inverseW * 0.5f + 0.5f) * width + left;
     const float y = (0.5f - clip.y * inverseW * 0.5f) * height + top;
     if (std::isnan(x) || std::isnan(y)) return false;

@@ -102,6 +102,10 @@ static Rect Moved(const Rect& rect, int32_t x, int32_t y) {
     return {rect.left + x, rect.top + y, rect.right + x, rect.bottom + y};
 }
 
+static size_t IndexIn(const TextPicture& picture, int32_t x, int32_t y) {
+    return static_cast<size_t>(y) * static_cast<size_t>(picture.width) + static_cast<size_t>(x);
+}
+
 // The smallest rectangle around all pixels that are not of the colour that a picture started from, in either
 // of two pictures of the same text: on one of two backgrounds that far apart every mark is seen.
 static Rect InkOf(const TextPicture& first, uint32_t firstGround, const TextPicture& second,
@@ -109,7 +113,7 @@ static Rect InkOf(const TextPicture& first, uint32_t firstGround, const TextPict
     Rect ink{first.width, first.height, 0, 0};
     for (int32_t y = 0; y < first.height; ++y) {
         for (int32_t x = 0; x < first.width; ++x) {
-            const auto i = static_cast<size_t>(y * first.width + x);
+            const size_t i = IndexIn(first, x, y);
             if (ColorOf(first.pixels[i]) == firstGround && ColorOf(second.pixels[i]) == secondGround)
                 continue;
             ink = {std::min(ink.left, x), std::min(ink.top, y), std::max(ink.right, x + 1),
@@ -129,7 +133,7 @@ static std::vector<Pixel> Cut(const TextPicture& picture, const Rect& part) {
     std::vector<Pixel> pixels;
     for (int32_t y = part.top; y < part.bottom; ++y) {
         for (int32_t x = part.left; x < part.right; ++x) {
-            const Pixel pixel = picture.pixels[static_cast<size_t>(y * picture.width + x)];
+            const Pixel pixel = picture.pixels[IndexIn(picture, x, y)];
             pixels.push_back(Pixel{ColorOf(pixel)});
         }
     }
