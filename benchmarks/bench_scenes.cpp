@@ -75,7 +75,7 @@ static BenchScene Quads(std::string name, bool backToFront) {
     BenchScene scene{std::move(name)};
     MeshDraw frame = FrameOf({{0, 0, 0}, 0, 0});
     for (int32_t i = 0; i < 20; ++i) {
-        const float distance = static_cast<float>(backToFront ? 24 - i : 5 + i);
+        const auto distance = static_cast<float>(backToFront ? 24 - i : 5 + i);
         frame.world = LocalMatrix({0, 0, distance}, {}, {distance, distance, 1});
         scene.objects.push_back({&Quad(), frame});
     }

@@ -115,7 +115,7 @@ static Pixel ColorOf(const BenchObject& object, const MeshTriangle& triangle) {
 // Of a face with a texture: the light alone, white at kMesaWhite.
 static Pixel GreyOf(float brightness) {
     const float light = Limit(brightness, kDarkest, kBrightest) / kMesaWhite;
-    return Pixel{static_cast<uint32_t>(light * 255 + 0.5f) * 0x010101};
+    return Pixel{static_cast<uint32_t>(std::lround(light * 255)) * 0x010101};
 }
 
 static Face LitFace(const BenchObject& object, const MeshTriangle& triangle) {

@@ -86,14 +86,14 @@ static OSMesaContext MakeContext() {
     setenv("LP_NUM_THREADS", "0", 1);
     setenv("MESA_SHADER_CACHE_DISABLE", "true", 1);
     // clang-format off
-    constexpr int attributes[] = {
+    constexpr int kAttributes[] = {
         OSMESA_FORMAT,                OSMESA_BGRA,
         OSMESA_PROFILE,               OSMESA_CORE_PROFILE,
         OSMESA_CONTEXT_MAJOR_VERSION, 3,
         OSMESA_CONTEXT_MINOR_VERSION, 3,
         0};
     // clang-format on
-    return OSMesaCreateContextAttribs(attributes, nullptr);
+    return OSMesaCreateContextAttribs(kAttributes, nullptr);
 }
 
 static void AttachRenderbuffer(GLenum attachment, GLenum format) {
@@ -134,7 +134,7 @@ static std::string StartMesa() {
     static uint32_t unused = 0;
     const OSMesaContext context = MakeContext();
     if (context == nullptr || !OSMesaMakeCurrent(context, &unused, GL_UNSIGNED_BYTE, 1, 1)) return {};
-    const std::string renderer = reinterpret_cast<const char*>(glGetString(GL_RENDERER));
+    std::string renderer = reinterpret_cast<const char*>(glGetString(GL_RENDERER));
     if (!renderer.starts_with("llvmpipe")) return {};
     MakeFramebuffer();
     SetUpDrawing();
@@ -180,7 +180,7 @@ static void SetUniforms(GLuint program, const MeshDraw& draw, float white) {
     const auto at = [program](const char* name) { return glGetUniformLocation(program, name); };
     const Matrix4 viewProjection = ToOpenGl(draw.viewProjection);
     glUseProgram(program);
-    glUniformMatrix4fv(at("viewProjection"), 1, GL_TRUE, &viewProjection.m[0][0]);
+    glUniformMatrix4fv(at("viewProjection"), 1, GL_TRUE, viewProjection.m[0].data());
     glUniform3f(at("eye"), draw.eye.x, draw.eye.y, draw.eye.z);
     glUniform3f(at("light"), draw.light.x, draw.light.y, draw.light.z);
     glUniform1f(at("roughness"), draw.roughness);
@@ -313,12 +313,12 @@ void DrawMesaFrame(const MesaScene& scene) {
 }
 
 std::vector<Pixel> MesaPicture() {
-    constexpr size_t width = kBenchWidth, height = kBenchHeight;
-    std::vector<Pixel> picture(width * height);
+    constexpr size_t kWidth = kBenchWidth, kHeight = kBenchHeight;
+    std::vector<Pixel> picture(kWidth * kHeight);
     glReadPixels(0, 0, kBenchWidth, kBenchHeight, GL_BGRA, GL_UNSIGNED_BYTE, picture.data());
-    for (size_t row = 0; row < height / 2; ++row) {  // OpenGL's row 0 is at the bottom
-        std::swap_ranges(&picture[row * width], &picture[row * width] + width,
-                         &picture[(height - 1 - row) * width]);
+    for (size_t row = 0; row < kHeight / 2; ++row) {  // OpenGL's row 0 is at the bottom
+        std::swap_ranges(&picture[row * kWidth], &picture[row * kWidth] + kWidth,
+                         &picture[(kHeight - 1 - row) * kWidth]);
     }
     return picture;
 }

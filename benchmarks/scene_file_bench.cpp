@@ -19,16 +19,18 @@ namespace {
 
 // Removed when the program ends.
 struct TemporaryFile {
-    std::wstring path{};
+    std::wstring path = AbsolutePath((std::filesystem::temp_directory_path() / "zel_bench.scene").wstring());
 
+    TemporaryFile() = default;
     ~TemporaryFile() { RemoveFile(path); }
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
 };
 
 }  // namespace
 
 static const std::wstring& ScenePath() {
-    static const TemporaryFile file{
-        AbsolutePath((std::filesystem::temp_directory_path() / "zel_bench.scene").wstring())};
+    static const TemporaryFile file;
     return file.path;
 }
 

@@ -23,6 +23,8 @@ struct FuzzFolder {
         std::error_code error;
         std::filesystem::remove_all(path, error);
     }
+    FuzzFolder(const FuzzFolder&) = delete;
+    FuzzFolder& operator=(const FuzzFolder&) = delete;
 };
 
 inline const std::filesystem::path& FuzzFolderPath() {
