@@ -12,7 +12,7 @@
 
 // A root with two children and a grandchild, in a file that is named "Tree".
 static std::wstring PutTree(const ScratchFolder& folder) {
-    const std::wstring path = folder / L"Tree.prefab";
+    std::wstring path = folder / L"Tree.prefab";
     const Scene tree{
         {.name = L"Root", .position{9, 9, 9}, .rotation{1, 2, 3}, .velocityY = -3, .velocity{1, 2, 3}},
         {.name = L"Left", .position{1, 0, 0}, .parentIndex = 0, .velocityY = 2},

@@ -8,7 +8,7 @@
 // One listed project, and a click on "Smazat projekt z disku" answered so.
 static std::wstring DeleteListed(const ScratchFolder& folder, Answer answer) {
     StartHub(folder);
-    const std::wstring project = folder / L"projects\\Old";
+    std::wstring project = folder / L"projects\\Old";
     PutFolder(project + L"\\Files");
     AddRecentProject(project);
     SaveRecentProjects();
