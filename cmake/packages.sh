@@ -7,6 +7,7 @@ readonly zel_packages=(
     wine wine64 xvfb xauth xdotool x11-utils openbox imagemagick fonts-open-sans python3 python3-yaml
 )
 readonly zel_bench_packages=(libosmesa6-dev)           # for ./bench only, which can do without
+readonly zel_lint_packages=(clang-tidy)                # for ./lint only
 readonly zel_drawing_packages=(librsvg2-bin icoutils)  # for assets/source/render.sh only
 
 # Installs those of the named packages that are missing, and asks the network for nothing when none is.
