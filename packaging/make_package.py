@@ -22,6 +22,9 @@ STAGE = os.path.join(ROOT, "build", "stage", "ZelEngine")
 EXECUTABLE = "ZelEngine.exe"
 # Where the zip will lie for everyone is not known yet; nothing answers under this name.
 NO_HOST = "https://example.invalid/ZelEngine"
+# The terms of what the cross compiler puts of its runtime libraries into the executable, as its packages bring them.
+NOTICES = {"licenses/gcc.txt": "/usr/share/doc/gcc-mingw-w64-base/copyright",
+           "licenses/mingw-w64.txt": "/usr/share/doc/mingw-w64-x86-64-dev/copyright"}
 LINK = re.compile(r"!?\[[^\]]*\]\(([^)\s]+)\)")
 FIRST_ZIP_SECOND, LAST_ZIP_SECOND = 315532800, 4354819199  # from 1980 to 2107, in seconds since 1970
 
@@ -78,6 +81,13 @@ def seconds_of_the_sources():
     return min(max(int(text), FIRST_ZIP_SECOND), LAST_ZIP_SECOND)
 
 
+def notices():
+    missing = [path for path in NOTICES.values() if not os.path.isfile(path)]
+    if missing:
+        raise Refusal(f"the terms of the compiler's runtime are missing: {', '.join(missing)}")
+    return {name: content(path) for name, path in NOTICES.items()}
+
+
 def sample_projects():
     samples = os.path.join(ROOT, "sample")
     return sorted(name for name in os.listdir(samples) if os.path.isfile(os.path.join(samples, name, "project.zel")))
@@ -109,7 +119,7 @@ def documents():
 def packed_files(stage):
     """Paths in the package's folder, and what is in them."""
     files = {EXECUTABLE: staged_program(stage), "README.txt": content(ROOT, "packaging", "README.txt"),
-             "LICENSE": content(ROOT, "LICENSE")}
+             "LICENSE": content(ROOT, "LICENSE")} | notices()
     assets = os.path.join(ROOT, "assets")
     files |= {"assets/" + name: content(assets, name) for name in os.listdir(assets) if name.endswith(".png")}
     files |= {page: content(ROOT, page) for page in documents()}

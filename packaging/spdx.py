@@ -9,8 +9,8 @@ import uuid
 LICENSE = "MIT"
 FILE_TYPES = {".exe": "BINARY", ".png": "IMAGE", ".md": "DOCUMENTATION", ".txt": "DOCUMENTATION", ".cpp": "SOURCE",
               ".scene": "TEXT", ".prefab": "TEXT", ".blueprint": "TEXT", ".zel": "TEXT", ".obj": "TEXT"}
-RUNTIME = ("Made from this project's own sources. It also holds parts of the compiler's runtime libraries, which keep "
-           "their own licenses.")
+RUNTIME = ("Made from this project's own sources, under MIT. It also holds parts of the compiler's runtime libraries, "
+           "whose terms lie in the folder licenses.")
 
 
 def sums(data):
@@ -26,13 +26,14 @@ def verification_code(files):
 def file_record(number, name, data, copyright_line):
     """`copyright_line` counts where the file says it, as text or in a program's version."""
     kind = os.path.splitext(name)[1]
+    is_foreign = kind == ".exe" or "/licenses/" in name  # at least in parts
     said = any(copyright_line.encode(code) in data for code in ("utf-8", "utf-16-le"))
     record = {
         "SPDXID": f"SPDXRef-File-{number}",
         "fileName": "./" + name,
         "fileTypes": [FILE_TYPES.get(kind, "OTHER")],
         "checksums": sums(data),
-        "licenseConcluded": LICENSE,
+        "licenseConcluded": "NOASSERTION" if is_foreign else LICENSE,
         "licenseInfoInFiles": [LICENSE if os.path.basename(name) == "LICENSE" else "NONE"],
         "copyrightText": copyright_line if said else "NONE",
     }
@@ -60,10 +61,11 @@ def document(release, files):
         "checksums": [{"algorithm": "SHA1", "checksumValue": release["sha1"]},
                       {"algorithm": "SHA256", "checksumValue": release["sha256"]}],
         "primaryPackagePurpose": "APPLICATION",
-        "licenseConcluded": LICENSE,
+        "licenseConcluded": "NOASSERTION",  # for the sake of the runtime's parts
         "licenseDeclared": LICENSE,
         "licenseInfoFromFiles": [LICENSE],
-        "licenseComments": "The file LICENSE holds for all files, also for those that do not say so.",
+        "licenseComments": "The file LICENSE holds for all files, also for those that do not say so, but not for the "
+                           "parts of the compiler's runtime, whose terms lie in the folder licenses.",
         "copyrightText": release["copyright"],
     }
     relations = [("SPDXRef-DOCUMENT", "DESCRIBES", package["SPDXID"])]

@@ -143,6 +143,12 @@ def the_package_holds_the_program_its_images_every_sample_project_and_the_papers
         check({"LICENSE", "CHANGELOG.md", "README.txt"} <= files, "LICENSE, CHANGELOG.md or README.txt is missing")
 
 
+def the_terms_of_the_compilers_runtime_come_along():
+    with unpacked() as (_, folder):
+        check("Runtime Library Exception" in content(folder, "licenses", "gcc.txt").decode(), "gcc.txt")
+        check("winpthreads" in content(folder, "licenses", "mingw-w64.txt").decode(), "mingw-w64.txt")
+
+
 def every_relative_link_of_the_packed_documents_leads_to_a_packed_file():
     with unpacked() as (_, folder):
         pages = [name for name in files_below(folder) if name.endswith(".md")]
@@ -196,7 +202,9 @@ def the_spdx_document_has_what_every_such_document_must_have():
     for record in [described] + document["files"]:
         name = record.get("fileName", "the package")
         check(re.fullmatch(r"SPDXRef-[A-Za-z0-9.-]+", record["SPDXID"]), f"{name}: {record['SPDXID']}")
-        check(record["licenseConcluded"] == "MIT" and record["copyrightText"], f"{name}: license or copyright")
+        is_foreign = name == "the package" or name.endswith(".exe") or "/licenses/" in name
+        check(record["licenseConcluded"] == ("NOASSERTION" if is_foreign else "MIT"), f"{name}: the license")
+        check(record["copyrightText"], f"{name}: no copyright")
     notice = re.search("^Copyright .*", content(ROOT, "LICENSE").decode(), re.MULTILINE).group(0)
     noticed = {record["fileName"].split("/")[-1] for record in document["files"] if record["copyrightText"] == notice}
     check(noticed == {"LICENSE", "ZelEngine.exe"}, f"the notice stands in {noticed}")
@@ -327,6 +335,7 @@ if __name__ == "__main__":
         entries_are_sorted_and_carry_one_time_and_plain_modes,
         the_time_is_that_of_the_last_commit_when_nothing_else_is_said,
         the_package_holds_the_program_its_images_every_sample_project_and_the_papers,
+        the_terms_of_the_compilers_runtime_come_along,
         every_relative_link_of_the_packed_documents_leads_to_a_packed_file,
         the_spdx_document_lists_every_file_with_its_sums_and_the_code_of_all,
         the_spdx_document_has_what_every_such_document_must_have,
