@@ -3,35 +3,32 @@
 #include "render/frame_buffer.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <vector>
 
-namespace {
-
-struct Place {
-    float distance = 0;  // clip w of the mesh's origin
-    int32_t number = 0;  // of the instance
-};
-
-}  // namespace
+// Sorts as the distance does, and then as the place in the scene: one number is compared faster than two.
+using Place = uint64_t;
 
 static float DistanceOf(const MeshInstance& instance) {
     return TransformToClip(instance.draw.viewProjection, Translation(instance.draw.world)).w;
 }
 
-// What is not a number comes last, so that the order is one.
-static bool IsNearer(const Place& a, const Place& b) {
-    const bool aIsNumber = a.distance == a.distance, bIsNumber = b.distance == b.distance;
-    if (aIsNumber && bIsNumber && a.distance != b.distance) return a.distance < b.distance;
-    return aIsNumber != bIsNumber ? aIsNumber : a.number < b.number;
+// Grows with the number. What is not a number comes at one of the ends.
+static uint32_t OrderOf(float number) {
+    const auto bits = std::bit_cast<uint32_t>(number);
+    return (bits & 0x80000000) != 0 ? ~bits : bits | 0x80000000;
 }
+
+static size_t NumberOf(Place place) { return static_cast<uint32_t>(place); }
 
 static const std::vector<Place>& NearestFirst(std::span<const MeshInstance> instances) {
     static std::vector<Place> places;
     places.clear();
     for (const MeshInstance& instance : instances)
-        places.push_back({DistanceOf(instance), static_cast<int32_t>(places.size())});
-    std::ranges::sort(places, IsNearer);
+        places.push_back(Place{OrderOf(DistanceOf(instance))} << 32 | places.size());
+    std::ranges::sort(places);
     return places;
 }
 
@@ -41,7 +38,7 @@ static bool AreNearlyInOrder(const std::vector<Place>& places) {
     constexpr double kNearly = 0.2;  // of the number of meshes, in the mean
     double moved = 0;
     for (size_t i = 0; i < places.size(); ++i)
-        moved += std::abs(static_cast<double>(i) - static_cast<double>(places[i].number));
+        moved += std::abs(static_cast<double>(i) - static_cast<double>(NumberOf(places[i])));
     const auto count = static_cast<double>(places.size());
     return moved <= kNearly * count * count;
 }
@@ -52,9 +49,9 @@ static void DrawInSceneOrder(std::span<const MeshInstance> instances) {
 
 static void DrawInOrder(std::span<const MeshInstance> instances, const std::vector<Place>& places) {
     KeepOwners();
-    for (const Place& place : places) {
-        const MeshInstance& instance = instances[static_cast<size_t>(place.number)];
-        frameBuffer.owners.current = place.number;
+    for (const Place place : places) {
+        const MeshInstance& instance = instances[NumberOf(place)];
+        frameBuffer.owners.current = static_cast<int32_t>(NumberOf(place));
         DrawMesh(*instance.mesh, instance.draw);
     }
     ForgetOwners();
