@@ -20,16 +20,14 @@ constexpr auto kBest = "best";
 
 constexpr double kLongEnough = 0.4;  // seconds, to meet a moment in which the machine is free
 
-// `between` comes after each round and is not measured.
-template <typename Round, typename Between>
-void MeasureBest(benchmark::State& state, Round round, Between between) {
+template <typename Round>
+void MeasureBest(benchmark::State& state, Round round) {
     using Clock = std::chrono::steady_clock;
     double best = std::numeric_limits<double>::max();
     for ([[maybe_unused]] auto repetition : state) {
         const Clock::time_point start = Clock::now();
         round();
         best = std::min(best, std::chrono::duration<double, std::milli>(Clock::now() - start).count());
-        between();
     }
     state.counters[kBest] = best;
 }

@@ -65,8 +65,7 @@ static void MeasureFrame(benchmark::State& state, const BenchScene& scene, MesaW
     KeepFreedMemory();
     const MesaScene loaded = LoadMesaScene(scene, way);
     if (!ShowsTheScene(state, scene, loaded)) state.SkipWithError("Mesa shows another picture");
-    MeasureBest(
-        state, [&loaded] { DrawMesaFrame(loaded); }, [] {});
+    MeasureBest(state, [&loaded] { DrawMesaFrame(loaded); });
     ReleaseMesaScene(loaded);
 }
 
