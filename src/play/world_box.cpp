@@ -1,7 +1,6 @@
 #include "play/world_box.h"
 
 #include "render/mesh.h"
-#include "render/transform.h"
 #include "scene/editor_state.h"
 
 #include <cmath>
@@ -95,13 +94,13 @@ static const Box& ExtentOfChild(const GameObject& object, const Matrix4& world, 
 
 // TransformPoint adds the translation last. Rounding is monotone, so the smallest sum belongs to the smallest
 // summand: the translation may as well be added to the extent.
-Box WorldBox(int32_t index, TurnedShape& shape) {
+Box WorldBox(int32_t index, WorldMatrices& worlds, TurnedShape& shape) {
     const GameObject& object = editorState.scene[index];
     if (object.parentIndex < 0 && IsFinite(object.position)) {
         const Box& extent = ExtentOfRoot(object, shape);
         return Thickened({extent.min + object.position, extent.max + object.position});
     }
-    const Matrix4 world = WorldMatrix(editorState.scene, index);
+    const Matrix4 world = worlds.Of(index);
     const Vec3 place = Translation(world);
     if (!IsFinite(place)) return Thickened(BoxAround(ShapeOf(object), world));
     const Box& extent = ExtentOfChild(object, world, shape);

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "play/box.h"
-#include "render/matrix4.h"
+#include "render/transform.h"
 #include "scene/game_object.h"
 
 #include <cstdint>
@@ -21,5 +21,6 @@ struct TurnedShape {
 // is at least 0.04 long, those of flat planes too. `index` names an object of the open scene.
 Box WorldBox(int32_t index);
 
-// The same box, bit for bit, by way of what is known of the object's shape, and brings that up to date.
-Box WorldBox(int32_t index, TurnedShape& shape);
+// The same box, bit for bit, by way of what is known of the object's parents and of its shape, and brings
+// both up to date.
+Box WorldBox(int32_t index, WorldMatrices& worlds, TurnedShape& shape);

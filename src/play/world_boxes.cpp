@@ -16,11 +16,25 @@ static NumberedBox InTree(int32_t index, const WorldBoxes& boxes) {
     return {IsSolid(index) ? boxes.objects[index].box : kNowhere, index};
 }
 
-static void RefreshBox(int32_t index, WorldBoxes& boxes) {
+// A box depends on the object and on all above it. Whoever is marked has marked parents, so the way up ends
+// at the first one, and in a cycle too.
+static void MarkUsed(int32_t index, WorldBoxes& boxes) {
+    for (; IsObjectIndex(index) && !boxes.objects[index].isUsed; ++boxes.steps) {
+        boxes.objects[index].isUsed = true;
+        index = editorState.scene[index].parentIndex;
+    }
+}
+
+static void ComputeBox(int32_t index, WorldBoxes& boxes) {
     CachedBox& cached = boxes.objects[index];
-    if (cached.isFresh) return;
-    cached.box = WorldBox(index, cached.shape);
+    cached.box = WorldBox(index, boxes.worlds, cached.shape);
     cached.isFresh = true;
+    MarkUsed(index, boxes);
+}
+
+static void RefreshBox(int32_t index, WorldBoxes& boxes) {
+    if (boxes.objects[index].isFresh) return;
+    ComputeBox(index, boxes);
     if (boxes.hasTree) MoveBox(InTree(index, boxes), boxes.solids);
 }
 
@@ -42,6 +56,7 @@ static void TakeIn(int32_t first, WorldBoxes& boxes) {
     const int32_t count = ObjectCount();
     const uint32_t firstWalk = boxes.visits + 1;
     boxes.objects.resize(static_cast<size_t>(count));
+    boxes.worlds.Follow(editorState.scene);
     for (int32_t i = first; i < count; ++i) {
         const int32_t parent = editorState.scene[i].parentIndex;
         // Every cycle has a parent that does not stand before its child.
@@ -55,8 +70,7 @@ static void TakeIn(int32_t first, WorldBoxes& boxes) {
     if (!boxes.hasTree) return;
     for (int32_t i = first; i < count; ++i) {
         if (!IsSolid(i)) continue;
-        boxes.objects[i].box = WorldBox(i, boxes.objects[i].shape);
-        boxes.objects[i].isFresh = true;
+        ComputeBox(i, boxes);
         AddBox({boxes.objects[i].box, i}, boxes.solids);
     }
 }
@@ -80,6 +94,7 @@ void StartPass(WorldBoxes& boxes) {
         return;
     }
     for (CachedBox& cached : boxes.objects) cached = {.shape = cached.shape};
+    boxes.worlds = WorldMatrices(editorState.scene);
     boxes.hasTree = false;
     boxes.late.clear();
     boxes.visits = 0;
@@ -129,6 +144,8 @@ static void RefreshTree(int32_t except, WorldBoxes& boxes) {
 static void Outdate(int32_t index, WorldBoxes& boxes) {
     CachedBox& cached = boxes.objects[index];
     cached.isFresh = false;
+    cached.isUsed = false;
+    boxes.worlds.Forget(index);
     if (!boxes.hasTree || cached.isLate || !IsSolid(index)) return;
     cached.isLate = true;
     boxes.late.push_back(index);
@@ -162,14 +179,26 @@ const std::vector<int32_t>& SubtreeOf(int32_t index, WorldBoxes& boxes) {
     return subtree;
 }
 
+// Forgets what depends on the object: itself and all below it. Where nothing does, nothing below does either,
+// so that the objects of a long chain may all be moved one after another: each is forgotten once after each
+// use.
 void ObjectMoved(int32_t index, WorldBoxes& boxes) {
     if (boxes.objects.empty()) return;
     KeepUpWithScene(boxes);
-    if (boxes.objects[index].firstChild < 0) {
-        Outdate(index, boxes);
-        return;
+    if (!boxes.objects[index].isUsed) return;
+    std::vector<int32_t>& open = boxes.subtree;
+    open.assign(1, index);
+    Outdate(index, boxes);
+    while (!open.empty()) {
+        int32_t child = boxes.objects[open.back()].firstChild;
+        open.pop_back();
+        for (; child >= 0; child = boxes.objects[child].nextSibling) {
+            ++boxes.steps;
+            if (!boxes.objects[child].isUsed) continue;
+            Outdate(child, boxes);
+            open.push_back(child);
+        }
     }
-    for (const int32_t moved : SubtreeOf(index, boxes)) Outdate(moved, boxes);
 }
 
 void ActiveChanged(int32_t index, WorldBoxes& boxes) {

@@ -11,8 +11,9 @@
 struct CachedBox {
     Box box{};
     TurnedShape shape{};
-    bool isFresh = false;      // `box` is the object's
-    bool isLate = false;       // listed in WorldBoxes::late
+    bool isFresh = false;  // `box` is the object's
+    bool isUsed = false;   // something is known that depends on where the object is; then all above are, too
+    bool isLate = false;   // listed in WorldBoxes::late
     int32_t firstChild = -1;   // children in no particular order
     int32_t nextSibling = -1;  // -1 ends the list
     uint32_t lastVisit = 0;    // number of the walk that came here last
@@ -22,12 +23,14 @@ struct CachedBox {
 // added at the end are noticed by themselves. What it answers is what WorldBox answers, bit for bit.
 struct WorldBoxes {
     std::vector<CachedBox> objects{};  // by object index
-    BoxTree solids{};                  // boxes of the objects that others bump into
-    bool hasTree = false;              // made, or brought up to date, when it is first asked for
-    int32_t treeAge = 0;               // passes since it was made
-    std::vector<int32_t> late{};       // solid objects whose box in the tree may be out of date
-    std::vector<int32_t> subtree{};    // what SubtreeOf returned last
+    WorldMatrices worlds{};
+    BoxTree solids{};                // boxes of the objects that others bump into
+    bool hasTree = false;            // made, or brought up to date, when it is first asked for
+    int32_t treeAge = 0;             // passes since it was made
+    std::vector<int32_t> late{};     // solid objects whose box in the tree may be out of date
+    std::vector<int32_t> subtree{};  // what SubtreeOf returned last, or ObjectMoved walked through
     uint32_t visits = 0;
+    int64_t steps = 0;            // objects visited to mark what is known, and to forget it
     size_t meshCount = 0;         // of the library, when the boxes were computed
     bool dependsOnCount = false;  // damaged parents: an added object may change older boxes
 };
@@ -40,7 +43,7 @@ bool IsSolid(int32_t index);
 
 Box WorldBox(int32_t index, WorldBoxes& boxes);
 
-// The object and all below it. Valid until the next call.
+// The object and all below it. Valid until the next call, and until something moves.
 const std::vector<int32_t>& SubtreeOf(int32_t index, WorldBoxes& boxes);
 
 // To be told after a change of an object's position, rotation or scale, and of `active`.

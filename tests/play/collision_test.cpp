@@ -47,6 +47,19 @@ TEST_CASE("a mover slides along a wall with what is left of its way") {
     CHECK(Object(0).position.z == doctest::Approx(3));
 }
 
+TEST_CASE("a mover stops before what stands at the end of a chain of 1,100 parents") {
+    Scene chain(1100);
+    for (int32_t i = 0; i < 1100; ++i)
+        chain[static_cast<size_t>(i)] = {.position{1, 0, 0}, .parentIndex = i - 1};
+    GameObject wall = Solid({2, 0, 0});
+    wall.parentIndex = 1099;  // it stands at 1102
+    chain.push_back(wall);
+    chain.push_back(Solid({1100, 0, 0}));
+    StartGame(chain);
+    Move(1101, {3, 0, 0});
+    CHECK(Object(1101).position.x == doctest::Approx(1100.999));
+}
+
 TEST_CASE("a way of 13 units takes 64 steps, and one of 64 units no more") {
     // Both boxes are 0.04 thick, so a wall is met only where a step ends. 64 steps of 0.203125 units end at
     // 6.5 and not at 6.4; 65 steps of 0.2 would end at 6.4 and not at 6.5.

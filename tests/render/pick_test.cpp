@@ -60,6 +60,21 @@ TEST_CASE("only what is drawn can be picked") {
     CHECK(PickMiddle({{.position{0, 0, 4}}}) == -1);
 }
 
+TEST_CASE("an object under 1,099 parents is picked where the sum of them puts it") {
+    StartPicture(120, 90);
+    Scene scene(1100);
+    for (int32_t i = 0; i < 1100; ++i)
+        scene[static_cast<size_t>(i)] = {.position{1, 0, 0}, .parentIndex = i - 1};
+    scene.back().meshIndex = 0;
+    PickView view = ViewOf(scene);
+    view.eye = {1100, 0, -4};
+    view.viewProjection = MultiplyMatrix(ProjectionMatrix(120, 90), ViewMatrix({view.eye, 0, 0}));
+    CHECK(PickObject(view, {60, 45}) == 1099);
+    scene.back() = {.position{1, 0, 0}, .parentIndex = 1098, .isEntity = true};
+    view.scene = scene;
+    CHECK(PickObject(view, {60, 45}) == 1099);
+}
+
 TEST_CASE("a face that turns its back is not picked") {
     // The Ground faces down: from above it is not drawn.
     StartPicture(120, 90);

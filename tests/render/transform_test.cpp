@@ -2,6 +2,7 @@
 
 #include "doctest/doctest.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cmath>
@@ -83,24 +84,125 @@ TEST_CASE("an object that is its own parent ends too") {
     CHECK(WorldPosition(scene, 0) == Vec3{2, 0, 0});
 }
 
-TEST_CASE("a chain of a thousand parents is followed to its root") {
-    Scene scene(1000);
-    for (int32_t i = 0; i < 1000; ++i)
+// Every object one to the right of its parent, the first one without a parent.
+static Scene ChainOf(int32_t count) {
+    Scene scene(static_cast<size_t>(count));
+    for (int32_t i = 0; i < count; ++i)
         scene[static_cast<size_t>(i)] = {.position{1, 0, 0}, .parentIndex = i - 1};
-    CHECK(WorldPosition(scene, 999) == Vec3{1000, 0, 0});
+    return scene;
 }
 
-TEST_CASE("a chain that no scene needs, or a large cycle, is followed for 64 parents") {
-    for (bool cycle : {false, true}) {
-        Scene scene(5000);
-        for (int32_t i = 0; i < 5000; ++i) {
-            scene[static_cast<size_t>(i)] = {.position{1, 0, 0},
-                                             .parentIndex = i > 0   ? i - 1
-                                                            : cycle ? 4999
-                                                                    : -1};
-        }
-        CHECK(WorldPosition(scene, 4999) == Vec3{65, 0, 0});
+TEST_CASE("a chain of parents counts in full, however long it is") {
+    for (const int32_t count : {1, 2, 1000, 1024, 1025, 1026, 1088, 1089, 1090, 1100, 5000, 100'000}) {
+        CAPTURE(count);
+        const Scene scene = ChainOf(count);
+        CHECK(WorldPosition(scene, count - 1) == Vec3{static_cast<float>(count), 0, 0});
+        WorldMatrices worlds(scene);
+        CHECK(Translation(worlds.Of(count - 1)) == Vec3{static_cast<float>(count), 0, 0});
     }
+}
+
+TEST_CASE(
+    "all objects of a chain of 100,000 have their place in the world, at the cost of a few steps each") {
+    constexpr int32_t kCount = 100'000;
+    const Scene scene = ChainOf(kCount);
+    for (const bool fromTheEnd : {false, true}) {
+        WorldMatrices worlds(scene);
+        for (int32_t i = 0; i < kCount; ++i) {
+            const int32_t index = fromTheEnd ? kCount - 1 - i : i;
+            REQUIRE(Translation(worlds.Of(index)).x == static_cast<float>(index + 1));
+        }
+        // The first 1,025 take 1,024 * 1,025 / 2 products; a later one goes up 64 parents at most to look for
+        // the end of its stretch, and multiplies as many; every 64th once more for its own stretch.
+        CHECK(worlds.Steps() < 525'000 + kCount * (1 + 64 + 64 + 2));
+    }
+}
+
+TEST_CASE("a cycle of parents is followed for 64 steps, from within and from below") {
+    for (const int32_t length : {1, 2, 63, 64, 65, 100, 5000}) {
+        CAPTURE(length);
+        Scene scene = ChainOf(length);
+        scene[0].parentIndex = length - 1;
+        const auto steps = static_cast<float>(std::min(length, 64));
+        CHECK(WorldPosition(scene, length - 1) == Vec3{1 + steps, 0, 0});
+        CHECK(WorldPosition(scene, 0) == Vec3{1 + steps, 0, 0});
+        // A chain of 200 that hangs below the cycle: there are more than 64 objects now.
+        for (int32_t i = 0; i < 200; ++i)
+            scene.push_back({.position{1, 0, 0}, .parentIndex = length - 1 + i});
+        CHECK(WorldPosition(scene, 0) == Vec3{65, 0, 0});
+        CHECK(WorldPosition(scene, length) == Vec3{65, 0, 0});
+        CHECK(WorldPosition(scene, length + 199) == Vec3{65, 0, 0});
+    }
+}
+
+// Two walkers up the parents of which one is twice as fast meet in a cycle, and nowhere else.
+static bool LeadsIntoCycle(const Scene& scene, int32_t index) {
+    const auto up = [&scene](int32_t at) {
+        const bool isIndex = at >= 0 && at < static_cast<int32_t>(scene.size());
+        return isIndex ? scene[static_cast<size_t>(at)].parentIndex : -1;
+    };
+    int32_t slow = index, fast = index;
+    do {
+        slow = up(slow);
+        fast = up(up(fast));
+    } while (slow != fast);
+    return slow >= 0 && slow < static_cast<int32_t>(scene.size());
+}
+
+// Where an object of a scene without rotations and scales stands.
+static Vec3 PlainPlace(const Scene& scene, int32_t index) {
+    const auto count = static_cast<int32_t>(scene.size());
+    int32_t steps = LeadsIntoCycle(scene, index) ? std::min(64, count) : count;
+    Vec3 place = scene[static_cast<size_t>(index)].position;
+    int32_t parent = scene[static_cast<size_t>(index)].parentIndex;
+    for (; parent >= 0 && parent < count && steps > 0; --steps) {
+        place = place + scene[static_cast<size_t>(parent)].position;
+        parent = scene[static_cast<size_t>(parent)].parentIndex;
+    }
+    return place;
+}
+
+TEST_CASE("in random forests with cycles every object stands where the sum of its parents puts it") {
+    constexpr uint32_t kSeed = 20270411;
+    CAPTURE(kSeed);
+    std::mt19937 random(kSeed);
+    const auto below = [&random](int32_t count) {
+        return static_cast<int32_t>(random() % static_cast<uint32_t>(count));
+    };
+    for (int32_t round = 0; round < 60; ++round) {
+        CAPTURE(round);
+        const int32_t count = 1 + below(round % 2 == 0 ? 3000 : 40);
+        const int32_t breaks = 1 + below(count);  // one parent in so many is any number, else the one before
+        Scene scene(static_cast<size_t>(count));
+        for (int32_t i = 0; i < count; ++i) {
+            const auto whole = [&below] { return static_cast<float>(below(101) - 50); };  // sums are exact
+            scene[static_cast<size_t>(i)] = {
+                .position{whole(), whole(), whole()},
+                .parentIndex = below(breaks) == 0 ? below(count + 4) - 2 : i - 1};
+        }
+        WorldMatrices worlds(scene);
+        for (int32_t i = 0; i < 100; ++i) {
+            const int32_t index = below(count);
+            REQUIRE(WorldPosition(scene, index) == PlainPlace(scene, index));
+            REQUIRE(Translation(worlds.Of(index)) == PlainPlace(scene, index));
+        }
+    }
+}
+
+TEST_CASE("world matrices follow an object that moves once they are told of it and of those below it") {
+    Scene scene = ChainOf(3000);
+    WorldMatrices worlds(scene);
+    CHECK(Translation(worlds.Of(2999)) == Vec3{3000, 0, 0});
+    for (const int32_t moved : {0, 1023, 1024, 1088, 1500, 2999}) {
+        scene[static_cast<size_t>(moved)].position.x += 10;
+        for (int32_t i = moved; i < 3000; ++i) worlds.Forget(i);
+        CHECK(worlds.Of(2999) == WorldMatrix(scene, 2999));
+        CHECK(worlds.Of(2000) == WorldMatrix(scene, 2000));
+    }
+    CHECK(Translation(worlds.Of(2999)) == Vec3{3060, 0, 0});
+    scene.push_back({.position{5, 0, 0}, .parentIndex = 2999});
+    worlds.Follow(scene);
+    CHECK(Translation(worlds.Of(3000)) == Vec3{3065, 0, 0});
 }
 
 // Also a NaN is the same as itself.
@@ -118,12 +220,11 @@ TEST_CASE("world matrices asked for together are those asked for one by one, bit
     const auto number = [&below] { return static_cast<float>(below(2001) - 1000) * 0.013f; };
     for (int32_t round = 0; round < 60; ++round) {
         CAPTURE(round);
-        // Every third scene is mostly one chain, longer than is followed in some, in a few with its end in
-        // it.
-        const int32_t count = 1 + below(round % 3 == 0 ? 1400 : 60);
+        // Every third scene is mostly one chain, in some a long one, in a few with its end in it.
+        const int32_t count = 1 + below(round % 3 == 0 ? 2600 : 60);
         Scene scene(static_cast<size_t>(count));
         for (int32_t i = 0; i < count; ++i) {
-            const bool isChain = round % 3 == 0 && below(600) != 0;
+            const bool isChain = round % 3 == 0 && below(1300) != 0;
             scene[static_cast<size_t>(i)] = {.position{number(), number(), number()},
                                              .rotation{number(), below(4) == 0 ? 0 : number(), number()},
                                              .scale{number(), number(), 1},
@@ -139,7 +240,7 @@ TEST_CASE("world matrices asked for together are those asked for one by one, bit
 }
 
 TEST_CASE("no objects have no world matrices but the identity") {
-    WorldMatrices worlds({});
+    WorldMatrices worlds;
     CHECK(worlds.Of(0) == Matrix4{});
     CHECK(worlds.Of(-1) == Matrix4{});
 }

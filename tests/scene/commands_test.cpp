@@ -297,3 +297,12 @@ TEST_CASE("moving beside an object whose parent is not there makes a root") {
     moveInHierarchy(0, 1, false, true);
     CHECK(Parents() == std::vector<int32_t>{-1, -1});
 }
+
+TEST_CASE("an object that leaves a chain of 1,099 parents stays where it is in the world") {
+    editorState = EditorState{};
+    for (int32_t i = 0; i < 1100; ++i)
+        editorState.scene.push_back({.position{1, 0, 0}, .parentIndex = i - 1});
+    moveInHierarchy(1099, 0, false, false);
+    CHECK(editorState.scene[0].parentIndex == -1);
+    CHECK(editorState.scene[0].position == Vec3{1100, 0, 0});
+}

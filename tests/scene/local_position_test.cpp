@@ -25,3 +25,10 @@ TEST_CASE("without a parent in the scene the local position is the world positio
     for (const int32_t parent : {-1, -5, 1, 99})
         CHECK(LocalPositionUnder(scene, parent, {5, 6, 7}) == Vec3{5, 6, 7});
 }
+
+TEST_CASE("a position under a chain of 1,100 parents counts all of them") {
+    Scene scene(1100);
+    for (int32_t i = 0; i < 1100; ++i)
+        scene[static_cast<size_t>(i)] = {.position{1, 0, 0}, .parentIndex = i - 1};
+    CHECK(LocalPositionUnder(scene, 1099, {1103, 2, 0}) == Vec3{3, 2, 0});
+}
