@@ -72,8 +72,8 @@ static bool EscapeEndsProgram() {
 static void OnHubKeyDown(uint32_t key, bool isRepeat) {
     if (isRepeat) return;
     if (key == kKeyEscape) RequestQuit();
-    if (key == 'O' && IsControlHeld()) OpenProjectDialog();
-    if (key == 'N' && IsControlHeld()) CreateProject(false);
+    if (key == 'O' && IsCommandKeyHeld()) OpenProjectDialog();
+    if (key == 'N' && IsCommandKeyHeld()) CreateProject(false);
 }
 
 static void OnKeyDown(uint32_t key, bool isRepeat) {

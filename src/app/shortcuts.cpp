@@ -75,7 +75,7 @@ static void SelectByNumber(int32_t index) {
 
 namespace {
 
-enum class Modifier { Any, Ctrl, None };
+enum class Modifier { Any, Ctrl, AltGr, None };
 
 constexpr uint32_t kAnyKey = 0;
 
@@ -88,44 +88,52 @@ struct Shortcut {
 
 }  // namespace
 
-// The first row that matches wins.
+// The first row that matches wins. AltGr types a character of its own with a key, and that is no command.
 // clang-format off
 constexpr Shortcut kShortcuts[] = {
-    {InBlueprint, Modifier::Ctrl, 'S',        SaveOpenBlueprint},
-    {InBlueprint, Modifier::Any,  kKeyEscape, LeaveBlueprint},
-    {InBlueprint, Modifier::Any,  kAnyKey,    Ignore},
-    {InPrefab,    Modifier::Ctrl, 'S',        SaveInPrefab},
-    {InPrefab,    Modifier::Any,  kKeyEscape, ClosePrefabEditor},
-    {InPrefab,    Modifier::Any,  'P',        RefusePlayInPrefab},
-    {Everywhere,  Modifier::Ctrl, 'Z',        undo},
-    {Everywhere,  Modifier::Ctrl, 'C',        copySelected},
-    {Everywhere,  Modifier::Ctrl, 'V',        pasteObject},
-    {Everywhere,  Modifier::Ctrl, 'D',        duplicateSelected},
-    {Everywhere,  Modifier::Ctrl, 'S',        Save},
-    {Everywhere,  Modifier::Ctrl, 'O',        OpenProjectDialog},
-    {Everywhere,  Modifier::Ctrl, 'N',        CreateBasicProject},
-    {Everywhere,  Modifier::Ctrl, 'B',        BuildProject},
-    {Everywhere,  Modifier::Ctrl, kAnyKey,    Ignore},
-    {Everywhere,  Modifier::None, kKeyTab,    SelectNext},
-    {Everywhere,  Modifier::None, kKeyF1,     SelectMove},
-    {Everywhere,  Modifier::None, kKeyF2,     SelectRotate},
-    {Everywhere,  Modifier::None, kKeyF3,     SelectScale},
-    {Everywhere,  Modifier::None, 'G',        addCube},
-    {Everywhere,  Modifier::None, kKeyDelete, deleteSelected},
-    {Everywhere,  Modifier::None, 'P',        TogglePlayMode},
+    {InBlueprint, Modifier::Ctrl,  'S',        SaveOpenBlueprint},
+    {InBlueprint, Modifier::Any,   kKeyEscape, LeaveBlueprint},
+    {InBlueprint, Modifier::Any,   kAnyKey,    Ignore},
+    {InPrefab,    Modifier::Ctrl,  'S',        SaveInPrefab},
+    {InPrefab,    Modifier::Any,   kKeyEscape, ClosePrefabEditor},
+    {Everywhere,  Modifier::AltGr, kAnyKey,    Ignore},
+    {InPrefab,    Modifier::Any,   'P',        RefusePlayInPrefab},
+    {Everywhere,  Modifier::Ctrl,  'Z',        undo},
+    {Everywhere,  Modifier::Ctrl,  'C',        copySelected},
+    {Everywhere,  Modifier::Ctrl,  'V',        pasteObject},
+    {Everywhere,  Modifier::Ctrl,  'D',        duplicateSelected},
+    {Everywhere,  Modifier::Ctrl,  'S',        Save},
+    {Everywhere,  Modifier::Ctrl,  'O',        OpenProjectDialog},
+    {Everywhere,  Modifier::Ctrl,  'N',        CreateBasicProject},
+    {Everywhere,  Modifier::Ctrl,  'B',        BuildProject},
+    {Everywhere,  Modifier::Ctrl,  kAnyKey,    Ignore},
+    {Everywhere,  Modifier::None,  kKeyTab,    SelectNext},
+    {Everywhere,  Modifier::None,  kKeyF1,     SelectMove},
+    {Everywhere,  Modifier::None,  kKeyF2,     SelectRotate},
+    {Everywhere,  Modifier::None,  kKeyF3,     SelectScale},
+    {Everywhere,  Modifier::None,  'G',        addCube},
+    {Everywhere,  Modifier::None,  kKeyDelete, deleteSelected},
+    {Everywhere,  Modifier::None,  'P',        TogglePlayMode},
 };
 // clang-format on
 
-static bool Matches(const Shortcut& shortcut, uint32_t key, bool control) {
+static Modifier HeldModifier() {
+    if (!IsControlHeld()) return Modifier::None;
+    return IsAltHeld() ? Modifier::AltGr : Modifier::Ctrl;
+}
+
+static bool Matches(const Shortcut& shortcut, uint32_t key, Modifier held) {
     if (shortcut.key != kAnyKey && shortcut.key != key) return false;
-    if (shortcut.modifier != Modifier::Any && (shortcut.modifier == Modifier::Ctrl) != control) return false;
+    if (shortcut.modifier != Modifier::Any && shortcut.modifier != held) return false;
     return shortcut.applies();
 }
 
+bool IsCommandKeyHeld() { return HeldModifier() == Modifier::Ctrl; }
+
 void handleKeyDown(uint32_t key) {
-    const bool control = IsControlHeld();
+    const Modifier held = HeldModifier();
     for (const Shortcut& shortcut : kShortcuts) {
-        if (!Matches(shortcut, key, control)) continue;
+        if (!Matches(shortcut, key, held)) continue;
         shortcut.run();
         return;
     }

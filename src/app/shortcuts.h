@@ -3,5 +3,8 @@
 
 #include <cstdint>
 
-// A key press that no text entry has taken. Ctrl and Shift are read as they are now.
+// True while Ctrl is held without Alt. The system reports AltGr as both, and a key with it types a character.
+bool IsCommandKeyHeld();
+
+// A key press that no text entry has taken. Ctrl, Alt and Shift are read as they are now.
 void handleKeyDown(uint32_t key);

@@ -84,3 +84,4 @@ void ShowArrowCursor();
 // Modifier keys as they are now.
 bool IsControlHeld();
 bool IsShiftHeld();
+bool IsAltHeld();  // AltGr counts as Ctrl and Alt

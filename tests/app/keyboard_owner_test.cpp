@@ -65,6 +65,27 @@ TEST_CASE("while a name or number is typed the mouse does nothing") {
             Drag(at, {at.x + 50, at.y + 30});
             DoubleClick(at);
             RightClick(at);
+TEST_CASE("what is typed with AltGr goes into the open entry, and Backspace takes it away") {
+    for (const auto open : {OpenRename, OpenText, OpenSearch}) {
+        StartEditor();
+        open();
+        REQUIRE(AnEntryIsOpen());
+        const Scene scene = editorState.scene;
+        const auto typed = [] {
+            return editorState.componentSearchActive ? editorState.componentSearchText
+                                                     : editorState.nameEntry.text;
+        };
+        const std::wstring before = typed();
+        headless.controlIsHeld = headless.altIsHeld = true;
+        HandleInput({.kind = InputKind::KeyDown, .key = 'V'});  // on a Czech keyboard
+        Type(L"@");
+        CHECK(typed() == before + L"@");
+        TapKey(kKeyBackspace);
+        CHECK(typed() == before);
+        CHECK(editorState.scene == scene);
+    }
+}
+
         }
         CHECK(AnEntryIsOpen());
         CHECK(editorState.scene == before.scene);

@@ -150,6 +150,27 @@ TEST_CASE("with Ctrl the keys of plain commands do nothing") {
     }
 }
 
+TEST_CASE("what is typed with AltGr runs no command on any screen") {
+    for (const Screen screen : {Screen::SceneEditor, Screen::PrefabEditor, Screen::BlueprintEditor}) {
+        StartEditor();
+        TapWithControl('C');
+        TapKey('G');
+        editorState.screen = screen;
+        editorState.statusMessage = L"untouched";
+        for (uint32_t key = 0; key < 300; ++key) {
+            if (key == kKeyEscape) continue;
+            CAPTURE(key);
+            TapWithAltGr(key);
+            CHECK(editorState.statusMessage == L"untouched");
+        }
+        CHECK(ObjectCount() == 7);
+        CHECK(editorState.undoScenes.size() == 1);
+        CHECK(editorState.selectedIndex == 6);
+        CHECK_FALSE(editorState.playMode);
+        CHECK(headless.prompts.empty());
+    }
+}
+
 TEST_CASE("without Ctrl the letters of its commands do nothing, and neither does any other key") {
     StartEditor();
     editorState.clipboardFull = true;

@@ -288,6 +288,8 @@ TEST_CASE("files dropped on the Hub go nowhere") {
 }
 
 TEST_CASE("the top bar's first button returns to the Hub, with the list read again") {
+    TapWithAltGr('O');
+    TapWithAltGr('N');
     const ScratchFolder folder;
     StartProject(folder);
     editorState.recentProjects.clear();

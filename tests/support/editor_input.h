@@ -71,6 +71,13 @@ inline void TapWithControl(uint32_t key) {
     headless.controlIsHeld = false;
 }
 
+// As the system reports it: as Ctrl and Alt.
+inline void TapWithAltGr(uint32_t key) {
+    headless.controlIsHeld = headless.altIsHeld = true;
+    TapKey(key);
+    headless.controlIsHeld = headless.altIsHeld = false;
+}
+
 inline void Type(const std::wstring& text) {
     for (const wchar_t unit : text) HandleInput({.kind = InputKind::Character, .character = unit});
 }

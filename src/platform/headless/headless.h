@@ -37,7 +37,7 @@ struct HeadlessPlatform {
     ClientSize clientSize{};  // the test may change it between frames
     bool quitRequested = false;
     bool mouseIsCaptured = false;
-    bool controlIsHeld = false, shiftIsHeld = false;
+    bool controlIsHeld = false, shiftIsHeld = false, altIsHeld = false;
     std::deque<std::vector<InputEvent>> input{};  // one batch per frame; the program ends after the last one
     int32_t presents = 0;                         // finished frames
     void (*onPresent)() = nullptr;                // what the system does while a frame is shown

@@ -33,3 +33,4 @@ void ShowArrowCursor() {}
 
 bool IsControlHeld() { return headless.controlIsHeld; }
 bool IsShiftHeld() { return headless.shiftIsHeld; }
+bool IsAltHeld() { return headless.altIsHeld; }

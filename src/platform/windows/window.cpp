@@ -259,3 +259,5 @@ void ShowArrowCursor() { SetCursor(LoadCursorW(nullptr, IDC_ARROW)); }
 bool IsControlHeld() { return GetKeyState(VK_CONTROL) < 0; }
 
 bool IsShiftHeld() { return GetKeyState(VK_SHIFT) < 0; }
+
+bool IsAltHeld() { return GetKeyState(VK_MENU) < 0; }

@@ -331,3 +331,22 @@ TEST_CASE("what is presented is what the window shows") {
     ReleaseDC(MainWindow(), device);
     DestroyCanvas();
 }
+
+TEST_CASE("Ctrl, Shift and Alt are held as the system's key state says, AltGr as Ctrl and Alt") {
+    struct {
+        bool control, shift, alt;
+    } cases[] = {{false, false, false}, {true, false, false}, {false, true, false}, {true, false, true}};
+    BYTE before[256]{};
+    REQUIRE(GetKeyboardState(before));
+    for (const auto& [control, shift, alt] : cases) {
+        BYTE keys[256]{};
+        keys[VK_CONTROL] = keys[VK_LCONTROL] = control ? 0x80 : 0;
+        keys[VK_SHIFT] = keys[VK_LSHIFT] = shift ? 0x80 : 0;
+        keys[VK_MENU] = keys[VK_RMENU] = alt ? 0x80 : 0;
+        REQUIRE(SetKeyboardState(keys));
+        CHECK(IsControlHeld() == control);
+        CHECK(IsShiftHeld() == shift);
+        CHECK(IsAltHeld() == alt);
+    }
+    SetKeyboardState(before);
+}
