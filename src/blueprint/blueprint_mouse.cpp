@@ -53,7 +53,8 @@ void MoveInBlueprint(Point pointer, const BlueprintLayout& layout) {
 }
 
 void ReleaseBlueprint() {
-    if (EndBlueprintDrag()) SaveBlueprintChanges();
+    const bool wasHeld = EndBlueprintDrag();
+    if (wasHeld || editorState.blueprintDirty) SaveBlueprintEditor();
 }
 
 void PressRightInBlueprint(Point pointer, const BlueprintLayout& layout) {

@@ -10,7 +10,7 @@ void PressBlueprint(Point pointer, const BlueprintLayout& layout);
 // Takes a held node along.
 void MoveInBlueprint(Point pointer, const BlueprintLayout& layout);
 
-// Lets go of a held node, and saves what it has changed.
+// Lets go of a held node. Saves when one was held, moved or not, and when anything else has changed.
 void ReleaseBlueprint();
 
 // The right button: opens the Add Node menu on the canvas, and closes it elsewhere.

@@ -113,7 +113,7 @@ TEST_CASE("a game stops before a Blueprint opens, and its scene is put back") {
 TEST_CASE("opening a second Blueprint saves the first without asking") {
     const OpenBlueprint first(kTwoNodes);
     RightClick({800, 600});
-    Click({820, 650});  // "Event"
+    Press({820, 650});  // "Event"
     REQUIRE(editorState.blueprintDirty);
     PutFile(first.folder / L"b.blueprint", "NODE\t1\tother\t1\t2\n");
     CHECK(OpenBlueprintEditor(first.folder / L"b.blueprint"));
@@ -133,7 +133,7 @@ TEST_CASE("opening a second Blueprint leaves the file of an unchanged first one 
 TEST_CASE("when the first cannot be saved a second Blueprint is not opened") {
     const OpenBlueprint first(kTwoNodes);
     RightClick({800, 600});
-    Click({820, 650});
+    Press({820, 650});
     fileFaults.freeBytes = 0;
     CHECK_FALSE(OpenBlueprintEditor(first.folder / L"b.blueprint"));
     CHECK(Message() == L"Blueprint se nepodarilo ulozit.");
@@ -209,7 +209,7 @@ TEST_CASE("leaving saves unsaved changes without asking") {
     for (const bool button : {false, true}) {
         const OpenBlueprint open("NODE\t1\tA\t100\t100\n");
         RightClick({800, 600});
-        Click({820, 650});
+        Press({820, 650});
         button ? Click(kSceneButton) : TapKey(kKeyEscape);
         CHECK(editorState.screen == Screen::SceneEditor);
         CHECK(Message() == L"Zpet do Scene editoru.");
@@ -222,7 +222,7 @@ TEST_CASE("a Blueprint that cannot be saved is only left without its changes aft
     const OpenBlueprint open(kTwoNodes);
     const std::string before = FileBytes(open.path);
     RightClick({800, 600});
-    Click({820, 650});
+    Press({820, 650});
     fileFaults.freeBytes = 0;
     headless.questionAnswers = {Answer::No};
     TapKey(kKeyEscape);
@@ -238,7 +238,7 @@ TEST_CASE("a Blueprint that cannot be saved stays open") {
     for (const bool button : {false, true}) {
         const OpenBlueprint open(kTwoNodes);
         RightClick({800, 600});
-        Click({820, 650});
+        Press({820, 650});
         fileFaults.freeBytes = 0;
         button ? Click(kSceneButton) : TapKey(kKeyEscape);
         CHECK(IsOpen());
@@ -380,10 +380,35 @@ TEST_CASE("a node that is dragged beyond a limit and back comes back") {
     CHECK(PlaceOf(0) == Point{100, 100});
 }
 
-TEST_CASE("a click on a node that does not move saves nothing") {
+TEST_CASE("letting go of a node saves, moved or not") {
     const OpenBlueprint open(kTwoNodes);
-    Click(kOnFirst);
+    Press(kOnFirst);
     CHECK(Message() == L"Tahni Blueprint node mysi.");
+    CHECK(FileBytes(open.path) == "ZELENGINE_BLUEPRINT\t1\n" + std::string(kTwoNodes));
+    Release(kOnFirst);
+    CHECK(Message() == L"Blueprint ulozen: Doors.blueprint");
+    CHECK(FileBytes(open.path) == FileOf("NODE\t1\tA\t100\t100\r\nNODE\t2\tB\t150\t120\r\n"));
+}
+
+TEST_CASE("the release of the left button saves a node that the menu has added") {
+    const OpenBlueprint open(kTwoNodes);
+    RightClick({800, 600});
+    Press({820, 650});
+    REQUIRE(Nodes().size() == 3);
+    CHECK(editorState.blueprintDirty);
+    Release({820, 650});
+    CHECK_FALSE(editorState.blueprintDirty);
+    CHECK(Message() == L"Blueprint ulozen: Doors.blueprint");
+    CHECK(FileBytes(open.path) ==
+          FileOf("NODE\t1\tA\t100\t100\r\nNODE\t2\tB\t150\t120\r\nNODE\t3\tEvent\t570\t556\r\n"));
+}
+
+TEST_CASE("a release that held nothing, with nothing changed, saves nothing") {
+    const OpenBlueprint open(kTwoNodes);
+    Click({700, 700});
+    RightClick({800, 600});
+    Click({700, 200});  // closes the menu
+    CHECK(Message() == L"Blueprint: vyber node k pridani.");
     CHECK(FileBytes(open.path) == "ZELENGINE_BLUEPRINT\t1\n" + std::string(kTwoNodes));
 }
 
@@ -411,7 +436,7 @@ TEST_CASE("a double click is two presses") {
     CHECK(IsOpen());
 }
 
-TEST_CASE("losing the mouse or the focus ends a drag and keeps what it has changed as unsaved") {
+TEST_CASE("losing the mouse or the focus ends a drag, and the next release saves what it has changed") {
     for (const bool focus : {false, true}) {
         const OpenBlueprint open(kTwoNodes);
         Press(kOnFirst);
@@ -420,10 +445,10 @@ TEST_CASE("losing the mouse or the focus ends a drag and keeps what it has chang
         CHECK_FALSE(editorState.blueprintDrag.dragging);
         CHECK_FALSE(headless.mouseIsCaptured);
         Move({600, 600});
-        Release({600, 600});
         CHECK(PlaceOf(0) == Point{200, 300});
         CHECK(editorState.blueprintDirty);
-        TapKey(kKeyEscape);
+        Release({600, 600});
+        CHECK_FALSE(editorState.blueprintDirty);
         CHECK(FileBytes(open.path) == FileOf("NODE\t1\tA\t200\t300\r\nNODE\t2\tB\t150\t120\r\n"));
     }
 }
@@ -636,7 +661,7 @@ TEST_CASE("whatever is pressed, the screen stays whole and the file holds what c
 TEST_CASE("unsaved changes are saved when the program ends") {
     const OpenBlueprint open(kTwoNodes);
     RightClick({800, 600});
-    Click({820, 650});
+    Press({820, 650});
     REQUIRE(editorState.blueprintDirty);
     // The window is closed: the program's loop ends with its first batch of messages.
     headless.quitRequested = true;
