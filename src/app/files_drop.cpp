@@ -26,7 +26,7 @@ static FileDrop PlaceAt(Point pointer, const EditorLayout& layout) {
     if (Contains(layout.hierarchy, pointer)) {
         return {.inHierarchy = true, .target = HierarchyObjectAt(pointer, layout)};
     }
-    if (Contains(layout.inspector, pointer)) {
+    if (IsInInspectorBand(pointer, layout)) {
         return {.inInspector = true, .target = editorState.selectedIndex};
     }
     return {.target = PickObject(CurrentPickView(layout.viewport), pointer)};

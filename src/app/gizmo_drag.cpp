@@ -5,6 +5,7 @@
 #include "render/gizmo.h"
 #include "render/transform.h"
 #include "scene/editor_state.h"
+#include "scene/gestures.h"
 #include "scene/local_position.h"
 #include "scene/selection.h"
 #include "scene/status.h"
@@ -49,6 +50,7 @@ bool StartGizmoDrag(Point pointer, const EditorLayout& layout) {
         ProjectGizmo(origin, CurrentView(layout.viewport).viewProjection, layout.viewport);
     const int32_t axis = GizmoAxisAt(gizmo, pointer);
     if (axis == 0) return false;
+    if (!DragMayStart()) return true;
 
     pushUndo("Gizmo transform");
     const auto tool = static_cast<int32_t>(editorState.tool);

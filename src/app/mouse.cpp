@@ -19,6 +19,7 @@
 #include "render/pick.h"
 #include "scene/editor_camera.h"
 #include "scene/editor_state.h"
+#include "scene/gestures.h"
 #include "scene/name_entry.h"
 #include "scene/selection.h"
 #include "scene/status.h"
@@ -36,10 +37,9 @@ static bool IsDragging() {
            editorState.hierarchyDrag.pressed || editorState.filesDrag.pressed;
 }
 
-// Only one drag runs at a time: until it ends, the left button starts nothing else.
-static bool IgnoresLeftButton() {
-    return editorState.runtimeMode || EntryIsOpen() || IsDragging() || editorState.mouseLook.armed;
-}
+// Only one drag runs at a time: until it ends, the left button starts nothing else. While the right button
+// looks around it does all but drag.
+static bool IgnoresLeftButton() { return editorState.runtimeMode || EntryIsOpen() || IsDragging(); }
 
 static bool ClickOpenMenu(Point pointer, const EditorLayout&) {
     editorState.pressedInMenu = ClickFilesMenus(pointer) || ClickMenus(pointer);
@@ -50,6 +50,7 @@ static bool PressSplitter(Point pointer, const EditorLayout& layout) {
     const PanelLayout sizes = FitPanelsToWindow(editorState.panels, layout.width, layout.height);
     const int32_t edge = SplitterHitTest(pointer, sizes, layout.width, layout.height);
     if (edge == 0) return false;
+    if (!DragMayStart()) return true;
     CloseMenus();
     editorState.panelResize = {.edge = edge, .press = pointer, .start = sizes};
     CaptureMouse();
@@ -72,15 +73,27 @@ constexpr bool (*kPressTakers[])(Point, const EditorLayout&) = {
     PressFilesPage, ClickToolPalette, StartGizmoDrag, PressViewport,   PressHierarchy,
 };
 
+static void PressEditor(Point pointer) {
+    const EditorLayout layout = CurrentLayout();
+    for (const auto take : kPressTakers) {
+        if (take(pointer, layout)) return;
+    }
+}
+
+// The press may have put another screen in the place of the view that is looked around in.
+static void EndLookWithoutView() {
+    if (!editorState.mouseLook.armed || !(HubIsShown() || BlueprintEditorIsShown())) return;
+    editorState.mouseLook = {};
+    ReleaseMouse();
+}
+
 void PressLeft(Point pointer) {
     if (IgnoresLeftButton()) return;
     editorState.pointer = pointer;
     editorState.pressedInMenu = false;
     if (BlueprintEditorIsShown()) return PressBlueprint(pointer, CurrentBlueprintLayout());
-    const EditorLayout layout = CurrentLayout();
-    for (const auto take : kPressTakers) {
-        if (take(pointer, layout)) return;
-    }
+    PressEditor(pointer);
+    EndLookWithoutView();
 }
 
 static bool IsOnNameField(Point pointer, const EditorLayout& layout) {
@@ -96,7 +109,7 @@ void DoubleClickLeft(Point pointer) {
     if (isPress) return PressLeft(pointer);
     const EditorLayout layout = CurrentLayout();
     const int32_t row = HierarchyObjectAt(pointer, layout);
-    if (OpenFilesItemAt(pointer, layout)) return;
+    if (OpenFilesItemAt(pointer, layout)) return EndLookWithoutView();
     if (IsOnNameField(pointer, layout) && SelectionIsValid()) {
         StartObjectRename(editorState.selectedIndex);
     } else if (IsObjectIndex(row)) {
@@ -107,7 +120,7 @@ void DoubleClickLeft(Point pointer) {
     }
 }
 
-static bool IsOverInspector(Point pointer) { return Contains(CurrentLayout().inspector, pointer); }
+static bool IsOverInspector(Point pointer) { return IsInInspectorBand(pointer, CurrentLayout()); }
 
 // A dragged object becomes a reference of the selected one when it is let go over the Inspector.
 static void ReleaseHierarchyAt(Point pointer) {

@@ -7,6 +7,7 @@
 #include "render/icons.h"
 #include "scene/commands.h"
 #include "scene/editor_state.h"
+#include "scene/gestures.h"
 #include "scene/hierarchy.h"
 #include "scene/selection.h"
 #include "scene/status.h"
@@ -154,7 +155,7 @@ DropPlace HierarchyDropAt(Point point, int32_t dragged) {
 bool PressHierarchy(Point pointer, const EditorLayout& layout) {
     if (!Contains(layout.hierarchy, pointer)) return false;
     const int32_t object = HierarchyObjectAt(pointer, layout);
-    if (object < 0) return true;
+    if (object < 0 || !DragMayStart()) return true;
 
     editorState.hierarchyDrag = {
         .pressed = true, .source = object, .previousSelection = editorState.selectedIndex, .press = pointer};

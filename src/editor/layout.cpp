@@ -47,6 +47,10 @@ PanelLayout FitPanelsToWindow(PanelLayout panels, int32_t width, int32_t height)
     return panels;
 }
 
+bool IsInInspectorBand(Point p, const EditorLayout& layout) {
+    return p.x >= layout.inspectorLeft && p.y >= layout.inspector.top && p.y < layout.inspector.bottom;
+}
+
 static bool IsNear(int32_t position, int32_t edge) {
     return position >= edge - kSplitterReach && position < edge + kSplitterReach;
 }

@@ -27,6 +27,10 @@ EditorLayout LayoutEditor(const PanelLayout& panels, int32_t width, int32_t heig
 // client area.
 PanelLayout FitPanelsToWindow(PanelLayout panels, int32_t width, int32_t height);
 
+// Where a drag is let go over the Inspector: the panel, and all that lies right of it, also beyond the
+// window.
+bool IsInInspectorBand(Point p, const EditorLayout& layout);
+
 // The panel edge under a point: 1 Hierarchy's right, 2 Inspector's left, 3 bottom panel's top, 0 none. The
 // vertical ones win at a corner.
 int32_t SplitterHitTest(Point p, const PanelLayout& panels, int32_t width, int32_t height);

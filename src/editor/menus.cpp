@@ -13,25 +13,14 @@ static void SelectMenuObject(int32_t object) {
     editorState.selectedIndex = std::min(object, static_cast<int32_t>(editorState.scene.size()) - 1);
 }
 
-static void CreateChild(int32_t object) {
-    SelectMenuObject(object);
-    addChild(editorState.selectedIndex);
-}
+static void CreateChild(int32_t) { addChild(editorState.selectedIndex); }
 
-static void Rename(int32_t object) {
-    SelectMenuObject(object);
+static void Rename(int32_t) {
     if (SelectionIsValid()) StartObjectRename(editorState.selectedIndex);
 }
 
-static void Duplicate(int32_t object) {
-    SelectMenuObject(object);
-    duplicateSelected();
-}
-
-static void Delete(int32_t object) {
-    SelectMenuObject(object);
-    deleteSelected();
-}
+static void Duplicate(int32_t) { duplicateSelected(); }
+static void Delete(int32_t) { deleteSelected(); }
 
 constexpr MenuItem kObjectItems[] = {
     {L"Create Child", CreateChild},
@@ -54,6 +43,7 @@ constexpr MenuTable kObjectMenu{.state = &EditorState::objectMenu,
                                 .keptRight = 188,
                                 .keptBelow = 160,
                                 .firstItem = 34,
+                                .choose = SelectMenuObject,
                                 .closesBesideItems = true,
                                 .takesPressOutside = false,
                                 .items = kObjectItems};

@@ -52,7 +52,9 @@ bool ClickMenu(const MenuTable& menu, Point pointer) {
 
     const auto item = static_cast<size_t>((below - menu.firstItem) / kItemPitch);
     const bool isItem = item < menu.items.size();
-    if (isItem || menu.closesBesideItems) editorState.*menu.state = {};
+    if (!isItem && !menu.closesBesideItems) return true;
+    editorState.*menu.state = {};
+    if (menu.choose) menu.choose(pressed.item);
     if (isItem) menu.items[item].run(pressed.item);
     return true;
 }

@@ -17,10 +17,11 @@ struct MenuTable {
     PopupMenu EditorState::*state = nullptr;
     const wchar_t* title = L"";
     const wchar_t* openMessage = L"";
-    int32_t width = 0, height = 0;         // pixels; drawn smaller where the window ends, hit as a whole
-    int32_t keptRight = 0, keptBelow = 0;  // pixels that opening leaves right of and below the corner
-    int32_t firstItem = 34;                // pixels below the top where the press on the first item begins
-    bool closesBesideItems = true;         // by a press inside that hits no item; the title never closes
+    int32_t width = 0, height = 0;           // pixels; drawn smaller where the window ends, hit as a whole
+    int32_t keptRight = 0, keptBelow = 0;    // pixels that opening leaves right of and below the corner
+    int32_t firstItem = 34;                  // pixels below the top where the press on the first item begins
+    void (*choose)(int32_t item) = nullptr;  // runs before an item, and for a press that closes beside them
+    bool closesBesideItems = true;           // by a press inside that hits no item; the title never closes
     bool takesPressOutside = false;  // which closes it in any case; else the press goes on to what lies there
     std::span<const MenuItem> items{};
 };

@@ -11,6 +11,7 @@
 #include "render/frame_buffer.h"
 #include "render/panel_box.h"
 #include "scene/editor_state.h"
+#include "scene/gestures.h"
 #include "scene/status.h"
 #include "scene/typed_text.h"
 
@@ -114,6 +115,7 @@ int32_t FilesItemAt(Point point, const EditorLayout& layout) {
 
 static void PressItem(int32_t item, Point pointer) {
     editorState.selectedFile = item;
+    if (!DragMayStart()) return;
     editorState.filesDrag = {.pressed = true, .source = item, .press = pointer};
     CaptureMouse();
     SetStatus(L"Vybrana polozka projektu: " + editorState.fileEntries[static_cast<size_t>(item)].name);

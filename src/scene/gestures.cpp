@@ -3,6 +3,8 @@
 #include "platform/window.h"
 #include "scene/editor_state.h"
 
+bool DragMayStart() { return !editorState.mouseLook.armed; }
+
 void EndGestures() {
     if (editorState.gizmoDrag.axis != 0 || editorState.hierarchyDrag.pressed) ReleaseMouse();
     editorState.gizmoDrag = {};

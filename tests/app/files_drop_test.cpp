@@ -10,6 +10,7 @@ constexpr const char* kTriangle = "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n";
 // Places in the window of 1360 x 820.
 constexpr Point kEmptySky{620, 70};
 constexpr Point kInspector{1200, 600};
+constexpr Point kRightOfWindow{1500, 600};  // the mouse is held
 
 // The page shows a file of each kind. PlayerCube (2) is selected.
 static void StartWithFiles(const ScratchFolder& folder) {
@@ -71,6 +72,23 @@ TEST_CASE("a prefab let go over the Inspector is what the selected object collec
     CHECK(editorState.scene.size() == objects);
     CHECK(Object(2).collectPrefab == FilesIn(folder) + L"\\PlayerCube.prefab");
     CHECK(editorState.statusMessage == L"CollectOnTouch prefab nastaven: PlayerCube.prefab");
+}
+
+TEST_CASE("the Inspector takes what is let go right of the window, too") {
+    const ScratchFolder folder;
+    StartWithFiles(folder);
+    const size_t objects = editorState.scene.size();
+    DragFileTo(L"PlayerCube.prefab", kRightOfWindow);
+    CHECK(editorState.scene.size() == objects);
+    CHECK(Object(2).collectPrefab == FilesIn(folder) + L"\\PlayerCube.prefab");
+    DragFileTo(L"Mover.cpp", {99999, 42});
+    CHECK(Object(2).scripts == std::vector<std::wstring>{L"CollectOnTouch", L"Mover"});
+    DragFileTo(L"wood.png", {1360, 687});
+    CHECK(Object(2).hasTexture);
+    for (const int32_t y : {41, 688}) {  // above and below the Inspector
+        DragFileTo(L"Mover.cpp", {1500, y});
+        CHECK(editorState.statusMessage == L"Script nebyl pusten na objekt.");
+    }
 }
 
 TEST_CASE("a prefab let go over the Inspector without a selected object is placed") {

@@ -1,5 +1,10 @@
+#include "app/frame_view.h"
+#include "project/asset_list.h"
+#include "render/projection.h"
+#include "render/transform.h"
 #include "support/capture.h"
 #include "support/editor_input.h"
+#include "support/project_input.h"
 
 #include "doctest/doctest.h"
 
@@ -11,6 +16,15 @@
 static bool NothingIsDragged() {
     return editorState.panelResize.edge == 0 && editorState.gizmoDrag.axis == 0 &&
            !editorState.hierarchyDrag.pressed && !editorState.mouseLook.armed && !headless.mouseIsCaptured;
+}
+
+// The pixel at the tip of the selected object's X axis.
+static Point GizmoTip() {
+    const Rect viewport = CurrentLayout().viewport;
+    const Vec3 tip = WorldPosition(editorState.scene, editorState.selectedIndex) + Vec3{1.25f, 0, 0};
+    Point pixel;
+    REQUIRE(ProjectToPixel(CurrentView(viewport).viewProjection, tip, viewport, pixel));
+    return pixel;
 }
 
 // Panel edges.
@@ -266,6 +280,18 @@ TEST_CASE("a row let go over the Inspector becomes what the selected object coll
     CHECK(editorState.undoScenes.empty());
 }
 
+TEST_CASE("a row let go right of the window is let go over the Inspector") {
+    for (const Point at : {Point{1360, 42}, Point{5000, RowAt(0).y}, Point{1400, 687}}) {
+        StartEditor();
+        Press(RowAt(3));
+        Move(at);
+        CHECK(editorState.hierarchyDrag.dropTarget == -1);
+        Release(at);
+        CHECK(editorState.scene[2].collectTarget == L"EnemyEntity");
+        CHECK(editorState.scene[3].parentIndex == -1);
+    }
+}
+
 TEST_CASE("over the Inspector no row is marked as the place of a drop") {
     StartEditor();
     Press(RowAt(3));
@@ -497,26 +523,76 @@ TEST_CASE("each height in an object's menu means its command") {
 
 // One drag at a time.
 
-TEST_CASE("while the right button is held the left one does nothing") {
+TEST_CASE("while the right button is held the left one starts no drag") {
     StartEditor();
-    for (const Point at : {RowAt(4), Point{230, 300}, Point{260, 100}, Point{1100, 100}, Point{60, 710}}) {
+    editorState.bottomTab = BottomTab::Files;
+    editorState.fileEntries = {{.name = L"a", .path = L"Project\\Files\\a", .folder = L"Project\\Files"}};
+    RenderFrame();
+    const Rect cell = editorState.filesCells.at(0).rect;
+    const Point item{cell.left + 40, cell.top + 20}, gizmo = GizmoTip();
+    for (const Point at : {RowAt(4), Point{230, 300}, Point{1040, 300}, Point{600, 688}, item, gizmo}) {
+        CAPTURE(at.x);
+        CAPTURE(at.y);
         PressRightAt({600, 300});
-        DoubleClick(at);
+        Press(at);
+        Release(at);
         CHECK(editorState.mouseLook.armed);
         CHECK(headless.mouseIsCaptured);
         CHECK(editorState.panelResize.edge == 0);
         CHECK_FALSE(editorState.hierarchyDrag.pressed);
+        CHECK_FALSE(editorState.filesDrag.pressed);
+        CHECK(editorState.gizmoDrag.axis == 0);
+        CHECK(editorState.undoScenes.empty());
         ReleaseRightAt({600, 300});
         CHECK(NothingIsDragged());
         CHECK(editorState.createMenu.open);
-        Press({1300, 700});  // closes the menu
-        CHECK_FALSE(editorState.createMenu.open);
-        Release({1300, 700});
+        Click({700, 20});  // closes the menu
     }
     CHECK(editorState.selectedIndex == 2);
-    CHECK(editorState.tool == Tool::Move);
-    CHECK(editorState.bottomTab == BottomTab::Console);
-    CHECK(editorState.nameEntry.kind == NameEntry::Kind::Closed);
+    CHECK(editorState.selectedFile == -1);
+}
+
+TEST_CASE("while the right button looks around the left one presses what it means") {
+    StartEditor();
+    PressRightAt({600, 300});
+    Move({620, 300});
+    Click({60, 710});
+    CHECK(editorState.bottomTab == BottomTab::Files);
+    Click({270, 110});
+    Click({270, 140});
+    CHECK(editorState.tool == Tool::Scale);
+    const Point fold = ZoneAt(3);
+    Click(fold);
+    CHECK_FALSE(editorState.scene[2].shapeExpanded);
+    const float yaw = editorState.cameraYaw;
+    Move({fold.x + 20, fold.y});
+    CHECK(editorState.cameraYaw == doctest::Approx(yaw + 20 * 0.0065f));
+    CHECK(editorState.mouseLook.armed);
+    CHECK(headless.mouseIsCaptured);
+    ReleaseRightAt({640, 300});
+    CHECK(editorState.statusMessage == L"Mouse look vypnuty.");
+    CHECK(NothingIsDragged());
+    CHECK_FALSE(editorState.createMenu.open);
+}
+
+TEST_CASE("looking around ends where the view goes: in the Project Hub and on the Blueprint screen") {
+    for (const bool toHub : {true, false}) {
+        const ScratchFolder folder;
+        StartProject(folder);
+        PutFile(FilesIn(folder) + L"\\a.blueprint", "");
+        RefreshAssetList();
+        const Point blueprint = FileNamed(L"a.blueprint");
+        Answers({Answer::No});
+        PressRightAt({600, 300});
+        toHub ? Press({960, 20}) : DoubleClick(blueprint);
+        REQUIRE((toHub ? editorState.hubVisible : editorState.screen == Screen::BlueprintEditor));
+        CHECK(NothingIsDragged());
+        const float yaw = editorState.cameraYaw;
+        Move({640, 300});
+        ReleaseRightAt({600, 300});
+        CHECK(editorState.cameraYaw == yaw);
+        CHECK_FALSE(editorState.createMenu.open);
+    }
 }
 
 TEST_CASE("while something is dragged the right button does nothing") {

@@ -132,12 +132,25 @@ TEST_CASE("Delete removes the menu's object") {
     CHECK(editorState.statusMessage == L"Vybrany objekt byl smazan.");
 }
 
-TEST_CASE("below its items the object menu closes and does nothing") {
-    OpenObjectMenu(2, {100, 130}, StartMenus());
-    CHECK(ClickMenus({150, 130 + 146}));  // 34 and four rows of 28
-    CHECK_FALSE(editorState.objectMenu.open);
-    CHECK(editorState.scene.size() == 4);
-    CHECK(editorState.undoScenes.empty());
+TEST_CASE("below its items the object menu selects its object and closes") {
+    for (const int32_t below : {146, 149}) {  // 34 and four rows of 28, and its last pixel
+        OpenObjectMenu(2, {100, 130}, StartMenus());
+        editorState.selectedIndex = 1;  // by a key, while the menu is open
+        CHECK(ClickMenus({150, 130 + below}));
+        CHECK_FALSE(editorState.objectMenu.open);
+        CHECK(editorState.selectedIndex == 2);
+        CHECK(editorState.scene.size() == 4);
+        CHECK(editorState.undoScenes.empty());
+    }
+}
+
+TEST_CASE("a press in the title of the object menu and one outside leave the selection") {
+    for (const Point at : {Point{150, 163}, Point{150, 280}}) {
+        OpenObjectMenu(2, {100, 130}, StartMenus());
+        editorState.selectedIndex = 1;
+        ClickMenus(at);
+        CHECK(editorState.selectedIndex == 1);
+    }
 }
 
 TEST_CASE("the object menu of an object that is gone works on the last one") {
