@@ -54,15 +54,15 @@ bool StartGizmoDrag(Point pointer, const EditorLayout& layout) {
 
     pushUndo("Gizmo transform");
     const auto tool = static_cast<int32_t>(editorState.tool);
-    const Point tip = gizmo.tip[static_cast<size_t>(axis - 1)];
+    const ScreenCorner& tip = gizmo.tip[static_cast<size_t>(axis - 1)];
     editorState.gizmoDrag = {.axis = axis,
                              .object = editorState.selectedIndex,
                              .tool = tool,
                              .press = pointer,
                              .startValue = SelectedObject().*DragOf(tool).field,
                              .startWorldPosition = origin,
-                             .screenX = static_cast<float>(tip.x - gizmo.origin.x),
-                             .screenY = static_cast<float>(tip.y - gizmo.origin.y)};
+                             .screenX = tip.x - gizmo.origin.x,
+                             .screenY = tip.y - gizmo.origin.y};
     CaptureMouse();
     SetStatus(DragOf(tool).grabbed);
     return true;

@@ -3,7 +3,6 @@
 #include "app/frame_view.h"
 #include "render/frame_buffer.h"
 #include "render/gizmo.h"
-#include "render/icons.h"
 #include "render/mesh_batch.h"
 #include "render/mesh_bounds.h"
 #include "render/scene_view.h"
@@ -80,10 +79,7 @@ static void DrawMarkers(int32_t index, const Matrix4& viewProjection, WorldMatri
     if (!IsShown(object, ShowsGame()) || !HasMarker(object)) return;
 
     const Vec3 position = Translation(worlds.Of(index));
-    const bool selected = IsSelected(index);
-    if (object.isEntity) DrawObjectIcon(icons.entity, position, viewProjection, selected);
-    if (object.isCamera) DrawObjectIcon(icons.camera, position, viewProjection, selected);
-    if (object.isLight) DrawObjectIcon(icons.light, position, viewProjection, selected);
+    DrawMarkerIcons(object, position, viewProjection, IsSelected(index));
 }
 
 static void DrawSelectedGizmo(const Rect& viewport, const Matrix4& viewProjection) {

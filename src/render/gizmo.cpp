@@ -38,15 +38,21 @@ Vec3 GizmoAxis(int32_t axis) {
 }
 
 GizmoOnScreen ProjectGizmo(Vec3 origin, const Matrix4& viewProjection, const Rect& viewport) {
+    const auto project = [&](Vec3 point, ScreenCorner& corner) {
+        return ProjectToViewport(TransformToClip(viewProjection, point), viewport, corner);
+    };
     GizmoOnScreen gizmo;
-    gizmo.visible = ProjectToPixel(viewProjection, origin, viewport, gizmo.origin);
+    gizmo.visible = project(origin, gizmo.origin);
     if (!gizmo.visible) return gizmo;
     for (int32_t axis = 1; axis <= 3; ++axis) {
         const auto i = static_cast<size_t>(axis - 1);
-        const Vec3 tip = origin + GizmoAxis(axis) * kAxisLength;
-        gizmo.tipVisible[i] = ProjectToPixel(viewProjection, tip, viewport, gizmo.tip[i]);
+        gizmo.tipVisible[i] = project(origin + GizmoAxis(axis) * kAxisLength, gizmo.tip[i]);
     }
     return gizmo;
+}
+
+static Point PixelOf(const ScreenCorner& corner) {
+    return {static_cast<int32_t>(corner.x), static_cast<int32_t>(corner.y)};
 }
 
 // A square of 2 * reach + 1 pixels.
@@ -60,15 +66,15 @@ void DrawGizmo(const GizmoOnScreen& gizmo, int32_t activeAxis) {
         if (!gizmo.tipVisible[i]) continue;
         const bool isActive = activeAxis == static_cast<int32_t>(i) + 1;
         const Pixel color = isActive ? kAxisColors[i].active : kAxisColors[i].idle;
-        DrawLine(gizmo.origin, gizmo.tip[i], color);
-        FillSquare(gizmo.tip[i], 4, color);
+        DrawLine(PixelOf(gizmo.origin), PixelOf(gizmo.tip[i]), color);
+        FillSquare(PixelOf(gizmo.tip[i]), 4, color);
     }
-    FillSquare(gizmo.origin, 5, kOriginMark);
+    FillSquare(PixelOf(gizmo.origin), 5, kOriginMark);
 }
 
-static float DistanceToSegment(Point p, Point a, Point b) {
-    const auto px = static_cast<float>(p.x - a.x), py = static_cast<float>(p.y - a.y);
-    const auto dx = static_cast<float>(b.x - a.x), dy = static_cast<float>(b.y - a.y);
+static float DistanceToSegment(Point p, const ScreenCorner& a, const ScreenCorner& b) {
+    const float px = static_cast<float>(p.x) - a.x, py = static_cast<float>(p.y) - a.y;
+    const float dx = b.x - a.x, dy = b.y - a.y;
     const float squared = dx * dx + dy * dy;
     if (std::sqrt(squared) < kShortestSegment) return std::sqrt(px * px + py * py);
     const float t = std::clamp((px * dx + py * dy) / squared, 0.0f, 1.0f);
@@ -76,8 +82,10 @@ static float DistanceToSegment(Point p, Point a, Point b) {
     return std::sqrt(ex * ex + ey * ey);
 }
 
-static float DistanceToAxis(Point pointer, Point origin, Point tip) {
-    const bool isAtTip = std::abs(pointer.x - tip.x) <= kTipReach && std::abs(pointer.y - tip.y) <= kTipReach;
+static float DistanceToAxis(Point pointer, const ScreenCorner& origin, const ScreenCorner& tip) {
+    const Point square = PixelOf(tip);  // around which it is drawn
+    const bool isAtTip =
+        std::abs(pointer.x - square.x) <= kTipReach && std::abs(pointer.y - square.y) <= kTipReach;
     return isAtTip ? 0 : DistanceToSegment(pointer, origin, tip);
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "render/matrix4.h"
+#include "render/projection.h"
 #include "render/rect.h"
 #include "scene/game_object.h"
 
@@ -11,12 +12,13 @@
 // True for an object that can be grabbed: with a mesh, or an entity, a camera, a light or a text.
 bool HasGizmo(const GameObject& object);
 
-// The gizmo on the screen, in whole pixels. Axes are those of the world, X, Y and Z.
+// The gizmo on the screen, not rounded: far away an axis is a few pixels long, and a rounded one would lead a
+// drag past the pointer. Axes are those of the world, X, Y and Z.
 struct GizmoOnScreen {
     bool visible = false;
-    Point origin{};
+    ScreenCorner origin{};
     std::array<bool, 3> tipVisible{};
-    std::array<Point, 3> tip{};
+    std::array<ScreenCorner, 3> tip{};
 };
 
 GizmoOnScreen ProjectGizmo(Vec3 origin, const Matrix4& viewProjection, const Rect& viewport);
@@ -24,8 +26,8 @@ GizmoOnScreen ProjectGizmo(Vec3 origin, const Matrix4& viewProjection, const Rec
 // `activeAxis` is the one that is dragged: 1 X, 2 Y, 3 Z, 0 none.
 void DrawGizmo(const GizmoOnScreen& gizmo, int32_t activeAxis);
 
-// The axis at a point: 1 X, 2 Y, 3 Z, 0 none. Up to 8 pixels from a tip on both axes, else up to 10 from the
-// line; the nearest one, of equal ones the first.
+// The axis at a point: 1 X, 2 Y, 3 Z, 0 none. Up to 8 pixels from the pixel of a tip on both axes, else up to
+// 10 from the line; the nearest one, of equal ones the first.
 int32_t GizmoAxisAt(const GizmoOnScreen& gizmo, Point pointer);
 
 // The unit vector of an axis 1 .. 3.

@@ -9,7 +9,7 @@
 
 // What of an object lies over the meshes: its icon or its text.
 static bool IsOverlayAt(const GameObject& object, Point anchor, Point pixel) {
-    if (HasMarker(object) && Contains(IconRect(anchor), pixel)) return true;
+    if (HasMarkerIcon(object) && Contains(IconRect(anchor), pixel)) return true;
     return object.isText && Contains(TextObjectRect(object, anchor), pixel);
 }
 
@@ -17,7 +17,7 @@ static int32_t PickOverlay(const PickView& view, Point pixel) {
     WorldMatrices worlds(view.scene);
     for (auto i = static_cast<int32_t>(view.scene.size()) - 1; i >= 0; --i) {
         const GameObject& object = view.scene[static_cast<size_t>(i)];
-        if (!IsShown(object, view.playMode) || !(HasMarker(object) || object.isText)) continue;
+        if (!IsShown(object, view.playMode) || !(HasMarkerIcon(object) || object.isText)) continue;
         Point anchor;
         const Vec3 position = Translation(worlds.Of(i));
         if (!ProjectToPixel(view.viewProjection, position, frameBuffer.viewport, anchor)) continue;

@@ -1,6 +1,7 @@
 #include "render/viewport_overlay.h"
 
 #include "render/frame_buffer.h"
+#include "render/icons.h"
 #include "render/line.h"
 #include "render/panel_box.h"
 #include "render/projection.h"
@@ -42,6 +43,20 @@ void DrawGrid(const Matrix4& viewProjection) {
     }
 }
 
+namespace {
+struct MarkerIcon {
+    bool GameObject::*role;
+    CanvasImage Icons::*icon;
+};
+}  // namespace
+
+// In the order of drawing.
+constexpr MarkerIcon kMarkerIcons[] = {
+    {&GameObject::isEntity, &Icons::entity},
+    {&GameObject::isCamera, &Icons::camera},
+    {&GameObject::isLight, &Icons::light},
+};
+
 static Rect SquareAround(Point centre, int32_t size) {
     const int32_t left = centre.x - size / 2, top = centre.y - size / 2;
     return {left, top, left + size, top + size};
@@ -57,6 +72,17 @@ void DrawObjectIcon(CanvasImage icon, Vec3 position, const Matrix4& viewProjecti
                  kSelectedIconFrame);
     }
     DrawImage(icon, square);
+}
+
+void DrawMarkerIcons(const GameObject& object, Vec3 position, const Matrix4& viewProjection, bool selected) {
+    for (const auto& [role, icon] : kMarkerIcons) {
+        if (object.*role) DrawObjectIcon(icons.*icon, position, viewProjection, selected);
+    }
+}
+
+bool HasMarkerIcon(const GameObject& object) {
+    return std::ranges::any_of(
+        kMarkerIcons, [&object](const MarkerIcon& m) { return object.*m.role && icons.*m.icon >= 0; });
 }
 
 int32_t TextObjectHeight(const GameObject& object) {

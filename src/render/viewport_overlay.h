@@ -13,6 +13,12 @@ void DrawGrid(const Matrix4& viewProjection);
 // icon or a position that is not visible.
 void DrawObjectIcon(CanvasImage icon, Vec3 position, const Matrix4& viewProjection, bool selected);
 
+// The icons of what the object is, one over the other: of an entity, a camera and a light.
+void DrawMarkerIcons(const GameObject& object, Vec3 position, const Matrix4& viewProjection, bool selected);
+
+// True when that draws an icon for the object, which may be missing.
+bool HasMarkerIcon(const GameObject& object);
+
 // The text of a Text object with its top left corner at the object's world position, over a box when
 // selected.
 void DrawTextObject(const GameObject& object, Vec3 position, const Matrix4& viewProjection, bool selected);

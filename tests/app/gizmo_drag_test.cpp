@@ -1,8 +1,11 @@
+#include "app/frame_view.h"
+#include "render/projection.h"
 #include "support/capture.h"
 #include "support/editor_input.h"
 
 #include "doctest/doctest.h"
 
+#include <cmath>
 #include <string>
 #include <utility>
 
@@ -12,7 +15,11 @@
 constexpr Point kOrigin{635, 365};  // also the tip of Z, which points away from the camera
 constexpr Point kTipX{692, 365};
 constexpr Point kTipY{635, 307};
-constexpr int32_t kLengthX = 57;  // pixels of the X axis
+constexpr int32_t kWay = 57;  // pixels that a drag goes
+constexpr float kTravel =
+    kWay * 10 * 0.70020754f / 323;  // 1.2357 world units: tan 35 degrees, 646 / 2 pixels
+
+static bool IsNear(Vec3 a, Vec3 b) { return Length(a - b) < 0.0001f; }
 
 static void StartWith(Scene scene, int32_t selected) {
     StartEditor();
@@ -87,7 +94,7 @@ TEST_CASE("each tool changes its own field by the way along the axis, and says w
         const wchar_t *grabbed, *moving, *finished;
     } cases[] = {
         {kKeyF1,
-         {1.25f, 0, 0},
+         {kTravel, 0, 0},
          {},
          {1, 1, 1},
          L"Tahni levym tlacitkem po ose gizma pro posun objektu.",
@@ -95,7 +102,7 @@ TEST_CASE("each tool changes its own field by the way along the axis, and says w
          L"Move gizmo dokoncil posun objektu."},
         {kKeyF2,
          {},
-         {2, 0, 0},
+         {1.6f * kTravel, 0, 0},
          {1, 1, 1},
          L"Tahni levym tlacitkem po ose gizma pro rotaci objektu.",
          L"Rotate gizmo: otacim vybrany objekt mysi.",
@@ -103,7 +110,7 @@ TEST_CASE("each tool changes its own field by the way along the axis, and says w
         {kKeyF3,
          {},
          {},
-         {2.25f, 1, 1},
+         {1 + kTravel, 1, 1},
          L"Tahni levym tlacitkem po ose gizma pro zmenu velikosti.",
          L"Scale gizmo: menim velikost vybraneho objektu mysi.",
          L"Scale gizmo dokoncil zmenu velikosti objektu."},
@@ -113,56 +120,92 @@ TEST_CASE("each tool changes its own field by the way along the axis, and says w
         TapKey(key);
         Press(kTipX);
         CHECK(editorState.statusMessage == grabbed);
-        const Point to{kTipX.x + kLengthX, kTipX.y + 200};  // what goes across the axis does not count
+        const Point to{kTipX.x + kWay, kTipX.y + 200};  // what goes across the axis does not count
         Move(to);
         CHECK(editorState.statusMessage == moving);
-        CHECK(Dragged().position == position);
-        CHECK(Dragged().rotation == rotation);
-        CHECK(Dragged().scale == scale);
+        CHECK(IsNear(Dragged().position, position));
+        CHECK(IsNear(Dragged().rotation, rotation));
+        CHECK(IsNear(Dragged().scale, scale));
         Release(to);
         CHECK(editorState.statusMessage == finished);
         CHECK_FALSE(headless.mouseIsCaptured);
         Move({300, 300});
-        CHECK(Dragged().position == position);
+        CHECK(IsNear(Dragged().position, position));
     }
 }
 
 TEST_CASE("a drag depends on where the pointer is and not on its way there") {
     StartWithCube();
     Press(kTipX);
-    for (const Point on : {Point{-500, 900}, {4000, 3}, {kTipX.x + kLengthX, 2}, {-1, -1}}) Move(on);
+    for (const Point on : {Point{-500, 900}, {4000, 3}, {kTipX.x + kWay, 2}, {-1, -1}}) Move(on);
     CHECK(Dragged().position.x < -10);
     Move(kTipX);
     CHECK(Dragged().position == Vec3{});
-    Move({kTipX.x - kLengthX, kTipX.y});
-    CHECK(Dragged().position == Vec3{-1.25f, 0, 0});
+    Move({kTipX.x - kWay, kTipX.y});
+    CHECK(IsNear(Dragged().position, {-kTravel, 0, 0}));
     CHECK(editorState.undoScenes.size() == 1);
+}
+
+// Where a point of the world lies in the viewport, not rounded.
+static ScreenCorner OnScreen(Vec3 world) {
+    const Rect viewport = CurrentLayout().viewport;
+    ScreenCorner corner;
+    REQUIRE(
+        ProjectToViewport(TransformToClip(CurrentView(viewport).viewProjection, world), viewport, corner));
+    return corner;
+}
+
+TEST_CASE("what was grabbed of an axis stays under the pointer, however near or far the object is") {
+    for (const float distance : {2.5f, 4.0f, 9.3f, 17.0f, 31.7f, 55.5f, 80.0f, 97.0f}) {
+        for (const int32_t axis : {1, 2}) {
+            CAPTURE(distance);
+            CAPTURE(axis);
+            StartWith({{.name = L"Cube", .position{0.137f, 0.071f, 0}, .meshIndex = 0}}, 0);
+            editorState.cameraPosition.z = -distance;
+            const Vec3 along = axis == 1 ? Vec3{1.25f, 0, 0} : Vec3{0, 1.25f, 0};
+            const ScreenCorner before = OnScreen(Dragged().position + along);
+            // Seven pixels behind the tip, where no other axis is so near.
+            const Point press{static_cast<int32_t>(before.x) + (axis == 1 ? 7 : 0),
+                              static_cast<int32_t>(before.y) - (axis == 2 ? 7 : 0)};
+            Press(press);
+            REQUIRE(editorState.gizmoDrag.axis == axis);
+            for (const int32_t way : {-200, -90, 1, 33, 150, 250}) {
+                CAPTURE(way);
+                const Point by{axis == 1 ? way : 0, axis == 2 ? way : 0};
+                Move({press.x + by.x, press.y + by.y});
+                const ScreenCorner now = OnScreen(Dragged().position + along);
+                CHECK(std::abs(now.x - before.x - static_cast<float>(by.x)) < 0.5f);
+                CHECK(std::abs(now.y - before.y - static_cast<float>(by.y)) < 0.5f);
+            }
+            Release(press);
+        }
+    }
 }
 
 TEST_CASE("scaling raises every component to a tenth at least") {
     StartWith({{.scale{1, 0.05f, -3}, .meshIndex = 0}}, 0);
     editorState.tool = Tool::Scale;
     Press(kTipX);
-    Move({kTipX.x - 4 * kLengthX, kTipX.y});
+    Move({kTipX.x - 4 * kWay, kTipX.y});
     CHECK(Dragged().scale == Vec3{0.1f, 0.1f, 0.1f});
 }
 
 TEST_CASE("a child moves by the way in the world, whatever its parent does to it") {
-    // The parent doubles and shifts: 1.25 units in the world are 0.625 under it.
+    // The parent doubles and shifts: the way in the world is half as long under it.
     StartWith(
         {{.position{1, 0, 0}, .scale{2, 2, 2}}, {.position{-0.5f, 0, 0}, .meshIndex = 0, .parentIndex = 0}},
         1);
     Press(kTipX);
-    Move({kTipX.x + kLengthX, kTipX.y});
-    CHECK(editorState.scene[1].position == Vec3{0.125f, 0, 0});
+    Move({kTipX.x + kWay, kTipX.y});
+    CHECK(IsNear(editorState.scene[1].position, {-0.5f + kTravel / 2, 0, 0}));
     CHECK(editorState.scene[0].position == Vec3{1, 0, 0});
 }
 
 TEST_CASE("a child of a parent without size moves by its distance from the parent") {
     StartWith({{.scale{0, 0, 0}}, {.position{7, 7, 7}, .meshIndex = 0, .parentIndex = 0}}, 1);
     Press(kTipX);
-    Move({kTipX.x + kLengthX, kTipX.y});
-    CHECK(editorState.scene[1].position == Vec3{1.25f, 0, 0});
+    Move({kTipX.x + kWay, kTipX.y});
+    CHECK(IsNear(editorState.scene[1].position, {kTravel, 0, 0}));
 }
 
 TEST_CASE("whatever has a role is dragged without a mesh, what has none is not") {
@@ -170,8 +213,8 @@ TEST_CASE("whatever has a role is dragged without a mesh, what has none is not")
         {.isEntity = true}, {.isCamera = true}, {.isLight = true}, {.isText = true}};
     for (const GameObject& marker : markers) {
         StartWith({marker}, 0);
-        Drag(kTipX, {kTipX.x + kLengthX, kTipX.y});
-        CHECK(Dragged().position == Vec3{1.25f, 0, 0});
+        Drag(kTipX, {kTipX.x + kWay, kTipX.y});
+        CHECK(IsNear(Dragged().position, {kTravel, 0, 0}));
     }
     StartWith({{.name = L"Nothing"}}, 0);
     Press(kTipX);
@@ -215,8 +258,8 @@ TEST_CASE("nothing is grabbed while playing and without a selection") {
 static void StartDragOfFour() {
     StartWith({{.name = L"Camera"}, {.name = L"Light"}, Cube(), {.name = L"Behind", .meshIndex = 0}}, 2);
     Press(kTipX);
-    Move({kTipX.x + kLengthX, kTipX.y});
-    REQUIRE(editorState.scene[2].position.x == 1.25f);
+    Move({kTipX.x + kWay, kTipX.y});
+    REQUIRE(IsNear(editorState.scene[2].position, {kTravel, 0, 0}));
 }
 
 TEST_CASE("deleting the object half way ends the drag and leaves the next object where it is") {
@@ -247,7 +290,7 @@ TEST_CASE("playing half way ends the drag") {
     TapKey('P');
     CHECK_FALSE(headless.mouseIsCaptured);
     Move({900, 100});
-    CHECK(editorState.scene[2].position == Vec3{1.25f, 0, 0});
+    CHECK(IsNear(editorState.scene[2].position, {kTravel, 0, 0}));
 }
 
 TEST_CASE("selecting something else half way ends the drag at the next move") {
@@ -257,7 +300,7 @@ TEST_CASE("selecting something else half way ends the drag at the next move") {
         Move({900, 100});
         CHECK(editorState.gizmoDrag.axis == 0);
         CHECK_FALSE(headless.mouseIsCaptured);
-        CHECK(editorState.scene[2].position == Vec3{1.25f, 0, 0});
+        CHECK(IsNear(editorState.scene[2].position, {kTravel, 0, 0}));
         CHECK(editorState.scene[3].position == Vec3{});
     }
 }
@@ -265,8 +308,8 @@ TEST_CASE("selecting something else half way ends the drag at the next move") {
 TEST_CASE("changing the tool half way goes on with the tool of the grab") {
     StartDragOfFour();
     TapKey(kKeyF3);
-    Move({kTipX.x - kLengthX, kTipX.y});
-    CHECK(editorState.scene[2].position == Vec3{-1.25f, 0, 0});
+    Move({kTipX.x - kWay, kTipX.y});
+    CHECK(IsNear(editorState.scene[2].position, {-kTravel, 0, 0}));
     CHECK(editorState.scene[2].scale == Vec3{1, 1, 1});
     Release(kTipX);
     CHECK(editorState.statusMessage == L"Move gizmo dokoncil posun objektu.");
@@ -281,7 +324,7 @@ TEST_CASE("losing the mouse or the focus ends a drag where it is, without a mess
         CHECK_FALSE(headless.mouseIsCaptured);
         Move({900, 100});
         Release({900, 100});
-        CHECK(editorState.scene[2].position == Vec3{1.25f, 0, 0});
+        CHECK(IsNear(editorState.scene[2].position, {kTravel, 0, 0}));
         CHECK(editorState.statusMessage == before);
     }
 }

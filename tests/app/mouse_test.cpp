@@ -198,7 +198,7 @@ TEST_CASE("the gizmo of the selection is grabbed before the object behind it is 
     editorState.selectedIndex = 1;
     editorState.scene[0].position = {3, 0, -1};  // in front of the selected one
     RenderFrame();
-    Press({773, 365});
+    Press({790, 365});
     CHECK(editorState.selectedIndex == 1);
     CHECK(editorState.gizmoDrag.axis == 1);
 }

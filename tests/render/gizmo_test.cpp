@@ -5,6 +5,9 @@
 
 #include "doctest/doctest.h"
 
+#include <cmath>
+#include <vector>
+
 constexpr Pixel kOrigin{0x78E2FF};
 
 // X points right, Y up, Z nowhere: an axis that is seen from its end.
@@ -12,7 +15,7 @@ static GizmoOnScreen Flat() {
     return {.visible = true,
             .origin{100, 100},
             .tipVisible{true, true, false},
-            .tip{Point{150, 100}, Point{100, 50}, Point{}}};
+            .tip{ScreenCorner{150, 100}, ScreenCorner{100, 50}, ScreenCorner{}}};
 }
 
 TEST_CASE("what has a mesh or a role has a gizmo, anything else has none") {
@@ -29,11 +32,13 @@ TEST_CASE("the gizmo lies on world axes of 1.25 units, seen through the camera")
     const Matrix4 vp = MultiplyMatrix(ProjectionMatrix(200, 100), ViewMatrix({{0, 0, 0}, 0, 0}));
     const GizmoOnScreen gizmo = ProjectGizmo({0, 0, 5}, vp, frameBuffer.viewport);
     REQUIRE(gizmo.visible);
-    CHECK(gizmo.origin == Point{100, 50});
-    // 1.25 / (5 tan 35 degrees) * 50 = 17.85 pixels.
-    CHECK(gizmo.tip[0] == Point{117, 50});
-    CHECK(gizmo.tip[1] == Point{100, 32});
-    CHECK(gizmo.tip[2] == Point{100, 50});
+    // 1.25 / (5 tan 35 degrees) * 50 = 17.8518 pixels.
+    const float places[][2] = {{100, 50}, {117.8518f, 50}, {100, 32.1482f}, {100, 50}};
+    const ScreenCorner corners[] = {gizmo.origin, gizmo.tip[0], gizmo.tip[1], gizmo.tip[2]};
+    for (size_t i = 0; i < 4; ++i) {
+        CHECK(std::abs(corners[i].x - places[i][0]) < 0.001f);
+        CHECK(std::abs(corners[i].y - places[i][1]) < 0.001f);
+    }
 }
 
 TEST_CASE("an object behind the camera shows no gizmo, and a tip behind it no axis") {
@@ -60,7 +65,7 @@ TEST_CASE("each axis has its colour, and a brighter one while it is dragged") {
         DrawGizmo(gizmo, dragged);
         for (size_t i = 0; i < 3; ++i) {
             const Pixel expected = dragged == static_cast<int32_t>(i) + 1 ? active[i] : idle[i];
-            const Point tip = gizmo.tip[i];
+            const Point tip{static_cast<int32_t>(gizmo.tip[i].x), static_cast<int32_t>(gizmo.tip[i].y)};
             CHECK(PixelAt(tip.x - 4, tip.y - 4) == expected);
             CHECK(PixelAt(tip.x + 4, tip.y + 4) == expected);
             CHECK(PixelAt(tip.x + 5, tip.y + 5) == Pixel{0});
@@ -78,6 +83,33 @@ TEST_CASE("a press exactly 8 pixels beside a tip grabs the axis, 9 pixels do not
     CHECK(GizmoAxisAt(Flat(), {142, 92}) == 1);
     CHECK(GizmoAxisAt(Flat(), {159, 108}) == 0);  // 12 pixels from the line too
     CHECK(GizmoAxisAt(Flat(), {161, 100}) == 0);
+}
+
+TEST_CASE("the distance from an axis is not rounded, the square around its tip is of whole pixels") {
+    GizmoOnScreen gizmo = Flat();
+    gizmo.origin.y = gizmo.tip[0].y = 100.75f;
+    gizmo.tipVisible[1] = false;
+    CHECK(GizmoAxisAt(gizmo, {125, 110}) == 1);
+    CHECK(GizmoAxisAt(gizmo, {125, 111}) == 0);
+    CHECK(GizmoAxisAt(gizmo, {125, 91}) == 1);
+    CHECK(GizmoAxisAt(gizmo, {125, 90}) == 0);
+    CHECK(GizmoAxisAt(gizmo, {158, 92}) == 1);  // the square lies around pixel 100
+    CHECK(GizmoAxisAt(gizmo, {158, 108}) == 1);
+    CHECK(GizmoAxisAt(gizmo, {158, 91}) == 0);
+}
+
+TEST_CASE("a gizmo of parts of pixels is drawn where its points are cut to whole ones") {
+    GizmoOnScreen gizmo = Flat();
+    StartPicture(200, 200);
+    DrawGizmo(gizmo, 0);
+    const std::vector<Pixel> whole = headless.pixels;
+    for (ScreenCorner* corner : {&gizmo.origin, &gizmo.tip[0], &gizmo.tip[1]}) {
+        corner->x += 0.99f;
+        corner->y += 0.5f;
+    }
+    StartPicture(200, 200);
+    DrawGizmo(gizmo, 0);
+    CHECK(headless.pixels == whole);
 }
 
 TEST_CASE("a press up to 10 pixels from the line grabs the axis") {

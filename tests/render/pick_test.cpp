@@ -3,6 +3,7 @@
 #include "render/builtin_meshes.h"
 #include "render/camera.h"
 #include "render/draw_mesh.h"
+#include "render/icons.h"
 #include "render/transform.h"
 #include "support/picture.h"
 #include "support/random_scene.h"
@@ -18,6 +19,15 @@ static const std::vector<Mesh>& Meshes() {
 static PickView ViewOf(const Scene& scene) {
     return {.scene = scene, .meshes = Meshes(), .viewProjection = ProjectionMatrix(120, 90)};
 }
+
+namespace {
+// Every icon is there for the length of a test.
+struct KeptIcons {
+    Icons before = icons;
+    KeptIcons() { icons = {.camera = 0, .entity = 0, .light = 0}; }
+    ~KeptIcons() { icons = before; }
+};
+}  // namespace
 
 static int32_t PickMiddle(const Scene& scene, bool playMode = false) {
     StartPicture(120, 90);
@@ -91,6 +101,7 @@ TEST_CASE("a face that turns its back is not picked") {
 }
 
 TEST_CASE("icons and texts win over meshes, the later one over the earlier") {
+    const KeptIcons kept;
     const GameObject cube{.position{0, 0, 3}, .meshIndex = 0};
     const GameObject entity{.position{0, 0, 8}, .isEntity = true};
     const GameObject text{.position{0, 0, 8}, .isText = true, .text = L"Ahoj"};
@@ -102,7 +113,33 @@ TEST_CASE("icons and texts win over meshes, the later one over the earlier") {
     CHECK(PickMiddle({text, cube}, true) == 0);
 }
 
+TEST_CASE("a marker whose image is missing is not picked, unless another of its images is there") {
+    const GameObject cube{.position{0, 0, 9}, .meshIndex = 0};
+    struct {
+        bool GameObject::*role;
+        CanvasImage Icons::*icon;
+    } cases[] = {{&GameObject::isEntity, &Icons::entity},
+                 {&GameObject::isCamera, &Icons::camera},
+                 {&GameObject::isLight, &Icons::light}};
+    for (const auto& [role, icon] : cases) {
+        GameObject marker{.position{0, 0, 8}};
+        marker.*role = true;
+        const KeptIcons kept;
+        CHECK(PickMiddle({marker, cube}) == 0);
+        icons.*icon = -1;
+        CHECK(PickMiddle({marker, cube}) == 1);
+        marker.isEntity = marker.isLight = true;
+        CHECK(PickMiddle({marker, cube}) == 0);
+        icons = {};
+        CHECK(PickMiddle({marker, cube}) == 1);
+        CHECK(PickMiddle({marker}) == -1);
+        marker.meshIndex = 0;  // its mesh is drawn all the same
+        CHECK(PickMiddle({marker}) == 0);
+    }
+}
+
 TEST_CASE("an icon is picked on its 24 pixels, a text on its letters") {
+    const KeptIcons kept;
     StartPicture(120, 90);
     const Scene entity{{.position{0, 0, 8}, .isEntity = true}};
     CHECK(PickObject(ViewOf(entity), {48, 33}) == 0);

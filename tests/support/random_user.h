@@ -59,7 +59,8 @@ struct RandomUser {
                     const GizmoOnScreen gizmo =
                         ProjectGizmo(WorldPosition(editorState.scene, editorState.selectedIndex),
                                      CurrentView(layout.viewport).viewProjection, layout.viewport);
-                    const Point tip = gizmo.tip[random.IntBetween(0, 2)];
+                    const ScreenCorner& corner = gizmo.tip[random.IntBetween(0, 2)];
+                    const Point tip{static_cast<int32_t>(corner.x), static_cast<int32_t>(corner.y)};
                     at = {tip.x + off.x, tip.y + off.y};
                 }
         }
