@@ -110,7 +110,7 @@ void DoubleClickLeft(Point pointer) {
     const EditorLayout layout = CurrentLayout();
     const int32_t row = HierarchyObjectAt(pointer, layout);
     if (OpenFilesItemAt(pointer, layout)) return EndLookWithoutView();
-    if (IsOnNameField(pointer, layout) && SelectionIsValid()) {
+    if (IsOnNameField(pointer, layout) && SelectionIsInspected()) {
         StartObjectRename(editorState.selectedIndex);
     } else if (IsObjectIndex(row)) {
         editorState.selectedIndex = row;

@@ -83,7 +83,13 @@ static std::wstring TextureName(const GameObject& object) {
     return object.texturePath.empty() ? L"Drop image here" : object.texturePath;
 }
 
-static bool HasScript(const GameObject& object) { return !object.scripts.empty() || object.scriptCount >= 1; }
+int32_t ScriptBlocks(const GameObject& object) {
+    return std::max(object.scriptCount, static_cast<int32_t>(object.scripts.size()));
+}
+
+static bool HasScript(const GameObject& object, const ZonePress& press) {
+    return press.zone.block < ScriptBlocks(object);
+}
 
 // The last one, whichever block was clicked.
 static void RemoveLastScript(GameObject& object, const ZonePress&) {
@@ -473,4 +479,11 @@ const InspectorAction* FindInspectorAction(int32_t number) {
         if (const InspectorAction* action = FindIn(component.actions, number)) return action;
     }
     return FindIn(kOtherActions, number);
+}
+
+bool IsPossible(const InspectorAction& action, const GameObject& object, const ZonePress& press) {
+    for (const Component& component : kComponentTable) {
+        if (FindIn(component.actions, action.number) && !component.isPresent(object)) return false;
+    }
+    return action.isPossible == nullptr || action.isPossible(object, press);
 }

@@ -64,8 +64,9 @@ struct InspectorAction {
     const char* undoLabel = kNoUndo;
     std::variant<bool GameObject::*, void (*)(GameObject&, const ZonePress&)> effect{};  // a flag turns over
     std::variant<const wchar_t*, OnOffMessage, std::wstring (*)(const GameObject&)> message{};
-    int32_t count = 1;                                // how many numbers from `number` on run it
-    bool (*isPossible)(const GameObject&) = nullptr;  // without it always; else nothing happens at all
+    int32_t count = 1;  // how many numbers from `number` on run it
+    // Without it always.
+    bool (*isPossible)(const GameObject&, const ZonePress&) = nullptr;
 };
 
 struct Component {
@@ -87,6 +88,9 @@ constexpr int32_t kClosedSectionHeight = 30;
 bool IsOpen(const Component& component, const GameObject& object);
 const SectionLook& LookOf(const Component& component, const GameObject& object);
 
+// How many blocks of scripts stand in the Inspector: also of those that are only counted.
+int32_t ScriptBlocks(const GameObject& object);
+
 // The block of a custom script. Its title is the script's name.
 const SectionLook& ScriptLook(const std::wstring& title);
 
@@ -96,6 +100,9 @@ constexpr int32_t kOpenSearchAction = 50;
 
 // The action that a click on a zone of this number runs. Null for the numbers that a click passes over.
 const InspectorAction* FindInspectorAction(int32_t number);
+
+// True while the object has what the action changes: its component, and the script whose block was pressed.
+bool IsPossible(const InspectorAction& action, const GameObject& object, const ZonePress& press);
 
 // The name under which a mesh is shown; "Unknown" for an index without a mesh.
 std::wstring MeshName(int32_t meshIndex);

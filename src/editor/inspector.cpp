@@ -33,8 +33,8 @@ static Column ColumnOf(const EditorLayout& layout) {
     return {left, left + width, layout.bottomTop, layout.height};
 }
 
-static void AddZone(const Rect& rect, int32_t action) {
-    if (action != 0) editorState.inspectorZones.push_back({rect, action});
+static void AddZone(const Rect& rect, int32_t action, int32_t block = 0) {
+    if (action != 0) editorState.inspectorZones.push_back({rect, action, block});
 }
 
 // The strips above the sections.
@@ -123,11 +123,13 @@ static int32_t DrawSection(const Column& column, int32_t top, const Component& c
     return top + look.height;
 }
 
-static int32_t DrawScript(const Column& column, int32_t top, const std::wstring& title,
-                          const GameObject& object) {
+static int32_t DrawScript(const Column& column, int32_t top, int32_t block, const GameObject& object) {
+    const auto named = static_cast<int32_t>(object.scripts.size());
+    const std::wstring title =
+        block < named ? object.scripts[static_cast<size_t>(block)] : L"Custom Script " + Padded(block + 1, 2);
     const SectionLook& look = ScriptLook(title);
     DrawSectionHeader(column.left, top, column.right, title, true, true);
-    AddZone({column.left + 24, top + 2, column.left + 48, top + 24}, kRemoveScriptAction);
+    AddZone({column.left + 24, top + 2, column.left + 48, top + 24}, kRemoveScriptAction, block);
     DrawRows(column.left, top, look, object);
     return top + look.height;
 }
@@ -135,13 +137,8 @@ static int32_t DrawScript(const Column& column, int32_t top, const std::wstring&
 // Also for scripts that are only counted. Their number may come from anywhere: those below the window stay
 // away, with whatever follows them.
 static int32_t DrawScripts(const Column& column, int32_t top, const GameObject& object) {
-    const auto named = static_cast<int32_t>(object.scripts.size());
-    const int32_t count = std::max(object.scriptCount, named);
-    for (int32_t i = 0; i < count && top < column.windowBottom; ++i) {
-        const std::wstring title =
-            i < named ? object.scripts[static_cast<size_t>(i)] : L"Custom Script " + Padded(i + 1, 2);
-        top = DrawScript(column, top, title, object);
-    }
+    const int32_t count = ScriptBlocks(object);
+    for (int32_t i = 0; i < count && top < column.windowBottom; ++i) top = DrawScript(column, top, i, object);
     return top;
 }
 
@@ -198,7 +195,12 @@ static void DrawObject(const Column& column, const GameObject& object) {
 void DrawInspector(const EditorLayout& layout) {
     DrawText(layout.inspectorLeft + 20, 58, L"Inspector", kPanelTitle, 18, kSemiBold);
     editorState.inspectorZones.clear();
+    editorState.inspectedObject = SelectionIsValid() ? editorState.selectedIndex : -1;
     if (SelectionIsValid()) DrawObject(ColumnOf(layout), SelectedObject());
+}
+
+bool SelectionIsInspected() {
+    return SelectionIsValid() && editorState.selectedIndex == editorState.inspectedObject;
 }
 
 // Acting.
@@ -223,7 +225,6 @@ static std::wstring MessageOf(const InspectorAction& action, const GameObject& o
 }
 
 static void RunAction(const InspectorAction& action, const ZonePress& press) {
-    if (action.isPossible && !action.isPossible(SelectedObject())) return;
     if (action.undoLabel) pushUndo(action.undoLabel);
     std::visit(EffectRunner{SelectedObject(), press}, action.effect);
     const std::wstring message = MessageOf(action, SelectedObject());
@@ -232,13 +233,13 @@ static void RunAction(const InspectorAction& action, const ZonePress& press) {
 
 bool ClickInspector(Point pointer, const EditorLayout& layout) {
     if (!Contains(layout.inspector, pointer)) return false;
-    if (!SelectionIsValid()) return true;
+    if (!SelectionIsInspected()) return true;
     for (const HitZone& zone : editorState.inspectorZones) {
-        if (!Contains(zone.rect, pointer)) continue;
-        if (const InspectorAction* action = FindInspectorAction(zone.action)) {
-            RunAction(*action, {pointer, zone});
-            return true;
-        }
+        const InspectorAction* action = FindInspectorAction(zone.action);
+        if (action == nullptr || !Contains(zone.rect, pointer)) continue;
+        const ZonePress press{pointer, zone};
+        if (IsPossible(*action, SelectedObject(), press)) RunAction(*action, press);
+        return true;
     }
     return true;
 }

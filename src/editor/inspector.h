@@ -8,6 +8,10 @@
 // clicked. Without a selected object only the title stands there.
 void DrawInspector(const EditorLayout& layout);
 
-// Runs the action of the first zone of the last frame under the pointer that has one. False when the pointer
-// is outside the panel; inside, the press is taken even where nothing is.
+// True while the object that the last frame drew is still there under its index and still selected.
+bool SelectionIsInspected();
+
+// Runs the action of the first zone of the last frame under the pointer that has one, when that object is
+// still selected and still has what the action changes. False when the pointer is outside the panel; inside,
+// the press is taken even where nothing is.
 bool ClickInspector(Point pointer, const EditorLayout& layout);

@@ -70,7 +70,7 @@ static void DrawItem(int32_t index, Point corner) {
     }
     DrawFileIcon(entry.kind, {corner.x + 35, corner.y, corner.x + 35 + kIconSize, corner.y + kIconSize});
     DrawText(corner.x + 7, corner.y + 32, ShownName(entry.name), kFilesText, 13, kNormal);
-    editorState.filesCells.push_back({cell, index});
+    editorState.filesCells.push_back({cell, entry.path});
 }
 
 static Point NextCorner(Point corner, const EditorLayout& layout) {
@@ -105,17 +105,18 @@ void DrawFilesDrag() {
 
 int32_t FilesItemAt(Point point, const EditorLayout& layout) {
     if (!IsOnPage(point, layout)) return -1;
-    for (const HitZone& cell : editorState.filesCells) {
-        if (!Contains(cell.rect, point)) continue;
-        const bool isThere = static_cast<size_t>(cell.action) < editorState.fileEntries.size();
-        return isThere ? cell.action : -1;
-    }
-    return -1;
+    const auto isUnderPoint = [point](const PathZone& cell) { return Contains(cell.rect, point); };
+    const auto cell = std::ranges::find_if(editorState.filesCells, isUnderPoint);
+    if (cell == editorState.filesCells.end()) return -1;
+    const auto& entries = editorState.fileEntries;
+    const auto entry = std::ranges::find(entries, cell->path, &AssetEntry::path);
+    const bool isShown = entry != entries.end() && entry->folder == editorState.filesFolder;
+    return isShown ? static_cast<int32_t>(entry - entries.begin()) : -1;
 }
 
 static void PressItem(int32_t item, Point pointer) {
-    editorState.selectedFile = item;
     if (!DragMayStart()) return;
+    editorState.selectedFile = item;
     editorState.filesDrag = {.pressed = true, .source = item, .press = pointer};
     CaptureMouse();
     SetStatus(L"Vybrana polozka projektu: " + editorState.fileEntries[static_cast<size_t>(item)].name);

@@ -12,7 +12,8 @@ void DrawFilesPage(const EditorLayout& layout);
 // The name of an item that is being dragged, beside the pointer.
 void DrawFilesDrag();
 
-// The index into EditorState::fileEntries of the item drawn under a point of the page, -1 for none.
+// The index into EditorState::fileEntries of the item drawn under a point of the page, -1 for none, or when
+// it is no longer in the folder shown.
 int32_t FilesItemAt(Point point, const EditorLayout& layout);
 
 // A left press on the page: the back button, an item that is selected and may be dragged, or empty space,

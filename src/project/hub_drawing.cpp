@@ -72,6 +72,7 @@ static void DrawProjectRow(const Rect& row, const RecentProject& project) {
 }
 
 static void DrawList(const HubLayout& layout) {
+    editorState.hubRows.clear();
     const Rect& list = layout.list;
     const auto& projects = editorState.recentProjects;
     if (Width(list) < 1) return;
@@ -84,7 +85,10 @@ static void DrawList(const HubLayout& layout) {
         DrawWrapped(list.left + 20, list.top + 108, Width(list) - 40,
                     L"Vytvor novy projekt vpravo nebo otevri existujici slozku.");
     }
-    for (size_t i = 0; i < layout.rows.size(); ++i) DrawProjectRow(layout.rows[i], projects[i]);
+    for (size_t i = 0; i < layout.rows.size(); ++i) {
+        DrawProjectRow(layout.rows[i], projects[i]);
+        editorState.hubRows.push_back({layout.rows[i], projects[i].path});
+    }
     if (layout.rows.size() < projects.size()) {
         const std::wstring hidden = L"+" + std::to_wstring(projects.size() - layout.rows.size());
         DrawText(list.right - 44, list.top + 16, hidden, kHubQuietText, 14, kSemiBold);

@@ -12,6 +12,8 @@
 #include "scene/status.h"
 #include "scene/text_entry.h"
 
+#include <algorithm>
+
 static bool IsInWindow(Point point, const HubLayout& layout) {
     return Contains({0, 0, layout.width, layout.height}, point);
 }
@@ -20,11 +22,13 @@ static bool IsProjectIndex(int32_t index) {
     return index >= 0 && static_cast<size_t>(index) < editorState.recentProjects.size();
 }
 
-int32_t ProjectRowAt(Point point, const HubLayout& layout) {
-    for (size_t i = 0; i < layout.rows.size(); ++i) {
-        if (Contains(layout.rows[i], point)) return static_cast<int32_t>(i);
-    }
-    return -1;
+int32_t ProjectRowAt(Point point) {
+    const auto isUnderPoint = [point](const PathZone& row) { return Contains(row.rect, point); };
+    const auto row = std::ranges::find_if(editorState.hubRows, isUnderPoint);
+    if (row == editorState.hubRows.end()) return -1;
+    const auto& projects = editorState.recentProjects;
+    const auto project = std::ranges::find(projects, row->path, &RecentProject::path);
+    return project != projects.end() ? static_cast<int32_t>(project - projects.begin()) : -1;
 }
 
 // True when the click lay inside the open menu.
@@ -54,7 +58,7 @@ static void OpenListed(int32_t index) {
 bool HubLeftClick(Point pointer, const HubLayout& layout) {
     if (!IsInWindow(pointer, layout)) return false;
     if (ClickProjectMenu(pointer, layout)) return true;
-    const int32_t row = ProjectRowAt(pointer, layout);
+    const int32_t row = ProjectRowAt(pointer);
     if (Contains(layout.openButton, pointer)) {
         OpenProjectDialog();
     } else if (Contains(layout.basicCard, pointer)) {
@@ -69,7 +73,7 @@ bool HubLeftClick(Point pointer, const HubLayout& layout) {
 
 bool HubRightClick(Point pointer, const HubLayout& layout) {
     if (!IsInWindow(pointer, layout)) return false;
-    const int32_t row = ProjectRowAt(pointer, layout);
+    const int32_t row = ProjectRowAt(pointer);
     if (!IsProjectIndex(row)) {
         editorState.projectMenu = {};
         return true;
@@ -81,6 +85,7 @@ bool HubRightClick(Point pointer, const HubLayout& layout) {
 
 void ShowHub() {
     editorState.hubVisible = true;
+    editorState.hubRows.clear();
     LoadRecentProjects();
     SetStatus(L"Vyber existujici projekt nebo vytvor novy.");
 }

@@ -13,8 +13,9 @@ void DrawProjectHub(const HubLayout& layout);
 bool HubLeftClick(Point pointer, const HubLayout& layout);
 bool HubRightClick(Point pointer, const HubLayout& layout);
 
-// The index into EditorState::recentProjects of the row under a point, -1 for none.
-int32_t ProjectRowAt(Point point, const HubLayout& layout);
+// The index into EditorState::recentProjects of the project drawn under a point, -1 for none, or when it has
+// left the list.
+int32_t ProjectRowAt(Point point);
 
 // Shows the Hub at the program's start.
 void ShowHub();

@@ -81,8 +81,10 @@ struct EditorState {
     // Layout, and what the last frame drew where.
     PanelLayout panels{};
     HitZoneList inspectorZones{};
-    HierarchyRowList hierarchyRows{};
-    HitZoneList filesCells{};  // the action is the index into fileEntries
+    int32_t inspectedObject = -1;  // that the zones were drawn for; -1 none, or its index may have changed
+    HierarchyRowList hierarchyRows{};  // empty when the indices of its objects may have changed
+    PathZoneList filesCells{};
+    PathZoneList hubRows{};  // by a project's folder
 
     // Project and files.
     std::wstring projectRoot = L"Project";

@@ -14,4 +14,6 @@ void EndGestures() {
     editorState.nameEntry = {};
     editorState.numberEntry = {};
     editorState.typedHalf = 0;
+    editorState.inspectedObject = -1;
+    editorState.hierarchyRows.clear();
 }

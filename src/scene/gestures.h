@@ -5,5 +5,6 @@
 bool DragMayStart();
 
 // Ends drags of the gizmo and in the Hierarchy with their hold on the mouse, the held keys' undo step, name
-// and number entry, and the object menu. Called when objects change their indices or are replaced.
+// and number entry, and the object menu, and lets no click mean an object that the last frame drew. Called
+// when objects change their indices or are replaced.
 void EndGestures();

@@ -777,6 +777,62 @@ TEST_CASE("the rows of a frame before stay safe when their objects are gone") {
     CHECK(editorState.selectedIndex == 2);
 }
 
+// What happens between two frames, in which nobody sees the objects change.
+
+TEST_CASE("Tab and a press before the next frame edit no object") {
+    StartEditor();
+    const Point remove = ZoneAt(4), name{1100, 100};
+    TapKey(kKeyTab);
+    const Scene before = editorState.scene;
+    Click(remove);
+    DoubleClick(name);
+    CHECK(editorState.scene == before);
+    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.nameEntry.kind == NameEntry::Kind::Closed);
+    RenderFrame();
+    DoubleClick(name);
+    CHECK(editorState.nameEntry.text == L"EnemyEntity");
+}
+
+TEST_CASE("an object that has moved into the place of the one shown is not edited or selected for it") {
+    struct {
+        void (*change)();
+        int32_t row;
+    } cases[] = {
+        {[] { TapKey(kKeyDelete); }, 4},
+        {[] {
+             Drag(RowAt(5), {0, RowAt(2).y - 12});
+         },
+         3},  // before the selected one
+        {[] { TapWithControl('Z'); }, 2},
+    };
+    for (const auto& [change, row] : cases) {
+        StartEditor();
+        GameObject solid{.name = L"solid", .meshIndex = 0, .hasCollision = true};
+        ShowScene({solid, solid, solid, solid, solid, solid}, 2);
+        Click(ZoneAt(29));  // no undo step
+        RenderFrame();
+        if (row == 2) {
+            TapKey('G');
+            editorState.selectedIndex = 2;
+            RenderFrame();
+        }
+        const Point remove = ZoneAt(4);
+        change();
+        editorState.selectedIndex = 2;
+        editorState.statusMessage = L"untouched";
+        const Scene before = editorState.scene;
+        Click(remove);
+        Click(RowAt(row));
+        CHECK(editorState.scene == before);
+        CHECK(editorState.selectedIndex == 2);
+        CHECK(editorState.statusMessage == L"untouched");
+        RenderFrame();
+        Click(RowAt(row));
+        CHECK(editorState.selectedIndex == row);
+    }
+}
+
 TEST_CASE("scenes with cycles of parents and parents that are not there take every press") {
     for (const int32_t parent : {0, 1, 2, 7, -5}) {
         StartEditor(700, 400);

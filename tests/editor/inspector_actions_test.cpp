@@ -1,3 +1,4 @@
+#include "editor/components.h"
 #include "scene/undo.h"
 #include "support/capture.h"
 #include "support/inspector_panel.h"
@@ -20,6 +21,15 @@ struct ActionCase {
 };
 
 static void Nothing(GameObject&) {}
+
+// The place in the list of the zone with an action that comes after `skipped` others with it.
+static size_t ZoneIndexOf(int32_t action, size_t skipped) {
+    const HitZoneList& zones = editorState.inspectorZones;
+    for (size_t i = 0; i < zones.size(); ++i) {
+        if (zones[i].action == action && skipped-- == 0) return i;
+    }
+    return zones.size();
+}
 
 // clang-format off
 static const ActionCase kActionCases[] = {
@@ -314,6 +324,63 @@ TEST_CASE("a press acts on what the last frame drew") {
     editorState.scene[0].transformExpanded = false;  // the next frame moves Shape up
     CHECK(PressInspector(arrow));
     CHECK_FALSE(InspectedObject().shapeExpanded);
+}
+
+TEST_CASE("two presses before the next frame remove a component once") {
+    for (const int32_t remove : {4, 6, 8, 30, 32, 38, 43}) {
+        CAPTURE(remove);
+        OpenInspector(ObjectWithEverything(), 1360, 3000);
+        const Point at = MiddleOf(ZoneOf(remove));
+        CHECK(PressInspector(at));
+        const GameObject after = InspectedObject();
+        CHECK_FALSE(after == ObjectWithEverything());
+        editorState.statusMessage = L"untouched";
+        CHECK(PressInspector(at));
+        CHECK(InspectedObject() == after);
+        CHECK(editorState.undoScenes.size() == 1);
+        CHECK(editorState.statusMessage == L"untouched");
+    }
+}
+
+TEST_CASE("what a section shows is not changed once its component is gone, whatever was drawn") {
+    for (const Component& component : kComponents) {
+        if (component.remove == 0) continue;
+        OpenInspector(ObjectWithEverything(), 1360, 3000);
+        const HitZoneList drawn = editorState.inspectorZones;
+        CHECK(PressInspector(MiddleOf(ZoneOf(component.remove))));
+        const GameObject after = InspectedObject();
+        for (const InspectorAction& action : component.actions) {
+            CAPTURE(action.number);
+            const Rect zone = ZoneOf(action.number);
+            REQUIRE(zone != Rect{});
+            CHECK(PressInspector(MiddleOf(zone)));
+            CHECK(InspectedObject() == after);
+        }
+        CHECK(editorState.undoScenes.size() == 1);
+    }
+}
+
+TEST_CASE("two presses on a script's block before the next frame remove one script") {
+    OpenInspector({.hasShape = false, .scriptCount = 2, .scripts = {L"a", L"b"}});
+    const Point last = MiddleOf(editorState.inspectorZones.at(ZoneIndexOf(9, 1)).rect);
+    CHECK(PressInspector(last));
+    CHECK(PressInspector(last));  // on a block that is gone
+    CHECK(InspectedObject().scripts == std::vector<std::wstring>{L"a"});
+    CHECK(editorState.undoScenes.size() == 1);
+}
+
+TEST_CASE("another object than the one that was drawn is not edited") {
+    const GameObject body{.hasRigidbody = true};
+    OpenInspector(body);
+    editorState.scene = {body, body};
+    const Point mass = MiddleOf(ZoneOf(44));
+    editorState.selectedIndex = 1;
+    CHECK(PressInspector(mass));
+    CHECK(editorState.scene == Scene{body, body});
+    CHECK(editorState.undoScenes.empty());
+    DrawInspectorAgain();
+    CHECK(PressInspector(mass));
+    CHECK(editorState.scene[1].mass == 1.5f);
 }
 
 TEST_CASE("the selected object is edited, and no other") {

@@ -37,9 +37,10 @@ static Texts TextsBetween(int32_t top, int32_t bottom) {
 
 static Zones ZonesBetween(int32_t top, int32_t bottom) {
     Zones found;
-    for (const auto& [rect, action] : editorState.inspectorZones) {
+    for (const auto& [rect, action, block] : editorState.inspectorZones) {
         if (rect.top < top || rect.top >= bottom) continue;
-        found.push_back({{rect.left - kLeft, rect.top - top, rect.right - kLeft, rect.bottom - top}, action});
+        found.push_back(
+            {{rect.left - kLeft, rect.top - top, rect.right - kLeft, rect.bottom - top}, action, block});
     }
     return found;
 }

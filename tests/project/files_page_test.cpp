@@ -1,5 +1,6 @@
 #include "project/files_page.h"
 
+#include "formats/path_text.h"
 #include "project/asset_list.h"
 #include "support/capture.h"
 #include "support/project_input.h"
@@ -17,8 +18,8 @@ static bool IsDrawn(const std::wstring& text) {
 // The top left corner of a cell's contents.
 static Point CornerOf(const std::wstring& name) {
     RenderFrame();
-    for (const HitZone& cell : editorState.filesCells) {
-        if (editorState.fileEntries[static_cast<size_t>(cell.action)].name == name) {
+    for (const PathZone& cell : editorState.filesCells) {
+        if (LastComponent(cell.path) == name) {
             return {cell.rect.left, cell.rect.top + 6};
         }
     }
@@ -210,6 +211,33 @@ TEST_CASE("a list that has become shorter since the last frame takes no click be
     RenderFrame();
 }
 
+TEST_CASE("a list that has changed since the last frame takes a click on what was seen, or none") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    PutFiles(folder, 3);
+    const Point first = FileNamed(L"f100.txt"), second = FileNamed(L"f101.txt"),
+                third = FileNamed(L"f102.txt");
+    RightClick(first);
+    Click(MenuItemAt(editorState.filesItemMenu, static_cast<int32_t>(FileItem::Delete)));
+    Click(third);
+    CHECK(editorState.statusMessage == L"Vybrana polozka projektu: f102.txt");
+    Click(second);
+    CHECK(editorState.statusMessage == L"Vybrana polozka projektu: f101.txt");
+    Click(first);  // gone, but for its picture
+    CHECK(editorState.statusMessage == L"Otevreno Files menu pro vytvoreni nove polozky.");
+}
+
+TEST_CASE("an item of the folder before is not pressed before the next frame") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    PutFiles(folder, 1);
+    const Point file = FileNamed(L"f100.txt");
+    OpenFolderNamed(L"scripts");
+    Press(file);
+    CHECK(editorState.selectedFile == -1);
+    CHECK_FALSE(editorState.filesDrag.pressed);
+}
+
 TEST_CASE("the page is drawn in every window and with any names") {
     const ScratchFolder folder;
     StartProject(folder);
@@ -219,7 +247,7 @@ TEST_CASE("the page is drawn in every window and with any names") {
                                   ClientSize{561, 500}, ClientSize{1360, 820}}) {
         headless.clientSize = size;
         RenderFrame();
-        for (const HitZone& cell : editorState.filesCells) CHECK(cell.rect.top < size.height);
+        for (const PathZone& cell : editorState.filesCells) CHECK(cell.rect.top < size.height);
     }
 }
 
@@ -235,7 +263,8 @@ TEST_CASE("the second press of a double click on a menu's row opens nothing that
     Click(row);
     REQUIRE_FALSE(editorState.filesItemMenu.open);
     RenderFrame();
-    editorState.filesCells = {{{row.x - 5, row.y - 5, row.x + 5, row.y + 5}, 1}};
+    editorState.filesCells = {
+        {{row.x - 5, row.y - 5, row.x + 5, row.y + 5}, editorState.fileEntries.at(1).path}};
     SendMouse(InputKind::LeftDoubleClick, row);
     Release(row);
     CHECK(editorState.filesFolder == FilesIn(folder));

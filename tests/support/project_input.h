@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/frame_view.h"
+#include "formats/path_text.h"
 #include "platform/headless/fault_injection.h"
 #include "project/project_hub.h"
 #include "project/project_lifecycle.h"
@@ -75,8 +76,8 @@ inline Point MenuItemAt(const PopupMenu& menu, int32_t item) {
 // Where the Files page shows an item, drawn anew. (-1, -1) where it shows none of that name.
 inline Point FileNamed(const std::wstring& name) {
     RenderFrame();
-    for (const HitZone& cell : editorState.filesCells) {
-        if (editorState.fileEntries[static_cast<size_t>(cell.action)].name != name) continue;
+    for (const PathZone& cell : editorState.filesCells) {
+        if (LastComponent(cell.path) != name) continue;
         return {cell.rect.left + 40, cell.rect.top + 20};
     }
     return {-1, -1};
