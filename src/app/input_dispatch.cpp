@@ -4,6 +4,7 @@
 #include "app/mouse.h"
 #include "app/shortcuts.h"
 #include "blueprint/blueprint_editor.h"
+#include "editor/inspector.h"
 #include "platform/window.h"
 #include "project/asset_commands.h"
 #include "project/asset_import.h"
@@ -140,7 +141,14 @@ static void OnFocusLost() {
     EndDrags();
 }
 
+// Nobody would see what is typed into a search whose box is not there, and no shortcut would run.
+static void CloseUnseenSearch() {
+    if (!ComponentSearchIsOpen() || SearchBoxIsShown(CurrentLayout())) return;
+    CloseComponentSearch();
+}
+
 void HandleInput(const InputEvent& event) {
+    CloseUnseenSearch();
     const Point pointer{event.x, event.y};
     switch (event.kind) {
         case InputKind::Paint: RenderFrame(); break;

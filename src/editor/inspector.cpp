@@ -203,6 +203,12 @@ bool SelectionIsInspected() {
     return SelectionIsValid() && editorState.selectedIndex == editorState.inspectedObject;
 }
 
+bool SearchBoxIsShown(const EditorLayout& layout) {
+    return std::ranges::any_of(editorState.inspectorZones, [&layout](const HitZone& zone) {
+        return zone.action == kOpenSearchAction && zone.rect.top < layout.inspector.bottom;
+    });
+}
+
 // Acting.
 
 namespace {

@@ -8,6 +8,10 @@
 // clicked. Without a selected object only the title stands there.
 void DrawInspector(const EditorLayout& layout);
 
+// True when the last frame showed the Add Component box: for an object that takes components, and above the
+// panel's end.
+bool SearchBoxIsShown(const EditorLayout& layout);
+
 // True while the object that the last frame drew is still there under its index and still selected.
 bool SelectionIsInspected();
 

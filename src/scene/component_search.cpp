@@ -59,13 +59,18 @@ void TypeIntoComponentSearch(wchar_t unit) {
 
 void EraseInComponentSearch() { EraseLastCharacter(editorState.componentSearchText); }
 
-void CancelComponentSearch() {
+void CloseComponentSearch() {
     editorState.componentSearchActive = false;
+    editorState.typedHalf = 0;
+}
+
+void CancelComponentSearch() {
+    CloseComponentSearch();
     SetStatus(L"Add Component hledani zavreno.");
 }
 
 void CommitComponentSearch() {
-    editorState.componentSearchActive = false;
+    CloseComponentSearch();
     const auto results = SearchComponents(editorState.componentSearchText);
     if (!SelectionIsValid() || results.empty()) return;
     AddComponent(results.front()->action);

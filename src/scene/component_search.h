@@ -15,6 +15,9 @@ void TypeIntoComponentSearch(wchar_t unit);
 void EraseInComponentSearch();
 
 // Closes the search and keeps its text.
+void CloseComponentSearch();
+
+// The same, and says so.
 void CancelComponentSearch();
 
 // Adds the best component to the selected object, empties the text and closes the search. Without an object

@@ -1,9 +1,11 @@
 // The entries that take the keyboard while they are open.
+#include "app/frame_view.h"
 #include "support/capture.h"
 #include "support/editor_input.h"
 
 #include "doctest/doctest.h"
 
+#include <algorithm>
 #include <array>
 #include <string>
 
@@ -17,6 +19,14 @@ static void OpenNumber() { Click(ZoneAt(20)); }
 static void OpenSearch() { Click(ZoneAt(50)); }
 
 constexpr void (*kOpeners[])() = {OpenRename, OpenText, OpenNumber, OpenSearch};
+
+// True when the last frame shows no zone with this action inside the panel.
+static bool ZoneIsOutOfReach(int32_t action) {
+    const Rect panel = CurrentLayout().inspector;
+    return std::ranges::none_of(editorState.inspectorZones, [&](const HitZone& zone) {
+        return zone.action == action && zone.rect.top < panel.bottom;
+    });
+}
 
 static bool AnEntryIsOpen() {
     return editorState.nameEntry.kind != NameEntry::Kind::Closed || editorState.numberEntry.open ||
@@ -55,16 +65,6 @@ TEST_CASE("an open entry keeps every key from the commands") {
     }
 }
 
-TEST_CASE("while a name or number is typed the mouse does nothing") {
-    for (const auto open : {OpenRename, OpenText, OpenNumber}) {
-        StartEditor();
-        open();
-        const EditorState before = editorState;
-        for (const Point at : {RowAt(4), Point{230, 300}, Point{260, 100}, ZoneAt(20), ZoneAt(50),
-                               Point{60, 710}, Point{635, 365}, Point{-4, 900}}) {
-            Drag(at, {at.x + 50, at.y + 30});
-            DoubleClick(at);
-            RightClick(at);
 TEST_CASE("what is typed with AltGr goes into the open entry, and Backspace takes it away") {
     for (const auto open : {OpenRename, OpenText, OpenSearch}) {
         StartEditor();
@@ -86,6 +86,16 @@ TEST_CASE("what is typed with AltGr goes into the open entry, and Backspace take
     }
 }
 
+TEST_CASE("while a name or number is typed the mouse does nothing") {
+    for (const auto open : {OpenRename, OpenText, OpenNumber}) {
+        StartEditor();
+        open();
+        const EditorState before = editorState;
+        for (const Point at : {RowAt(4), Point{230, 300}, Point{260, 100}, ZoneAt(20), ZoneAt(50),
+                               Point{60, 710}, Point{635, 365}, Point{-4, 900}}) {
+            Drag(at, {at.x + 50, at.y + 30});
+            DoubleClick(at);
+            RightClick(at);
         }
         CHECK(AnEntryIsOpen());
         CHECK(editorState.scene == before.scene);
@@ -109,6 +119,47 @@ TEST_CASE("while components are searched the mouse goes on working") {
     TapKey(kKeyEnter);
     CHECK(editorState.scene[2].hasRigidbody);
     CHECK_FALSE(editorState.componentSearchActive);
+}
+
+TEST_CASE("the search for a component closes when its box is no longer there") {
+    struct {
+        void (*hide)();
+        void (*show)();
+    } cases[] = {
+        {[] { Click(RowAt(3)); }, [] { Click(RowAt(2)); }},  // an Entity
+        {[] { ShowScene({}, -1); }, [] { ShowScene({{.meshIndex = 0}}, 0); }},
+        {[] { headless.clientSize.height = 420; }, [] { headless.clientSize.height = 820; }},
+        {[] { editorState.scene[2].scriptCount = 1000; }, [] { editorState.scene[2].scriptCount = 0; }},
+    };
+    for (const auto& [hide, show] : cases) {
+        StartEditor();
+        OpenSearch();
+        Type(L"c");
+        hide();
+        RenderFrame();
+        CHECK(ZoneIsOutOfReach(50));
+        Type(L"x");
+        TapKey(kKeyF2);
+        CHECK(editorState.tool == Tool::Rotate);
+        CHECK_FALSE(editorState.componentSearchActive);
+        show();
+        RenderFrame();
+        CHECK_FALSE(editorState.componentSearchActive);
+        CHECK(editorState.componentSearchText == L"c");
+        TapKey(kKeyF3);
+        CHECK(editorState.tool == Tool::Scale);
+    }
+}
+
+TEST_CASE("the search goes on while the mouse does something else beside it") {
+    StartEditor();
+    OpenSearch();
+    Click(RowAt(4));
+    Move({600, 300});
+    RenderFrame();
+    Type(L"t");
+    CHECK(editorState.componentSearchActive);
+    CHECK(editorState.componentSearchText == L"t");
 }
 
 TEST_CASE("a key that was held when an entry opened is let go by its release") {
