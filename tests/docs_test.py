@@ -142,6 +142,15 @@ def the_labels_that_the_guide_quotes_stand_in_the_program():
             check(not unknown, f"{language}/{name} quotes what the program does not say: {unknown}")
 
 
+def a_prefab_dropped_on_an_object_with_both_scripts_goes_where_the_guide_says():
+    """The tests of the Inspector's drops hold the program to this order: CollectOnTouch takes it first."""
+    for language in LANGUAGES:
+        rows = re.findall(r"^\| (?:a )?prefab \| (.+) \|$", guide_pages(language)["inspector.md"], re.MULTILINE)
+        check(len(rows) == 1, f"{language}: {len(rows)} rows about a dropped prefab")
+        places = [rows[0].find(script) for script in ("CollectOnTouch", "PlanePrefabSpawner")]
+        check(0 <= places[0] < places[1], f"{language}: the row says {rows[0]!r}")
+
+
 def the_presets_that_documents_and_workflow_name_exist():
     presets = json.loads(content(os.path.join(ROOT, "CMakePresets.json")))
     kinds = {"configurePresets": r"cmake --preset ([\w-]+)", "buildPresets": r"cmake --build --preset ([\w-]+)",
@@ -211,6 +220,7 @@ if __name__ == "__main__":
         the_shortcut_tables_list_what_the_program_knows,
         the_labels_that_the_guide_quotes_stand_in_the_program,
         the_example_script_writes_a_scene_of_whole_object_lines,
+        a_prefab_dropped_on_an_object_with_both_scripts_goes_where_the_guide_says,
         the_presets_that_documents_and_workflow_name_exist,
         every_step_of_the_workflow_runs_what_is_in_these_sources,
     ]) else 1)
