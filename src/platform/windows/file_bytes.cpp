@@ -47,3 +47,5 @@ bool WriteAllBytes(HANDLE file, std::string_view bytes) {
     }
     return true;
 }
+
+bool FlushToDisk(HANDLE file) { return FlushFileBuffers(file) || IsUnknownToFileSystem(GetLastError()); }

@@ -1,6 +1,7 @@
 #include "platform/files.h"
 #include "platform/windows/file_bytes.h"
 #include "platform/windows/file_handle.h"
+#include "platform/windows/held_files.h"
 #include "platform/windows/system_path.h"
 #include "platform/windows/temporary_file.h"
 
@@ -55,25 +56,19 @@ static Copy WriteTemporaryFile(const std::wstring& target, DWORD attributes, std
             const bool diskIsFull = reason == ERROR_DISK_FULL || reason == ERROR_HANDLE_DISK_FULL;
             return diskIsFull ? Copy::Failed : Copy::NotAllowed;
         }
-        const bool isSafe = WriteAllBytes(file.Get(), bytes) && FlushFileBuffers(file.Get());
+        const bool isSafe = WriteAllBytes(file.Get(), bytes) && FlushToDisk(file.Get());
         file.Close();
         if (isSafe) return Copy::Safe;
-        DeleteFileW(path.c_str());
+        RemoveHeldFile(path);
         return Copy::Failed;
     }
     return Copy::NotAllowed;
 }
 
-// One rename: whoever looks finds the old file or the new one.
-static bool Replace(const std::wstring& target, const std::wstring& temporary) {
-    constexpr DWORD kFlags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
-    return MoveFileExW(temporary.c_str(), target.c_str(), kFlags);
-}
-
 // Writes from the file's start, and ends the file there.
 static bool Fill(HANDLE file, std::string_view bytes) {
     return GoToStart(file) && WriteAllBytes(file, bytes) &&
-           SetFileSize(file, static_cast<int64_t>(bytes.size())) && FlushFileBuffers(file);
+           SetFileSize(file, static_cast<int64_t>(bytes.size())) && FlushToDisk(file);
 }
 
 // Overwrites a file that another program keeps open and lets others write to.
@@ -105,7 +100,7 @@ bool WriteWholeFile(const std::wstring& path, std::string_view bytes) {
     std::wstring temporary;
     const Copy copy = WriteTemporaryFile(target, newAttributes, bytes, temporary);
     if (copy == Copy::Failed) return false;  // what has no room for a copy is not overwritten
-    if (copy == Copy::Safe && Replace(target, temporary)) {
+    if (copy == Copy::Safe && RenameOver(temporary, target)) {
         RemoveLeftovers(target);
         return true;
     }
@@ -113,7 +108,7 @@ bool WriteWholeFile(const std::wstring& path, std::string_view bytes) {
     const bool mayOverwrite = exists && (copy != Copy::Safe || KeepTemporaryFile(target, temporary));
     const Target result = mayOverwrite ? OverwriteInPlace(target, bytes) : Target::Old;
     // Kept while the target holds a part: then it is the only whole file.
-    if (copy == Copy::Safe && result != Target::Damaged) DeleteFileW(temporary.c_str());
+    if (copy == Copy::Safe && result != Target::Damaged) RemoveHeldFile(temporary);
     if (result == Target::New) RemoveLeftovers(target);
     return result == Target::New;
 }

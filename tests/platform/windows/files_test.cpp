@@ -1,12 +1,16 @@
 #include "platform/files.h"
 
 #include "doctest/doctest.h"
+#include "platform/windows/file_bytes.h"
+#include "platform/windows/held_files.h"
 #include "platform/windows/test_folder.h"
 #include "support/folder_entries.h"
 
 #include <windows.h>
 
 #include <algorithm>
+#include <memory>
+#include <thread>
 
 namespace {
 
@@ -35,7 +39,35 @@ private:
     HANDLE handle;
 };
 
+// A file that another program keeps open for a tenth of a second, and lets nobody rename or remove meanwhile.
+class BrieflyHeldFile {
+public:
+    explicit BrieflyHeldFile(const std::wstring& path)
+        : held(std::make_unique<HeldFile>(path, FILE_SHARE_READ | FILE_SHARE_WRITE)), holder([this] {
+              Sleep(100);
+              held.reset();
+          }) {}
+    ~BrieflyHeldFile() { holder.join(); }
+    BrieflyHeldFile(const BrieflyHeldFile&) = delete;
+    BrieflyHeldFile& operator=(const BrieflyHeldFile&) = delete;
+
+private:
+    std::unique_ptr<HeldFile> held;
+    std::thread holder;
+};
+
 }  // namespace
+
+// The number of the file on its disk: a file that is written over keeps it, one that is replaced does not.
+static uint64_t FileNumber(const std::wstring& path) {
+    const HANDLE file = CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                    nullptr, OPEN_EXISTING, 0, nullptr);
+    REQUIRE(file != INVALID_HANDLE_VALUE);
+    BY_HANDLE_FILE_INFORMATION information{};
+    REQUIRE(GetFileInformationByHandle(file, &information));
+    CloseHandle(file);
+    return uint64_t{information.nFileIndexHigh} << 32 | information.nFileIndexLow;
+}
 
 static std::string Bytes(const std::wstring& path) {
     std::string bytes;
@@ -99,6 +131,55 @@ TEST_CASE("a file held open by a program that lets others write is written in pl
 
         CHECK(holder.ReadFromStart() == bytes);
         CHECK(Names(folder.Path()) == NameList{L"scene.scene"});
+    }
+}
+
+TEST_CASE("a file that a scanner holds for a moment is still replaced in one step") {
+    const TestFolder folder;
+    const std::wstring path = folder / L"scene.scene";
+    REQUIRE(WriteWholeFile(path, "old"));
+    const uint64_t before = FileNumber(path);
+    {
+        const BrieflyHeldFile scanner(path);
+        CHECK(WriteWholeFile(path, "new"));
+    }
+    CHECK(Bytes(path) == "new");
+    CHECK(FileNumber(path) != before);
+    CHECK(Names(folder.Path()) == NameList{L"scene.scene"});
+}
+
+TEST_CASE("a temporary file that a scanner holds for a moment is still renamed, or removed") {
+    const TestFolder folder;
+    const std::wstring target = folder / L"scene.scene", temporary = folder / L"~zel.tmp";
+    REQUIRE(WriteWholeFile(target, "old"));
+    REQUIRE(WriteWholeFile(temporary, "new"));
+    {
+        const BrieflyHeldFile scanner(temporary);
+        CHECK(RenameOver(temporary, target));
+    }
+    CHECK(Bytes(target) == "new");
+    {
+        const BrieflyHeldFile scanner(target);
+        CHECK(RemoveHeldFile(target));
+    }
+    CHECK(Names(folder.Path()).empty());
+}
+
+TEST_CASE("only what another program may let go of is tried again") {
+    for (const DWORD error : {ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION, ERROR_LOCK_VIOLATION}) {
+        CHECK(MayPass(error));
+    }
+    for (const DWORD error : {ERROR_SUCCESS, ERROR_FILE_NOT_FOUND, ERROR_PATH_NOT_FOUND, ERROR_DISK_FULL,
+                              ERROR_WRITE_PROTECT, ERROR_NOT_SAME_DEVICE}) {
+        CHECK_FALSE(MayPass(error));
+    }
+}
+
+TEST_CASE("a flush that the file system does not know is no failure") {
+    CHECK(IsUnknownToFileSystem(ERROR_INVALID_FUNCTION));
+    CHECK(IsUnknownToFileSystem(ERROR_NOT_SUPPORTED));
+    for (const DWORD error : {ERROR_DISK_FULL, ERROR_ACCESS_DENIED, ERROR_WRITE_FAULT, ERROR_CRC}) {
+        CHECK_FALSE(IsUnknownToFileSystem(error));
     }
 }
 
