@@ -14,9 +14,11 @@ Answer AskYesNo(const std::wstring& text, const std::wstring& caption);
 // Asks with the question icon.
 Answer AskYesNoCancel(const std::wstring& text, const std::wstring& caption);
 
-// Moves a folder into the recycle bin. False when it fails or is refused.
+// Moves a folder into the recycle bin. False when it fails or is refused, and where there is no bin that would
+// take it: nothing is deleted for good without a question.
 bool RecycleFolder(const std::wstring& path);
 
 // Opens a file with the program that the system has for it: with its usual one, else by asking which; as a
-// last resort a script (`isScript`) with the system's text editor. False when nothing opened it.
+// last resort a script (`isScript`) with the system's text editor. False when nothing opened it; true when the
+// user closed the question.
 bool OpenWithSystem(const std::wstring& path, bool isScript);

@@ -2,9 +2,12 @@
 
 #include "platform/files.h"
 #include "platform/windows/main_window.h"
+#include "platform/windows/recycle_bin.h"
+#include "platform/windows/shell_answer.h"
 
 #include <windows.h>
 
+#include <immintrin.h>
 #include <objbase.h>
 #include <shellapi.h>
 #include <shlobj.h>
@@ -14,9 +17,26 @@
 constexpr FILEOP_FLAGS kIntoRecycleBin =
     FOF_ALLOWUNDO | FOF_NOCONFIRMATION | FOF_NOERRORUI | FOF_SILENT;  // no dialog of the system's own
 static_assert(kIntoRecycleBin == 1108);
+// But one before anything is deleted for good that the bin was expected to take.
+constexpr FILEOP_FLAGS kNeverForGood = kIntoRecycleBin | FOF_WANTNUKEWARNING;
+constexpr unsigned kDefaultRounding = 0x1F80;  // of MXCSR: to nearest, denormal numbers kept, no exceptions
 constexpr std::wstring_view kDriveRoot = L"C:\\";  // the shortest path that keeps its last separator
 
+namespace {
+
+// Lives as long as a dialog of the system. Extensions of the shell run in it, and some leave the processor
+// computing in another way: the same scene would give other pixels afterwards.
+struct SystemDialog {
+    SystemDialog() = default;
+    ~SystemDialog() { _mm_setcsr(kDefaultRounding); }
+    SystemDialog(const SystemDialog&) = delete;
+    SystemDialog& operator=(const SystemDialog&) = delete;
+};
+
+}  // namespace
+
 static Answer Ask(const std::wstring& text, const std::wstring& caption, UINT style) {
+    const SystemDialog dialog;
     switch (MessageBoxW(MainWindow(), text.c_str(), caption.c_str(), style)) {
         case IDYES:
             return Answer::Yes;
@@ -27,10 +47,18 @@ static Answer Ask(const std::wstring& text, const std::wstring& caption, UINT st
     }
 }
 
+// False when nothing opens the file. A user who is asked with what and wants nothing has had an answer.
 static bool Execute(const wchar_t* verb, const std::wstring& file, const wchar_t* arguments) {
-    const HINSTANCE result =
-        ShellExecuteW(MainWindow(), verb, file.c_str(), arguments, nullptr, SW_SHOWNORMAL);
-    return reinterpret_cast<INT_PTR>(result) > 32;
+    const SystemDialog dialog;
+    SHELLEXECUTEINFOW call{};
+    call.cbSize = sizeof call;
+    call.fMask = SEE_MASK_FLAG_NO_UI;
+    call.hwnd = MainWindow();
+    call.lpVerb = verb;
+    call.lpFile = file.c_str();
+    call.lpParameters = arguments;
+    call.nShow = SW_SHOWNORMAL;
+    return IsAnswered(ShellExecuteExW(&call), GetLastError());
 }
 
 // With its folder: by its name alone the shell would look in the working folder first.
@@ -42,6 +70,7 @@ static std::wstring TextEditorPath() {
 }
 
 std::wstring PickFolder(const std::wstring& prompt) {
+    const SystemDialog dialog;
     wchar_t shownName[MAX_PATH] = {};
     BROWSEINFOW browse{};
     browse.hwndOwner = MainWindow();
@@ -69,12 +98,14 @@ bool RecycleFolder(const std::wstring& path) {
     if (path.empty()) return false;
     std::wstring list = AbsolutePath(path);  // a relative path would be deleted for good
     while (list.size() > kDriveRoot.size() && list.back() == L'\\') list.pop_back();
+    if (KindOfPath(list) != PathKind::Folder || !GoesToBin(FindRecycleFacts(list))) return false;
     list.push_back(L'\0');  // the list of paths ends with an empty one
+    const SystemDialog dialog;
     SHFILEOPSTRUCTW operation{};
     operation.hwnd = MainWindow();
     operation.wFunc = FO_DELETE;
     operation.pFrom = list.c_str();
-    operation.fFlags = kIntoRecycleBin;
+    operation.fFlags = kNeverForGood;
     return SHFileOperationW(&operation) == 0 && !operation.fAnyOperationsAborted;
 }
 

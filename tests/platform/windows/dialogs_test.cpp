@@ -2,10 +2,13 @@
 
 #include "doctest/doctest.h"
 #include "platform/files.h"
+#include "platform/windows/recycle_bin.h"
+#include "platform/windows/shell_answer.h"
 #include "platform/windows/test_folder.h"
 
 #include <windows.h>
 
+#include <immintrin.h>
 #include <shlobj.h>
 
 namespace {
@@ -82,6 +85,65 @@ TEST_CASE("a recycled folder is gone with all that it holds") {
         CHECK(KindOfPath(folder / L"project") == PathKind::Missing);
         CHECK(KindOfPath(folder / L"project2") == PathKind::File);
     }
+}
+
+TEST_CASE("a folder goes to the bin of a fixed drive that is on and large enough, and nowhere else") {
+    const RecycleFacts good{
+        .driveKind = DRIVE_FIXED, .binAnswers = true, .largestBytes = 1000, .folderBytes = 1000};
+    CHECK(GoesToBin(good));
+    for (const UINT kind :
+         {DRIVE_UNKNOWN, DRIVE_NO_ROOT_DIR, DRIVE_REMOVABLE, DRIVE_REMOTE, DRIVE_CDROM, DRIVE_RAMDISK}) {
+        RecycleFacts facts = good;
+        facts.driveKind = kind;
+        CHECK_FALSE(GoesToBin(facts));
+    }
+    RecycleFacts silent = good, off = good, full = good;
+    silent.binAnswers = false;
+    off.isSwitchedOff = true;
+    full.folderBytes = 1001;
+    CHECK_FALSE(GoesToBin(silent));
+    CHECK_FALSE(GoesToBin(off));
+    CHECK_FALSE(GoesToBin(full));
+}
+
+TEST_CASE("the size of a folder is that of all files below it") {
+    const TestFolder folder;
+    REQUIRE(MakeFolders(folder / L"project\\Files\\Scenes"));
+    REQUIRE(WriteWholeFile(folder / L"project\\a.txt", "12345"));
+    REQUIRE(WriteWholeFile(folder / L"project\\Files\\b.txt", "123"));
+    REQUIRE(WriteWholeFile(folder / L"project\\Files\\Scenes\\c.txt", "1"));
+    CHECK(FindRecycleFacts(folder / L"project").folderBytes == 9);
+}
+
+TEST_CASE("a folder whose bin the user has switched off is not deleted") {
+    constexpr wchar_t kRules[] = L"Software\\Microsoft\\Windows\\CurrentVersion\\Policies\\Explorer";
+    const TestFolder folder;
+    REQUIRE(MakeFolders(folder / L"project"));
+    const DWORD on = 1;
+    REQUIRE(RegSetKeyValueW(HKEY_CURRENT_USER, kRules, L"NoRecycleFiles", REG_DWORD, &on, sizeof on) ==
+            ERROR_SUCCESS);
+    CHECK_FALSE(RecycleFolder(folder / L"project"));
+    RegDeleteKeyValueW(HKEY_CURRENT_USER, kRules, L"NoRecycleFiles");
+
+    CHECK(KindOfPath(folder / L"project") == PathKind::Folder);
+    CHECK(RecycleFolder(folder / L"project"));
+}
+
+TEST_CASE("a user who closes the question with what to open a file has answered it") {
+    CHECK(IsAnswered(true, ERROR_SUCCESS));
+    CHECK(IsAnswered(false, ERROR_CANCELLED));
+    for (const DWORD error : {ERROR_FILE_NOT_FOUND, ERROR_NO_ASSOCIATION, ERROR_ACCESS_DENIED}) {
+        CHECK_FALSE(IsAnswered(false, error));
+    }
+}
+
+TEST_CASE("a dialog leaves the processor rounding as before") {
+    const auto ask = [](const std::wstring& text, const std::wstring& caption) {
+        _mm_setcsr(_mm_getcsr() | _MM_FLUSH_ZERO_ON | _MM_ROUND_TOWARD_ZERO);  // as an extension would
+        return AskYesNo(text, caption);
+    };
+    CHECK(AnswerWith(IDYES, ask) == Answer::Yes);
+    CHECK((_mm_getcsr() & ~_MM_EXCEPT_MASK) == 0x1F80);
 }
 
 TEST_CASE("what is not there cannot be recycled") {
