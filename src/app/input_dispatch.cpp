@@ -164,5 +164,6 @@ void HandleInput(const InputEvent& event) {
         case InputKind::FocusLost: OnFocusLost(); break;
         case InputKind::CaptureLost: EndDrags(); break;
         case InputKind::FilesDropped: OnFilesDropped(event.files); break;
+        case InputKind::SessionEnds: SaveBlueprintChanges(); break;
     }
 }

@@ -38,6 +38,7 @@ enum class InputKind {
     FilesDropped,  // files, and x, y where they were dropped
     FocusLost,     // keys that are down will not be reported up
     CaptureLost,   // a drag ends here without effect
+    SessionEnds,   // the user signs out: the program may be ended as soon as this is handled
 };
 
 struct InputEvent {

@@ -1,19 +1,14 @@
-#include "platform/windows/canvas_images.h"
-
 #include "platform/canvas.h"
 #include "platform/windows/canvas_device.h"
 #include "platform/windows/gdi_plus.h"
 #include "platform/windows/kept_images.h"
-#include "platform/windows/main_window.h"
+#include "platform/windows/window_icon.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <vector>
 
 static std::vector<Gdiplus::GpImage*> images;  // indexed by CanvasImage
-static HICON windowIcon = nullptr;
-
-HICON WindowIcon() { return windowIcon; }
 
 static CanvasImage Keep(Gdiplus::GpImage* image) {
     images.push_back(image);
@@ -77,37 +72,11 @@ void DrawCanvasImage(CanvasImage image, const Rect& rect) {
     if (!DrawKeptImage(image, rect)) KeepImage(image, rect, DrawAnew);
 }
 
-// Disposes of the bitmap.
-static void UseAsWindowIcon(const GdiPlusCalls& gdiPlus, Gdiplus::GpBitmap* bitmap) {
-    HICON icon = nullptr;
-    const bool isMade = gdiPlus.GdipCreateHICONFromBitmap(bitmap, &icon) == Gdiplus::Ok;
-    gdiPlus.GdipDisposeImage(bitmap);
-    if (!isMade) return;
-
-    ShowWindowIcon(icon);
-    if (windowIcon) DestroyIcon(windowIcon);
-    windowIcon = icon;
-}
-
-void LoadWindowIcon(const std::wstring& path) {
-    const GdiPlusCalls* gdiPlus = GdiPlus();
-    Gdiplus::GpBitmap* bitmap = nullptr;
-    if (!gdiPlus || gdiPlus->GdipCreateBitmapFromFile(path.c_str(), &bitmap) != Gdiplus::Ok) return;
-    UseAsWindowIcon(*gdiPlus, bitmap);
-}
-
-void MakeWindowIcon(const DecodedImage& pixels) {
-    const GdiPlusCalls* gdiPlus = GdiPlus();
-    Gdiplus::GpBitmap* bitmap = gdiPlus ? BitmapOf(*gdiPlus, pixels) : nullptr;
-    if (bitmap) UseAsWindowIcon(*gdiPlus, bitmap);
-}
-
 void ReleaseCanvasImages() {
     if (const GdiPlusCalls* gdiPlus = GdiPlus(); gdiPlus && !images.empty()) {
         for (Gdiplus::GpImage* image : images) gdiPlus->GdipDisposeImage(image);
     }
     images.clear();
     ForgetKeptImages();
-    if (windowIcon) DestroyIcon(windowIcon);
-    windowIcon = nullptr;
+    ReleaseWindowIcons();
 }

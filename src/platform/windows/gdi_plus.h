@@ -24,7 +24,6 @@ using std::min;
     CALL(GdipGetImageHeight)        \
     CALL(GdipBitmapLockBits)        \
     CALL(GdipBitmapUnlockBits)      \
-    CALL(GdipCreateHICONFromBitmap) \
     CALL(GdipCreateFromHDC)         \
     CALL(GdipSetInterpolationMode)  \
     CALL(GdipDrawImageRectI)        \

@@ -1,8 +1,9 @@
 #include "platform/window.h"
 
-#include "platform/windows/canvas_images.h"
+#include "platform/clock.h"
 #include "platform/windows/main_window.h"
 #include "platform/windows/system_library.h"
+#include "platform/windows/window_place.h"
 
 #include <windows.h>
 
@@ -16,6 +17,7 @@ constexpr wchar_t kWindowClass[] = L"ZelEngineWindow";
 constexpr UINT_PTR kPictureTimer = 1;
 constexpr UINT kPictureMilliseconds = 15;  // between pictures while the system runs its own message loop
 constexpr LPARAM kWasDown = 1 << 30;       // of a key message
+constexpr double kLongGap = 0.5;  // seconds without messages, after which held keys are asked for
 
 namespace {
 
@@ -29,6 +31,8 @@ struct WindowState {
     HWND handle = nullptr;
     bool holdsMouse = false;  // captured by the program
     bool isPainting = false;
+    std::array<bool, 256> keyIsDown{};  // as reported, by virtual-key code
+    double lastPump = 0;                // seconds
 };
 
 WindowState window;
@@ -36,8 +40,8 @@ WindowState window;
 }  // namespace
 
 // clang-format off
-constexpr std::array<CaptionAttribute, 3> kDarkCaption{{
-    {20, 1},         // dark mode
+constexpr CaptionAttribute kDarkMode{20, 1}, kEarlyDarkMode{19, 1};  // the number before Windows 10 2004
+constexpr std::array<CaptionAttribute, 2> kCaptionColors{{
     {35, 0x221F1E},  // caption
     {36, 0xF4F0EC},  // text of the caption
 }};
@@ -47,9 +51,12 @@ static void DarkenCaption() {
     HRESULT(WINAPI * setAttribute)(HWND, DWORD, LPCVOID, DWORD) = nullptr;
     FindFunction(LoadSystemLibrary(L"dwmapi.dll"), "DwmSetWindowAttribute", setAttribute);
     if (!setAttribute) return;
-    for (const CaptionAttribute& attribute : kDarkCaption) {
-        setAttribute(window.handle, attribute.number, &attribute.value, sizeof attribute.value);
-    }
+    const auto set = [setAttribute](const CaptionAttribute& attribute) {
+        return SUCCEEDED(
+            setAttribute(window.handle, attribute.number, &attribute.value, sizeof attribute.value));
+    };
+    if (!set(kDarkMode)) set(kEarlyDarkMode);
+    for (const CaptionAttribute& attribute : kCaptionColors) set(attribute);
 }
 
 // A picture may open a dialog's message loop, and that asks for a picture again.
@@ -61,8 +68,28 @@ static void SendPaint() {
 }
 
 static void SendKey(InputKind kind, WPARAM key, LPARAM details) {
+    if (key < window.keyIsDown.size()) window.keyIsDown[key] = kind == InputKind::KeyDown;
     const bool isRepeat = kind == InputKind::KeyDown && (details & kWasDown);
     HandleInput({.kind = kind, .key = static_cast<uint32_t>(key), .isRepeat = isRepeat});
+}
+
+// The system takes the input for itself, or for another window: what is released then is not reported.
+static void SendFocusLost() {
+    window.keyIsDown = {};
+    HandleInput({.kind = InputKind::FocusLost});
+}
+
+// A lock screen or a question for an administrator's password takes the keys away without a word. It also
+// leaves a gap in the frames, so after one every key that is held is asked for.
+static void ReportKeysThatCameUp() {
+    const double now = MonotonicSeconds();
+    const bool wasAway = now - window.lastPump > kLongGap;
+    window.lastPump = now;
+    if (!wasAway) return;
+    for (uint32_t key = 0; key < window.keyIsDown.size(); ++key) {
+        const bool isHeld = GetAsyncKeyState(static_cast<int>(key)) < 0;
+        if (window.keyIsDown[key] && !isHeld) SendKey(InputKind::KeyUp, key, 0);
+    }
 }
 
 static void SendMouse(InputKind kind, LPARAM position) {
@@ -117,6 +144,7 @@ static LRESULT CALLBACK HandleMessage(HWND handle, UINT message, WPARAM wParam, 
         // While the user drags or sizes the window or a menu of the system is open, the frame loop waits.
         case WM_ENTERSIZEMOVE:
         case WM_ENTERMENULOOP:
+            SendFocusLost();
             SetTimer(handle, kPictureTimer, kPictureMilliseconds, nullptr);
             break;
         case WM_EXITSIZEMOVE:
@@ -140,8 +168,13 @@ static LRESULT CALLBACK HandleMessage(HWND handle, UINT message, WPARAM wParam, 
             HandleInput({.kind = InputKind::Character, .character = static_cast<wchar_t>(wParam)});
             break;
         case WM_KILLFOCUS:
-            HandleInput({.kind = InputKind::FocusLost});
+        case WM_CANCELMODE:
+            SendFocusLost();
             break;
+
+        case WM_ENDSESSION:  // the process may end as soon as this returns
+            if (wParam) HandleInput({.kind = InputKind::SessionEnds});
+            return 0;
 
         case WM_MOUSEMOVE:
             SendMouse(InputKind::MouseMove, lParam);
@@ -179,7 +212,7 @@ static bool RegisterWindowClass() {
     windowClass.style = CS_DBLCLKS;
     windowClass.lpfnWndProc = HandleMessage;
     windowClass.hInstance = GetModuleHandleW(nullptr);
-    windowClass.hIcon = WindowIcon() ? WindowIcon() : LoadIconW(nullptr, IDI_APPLICATION);
+    windowClass.hIcon = CurrentWindowIcons().large;
     windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     windowClass.hbrBackground = reinterpret_cast<HBRUSH>(INT_PTR{COLOR_WINDOW + 1});
     windowClass.lpszClassName = kWindowClass;
@@ -195,26 +228,49 @@ static int ShowCommand() {
 
 HWND MainWindow() { return window.handle; }
 
-void ShowWindowIcon(HICON icon) {
+void ShowWindowIcons(const WindowIcons& icons) {
     if (!window.handle) return;
-    SendMessageW(window.handle, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(icon));
-    SendMessageW(window.handle, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(icon));
+    SendMessageW(window.handle, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(icons.large));
+    SendMessageW(window.handle, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(icons.little));
+}
+
+// The system places a window of any size; what would lie outside the work area is moved and cut.
+static void FitOntoScreen() {
+    RECT place{};
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    if (!GetWindowRect(window.handle, &place)) return;
+    if (!GetMonitorInfoW(MonitorFromWindow(window.handle, MONITOR_DEFAULTTONEAREST), &monitor)) return;
+    const RECT fitted = FitIntoWorkArea(place, monitor.rcWork);
+    if (EqualRect(&fitted, &place)) return;
+    SetWindowPos(window.handle, nullptr, fitted.left, fitted.top, fitted.right - fitted.left,
+                 fitted.bottom - fitted.top, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+// A program that runs as an administrator gets no files from the desktop, which does not, unless it lets
+// these messages through.
+static void AcceptDroppedFiles() {
+    constexpr UINT kCopyGlobalData = 0x0049;  // brings the list of files over; in no header
+    for (const UINT message : {UINT{WM_DROPFILES}, UINT{WM_COPYDATA}, kCopyGlobalData})
+        ChangeWindowMessageFilterEx(window.handle, message, MSGFLT_ALLOW, nullptr);
+    DragAcceptFiles(window.handle, TRUE);
 }
 
 bool OpenMainWindow(const std::wstring& title, ClientSize size) {
     if (!RegisterWindowClass()) return false;
     RECT outer{0, 0, size.width, size.height};
     AdjustWindowRect(&outer, WS_OVERLAPPEDWINDOW, FALSE);
-    window = {};
-    window.handle =
-        CreateWindowExW(0, kWindowClass, title.c_str(), WS_OVERLAPPEDWINDOW | WS_VISIBLE, CW_USEDEFAULT,
-                        CW_USEDEFAULT, outer.right - outer.left, outer.bottom - outer.top, nullptr, nullptr,
-                        GetModuleHandleW(nullptr), nullptr);
+    window = {.lastPump = MonotonicSeconds()};
+    // Hidden until it is dressed: a caption that becomes dark later stays light on Windows 10.
+    window.handle = CreateWindowExW(0, kWindowClass, title.c_str(), WS_OVERLAPPEDWINDOW, CW_USEDEFAULT,
+                                    CW_USEDEFAULT, outer.right - outer.left, outer.bottom - outer.top,
+                                    nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
     if (!window.handle) return false;
 
     DarkenCaption();
-    if (WindowIcon()) ShowWindowIcon(WindowIcon());
-    DragAcceptFiles(window.handle, TRUE);
+    ShowWindowIcons(CurrentWindowIcons());
+    AcceptDroppedFiles();
+    FitOntoScreen();
     ShowWindow(window.handle, ShowCommand());
     return true;
 }
@@ -222,6 +278,7 @@ bool OpenMainWindow(const std::wstring& title, ClientSize size) {
 bool PumpMessages() {
     bool goesOn = true;
     MSG message{};
+    ReportKeysThatCameUp();
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
         if (message.message == WM_QUIT) goesOn = false;
         TranslateMessage(&message);

@@ -4,6 +4,8 @@
 #include "platform/canvas.h"
 #include "platform/windows/main_window.h"
 #include "platform/windows/recorded_input.h"
+#include "platform/windows/window_icon.h"
+#include "platform/windows/window_place.h"
 
 #include <windows.h>
 
@@ -237,10 +239,103 @@ TEST_CASE("what waits behind a message to quit arrives before the program ends")
     CHECK(PumpMessages());
 }
 
-TEST_CASE("losing the focus is told") {
+TEST_CASE(
+    "the focus counts as lost while the system's menu, sizing or a question of its own takes the input") {
     const TestWindow window;
-    SendMessageW(MainWindow(), WM_KILLFOCUS, 0, 0);
-    CHECK(CountOf(InputKind::FocusLost) == 1);
+    for (const UINT message : {WM_KILLFOCUS, WM_CANCELMODE, WM_ENTERSIZEMOVE, WM_ENTERMENULOOP}) {
+        recordedInput.events.clear();
+        SendMessageW(MainWindow(), message, 0, 0);
+        CHECK(CountOf(InputKind::FocusLost) == 1);
+    }
+}
+
+TEST_CASE("a key that came up while no messages arrived for half a second is reported up, once") {
+    const TestWindow window;
+    Post(WM_KEYDOWN, 'W', 1);  // a message alone: the key itself is up
+    PumpMessages();
+    REQUIRE(CountOf(InputKind::KeyDown) == 1);
+    for (int32_t i = 0; i < 2; ++i) {
+        Sleep(600);
+        PumpMessages();
+        CHECK(Only(InputKind::KeyUp).key == 'W');
+    }
+}
+
+TEST_CASE("the end of the session is told when it has been decided, not when it is only asked about") {
+    const TestWindow window;
+    CHECK(SendMessageW(MainWindow(), WM_QUERYENDSESSION, 0, 0) != 0);
+    SendMessageW(MainWindow(), WM_ENDSESSION, FALSE, 0);
+    CHECK(CountOf(InputKind::SessionEnds) == 0);
+    SendMessageW(MainWindow(), WM_ENDSESSION, TRUE, 0);
+    CHECK(CountOf(InputKind::SessionEnds) == 1);
+}
+
+TEST_CASE("a window is moved into the work area, and cut where that has no room") {
+    constexpr RECT kWork{0, 40, 1280, 720};
+    struct {
+        RECT wanted, fitted;
+    } cases[] = {
+        {{100, 100, 600, 500}, {100, 100, 600, 500}},    // has room
+        {{0, 40, 1280, 720}, {0, 40, 1280, 720}},        // exactly
+        {{900, 400, 1400, 800}, {780, 320, 1280, 720}},  // beyond the right and lower edges
+        {{-50, 10, 200, 300}, {0, 40, 250, 330}},        // beyond the left and upper edges
+        {{26, 26, 1402, 885}, {0, 40, 1280, 720}},       // larger on both sides
+        {{26, 26, 626, 885}, {26, 40, 626, 720}},        // too high only
+    };
+    for (const auto& [wanted, fitted] : cases) {
+        const RECT place = FitIntoWorkArea(wanted, kWork);
+        CAPTURE(wanted.left);
+        CHECK(EqualRect(&place, &fitted));
+    }
+}
+
+TEST_CASE("a window larger than the screen opens inside its work area") {
+    REQUIRE(OpenMainWindow(L"ZelEngine", {5000, 4000}));
+    RECT place{};
+    GetWindowRect(MainWindow(), &place);
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    REQUIRE(GetMonitorInfoW(MonitorFromWindow(MainWindow(), MONITOR_DEFAULTTONEAREST), &monitor));
+    DestroyWindow(MainWindow());
+    PumpMessages();
+    CHECK(place.right - place.left <= monitor.rcWork.right - monitor.rcWork.left);
+    CHECK(place.bottom - place.top <= monitor.rcWork.bottom - monitor.rcWork.top);
+}
+
+static ClientSize SizeOf(HICON icon) {
+    ICONINFO parts{};
+    REQUIRE(GetIconInfo(icon, &parts));
+    BITMAP bitmap{};
+    GetObjectW(parts.hbmColor, sizeof bitmap, &bitmap);
+    DeleteObject(parts.hbmColor);
+    DeleteObject(parts.hbmMask);
+    return {bitmap.bmWidth, bitmap.bmHeight};
+}
+
+TEST_CASE("the window shows an icon of 32 pixels in the task list and one of 16 in its title bar") {
+    const TestWindow window;
+    MakeWindowIcon({.width = 72, .height = 72, .argb = std::vector<uint32_t>(72 * 72, 0xFF3366CC)});
+    const auto iconOf = [](WPARAM size) {
+        return reinterpret_cast<HICON>(SendMessageW(MainWindow(), WM_GETICON, size, 0));
+    };
+    CHECK(SizeOf(iconOf(ICON_BIG)) == ClientSize{32, 32});
+    CHECK(SizeOf(iconOf(ICON_SMALL)) == ClientSize{16, 16});
+    ReleaseCanvasImages();
+}
+
+TEST_CASE("a scaled icon averages what lies under each pixel, and clear pixels lend no colour") {
+    // Two columns, 0xFF000000 and clear white, in three rows: scaled to 2 x 2 each pixel covers one and a
+    // half.
+    const DecodedImage image{
+        .width = 2,
+        .height = 3,
+        .argb = {0xFF000000, 0x00FFFFFF, 0xFF000030, 0x00FFFFFF, 0xFF000060, 0x00FFFFFF}};
+    CHECK(ScaleByArea(image, 2).argb == std::vector<uint32_t>{0xFF000010, 0, 0xFF000050, 0});
+    // All of it: half is opaque, and its mean blue is 0x30.
+    CHECK(ScaleByArea(image, 1).argb == std::vector<uint32_t>{0x80000030});
+    // Larger: every pixel is repeated.
+    const DecodedImage dot{.width = 1, .height = 1, .argb = {0x7F102030}};
+    CHECK(ScaleByArea(dot, 2).argb == std::vector<uint32_t>(4, 0x7F102030));
 }
 
 TEST_CASE("losing the mouse is told, giving it back is not") {

@@ -1,7 +1,0 @@
-// The window's icon, for the window.
-#pragma once
-
-#include <windows.h>
-
-// Null when none was loaded.
-HICON WindowIcon();
