@@ -25,8 +25,12 @@ if(MINGW)
     # GCC aligns stack slots to 16 bytes only on this target, which is too little for AVX registers.
     target_compile_options(zel_compiler INTERFACE -Wa,-muse-unaligned-vector-move)
     # Address-space randomisation with high entropy, no executable data, the same bytes from the same sources.
+    # The first system that runs it is Windows 6.0; the linker writes 4.0, for which the system changes how
+    # windows and message boxes look.
     target_link_options(zel_compiler INTERFACE -static -Wl,--dynamicbase,--high-entropy-va,--nxcompat
-        -Wl,--no-insert-timestamp)
+        -Wl,--no-insert-timestamp
+        -Wl,--major-os-version=6,--minor-os-version=0
+        -Wl,--major-subsystem-version=6,--minor-subsystem-version=0)
 endif()
 
 if(ZEL_SANITIZE)

@@ -36,6 +36,13 @@ def the_executable_is_a_protected_window_program_for_64_bits():
     check(not missing, f"missing: {missing}")
 
 
+def the_executable_asks_for_windows_6_or_later():
+    text = headers()
+    for name in ("MajorOSystemVersion", "MajorSubsystemVersion"):
+        version = re.search(rf"^{name}\s+(\d+)$", text, re.MULTILINE)
+        check(version and int(version.group(1)) >= 6, f"{name}: {version and version.group(1)}")
+
+
 def the_executable_is_smaller_than_two_million_bytes():
     check(os.path.getsize(EXECUTABLE) < 2_000_000, f"it has {os.path.getsize(EXECUTABLE)} bytes")
 
@@ -57,6 +64,7 @@ if __name__ == "__main__":
     sys.exit(0 if run_tests([
         only_libraries_that_the_system_protects_are_linked,
         the_executable_is_a_protected_window_program_for_64_bits,
+        the_executable_asks_for_windows_6_or_later,
         the_executable_is_smaller_than_two_million_bytes,
         the_executable_carries_icon_manifest_and_version,
         two_builds_in_different_folders_are_equal,
