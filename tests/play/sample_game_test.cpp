@@ -20,16 +20,20 @@ static void PlaySample() {
     }
 }
 
-TEST_CASE("the sample's walker collects coins, and each of them counts") {
-    PlaySample();
-    const int32_t taken = Collected(L"Coin");
-    CHECK(taken >= 3);
-    CHECK(editorState.score == taken);
-    CHECK(Named(L"Score").text == L"Score: " + std::to_wstring(taken));
+TEST_CASE("the sample's walker collects coins at every frame rate, and each of them counts") {
+    for (const float time : kFrameTimes) {
+        CAPTURE(time);
+        frameTime = time;
+        PlaySample();
+        const int32_t taken = Collected(L"Coin");
+        CHECK(taken >= 3);
+        CHECK(editorState.score == taken);
+        CHECK(Named(L"Score").text == L"Score: " + std::to_wstring(taken));
+    }
+    frameTime = kFrameTimes[0];
 }
 
-TEST_CASE("the sample's walls keep the walker in, and its crates come to rest on each other") {
-    PlaySample();
+static void CheckWallsAndCrates() {
     const Vec3 walker = Named(L"Walker").position;
     CHECK(std::abs(walker.x) < 8);
     CHECK(walker.y == doctest::Approx(0.66f - 0.06f + 0.001f));  // half its height above the lawn
@@ -39,6 +43,16 @@ TEST_CASE("the sample's walls keep the walker in, and its crates come to rest on
     CHECK(Named(L"Crate 1").position.y == doctest::Approx(-0.06f + 0.7f + 0.001f));
     CHECK(Named(L"Crate 2").position.y == doctest::Approx(-0.06f + 1.4f + 0.55f + 0.002f));
     CHECK(Named(L"Crate 3").position.y == doctest::Approx(-0.06f + 2.5f + 0.42f + 0.003f));
+}
+
+TEST_CASE("at every frame rate the sample's walls keep the walker in, and its crates rest on each other") {
+    for (const float time : kFrameTimes) {
+        CAPTURE(time);
+        frameTime = time;
+        PlaySample();
+        CheckWallsAndCrates();
+    }
+    frameTime = kFrameTimes[0];
 }
 
 TEST_CASE("the same keys play the sample to the same scene, to the last bit") {
@@ -52,7 +66,7 @@ TEST_CASE("the same keys play the sample to the same scene, to the last bit") {
     }
 }
 
-TEST_CASE("behind the hedges of the sample's second scene lies a treasure that counts once") {
+static void PlayLevel2() {
     OpenSample(L"Project");
     REQUIRE(LoadScene(InSample(L"Files\\Scenes\\Level2.scene")));
     StartPlayMode();
@@ -67,4 +81,13 @@ TEST_CASE("behind the hedges of the sample's second scene lies a treasure that c
     HoldFor(240, {'A'});
     CHECK(editorState.score == 1);
     CHECK_FALSE(Named(L"Treasure").active);
+}
+
+TEST_CASE("behind the hedges of the sample's second scene lies a treasure that counts once") {
+    for (const float time : kFrameTimes) {
+        CAPTURE(time);
+        frameTime = time;
+        PlayLevel2();
+    }
+    frameTime = kFrameTimes[0];
 }

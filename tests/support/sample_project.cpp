@@ -9,6 +9,7 @@
 #include "doctest/doctest.h"
 
 #include <algorithm>
+#include <cmath>
 
 void OpenSample(const std::wstring& name) {
     editorState = EditorState{};
@@ -32,8 +33,9 @@ int32_t Collected(std::wstring_view name) {
     }));
 }
 
-void HoldFor(int32_t frames, std::initializer_list<char> keys) {
+void HoldFor(int32_t sixtieths, std::initializer_list<char> keys) {
     Hold(keys);
-    for (int32_t i = 0; i < frames; ++i) UpdatePlay(1.0f / 60);
+    const auto frames = std::lround(static_cast<float>(sixtieths) / 60 / frameTime);
+    for (long i = 0; i < frames; ++i) UpdatePlay(frameTime);
     ReleaseKeys();
 }
