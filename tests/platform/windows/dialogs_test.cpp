@@ -11,6 +11,9 @@
 #include <immintrin.h>
 #include <shlobj.h>
 
+#include <cstdint>
+#include <vector>
+
 namespace {
 
 // What a message box showed, and the button that answers it.
@@ -19,7 +22,7 @@ struct ShownBox {
     std::wstring caption{}, text{};
     int defaultButton = 0;
     bool hasCancel = false;
-    HICON icon = nullptr;
+    std::vector<uint32_t> picture{};  // of its icon, 0x00RRGGBB on white
 };
 
 ShownBox box;
@@ -32,6 +35,33 @@ static std::wstring WindowText(HWND window) {
     return text;
 }
 
+// What an icon looks like, 32 x 32. Handles say nothing: a system may give a box a copy of its own.
+static std::vector<uint32_t> PictureOf(HICON icon) {
+    constexpr int kSize = 32;
+    BITMAPINFO format{};
+    format.bmiHeader = {.biSize = sizeof(BITMAPINFOHEADER),
+                        .biWidth = kSize,
+                        .biHeight = -kSize,
+                        .biPlanes = 1,
+                        .biBitCount = 32,
+                        .biCompression = BI_RGB};
+    const HDC device = CreateCompatibleDC(nullptr);
+    void* bits = nullptr;
+    const HBITMAP bitmap = CreateDIBSection(device, &format, DIB_RGB_COLORS, &bits, nullptr, 0);
+    const HGDIOBJ before = SelectObject(device, bitmap);
+    const RECT whole{0, 0, kSize, kSize};
+    FillRect(device, &whole, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+    DrawIconEx(device, 0, 0, icon, kSize, kSize, 0, nullptr, DI_NORMAL);
+    GdiFlush();
+    const auto* pixels = static_cast<const uint32_t*>(bits);
+    std::vector<uint32_t> picture(pixels, pixels + kSize * kSize);
+    for (uint32_t& pixel : picture) pixel &= 0xFFFFFF;
+    SelectObject(device, before);
+    DeleteObject(bitmap);
+    DeleteDC(device);
+    return picture;
+}
+
 // Runs in the box's own message loop: looks at the box and presses the button.
 static void CALLBACK AnswerBox(HWND, UINT, UINT_PTR, DWORD) {
     const HWND dialog = FindWindowW(L"#32770", nullptr);
@@ -39,7 +69,7 @@ static void CALLBACK AnswerBox(HWND, UINT, UINT_PTR, DWORD) {
     box.caption = WindowText(dialog);
     for (HWND child = GetWindow(dialog, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         const auto icon = reinterpret_cast<HICON>(SendMessageW(child, STM_GETICON, 0, 0));
-        if (icon) box.icon = icon;
+        if (icon) box.picture = PictureOf(icon);
         if (GetDlgCtrlID(child) == 0xFFFF && !WindowText(child).empty()) box.text = WindowText(child);
         if (GetDlgCtrlID(child) == IDCANCEL) box.hasCancel = true;
     }
@@ -62,7 +92,7 @@ TEST_CASE("a yes or no question warns, and No is its default") {
     CHECK(box.text == L"Smazat?\n\nC:\\a");
     CHECK(box.defaultButton == IDNO);
     CHECK_FALSE(box.hasCancel);
-    CHECK(box.icon == LoadIconW(nullptr, IDI_WARNING));
+    CHECK(box.picture == PictureOf(LoadIconW(nullptr, IDI_WARNING)));
     CHECK(AnswerWith(IDNO, AskYesNo) == Answer::No);
 }
 
@@ -70,7 +100,8 @@ TEST_CASE("a yes, no or cancel question asks, and Yes is its default") {
     CHECK(AnswerWith(IDYES, AskYesNoCancel) == Answer::Yes);
     CHECK(box.defaultButton == IDYES);
     CHECK(box.hasCancel);
-    CHECK(box.icon == LoadIconW(nullptr, IDI_QUESTION));
+    CHECK(box.picture == PictureOf(LoadIconW(nullptr, IDI_QUESTION)));
+    CHECK(box.picture != PictureOf(LoadIconW(nullptr, IDI_WARNING)));
     CHECK(AnswerWith(IDNO, AskYesNoCancel) == Answer::No);
     CHECK(AnswerWith(IDCANCEL, AskYesNoCancel) == Answer::Cancel);
 }
