@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Runs a command on a virtual display of its own, with a window manager. Both end with the command.
+# Runs a command on a virtual display of its own, with a window manager. Both end with the command. ZEL_SCREEN
+# is the size of the display.
 set -euo pipefail
 
 readonly longest_seconds=3600  # should this script be killed, they end by themselves
@@ -29,7 +30,7 @@ wait_until() {
 
 # Without a number given, the server takes a free one and writes it to the file. It must not start anew when
 # its last program leaves: the next one would find no display meanwhile.
-timeout "$longest_seconds" Xvfb -displayfd 3 -screen 0 1600x1000x24 -nolisten tcp -noreset 3>"$work/number" 2>"$work/log" &
+timeout "$longest_seconds" Xvfb -displayfd 3 -screen 0 "${ZEL_SCREEN:-1600x1000}x24" -nolisten tcp -noreset 3>"$work/number" 2>"$work/log" &
 server=$!
 wait_until grep -q . "$work/number"
 DISPLAY=":$(cat "$work/number")"
