@@ -1,7 +1,7 @@
 // The scenes that the rasterizer is measured with.
 #pragma once
 
-#include "render/mesh_batch.h"
+#include "render/raster/mesh_batch.h"
 
 #include <string>
 #include <vector>

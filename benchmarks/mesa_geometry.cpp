@@ -1,6 +1,6 @@
 #include "mesa_geometry.h"
 
-#include "render/surface.h"
+#include "render/raster/surface.h"
 #include "scene/limit.h"
 
 #include <cmath>

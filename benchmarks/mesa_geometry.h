@@ -3,7 +3,7 @@
 
 #include "bench_scenes.h"
 
-#include "render/fill_triangle.h"
+#include "render/raster/fill_triangle.h"
 
 #include <array>
 #include <cstdint>

@@ -52,20 +52,17 @@ static void MeasureFrame(benchmark::State& state, const BenchScene& scene, const
 }
 
 static void RegisterWaysOf(const BenchScene& scene) {
-    const auto add = [&scene](const char* name, const FrameWay& way, SimdLevel level) {
+    const auto add = [&scene](const std::string& name, const FrameWay& way, SimdLevel level) {
         benchmark::RegisterBenchmark(
             BenchName(scene.name, name).c_str(),
             [&scene, &way, level](benchmark::State& state) { MeasureFrame(state, scene, way, level); })
             ->Unit(benchmark::kMillisecond)
             ->MinTime(kLongEnough);
     };
-    add(kPeer, kPlainWay, SimdLevel::Scalar);
+    add(kPeer, kPlainWay, SimdLevel::OneLane);
     RegisterMesaBenchmarks(scene);
-    add("scalar rows", kProgramWay, SimdLevel::Scalar);
-    add("SSE2", kProgramWay, SimdLevel::Sse2);
-    if (BestSimdLevel() != SimdLevel::Avx2) return;
-    add("AVX2", kProgramWay, SimdLevel::Avx2);
-    add("AVX2, scene order", kSceneOrder, SimdLevel::Avx2);
+    for (SimdLevel level : SupportedSimdLevels()) add(NameOf(level), kProgramWay, level);
+    add("scene order", kSceneOrder, BestSimdLevel());
 }
 
 void RegisterRasterizerBenchmarks() {

@@ -1,27 +1,12 @@
 #include "render/frame_buffer.h"
 
-#include "render/simd.h"
+#include "render/raster/kernels.h"
 #include "render/text_runs.h"
 
 #include <algorithm>
 #include <cstddef>
 
 FrameBuffer frameBuffer;
-
-// Written out, so that the compiler fills with the vectors of this level.
-template <typename Value>
-ZEL_AVX2 static void FillRunAvx2(Value* first, size_t count, Value value) {
-    for (size_t i = 0; i < count; ++i) first[i] = value;
-}
-
-template <typename Value>
-static void FillRun(Value* first, size_t count, Value value) {
-    if (frameBuffer.simd == SimdLevel::Avx2) {
-        FillRunAvx2(first, count, value);
-    } else {
-        std::fill_n(first, count, value);
-    }
-}
 
 bool EnsureSize(int32_t width, int32_t height) {
     FrameBuffer& fb = frameBuffer;
@@ -66,7 +51,8 @@ void FillRect(const Rect& rect, Pixel color) {
     PreparePixelAccess();
     for (int32_t y = top; y < bottom; ++y) {
         Pixel* row = frameBuffer.pixels + static_cast<ptrdiff_t>(y) * frameBuffer.width;
-        FillRun(row + left, static_cast<size_t>(right - left), color);
+        KernelsOf(frameBuffer.simd)
+            .fillRun(row + left, static_cast<size_t>(right - left), static_cast<uint32_t>(color));
     }
 }
 

@@ -4,8 +4,8 @@
 
 #include "platform/canvas.h"
 #include "render/color.h"
-#include "render/cpu_features.h"
-#include "render/depth_tiles.h"
+#include "render/raster/depth_tiles.h"
+#include "render/raster/simd_level.h"
 #include "render/rect.h"
 
 #include <cstdint>

@@ -15,6 +15,7 @@ struct Point3 {
 }  // namespace
 
 constexpr float kRoundedUp = 1.0001f;
+constexpr size_t kPlanesAtOnce = 16;  // of the widest vector
 
 static Point3 PointOf(Vec3 a) { return {a.x, a.y, a.z}; }
 static Point3 Minus(Point3 a, Point3 b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
@@ -55,7 +56,7 @@ MeshBounds BoundsOf(const Mesh& mesh) {
 void MeasureMesh(Mesh& mesh) {
     static uint64_t lastSerial = 0;
     MeshMeasures measures{.serial = ++lastSerial};
-    const size_t padded = (mesh.triangles.size() + 7) / 8 * 8;
+    const size_t padded = (mesh.triangles.size() + kPlanesAtOnce - 1) / kPlanesAtOnce * kPlanesAtOnce;
     for (auto* values : {&measures.normalX, &measures.normalY, &measures.normalZ, &measures.offset})
         values->assign(padded, 0);
     for (const MeshVertex& vertex : mesh.vertices) {

@@ -27,7 +27,7 @@ struct MeshBounds {
 
 // What drawing asks of a mesh again and again, all in object space. See MeasureMesh.
 struct MeshMeasures {
-    // The planes of the triangles, by triangle, followed by zeros up to a multiple of eight: the normals
+    // The planes of the triangles, by triangle, followed by zeros up to a multiple of sixteen: the normals
     // (p1 - p0) x (p2 - p0), and their products with a point of the plane.
     std::vector<float> normalX{}, normalY{}, normalZ{}, offset{};
     MeshBounds bounds{};

@@ -1,8 +1,8 @@
 #include "render/pick.h"
 
-#include "render/draw_mesh.h"
 #include "render/frame_buffer.h"
 #include "render/projection.h"
+#include "render/raster/draw_mesh.h"
 #include "render/scene_view.h"
 #include "render/transform.h"
 #include "render/viewport_overlay.h"

@@ -2,7 +2,7 @@
 // numbers and the vertices of the round meshes are rounded. Highlights go through pow, which differs as well:
 // a picture holds as long as no channel of a shining face comes that close to a whole number.
 #include "render/builtin_meshes.h"
-#include "render/draw_mesh.h"
+#include "render/raster/draw_mesh.h"
 #include "support/golden.h"
 #include "support/picture.h"
 #include "support/plain_renderer.h"

@@ -2,16 +2,16 @@
 
 #include "doctest/doctest.h"
 
-TEST_CASE("a mesh is measured: planes padded to eight, reach, longest edge and box") {
+TEST_CASE("a mesh is measured: planes padded to sixteen, reach, longest edge and box") {
     Mesh mesh{{{{0, 0, 2}, {}}, {{0, 3, 2}, {}}, {{4, 0, 2}, {}}}, {{0, 1, 2}}};
     MeasureMesh(mesh);
     const MeshMeasures& m = mesh.measures;
-    REQUIRE(m.offset.size() == 8);
+    REQUIRE(m.offset.size() == 16);
     CHECK(m.normalX[0] == 0);
     CHECK(m.normalY[0] == 0);
     CHECK(m.normalZ[0] == -12);  // (0, 3, 0) x (4, 0, 0)
     CHECK(m.offset[0] == -24);
-    for (size_t i = 1; i < 8; ++i) CHECK((m.normalZ[i] == 0 && m.offset[i] == 0));
+    for (size_t i = 1; i < 16; ++i) CHECK((m.normalZ[i] == 0 && m.offset[i] == 0));
     CHECK(m.longestEdge >= 5);  // from (0, 3) to (4, 0)
     CHECK(m.longestEdge < 5.01f);
     CHECK(m.reach >= doctest::Approx(4.4721f));  // the root of 16 + 4

@@ -2,8 +2,8 @@
 
 #include "render/builtin_meshes.h"
 #include "render/camera.h"
-#include "render/draw_mesh.h"
 #include "render/icons.h"
+#include "render/raster/draw_mesh.h"
 #include "render/transform.h"
 #include "support/picture.h"
 #include "support/random_scene.h"

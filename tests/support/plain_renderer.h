@@ -1,8 +1,8 @@
 // The scene's rasterization once more, in the plainest words: every pixel of every triangle by itself.
 #pragma once
 
-#include "render/draw_mesh.h"
-#include "render/fill_triangle.h"
+#include "render/raster/draw_mesh.h"
+#include "render/raster/fill_triangle.h"
 
 // Draws into the frame buffer what DrawMesh draws, without rows, spans, vectors or kept vertices.
 void DrawMeshPlainly(const Mesh& mesh, const MeshDraw& draw);

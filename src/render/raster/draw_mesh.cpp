@@ -1,0 +1,242 @@
+#include "render/raster/draw_mesh.h"
+
+#include "render/frame_buffer.h"
+#include "render/line.h"
+#include "render/projection.h"
+#include "render/raster/clip_triangle.h"
+#include "render/raster/face_ink.h"
+#include "render/raster/face_scan.h"
+#include "render/raster/fill_triangle.h"
+#include "render/raster/front_faces.h"
+#include "render/raster/hidden_faces.h"
+#include "render/raster/kernels.h"
+#include "render/raster/mesh_bounds.h"
+#include "render/raster/mesh_vertices.h"
+#include "render/raster/surface.h"
+
+#include <algorithm>
+#include <cassert>
+#include <cmath>
+#include <span>
+#include <vector>
+
+constexpr Pixel kOutline{0x56D6FF};
+
+namespace {
+
+// A part of a face as it lies on the screen: all of it, or a piece of what the near plane left.
+struct ScreenFace {
+    std::array<ScreenCorner, 3> corners{};
+    std::array<TexturePoint, 3> points{};  // only for a textured mesh
+    Pixel color{};                         // of the face's first corner
+};
+
+// A mesh whose vertices have been transformed.
+struct PlacedMesh {
+    const Mesh& mesh;
+    const MeshDraw& draw;
+    const MeshVertices& vertices;
+    AxisScales scales;
+};
+
+}  // namespace
+
+// ---- Faces that are cut at the near plane, and single ones that are picked: part by part.
+
+static bool LiesBeyondNearPlane(const MeshVertices& vertices, const MeshTriangle& triangle) {
+    return std::ranges::all_of(triangle, [&](int32_t i) { return vertices.beyondNearPlane[i] != 0; });
+}
+
+// True when all of the face is in view and nothing of it has to be cut.
+static bool IsWhole(const MeshVertices& vertices, const MeshTriangle& triangle) {
+    return std::ranges::all_of(triangle, [&](int32_t i) { return vertices.IsPlain(i); });
+}
+
+static ScreenFace WholeFace(const PlacedMesh& placed, const MeshTriangle& triangle, const FaceInWorld& face) {
+    const auto& [mesh, draw, vertices, scales] = placed;
+    ScreenFace whole{.color = mesh.vertices[triangle[0]].color};
+    for (size_t c = 0; c < 3; ++c) {
+        const Vec3& position = mesh.vertices[triangle[c]].position;
+        whole.corners[c] = vertices.corners[triangle[c]];
+        whole.points[c] = TextureCoordinates(position, face.normal, scales, draw.repeat);
+    }
+    return whole;
+}
+
+// Cuts a face at the near plane and gives `visit` the visible triangles of the fan that is left.
+template <typename Visit>
+static void VisitCutFace(const PlacedMesh& placed, const MeshTriangle& triangle, const FaceInWorld& face,
+                         Visit visit) {
+    const auto& [mesh, draw, vertices, scales] = placed;
+    std::array<ClipVertex, 3> uncut;
+    for (size_t c = 0; c < 3; ++c) {
+        const MeshVertex& vertex = mesh.vertices[triangle[c]];
+        const TexturePoint point = TextureCoordinates(vertex.position, face.normal, scales, draw.repeat);
+        uncut[c] = {TransformToClip(draw.viewProjection, face.corners[c]), point.u, point.v, vertex.color};
+    }
+    const ClippedPolygon polygon = ClipTriangle(uncut);
+    for (int32_t k = 1; k + 1 < polygon.count; ++k) {
+        ScreenFace part{.color = polygon.vertices[0].color};
+        bool visible = true;
+        for (size_t c = 0; c < 3; ++c) {
+            const ClipVertex& corner = polygon.vertices[c == 0 ? 0 : static_cast<size_t>(k) + c - 1];
+            visible = visible && ProjectToViewport(corner.position, frameBuffer.viewport, part.corners[c]);
+            part.points[c] = {corner.u, corner.v};
+        }
+        if (visible) visit(part);
+    }
+}
+
+// Gives `visit` the parts of a face on the screen. None of a face that turns its back to the eye.
+template <typename Visit>
+static void VisitParts(const PlacedMesh& placed, const MeshTriangle& triangle, Visit visit) {
+    const auto& [mesh, draw, vertices, scales] = placed;
+    const FaceInWorld face = PlaceFace(mesh.vertices.data(), triangle, draw);
+    if (!(Dot(face.toEye, face.normal) > 0)) return;
+    if (!LiesBeyondNearPlane(vertices, triangle)) {
+        VisitCutFace(placed, triangle, face, [&](const ScreenFace& part) { visit(face, part); });
+    } else if (IsWhole(vertices, triangle)) {
+        visit(face, WholeFace(placed, triangle, face));
+    }
+}
+
+static void DrawParts(const PlacedMesh& placed, const MeshTriangle& triangle) {
+    const MeshDraw& draw = placed.draw;
+    VisitParts(placed, triangle, [&draw](const FaceInWorld& face, const ScreenFace& part) {
+        const float brightness =
+            FaceBrightness(face.normal, face.toEye, draw.light, draw.roughness, draw.gloss);
+        if (draw.texture == nullptr) {
+            FillTriangle(part.corners, Lit(Tinted(part.color, draw.tint), brightness));
+        } else {
+            FillTriangle(part.corners, part.points, {draw.texture, draw.repeat, draw.tint, brightness});
+        }
+    });
+}
+
+// ---- The others: all faces of a mesh together.
+
+static MeshToDraw FacesToDraw(const PlacedMesh& placed, std::span<const ScannedFace> faces) {
+    const auto& [mesh, draw, vertices, scales] = placed;
+    MeshToDraw whole{&draw, mesh.vertices.data(), mesh.triangles.data(), vertices.corners.data(), scales};
+    whole.isTextured = draw.texture != nullptr;
+    if (whole.isTextured) whole.texture = SourceOf(*draw.texture, draw.repeat, draw.tint);
+    whole.findInk = whole.isTextured ? FindTexturedInk : FindFlatInk;
+    whole.faces = faces.data();
+    whole.faceCount = faces.size();
+    return whole;
+}
+
+// Turns many flat faces to the light together. That of a few waits, as the colour of each does, for its first
+// pixel.
+static void LightManyFaces(MeshToDraw& mesh, FaceLists& lists) {
+    const RasterKernels& kernels = KernelsOf(frameBuffer.simd);
+    if (mesh.isTextured || kernels.lanes == 1 || mesh.faceCount < static_cast<size_t>(kernels.lanes)) return;
+    Reserve(lists.lights, mesh.faceCount);
+    kernels.lightFaces(mesh, lists.lights.data());
+    mesh.lights = lists.lights.data();
+}
+
+// A mesh that reaches beyond the near plane or the range of depths: its faces are drawn one by one.
+static void DrawFaceByFace(const PlacedMesh& placed, const MeshToDraw& whole) {
+    for (size_t i = 0; i < whole.faceCount; ++i) {
+        const MeshTriangle& triangle = whole.triangles[whole.faces[i].triangle];
+        if (IsWhole(placed.vertices, triangle)) {
+            MeshToDraw one = whole;
+            one.faces += i;
+            one.faceCount = 1;
+            FillFaces(one, one.faces->box);
+        } else {
+            DrawParts(placed, triangle);
+        }
+    }
+}
+
+// The pixels of the viewport that the mesh may show. All of them where a vertex is not plain.
+static Rect CoveredPixels(const VertexExtent& extent) {
+    const Rect& viewport = frameBuffer.viewport;
+    if (!extent.arePlain) return viewport;
+    return {std::max(viewport.left, static_cast<int32_t>(std::floor(extent.left))),
+            std::max(viewport.top, static_cast<int32_t>(std::floor(extent.top))),
+            std::min(static_cast<int32_t>(std::ceil(extent.right)) + 1, viewport.right),
+            std::min(static_cast<int32_t>(std::ceil(extent.bottom)) + 1, viewport.bottom)};
+}
+
+// The first faces of lists.fronts, which are those that may turn to the eye.
+static void DrawFronts(const Mesh& mesh, const MeshDraw& draw, const MeshVertices& vertices, size_t fronts,
+                       FaceLists& lists) {
+    const Rect covered = CoveredPixels(vertices.extent);
+    if (Width(covered) <= 0 || Height(covered) <= 0) return;
+    assert(LiesWithin(covered, frameBuffer.depthTiles.area));  // what lies outside has no depth
+    const std::span<const ScannedFace> faces = ScanFaces(
+        mesh, vertices, frameBuffer.viewport, FarthestDepth(covered), frameBuffer.simd, fronts, lists);
+    if (faces.empty()) return;
+    const PlacedMesh placed{mesh, draw, vertices, WorldScales(draw.world)};
+    MeshToDraw whole = FacesToDraw(placed, faces);
+    if (vertices.extent.arePlain) {
+        LightManyFaces(whole, lists);
+        FillFaces(whole, covered);
+    } else {
+        DrawFaceByFace(placed, whole);
+    }
+}
+
+static Point PixelOf(const ScreenCorner& corner) {
+    return {static_cast<int32_t>(corner.x), static_cast<int32_t>(corner.y)};
+}
+
+// Ignores depth, so that the selection shows through what stands before it.
+static void DrawOutline(const Mesh& mesh, const MeshVertices& vertices) {
+    for (const MeshTriangle& triangle : mesh.triangles) {
+        for (size_t c = 0; c < 3; ++c) {
+            const auto from = static_cast<size_t>(triangle[c]),
+                       to = static_cast<size_t>(triangle[(c + 1) % 3]);
+            if (!vertices.visible[from] || !vertices.visible[to]) continue;
+            DrawLine(PixelOf(vertices.corners[from]), PixelOf(vertices.corners[to]), kOutline);
+        }
+    }
+}
+
+static VertexTransform TransformOf(const MeshDraw& draw) {
+    return {draw.world, draw.viewProjection, frameBuffer.viewport};
+}
+
+// The vertices of the mesh at hand, in memory that is kept from mesh to mesh.
+static const MeshVertices& Transformed(const Mesh& mesh, const MeshDraw& draw) {
+    static MeshVertices vertices;
+    TransformVertices(mesh, TransformOf(draw), frameBuffer.simd, vertices);
+    return vertices;
+}
+
+// How many faces may be seen: of a mesh that nothing is drawn before, all that turn to the eye.
+static size_t FindFronts(const Mesh& mesh, const MeshDraw& draw, const MeshPlace& place, FaceLists& lists) {
+    EyeInObject eye = FindEye(mesh, draw.world, draw.eye);
+    if (place.isBounded && eye.isUsable) {
+        const float farthest = FarthestDepth(place.pixels);
+        eye.hiddenFrom = HiddenHeight(mesh, place, eye, frameBuffer.viewport, farthest);
+    }
+    return FindFrontFaces(mesh, eye, frameBuffer.simd, lists.fronts);
+}
+
+void DrawMesh(const Mesh& mesh, const MeshDraw& draw) {
+    static FaceLists lists;
+    const MeshPlace place = PlaceMesh(mesh, TransformOf(draw));
+    if (frameBuffer.pixels == nullptr || (!draw.selected && place.isBeside)) return;
+    const size_t fronts = FindFronts(mesh, draw, place, lists);
+    if (fronts == 0 && !draw.selected) return;
+    PreparePixelAccess();
+    const MeshVertices& vertices = Transformed(mesh, draw);
+    DrawFronts(mesh, draw, vertices, fronts, lists);
+    if (draw.selected) DrawOutline(mesh, vertices);
+}
+
+bool MeshDepthAt(const Mesh& mesh, const MeshDraw& draw, Point pixel, float& depth) {
+    if (IsBesideView(mesh, TransformOf(draw))) return false;
+    bool covered = false;
+    const PlacedMesh placed{mesh, draw, Transformed(mesh, draw), WorldScales(draw.world)};
+    for (const MeshTriangle& triangle : mesh.triangles) {
+        VisitParts(placed, triangle, [&](const FaceInWorld&, const ScreenFace& part) {
+            covered = CoversPixel(part.corners, pixel, depth) || covered;
+        });
+    }
+    return covered;
+}

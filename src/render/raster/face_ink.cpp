@@ -1,0 +1,78 @@
+#include "render/raster/face_ink.h"
+
+#include "render/raster/surface.h"
+
+#include <algorithm>
+#include <cmath>
+
+constexpr float kSmallestScale = 0.001f;  // of a world axis, for texture coordinates
+
+FaceInWorld PlaceFace(const MeshVertex* vertices, const MeshTriangle& triangle, const MeshDraw& draw) {
+    FaceInWorld face;
+    for (size_t c = 0; c < 3; ++c)
+        face.corners[c] = TransformPoint(draw.world, vertices[triangle[c]].position);
+    const auto& p = face.corners;
+    face.normal = Normalise(Cross(p[1] - p[0], p[2] - p[0]));
+    face.toEye = Normalise(draw.eye - p[0]);
+    return face;
+}
+
+FaceLight LightOfFace(const MeshVertex* vertices, const MeshTriangle& triangle, const MeshDraw& draw) {
+    const auto [corners, normal, toEye] = PlaceFace(vertices, triangle, draw);
+    return {Dot(toEye, normal), Dot(normal, draw.light), Dot(normal, Normalise(draw.light + toEye))};
+}
+
+static float ColumnLength(const Matrix4& a, size_t column) {
+    return std::max(Length({a.m[0][column], a.m[1][column], a.m[2][column]}), kSmallestScale);
+}
+
+AxisScales WorldScales(const Matrix4& world) {
+    return {ColumnLength(world, 0), ColumnLength(world, 1), ColumnLength(world, 2)};
+}
+
+TexturePoint TextureCoordinates(Vec3 p, Vec3 normal, const AxisScales& scales, bool repeat) {
+    const float nx = std::abs(normal.x), ny = std::abs(normal.y), nz = std::abs(normal.z);
+    float a = p.x, b = p.y, scaleA = scales.x, scaleB = scales.y;
+    if (ny >= nx && ny >= nz) {
+        b = p.z;
+        scaleB = scales.z;
+    } else if (nx >= nz) {
+        a = p.z;
+        scaleA = scales.z;
+    }
+    if (repeat) return {a * scaleA * 0.5f, b * scaleB * 0.5f};
+    return {a * 0.5f + 0.5f, b * 0.5f + 0.5f};
+}
+
+static const MeshTriangle& TriangleOf(const MeshToDraw& mesh, size_t face) {
+    return mesh.triangles[mesh.faces[face].triangle];
+}
+
+bool FindFlatInk(const MeshToDraw& mesh, size_t face, FaceInk& ink) {
+    const MeshTriangle& triangle = TriangleOf(mesh, face);
+    const MeshDraw& draw = *mesh.draw;
+    const FaceLight light =
+        mesh.lights != nullptr ? mesh.lights[face] : LightOfFace(mesh.vertices, triangle, draw);
+    if (!(light.eye > 0)) return false;
+    const float brightness = Brightness(light.light, light.halfway, draw.roughness, draw.gloss);
+    ink.color = Lit(Tinted(mesh.vertices[triangle[0]].color, draw.tint), brightness);
+    return true;
+}
+
+bool FindTexturedInk(const MeshToDraw& mesh, size_t face, FaceInk& ink) {
+    const MeshTriangle& triangle = TriangleOf(mesh, face);
+    const MeshDraw& draw = *mesh.draw;
+    const FaceInWorld placed = PlaceFace(mesh.vertices, triangle, draw);
+    if (!(Dot(placed.toEye, placed.normal) > 0)) return false;
+    for (size_t c = 0; c < 3; ++c) {
+        const Vec3& position = mesh.vertices[triangle[c]].position;
+        ink.points[c] = TextureCoordinates(position, placed.normal, mesh.scales, draw.repeat);
+    }
+    ink.brightness = FaceBrightness(placed.normal, placed.toEye, draw.light, draw.roughness, draw.gloss);
+    return true;
+}
+
+bool FindKnownInk(const MeshToDraw& mesh, size_t, FaceInk& ink) {
+    ink = *mesh.knownInk;
+    return true;
+}

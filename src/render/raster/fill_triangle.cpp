@@ -1,0 +1,92 @@
+#include "render/raster/fill_triangle.h"
+
+#include "render/frame_buffer.h"
+#include "render/raster/face_ink.h"
+#include "render/raster/kernels.h"
+
+#include <algorithm>
+#include <cmath>
+
+static FillTarget TargetOfFrame() {
+    FrameBuffer& fb = frameBuffer;
+    FillTarget to{fb.pixels, fb.depth.data(), fb.width, fb.height};
+    if (fb.owners.areKept) to.owners = fb.owners.numbers.data();
+    to.owner = fb.owners.current;
+    return to;
+}
+
+// A buffer smaller than a block of pixels is drawn in one lane.
+static const RasterKernels& KernelsOfFrame() {
+    const bool isTiny = frameBuffer.width < kWidestBlock || frameBuffer.height < kHighestBlock;
+    return KernelsOf(isTiny ? SimdLevel::OneLane : frameBuffer.simd);
+}
+
+void FillFaces(const MeshToDraw& mesh, const Rect& covered) {
+    const RasterKernels& kernels = KernelsOfFrame();
+    PrepareDepth(covered);
+    (mesh.isTextured ? kernels.fillTexturedFaces : kernels.fillFlatFaces)(mesh, TargetOfFrame());
+    DepthChanged(covered);
+}
+
+TextureSource SourceOf(const TextureImage& image, bool repeat, uint32_t tint) {
+    return {image.texels.empty() ? nullptr : image.texels.data(), image.width, image.height, repeat, tint};
+}
+
+float AreaOf(const std::array<ScreenCorner, 3>& corners) {
+    const auto& [a, b, c] = corners;
+    return (c.x - a.x) * (b.y - a.y) - (c.y - a.y) * (b.x - a.x);
+}
+
+// False also where a corner is not a number: such a triangle has no box.
+static bool HasArea(const std::array<ScreenCorner, 3>& corners) {
+    return std::abs(AreaOf(corners)) >= kSmallestArea;
+}
+
+// The triangle's box within the viewport. False when it is empty.
+static bool BoxOf(const std::array<ScreenCorner, 3>& corners, Rect& box) {
+    const auto [minX, maxX] = std::minmax({corners[0].x, corners[1].x, corners[2].x});
+    const auto [minY, maxY] = std::minmax({corners[0].y, corners[1].y, corners[2].y});
+    const Rect& viewport = frameBuffer.viewport;
+    box = {std::max(viewport.left, static_cast<int32_t>(std::floor(minX))),
+           std::max(viewport.top, static_cast<int32_t>(std::floor(minY))),
+           std::min(static_cast<int32_t>(std::ceil(maxX)) + 1, viewport.right),
+           std::min(static_cast<int32_t>(std::ceil(maxY)) + 1, viewport.bottom)};
+    return Width(box) > 0 && Height(box) > 0;
+}
+
+// Draws a mesh of one face, whose corners are its vertices.
+static void FillAlone(const std::array<ScreenCorner, 3>& corners, MeshToDraw mesh, const FaceInk& ink) {
+    constexpr MeshTriangle kTriangle{0, 1, 2};
+    ScannedFace face;
+    if (frameBuffer.pixels == nullptr || !HasArea(corners) || !BoxOf(corners, face.box)) return;
+    mesh.triangles = &kTriangle;
+    mesh.corners = corners.data();
+    mesh.faces = &face;
+    mesh.faceCount = 1;
+    mesh.findInk = FindKnownInk;
+    mesh.knownInk = &ink;
+    FillFaces(mesh, face.box);
+}
+
+void FillTriangle(const std::array<ScreenCorner, 3>& corners, Pixel color) {
+    FaceInk ink;
+    ink.color = color;
+    FillAlone(corners, {}, ink);
+}
+
+void FillTriangle(const std::array<ScreenCorner, 3>& corners, const std::array<TexturePoint, 3>& points,
+                  const TextureFill& fill) {
+    MeshToDraw mesh;
+    mesh.isTextured = true;
+    mesh.texture = SourceOf(*fill.texture, fill.repeat, fill.tint);
+    FaceInk ink;
+    std::ranges::copy(points, ink.points);
+    ink.brightness = fill.brightness;
+    FillAlone(corners, mesh, ink);
+}
+
+bool CoversPixel(const std::array<ScreenCorner, 3>& corners, Point pixel, float& depth) {
+    if (!HasArea(corners)) return false;
+    const ScreenCorner plain[3] = {corners[0], corners[1], corners[2]};
+    return KernelsOneLane().coversPixel(plain, pixel.x, pixel.y, depth);
+}

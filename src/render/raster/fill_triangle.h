@@ -1,0 +1,35 @@
+// Single triangles on the screen, whose colours are known.
+#pragma once
+
+#include "render/projection.h"
+#include "render/raster/mesh_to_draw.h"
+#include "render/rect.h"
+#include "render/texture_image.h"
+
+#include <array>
+
+// How a texture colours.
+struct TextureFill {
+    const TextureImage* texture = nullptr;  // never null; without texels it shows as white
+    bool repeat = false;
+    uint32_t tint = 0;     // 0x00BBGGRR, 0 for none
+    float brightness = 1;  // limited when it is applied
+};
+
+// Fill the pixels of the frame buffer's viewport whose centres lie inside, edges included, where the triangle
+// is strictly nearer than what was drawn. Both windings are filled. Nothing without an area.
+void FillTriangle(const std::array<ScreenCorner, 3>& corners, Pixel color);
+void FillTriangle(const std::array<ScreenCorner, 3>& corners, const std::array<TexturePoint, 3>& points,
+                  const TextureFill& fill);
+
+// The same for the faces of a mesh that were found to have an area and a box. All boxes lie within `covered`.
+void FillFaces(const MeshToDraw& mesh, const Rect& covered);
+
+// Twice the signed area, square pixels: positive where the corners turn clockwise on the screen.
+float AreaOf(const std::array<ScreenCorner, 3>& corners);
+
+// True where a triangle covers the pixel's centre, edges included, and lies strictly before `depth`, which
+// then becomes the triangle's depth there.
+bool CoversPixel(const std::array<ScreenCorner, 3>& corners, Point pixel, float& depth);
+
+TextureSource SourceOf(const TextureImage& image, bool repeat, uint32_t tint);

@@ -1,0 +1,121 @@
+// The colours of a face's pixels.
+//
+// An ink is made for a face before anybody knows whether a pixel of it shows. When the first one has passed
+// the depth test, it finds the face's colour, or its texture coordinates and light, and keeps them in
+// registers for the pixels that follow. A face may then turn out not to be drawn: the exact test of its back
+// is part of the finding. The ink of a textured face takes the weights of the pixels, looks up the texels,
+// tints and lights them, all in the words of surface.h.
+#pragma once
+
+#include "render/raster/kernels.h"
+#include "render/raster/lanes.h"
+#include "render/raster/surface.h"
+
+namespace {
+
+// How much of each corner a pixel has: the quotients of its edge functions and the triangle's area.
+struct Weights {
+    Floats w0, w1, w2;
+};
+
+// The weighted sum of what the corners have, summed from the left.
+ZEL_INLINE Floats Weighted(const Weights& w, const Floats (&values)[3]) {
+    return w.w0 * values[0] + w.w1 * values[1] + w.w2 * values[2];
+}
+
+// Rare beside the pixels that follow, and in code for other vectors.
+ZEL_APART bool FindInk(const MeshToDraw& mesh, size_t face, FaceInk& ink) {
+    LeaveVectors();
+    return mesh.findInk(mesh, face, ink);
+}
+
+struct FlatInk {
+    const MeshToDraw& mesh;
+    size_t face;
+    bool isFound;
+    Ints color;
+
+    // False when the face is not to be drawn.
+    ZEL_INLINE bool ColorsOf(const Weights&, Mask&, Ints& colors) {
+        if (!isFound) {
+            FaceInk ink{};
+            if (!FindInk(mesh, face, ink)) return false;
+            color = Splat(static_cast<int32_t>(ink.color));
+            isFound = true;
+        }
+        colors = color;
+        return true;
+    }
+};
+
+ZEL_INLINE Floats Wrapped(Floats coordinate, bool repeat) {
+    return Limited(repeat ? coordinate - Floor(coordinate) : coordinate, 0, 1);
+}
+
+template <int shift>
+ZEL_INLINE Ints LitChannel(Ints colors, Floats brightness) {
+    const Floats lit = Converted(ShiftedRight<shift>(colors) & Splat(0xFF)) * brightness;
+    return ShiftedLeft<shift>(Truncated(Least(lit, Splat(255.0f))));
+}
+
+ZEL_INLINE Ints LitColors(Ints colors, Floats brightness) {
+    return LitChannel<16>(colors, brightness) | LitChannel<8>(colors, brightness) |
+           LitChannel<0>(colors, brightness);
+}
+
+ZEL_INLINE Ints TintedColors(Ints colors, uint32_t tint) {
+    if (tint == 0) return colors;
+    const Ints tints = Splat(static_cast<int32_t>(tint));
+    const Ints average = (colors & tints) + ShiftedRight<1>((colors ^ tints) & Splat(0xFEFEFE));
+    return average & Splat(0xFFFFFF);
+}
+
+// Nothing is read for lanes that are not seen.
+ZEL_INLINE Ints SampleTexels(const TextureSource& texture, Floats u, Floats v, Mask seen) {
+    if (texture.texels == nullptr) return Splat(0xFFFFFF);
+    const Floats lastColumn = Number(texture.width - 1), lastRow = Number(texture.height - 1);
+    const Ints columns = Truncated(Wrapped(u, texture.repeat) * lastColumn);
+    const Ints rows = Truncated((Splat(1.0f) - Wrapped(v, texture.repeat)) * lastRow);
+    // The float of a side beyond 2^24 may lie above it.
+    const Ints column = Least(columns, Splat(texture.width - 1)),
+               row = Least(rows, Splat(texture.height - 1));
+    return Gather(texture.texels, row * Splat(texture.width) + column, seen);
+}
+
+struct TextureInk {
+    const MeshToDraw& mesh;
+    size_t face;
+    bool isFound;
+    Floats inverseW[3], u[3], v[3], brightness;
+
+    ZEL_INLINE bool Find() {
+        FaceInk ink{};
+        if (!FindInk(mesh, face, ink)) return false;
+        const auto* indices = reinterpret_cast<const int32_t*>(mesh.triangles + mesh.faces[face].triangle);
+        for (int i = 0; i < 3; ++i) {
+            inverseW[i] = Splat(mesh.corners[indices[i]].inverseW);
+            u[i] = Splat(ink.points[i].u);
+            v[i] = Splat(ink.points[i].v);
+        }
+        // Written so that not a number becomes the least.
+        float limited = ink.brightness > kDarkest ? ink.brightness : kDarkest;
+        limited = limited < kBrightest ? limited : kBrightest;
+        brightness = Splat(limited);
+        isFound = true;
+        return true;
+    }
+
+    // Takes lanes out of `seen` in which there is no texel. False when the face is not to be drawn.
+    ZEL_INLINE bool ColorsOf(const Weights& w, Mask& seen, Ints& colors) {
+        if (!isFound && !Find()) return false;
+        const Weights q{w.w0 * inverseW[0], w.w1 * inverseW[1], w.w2 * inverseW[2]};
+        const Floats sum = q.w0 + q.w1 + q.w2;
+        seen = seen & (Magnitude(sum) > Splat(kSmallestQ));
+        const Floats atU = Weighted(q, u) / sum, atV = Weighted(q, v) / sum;
+        const Ints texels = SampleTexels(mesh.texture, atU, atV, seen);
+        colors = LitColors(TintedColors(texels, mesh.texture.tint), brightness);
+        return true;
+    }
+};
+
+}  // namespace

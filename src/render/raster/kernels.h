@@ -1,0 +1,111 @@
+// The loops of the rasterizer that run in vectors, one table of functions for each width. All tables give the
+// same bits; kernels_one.cpp is the definition.
+#pragma once
+
+#include "render/mesh.h"
+#include "render/raster/front_faces.h"
+#include "render/raster/mesh_to_draw.h"
+#include "render/raster/mesh_vertices.h"
+#include "render/raster/simd_level.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+constexpr size_t kMostLanes = 16;
+
+// Twice the area below which a triangle is not drawn, square pixels.
+constexpr float kSmallestArea = 0.0001f;
+
+// Interpolated 1 / w below which a textured pixel is skipped.
+constexpr float kSmallestQ = 1e-6f;
+
+// Lists that kernels write to have room for as many elements more.
+constexpr size_t kListMargin = kMostLanes;
+
+// Makes room in a list for `count` elements and the margin. It never shrinks, because growing again would
+// write all that was cut off.
+template <typename Element>
+void Reserve(std::vector<Element>& list, size_t count) {
+    if (list.size() < count + kListMargin) list.resize(count + kListMargin);
+}
+
+// What is drawn to. Whole vectors are stored: what they hold beyond a triangle is stored back as it was.
+struct FillTarget {
+    Pixel* pixels = nullptr;  // of the buffer's first pixel
+    float* depth = nullptr;
+    int32_t width = 0, height = 0;  // of the buffer
+    // Where objects are drawn in another order than the scene's: the index of the object that every pixel
+    // shows. Of two at the same depth the first in the scene is seen. Null: the first one drawn is.
+    int32_t* owners = nullptr;
+    int32_t owner = 0;  // the index of the object at hand
+};
+
+// No block of any width is wider or higher, so a buffer of this size can be filled at every level.
+constexpr int32_t kWidestBlock = 16, kHighestBlock = 4;
+
+// The planes of a mesh's faces, see MeshMeasures.
+struct FacePlanes {
+    const float* normalX = nullptr;
+    const float* normalY = nullptr;
+    const float* normalZ = nullptr;
+    const float* offset = nullptr;
+    size_t count = 0;
+};
+
+// The faces to look at; see ScanFaces.
+struct FacesToScan {
+    const MeshTriangle* triangles = nullptr;  // of the mesh
+    const ScreenCorner* corners = nullptr;    // by vertex; not a number for one that has no place
+    // Numbers of faces, followed by as many valid ones as the margin of a list.
+    const uint32_t* faces = nullptr;
+    size_t count = 0;
+    Rect viewport{};
+    float farthest = 1;  // no depth is greater where the mesh may show
+};
+
+struct RasterKernels {
+    int32_t lanes = 0;
+
+    // Transforms `count` vertices, at least one. The lists of `out` have a margin.
+    void (*transformVertices)(const MeshVertex* vertices, size_t count, const VertexTransform& transform,
+                              const VertexLists& out, VertexExtent& extent);
+
+    // Writes the numbers of the faces that may turn to the eye, and gives how many they are.
+    size_t (*findFrontFaces)(const FacePlanes& planes, const EyeInObject& eye, uint32_t* out);
+
+    // Writes the faces that may show a pixel, and gives how many they are.
+    size_t (*scanFaces)(const FacesToScan& scan, ScannedFace* out);
+
+    // Writes how each face of the mesh stands to eye and light. The list has a margin.
+    void (*lightFaces)(const MeshToDraw& mesh, FaceLight* out);
+
+    // Fills the pixels of each face whose centres lie inside, edges included, and nearer than the depth
+    // there.
+    void (*fillFlatFaces)(const MeshToDraw& mesh, const FillTarget& to);
+    void (*fillTexturedFaces)(const MeshToDraw& mesh, const FillTarget& to);
+
+    // True where a triangle with an area covers the pixel's centre, edges included, and lies strictly before
+    // `depth`, which then becomes the triangle's depth there.
+    bool (*coversPixel)(const ScreenCorner (&corners)[3], int32_t x, int32_t y, float& depth);
+
+    // The columns that a triangle may cover in as many rows as there are lanes, from a row on, as far as they
+    // lie in the box: at least every covered pixel, and little more. A row is empty when none can be; its
+    // right column is exclusive.
+    void (*coveredColumns)(const ScreenCorner (&corners)[3], const Rect& box, int32_t firstRow, int32_t* left,
+                           int32_t* right);
+
+    // Fills a run of 32-bit numbers.
+    void (*fillRun)(void* first, size_t count, uint32_t value);
+
+    // The greatest depth, and 0, of a row by row block.
+    float (*farthestOf)(const float* first, int32_t stride, int32_t width, int32_t height);
+};
+
+// Of a level that the processor has.
+const RasterKernels& KernelsOf(SimdLevel level);
+
+const RasterKernels& KernelsOneLane();
+const RasterKernels& KernelsSse2();
+const RasterKernels& KernelsAvx2();
+const RasterKernels& KernelsAvx512();

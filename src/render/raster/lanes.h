@@ -1,0 +1,74 @@
+// Vectors of floats and integers, one pixel, vertex or face in each lane: what every kernel is written in.
+//
+// A file that includes this says first how wide its vectors are: ZEL_LANES is 1, 4 (SSE2), 8 (AVX2) or 16
+// (AVX-512). One lane is the definition; a wider vector does the same operation in every lane and gives the
+// same bits. What only one width can do well, as a gather or a compressing store, is one operation here.
+//
+// Such a file is compiled for processors that may not be there. So everything in it has internal linkage, and
+// it calls no inline function of the library or of other headers: the linker may keep one copy of those for
+// the whole program, and it must not be this one. tests/vector_symbols_test.py looks at the objects.
+#pragma once
+
+#include "render/color.h"
+
+#include <immintrin.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#if defined(_MSC_VER) && !defined(__clang__)
+#define ZEL_INLINE __forceinline
+#define ZEL_APART __declspec(noinline)
+#pragma fp_contract(off)
+#else
+#define ZEL_INLINE inline __attribute__((always_inline))
+#define ZEL_APART __attribute__((noinline))
+#endif
+
+namespace {
+
+constexpr int32_t kLanes = ZEL_LANES;
+constexpr uint32_t kAllLanes = (1u << kLanes) - 1;
+
+}  // namespace
+
+#if ZEL_LANES == 1
+#include "render/raster/lanes_one.h"
+#elif ZEL_LANES == 4
+#include "render/raster/lanes_sse2.h"
+#elif ZEL_LANES == 8
+#include "render/raster/lanes_avx2.h"
+#elif ZEL_LANES == 16
+#include "render/raster/lanes_avx512.h"
+#endif
+
+namespace {
+
+ZEL_INLINE Floats Number(int32_t number) { return Splat(static_cast<float>(number)); }
+
+ZEL_INLINE Floats Limited(Floats value, float low, float high) {
+    return Least(Most(value, Splat(low)), Splat(high));
+}
+
+// The lanes' column numbers in a block of `rows` rows that begins at column `x`, and the rows that they lie
+// in.
+template <int rows>
+ZEL_INLINE Ints ColumnsFrom(int32_t x) {
+    return Splat(x) + (LaneNumbers() & Splat(kLanes / rows - 1));
+}
+template <int rows>
+ZEL_INLINE Ints RowsFrom(int32_t y) {
+    if constexpr (rows == 1) return Splat(y);
+    constexpr int kShift = kLanes / rows == 8 ? 3 : kLanes / rows == 4 ? 2 : kLanes / rows == 2 ? 1 : 0;
+    return Splat(y) + ShiftedRight<kShift>(LaneNumbers());
+}
+
+ZEL_INLINE Mask Between(Ints numbers, int32_t first, int32_t end) {
+    return (Splat(first - 1) < numbers) & (numbers < Splat(end));
+}
+
+ZEL_INLINE bool AreAll(Mask mask) { return BitsOf(mask) == kAllLanes; }
+ZEL_INLINE bool IsAny(Mask mask) { return BitsOf(mask) != 0; }
+
+}  // namespace

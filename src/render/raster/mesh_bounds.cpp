@@ -1,0 +1,163 @@
+#include "render/raster/mesh_bounds.h"
+
+#include <algorithm>
+#include <cmath>
+
+constexpr float kMargin = 1.25f;           // of w: an eighth of the viewport beyond its side
+constexpr int32_t kSmallestViewport = 32;  // pixels; in a smaller one the margin is but a few
+constexpr float kBehindW = 0.04f;          // below the w of any visible point
+constexpr float kRounding = 1e-5f;         // more than what rounding changes, of the sum of all sizes
+
+// Half of what one operation rounds a number of size 1 by at most, twice.
+constexpr float kUnit = 0x1p-24f;
+
+// What rounding changes of a clip coordinate, of the sum of all sizes, with both ways to it taken together:
+// by one matrix here, where an entry is a sum of four products, and by two matrices for the vertices. Each
+// way rounds by four units a matrix; this is twice that.
+constexpr float kTightRounding = 32 * kUnit;
+
+// Beyond these nothing is said about a mesh: close to the eye, and far beside the view, where corners are
+// moved to what fits into an integer.
+constexpr float kSmallestW = 0.1f, kGreatestW = 1e6f, kFarBeside = 4;  // of half the viewport
+
+static float Dot(const Vec4& a, const Vec4& b) { return a.x * b.x + a.y * b.y + a.z * b.z + a.w * b.w; }
+static Vec4 Sizes(const Vec4& a) { return {std::abs(a.x), std::abs(a.y), std::abs(a.z), std::abs(a.w)}; }
+
+static Matrix4 Sizes(const Matrix4& a) {
+    Matrix4 sizes;
+    for (size_t row = 0; row < 4; ++row) {
+        for (size_t column = 0; column < 4; ++column) sizes.m[row][column] = std::abs(a.m[row][column]);
+    }
+    return sizes;
+}
+
+static Vec4 Row(const Matrix4& a, size_t row) { return {a.m[row][0], a.m[row][1], a.m[row][2], a.m[row][3]}; }
+
+static Vec4 Scaled(const Vec4& a, float by) { return {a.x * by, a.y * by, a.z * by, a.w * by}; }
+
+// p * side - q
+static Vec4 Beyond(const Vec4& p, float side, const Vec4& q) {
+    return {p.x * side - q.x, p.y * side - q.y, p.z * side - q.z, p.w * side - q.w};
+}
+
+namespace {
+
+// A mesh's box and the way of its points to clip space. `sizes` bounds what rounding can add up to.
+struct BoxInClip {
+    MeshBounds bounds{};
+    Matrix4 toClip{};
+    Vec4 sizes{};  // of the four clip coordinates, sums of what is added without its signs
+};
+
+// The numbers of one clip coordinate over the box.
+struct Range {
+    float low = 0, high = 0;
+};
+
+}  // namespace
+
+static BoxInClip PlaceBox(const Mesh& mesh, const VertexTransform& transform) {
+    BoxInClip box;
+    box.bounds = mesh.measures.offset.empty() ? BoundsOf(mesh) : mesh.measures.bounds;
+    box.toClip = MultiplyMatrix(transform.viewProjection, transform.world);
+    const Matrix4 sizes = MultiplyMatrix(Sizes(transform.viewProjection), Sizes(transform.world));
+    const Vec4 &centre = box.bounds.centre, &half = box.bounds.halfSize;
+    const Vec4 farthest{std::abs(centre.x) + half.x, std::abs(centre.y) + half.y, std::abs(centre.z) + half.z,
+                        1};
+    box.sizes = {Dot(Row(sizes, 0), farthest), Dot(Row(sizes, 1), farthest), Dot(Row(sizes, 2), farthest),
+                 Dot(Row(sizes, 3), farthest)};
+    return box;
+}
+
+static bool IsAbove(const BoxInClip& box, const Vec4& plane, float least) {
+    return Dot(plane, box.bounds.centre) - Dot(Sizes(plane), box.bounds.halfSize) > least;
+}
+
+static bool IsBeside(const BoxInClip& box) {
+    const Vec4 w = Row(box.toClip, 3);
+    const float sizeW = box.sizes.w;
+    if (IsAbove(box, {-w.x, -w.y, -w.z, -w.w}, kRounding * sizeW - kBehindW)) return true;
+    const Vec4 guard{w.x * kMargin, w.y * kMargin, w.z * kMargin, w.w * kMargin};
+    for (size_t axis = 0; axis < 2; ++axis) {
+        const float least = kRounding * ((axis == 0 ? box.sizes.x : box.sizes.y) + kMargin * sizeW);
+        for (float side : {-1.0f, 1.0f}) {
+            if (IsAbove(box, Beyond(Row(box.toClip, axis), side, guard), least)) return true;
+        }
+    }
+    return false;
+}
+
+static bool IsTooSmall(const Rect& viewport) {
+    return Width(viewport) < kSmallestViewport || Height(viewport) < kSmallestViewport;
+}
+
+bool IsBesideView(const Mesh& mesh, const VertexTransform& transform) {
+    if (IsTooSmall(transform.viewport) || mesh.vertices.empty()) return false;
+    return IsBeside(PlaceBox(mesh, transform));
+}
+
+static Range RangeOf(const BoxInClip& box, const Vec4& row, float size) {
+    const float middle = Dot(row, box.bounds.centre);
+    const float reach = Dot(Sizes(row), box.bounds.halfSize) + kTightRounding * size;
+    return {middle - reach, middle + reach};
+}
+
+// What the quotient of both may be. w is positive.
+static Range Quotient(const Range& a, const Range& w) {
+    return {a.low / (a.low < 0 ? w.low : w.high), a.high / (a.high > 0 ? w.low : w.high)};
+}
+
+// The least depth of the box. Where depth grows with w alone, as cameras make it, it lies where w is least;
+// whether it really is the least is looked at.
+static bool FindNearest(const BoxInClip& box, const Range& w, float& nearest) {
+    const Vec4 rowZ = Row(box.toClip, 2), rowW = Row(box.toClip, 3);
+    const float leastZ = Dot(rowZ, box.bounds.centre) - Dot(Sizes(rowZ), box.bounds.halfSize);
+    const float rounding = kTightRounding * (box.sizes.z + box.sizes.w);
+    nearest = (leastZ - 3 * rounding) / w.low;
+    nearest -= std::abs(nearest) * 4 * kUnit;
+    return nearest > 0 && nearest < 1 && IsAbove(box, Beyond(rowZ, 1, Scaled(rowW, nearest)), rounding);
+}
+
+static float LengthOf(const Vec4& row) { return Length({row.x, row.y, row.z}); }
+
+MeshPlace PlaceMesh(const Mesh& mesh, const VertexTransform& transform) {
+    MeshPlace place;
+    const Rect& viewport = transform.viewport;
+    if (IsTooSmall(viewport) || mesh.vertices.empty()) return place;
+    const BoxInClip box = PlaceBox(mesh, transform);
+    place.isBeside = IsBeside(box);
+    if (place.isBeside) return place;
+    place.toClip = box.toClip;
+    place.sizes = box.sizes;
+    const Vec4 rowX = Row(box.toClip, 0), rowY = Row(box.toClip, 1), rowW = Row(box.toClip, 3);
+    const Range w = RangeOf(box, rowW, box.sizes.w);
+    if (!(w.low > kSmallestW) || !(w.high < kGreatestW)) return place;
+    const Range x = Quotient(RangeOf(box, rowX, box.sizes.x), w),
+                y = Quotient(RangeOf(box, rowY, box.sizes.y), w);
+    const float across = std::max(std::abs(x.low), std::abs(x.high)),
+                down = std::max(std::abs(y.low), std::abs(y.high));
+    if (!(across < kFarBeside && down < kFarBeside) || !FindNearest(box, w, place.nearest)) return place;
+
+    const float halfWidth = 0.5f * static_cast<float>(Width(viewport)),
+                halfHeight = 0.5f * static_cast<float>(Height(viewport));
+    const float middleX = static_cast<float>(viewport.left) + halfWidth,
+                middleY = static_cast<float>(viewport.top) + halfHeight;
+    place.pixels = {
+        std::max(viewport.left, static_cast<int32_t>(std::floor(middleX + x.low * halfWidth)) - 1),
+        std::max(viewport.top, static_cast<int32_t>(std::floor(middleY - y.high * halfHeight)) - 1),
+        std::min(viewport.right, static_cast<int32_t>(std::ceil(middleX + x.high * halfWidth)) + 2),
+        std::min(viewport.bottom, static_cast<int32_t>(std::ceil(middleY - y.low * halfHeight)) + 2)};
+    place.leastW = w.low;
+    place.mostW = w.high;
+    const float edge = mesh.measures.longestEdge / w.low;
+    place.edge = edge * std::max((LengthOf(rowX) + across * LengthOf(rowW)) * halfWidth,
+                                 (LengthOf(rowY) + down * LengthOf(rowW)) * halfHeight);
+    const float clip = kTightRounding / w.low;
+    const float screen = 16 * kUnit;
+    place.moved = std::max(halfWidth * (clip * (box.sizes.x + across * box.sizes.w) + screen * (1 + across)) +
+                               screen * std::abs(middleX),
+                           halfHeight * (clip * (box.sizes.y + down * box.sizes.w) + screen * (1 + down)) +
+                               screen * std::abs(middleY));
+    place.isBounded = mesh.measures.serial != 0;
+    return place;
+}

@@ -1,0 +1,24 @@
+// Where a whole mesh lies for the view, by the box around its vertices.
+#pragma once
+
+#include "render/mesh.h"
+#include "render/raster/mesh_vertices.h"
+
+// True when it is certain that no face of the mesh shows a pixel, because all of it lies beyond one side of
+// the viewport or behind the eye. Says so with a wide margin: an eighth of the viewport.
+bool IsBesideView(const Mesh& mesh, const VertexTransform& transform);
+
+// What is certain of the corners on the screen that TransformVertices will give, rounding included.
+struct MeshPlace {
+    bool isBeside = false;   // see IsBesideView
+    bool isBounded = false;  // the rest is known
+    Rect pixels{};           // of the viewport: the mesh shows nothing outside, and may be empty
+    float nearest = 0;       // no corner has a depth before this; above 0
+    float leastW = 0, mostW = 0;
+    float edge = 0;   // no edge of a face is wider or higher, pixels
+    float moved = 0;  // no corner is farther from its exact place, pixels
+    Matrix4 toClip{};
+    Vec4 sizes{};  // of the four clip coordinates, sums of what is added without its signs
+};
+
+MeshPlace PlaceMesh(const Mesh& mesh, const VertexTransform& transform);

@@ -1,0 +1,81 @@
+#include "render/raster/simd_level.h"
+
+#include <cstddef>
+#include <cstdint>
+
+#if defined(_MSC_VER)
+#include <intrin.h>
+#else
+#include <cpuid.h>
+#endif
+
+constexpr SimdLevel kLevels[] = {SimdLevel::OneLane, SimdLevel::Sse2, SimdLevel::Avx2, SimdLevel::Avx512};
+
+namespace {
+
+// What the CPUID instruction answers.
+struct CpuAnswer {
+    uint32_t a = 0, b = 0, c = 0, d = 0;
+};
+
+}  // namespace
+
+// Zeros for a question that the processor does not know.
+static CpuAnswer AskCpu(uint32_t leaf) {
+    CpuAnswer answer;
+#if defined(_MSC_VER)
+    int numbers[4];
+    __cpuid(numbers, 0);
+    if (static_cast<uint32_t>(numbers[0]) < leaf) return answer;
+    __cpuidex(numbers, static_cast<int>(leaf), 0);
+    answer = {static_cast<uint32_t>(numbers[0]), static_cast<uint32_t>(numbers[1]),
+              static_cast<uint32_t>(numbers[2]), static_cast<uint32_t>(numbers[3])};
+#else
+    __get_cpuid_count(leaf, 0, &answer.a, &answer.b, &answer.c, &answer.d);
+#endif
+    return answer;
+}
+
+// The register files that the operating system saves when it switches threads. Only where CPUID says that
+// XGETBV may be asked.
+static uint64_t SavedRegisters() {
+#if defined(_MSC_VER)
+    return _xgetbv(0);
+#else
+    uint32_t low, high;
+    __asm__("xgetbv" : "=a"(low), "=d"(high) : "c"(0));
+    return uint64_t{high} << 32 | low;
+#endif
+}
+
+static bool HasAll(uint64_t set, uint64_t wanted) { return (set & wanted) == wanted; }
+
+// A processor may have registers that the system does not save: both are asked.
+static SimdLevel FindBestLevel() {
+    constexpr uint32_t kFma = 1u << 12, kPopcnt = 1u << 23, kOsUsesXsave = 1u << 27, kAvx = 1u << 28;
+    constexpr uint32_t kAvx2 = 1u << 5;
+    constexpr uint32_t kAvx512 = 1u << 16 | 1u << 17 | 1u << 30 | 1u << 31;  // F, DQ, BW, VL
+    constexpr uint64_t kSseAndAvx = 6, kMasksAndUpper = 0xE0;
+    if (!HasAll(AskCpu(1).c, kFma | kPopcnt | kOsUsesXsave | kAvx)) return SimdLevel::Sse2;
+    const uint64_t saved = SavedRegisters();
+    const uint32_t extensions = AskCpu(7).b;
+    if (!HasAll(saved, kSseAndAvx) || !HasAll(extensions, kAvx2)) return SimdLevel::Sse2;
+    if (!HasAll(saved, kMasksAndUpper) || !HasAll(extensions, kAvx512)) return SimdLevel::Avx2;
+    return SimdLevel::Avx512;
+}
+
+std::string NameOf(SimdLevel level) {
+    constexpr const char* kNames[] = {"one lane", "SSE2", "AVX2", "AVX-512"};
+    return kNames[static_cast<size_t>(level)];
+}
+
+SimdLevel BestSimdLevel() {
+    static const SimdLevel best = FindBestLevel();
+    return best;
+}
+
+std::span<const SimdLevel> AllSimdLevels() { return kLevels; }
+
+std::span<const SimdLevel> SupportedSimdLevels() {
+    return AllSimdLevels().first(static_cast<size_t>(BestSimdLevel()) + 1);
+}

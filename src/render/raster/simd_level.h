@@ -1,0 +1,19 @@
+// Which vectors the rasterizer works with.
+#pragma once
+
+#include <span>
+#include <string>
+
+// One lane is the definition; every other level gives the same pixels and depths.
+enum class SimdLevel { OneLane, Sse2, Avx2, Avx512 };
+
+// What a level is called in tests and measurements: "one lane", "SSE2", "AVX2", "AVX-512".
+std::string NameOf(SimdLevel level);
+
+// The widest level that this processor has, and whose registers the operating system saves. SSE2 is the floor
+// of 64-bit processors.
+SimdLevel BestSimdLevel();
+
+// Every level, the narrowest first, and those of them that this processor has.
+std::span<const SimdLevel> AllSimdLevels();
+std::span<const SimdLevel> SupportedSimdLevels();

@@ -1,0 +1,371 @@
+#include "render/raster/fill_triangle.h"
+
+#include "render/raster/kernels.h"
+#include "support/capture.h"
+#include "support/picture.h"
+#include "support/plain_renderer.h"
+#include "support/random_scene.h"
+#include "support/simd_levels.h"
+
+#include "doctest/doctest.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <vector>
+
+constexpr Pixel kRed{0xFF0000}, kGreen{0x00FF00};
+
+using Corners = std::array<ScreenCorner, 3>;
+using Points = std::array<TexturePoint, 3>;
+
+namespace {
+
+struct Snapshot {
+    std::vector<Pixel> pixels{};
+    std::vector<float> depth{};
+};
+
+}  // namespace
+
+static Snapshot TakePicture() { return {headless.pixels, frameBuffer.depth}; }
+
+// Bit for bit, so that zeros of either sign differ.
+static bool SameBits(const Snapshot& a, const Snapshot& b) {
+    return a.pixels == b.pixels && a.depth.size() == b.depth.size() &&
+           std::memcmp(a.depth.data(), b.depth.data(), a.depth.size() * sizeof(float)) == 0;
+}
+
+static void StartUneven(RandomSource& random, int32_t width, int32_t height) {
+    StartPicture(width, height, Pixel{0x0A0B0C});
+    for (float& depth : frameBuffer.depth) depth = random.OneIn(3) ? 1.0f : random.Between(0, 1);
+}
+
+static TextureImage RandomImage(RandomSource& random) {
+    TextureImage image{.width = random.IntBetween(1, 9), .height = random.IntBetween(1, 9)};
+    if (random.OneIn(12)) return {};
+    for (int32_t i = 0; i < image.width * image.height; ++i)
+        image.texels.push_back(Pixel{random.Bits() & 0xFFFFFF});
+    return image;
+}
+
+TEST_CASE("every fill gives the pixels and depths of the plain one on random triangles, bit for bit") {
+    constexpr uint32_t kSeed = 20240611;
+    INFO("seed ", kSeed);
+    for (SimdLevel level : TestedLevels()) {
+        CAPTURE(NameOf(level));
+        RandomSource random(kSeed);
+        for (int round = 0; round < 4000; ++round) {
+            const int32_t width = random.IntBetween(1, 41), height = random.IntBetween(1, 23);
+            const uint32_t depthSeed = random.Bits();
+            const Corners corners =
+                RandomTriangle(random, static_cast<float>(width), static_cast<float>(height));
+            const TextureImage image = RandomImage(random);
+            const TextureFill fill{&image, random.OneIn(2), random.OneIn(3) ? 0 : random.Bits() & 0xFFFFFF,
+                                   random.Between(0, 2)};
+            const bool textured = random.OneIn(2);
+            Points points;
+            for (TexturePoint& p : points) p = {random.Between(-4, 4), random.Between(-4, 4)};
+            const Rect viewport{random.IntBetween(0, width / 3), random.IntBetween(0, height / 3),
+                                random.IntBetween(width / 2, width), random.IntBetween(height / 2, height)};
+
+            RandomSource plainDepth(depthSeed);
+            StartUneven(plainDepth, width, height);
+            frameBuffer.viewport = viewport;
+            if (textured) {
+                FillTrianglePlainly(corners, points, fill);
+            } else {
+                FillTrianglePlainly(corners, kRed);
+            }
+            const Snapshot expected = TakePicture();
+
+            RandomSource sameDepth(depthSeed);
+            StartUneven(sameDepth, width, height);
+            frameBuffer.viewport = viewport;
+            frameBuffer.simd = level;
+            if (textured) {
+                FillTriangle(corners, points, fill);
+            } else {
+                FillTriangle(corners, kRed);
+            }
+            CAPTURE(round);
+            REQUIRE(SameBits(TakePicture(), expected));
+        }
+    }
+}
+
+TEST_CASE("texture coordinates beyond any image are the same in every fill") {
+    RandomSource random(5);
+    for (float scale : {1e3f, 1e9f, 3e38f}) {
+        for (bool repeat : {false, true}) {
+            std::vector<Snapshot> pictures;
+            for (SimdLevel level : TestedLevels()) {
+                StartPicture(32, 8);
+                frameBuffer.simd = level;
+                TextureImage image{.width = 3, .height = 3, .texels = std::vector<Pixel>(9)};
+                for (size_t i = 0; i < 9; ++i) image.texels[i] = Pixel{static_cast<uint32_t>(i) * 20};
+                const TextureFill fill{&image, repeat, 0, 1};
+                FillTriangle({{{0, 0, 0.5f, 1}, {64, 0, 0.5f, 1}, {0, 16, 0.5f, 1}}},
+                             {{{-scale, scale}, {scale, scale}, {scale, -scale}}}, fill);
+                pictures.push_back(TakePicture());
+            }
+            for (const Snapshot& picture : pictures) CHECK(SameBits(picture, pictures.front()));
+        }
+    }
+}
+
+TEST_CASE("a side of 2^24 texels and more is never read past its end") {
+    // Its last column, 33554435, becomes the float 33554436.
+    constexpr int32_t kSide = 33554436;
+    TextureImage image{.width = kSide, .height = 1};
+    image.texels.assign(kSide, Pixel{1});
+    image.texels.back() = Pixel{0x00FF00};
+    for (SimdLevel level : TestedLevels()) {
+        StartPicture(16, 4);
+        frameBuffer.simd = level;
+        const TextureFill fill{&image, false, 0, 1};
+        FillTriangle({{{0, 0, 0.5f, 1}, {64, 0, 0.5f, 1}, {0, 16, 0.5f, 1}}}, {{{2, 0}, {2, 0}, {2, 0}}},
+                     fill);
+        CHECK(CountOf(Pixel{0x00FF00}) == 64);
+    }
+}
+
+TEST_CASE("a triangle covers the pixels whose centres it holds, edges included, in both windings") {
+    for (bool reversed : {false, true}) {
+        StartPicture(10, 10);
+        Corners corners{{{1.5f, 1.5f, 0.5f, 1}, {6.5f, 1.5f, 0.5f, 1}, {1.5f, 6.5f, 0.5f, 1}}};
+        if (reversed) std::swap(corners[1], corners[2]);
+        FillTriangle(corners, kRed);
+        CHECK(CountOf(kRed) == 21);  // 6 + 5 + 4 + 3 + 2 + 1 centres, those on the three edges included
+        CHECK(PixelAt(1, 1) == kRed);
+        CHECK(PixelAt(6, 1) == kRed);
+        CHECK(PixelAt(1, 6) == kRed);
+        CHECK(PixelAt(4, 4) != kRed);
+    }
+}
+
+TEST_CASE("of two triangles that share an edge at the same depth, the first keeps the edge's pixels") {
+    StartPicture(10, 10);
+    FillTriangle({{{0.5f, 0.5f, 0.5f, 1}, {8.5f, 0.5f, 0.5f, 1}, {0.5f, 8.5f, 0.5f, 1}}}, kRed);
+    FillTriangle({{{8.5f, 0.5f, 0.5f, 1}, {8.5f, 8.5f, 0.5f, 1}, {0.5f, 8.5f, 0.5f, 1}}}, kGreen);
+    for (int32_t i = 0; i <= 8; ++i) CHECK(PixelAt(i, 8 - i) == kRed);
+    CHECK(PixelAt(8, 8) == kGreen);
+    CHECK(CountOf(kRed) + CountOf(kGreen) == 81);
+}
+
+TEST_CASE("only what is strictly nearer is drawn, and depths below 0 or beyond 1 never are") {
+    StartPicture(4, 4);
+    const auto fillAt = [](float depth, Pixel color) {
+        FillTriangle({{{0, 0, depth, 1}, {20, 0, depth, 1}, {0, 20, depth, 1}}}, color);
+    };
+    fillAt(1.001f, kGreen);
+    CHECK(CountOf(kGreen) == 0);
+    fillAt(0.5f, kRed);
+    CHECK(CountOf(kRed) == 16);
+    fillAt(0.5f, kGreen);
+    CHECK(CountOf(kGreen) == 0);
+    fillAt(-0.01f, kGreen);
+    CHECK(CountOf(kGreen) == 0);
+    fillAt(0.25f, kGreen);
+    CHECK(CountOf(kGreen) == 16);
+    CHECK(DepthAt(3, 3) == 0.25f);
+}
+
+// A thin triangle around the centre of the picture's first pixel.
+static Corners Sliver(float left, float right, float foot, float tip) {
+    return {{{left, foot, 0.5f, 1}, {right, foot, 0.5f, 1}, {0.5f, tip, 0.5f, 1}}};
+}
+
+TEST_CASE("a triangle without area draws nothing") {
+    StartPicture(10, 10);
+    FillTriangle({{{1, 1, 0.5f, 1}, {9, 9, 0.5f, 1}, {5, 5, 0.5f, 1}}}, kRed);
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    FillTriangle({{{nan, 1, 0.5f, 1}, {9, 9, 0.5f, 1}, {5, 2, 0.5f, 1}}}, kRed);
+    CHECK(CountOf(kRed) == 0);
+}
+
+TEST_CASE("twice the area must be at least 0.0001 square pixels") {
+    // 5 / 2^12 wide and 2748777 or 2748779 / 2^25 high, so that the products come out exactly: the second one
+    // is just the float 0.0001, which is 13743895 / 2^37.
+    constexpr float kAcross = 0x1p-12f, kUp = 0x1p-25f;
+    const float left = 0.5f - 2 * kAcross, right = 0.5f + 3 * kAcross, foot = 0.5f - 1374391 * kUp;
+    struct {
+        Corners sliver;
+        int32_t pixels;
+    } cases[] = {
+        {Sliver(left, right, foot, 0.5f + 1374386 * kUp), 0},
+        {Sliver(left, right, foot, 0.5f + 1374388 * kUp), 1},
+    };
+    for (auto& [sliver, pixels] : cases) {
+        for (bool reversed : {false, true}) {
+            if (reversed) std::swap(sliver[0], sliver[1]);
+            StartPicture(10, 10);
+            FillTriangle(sliver, kRed);
+            CHECK(CountOf(kRed) == pixels);
+            const TextureImage green{.width = 1, .height = 1, .texels{kGreen}};
+            StartPicture(10, 10);
+            FillTriangle(sliver, {}, {&green, false, 0, 1});
+            CHECK(CountOf(kGreen) == pixels);
+        }
+    }
+}
+
+TEST_CASE("a depth of exactly 0 is drawn, flat and textured, at every level") {
+    const TextureImage green{.width = 1, .height = 1, .texels{kGreen}};
+    const Corners corners{{{0, 0, 0, 1}, {64, 0, 0, 1}, {0, 64, 0, 1}}};
+    for (SimdLevel level : TestedLevels()) {
+        CAPTURE(NameOf(level));
+        StartPicture(24, 5);
+        frameBuffer.simd = level;
+        FillTriangle(corners, kRed);
+        CHECK(CountOf(kRed) == 120);
+        CHECK(frameBuffer.depth == std::vector<float>(120, 0.0f));
+        StartPicture(24, 5);
+        frameBuffer.simd = level;
+        FillTriangle(corners, {}, {&green, false, 0, 1});
+        CHECK(CountOf(kGreen) == 120);
+    }
+}
+
+TEST_CASE("a textured pixel whose 1 / w is within 0.000001 of 0 is skipped, with its depth") {
+    const TextureImage green{.width = 1, .height = 1, .texels{kGreen}};
+    struct {
+        float inverseW;
+        int32_t pixels;
+    } cases[] = {{0.9e-6f, 0}, {-0.9e-6f, 0}, {1.1e-6f, 120}, {-1.1e-6f, 120}, {0, 0}};
+    for (SimdLevel level : TestedLevels()) {
+        for (auto [inverseW, pixels] : cases) {
+            CAPTURE(NameOf(level));
+            CAPTURE(inverseW);
+            StartPicture(24, 5);
+            frameBuffer.simd = level;
+            FillTriangle({{{0, 0, 0.5f, inverseW}, {64, 0, 0.5f, inverseW}, {0, 64, 0.5f, inverseW}}}, {},
+                         {&green, false, 0, 1});
+            CHECK(CountOf(kGreen) == pixels);
+            CHECK((DepthAt(23, 4) == 1.0f) == (pixels == 0));
+        }
+    }
+}
+
+// How often a face was asked for its ink, and whether it says then that it is drawn.
+static int32_t timesAsked = 0;
+static bool saysDrawn = true;
+
+static bool FindAskedInk(const MeshToDraw&, size_t, FaceInk& ink) {
+    ++timesAsked;
+    ink.color = kRed;
+    return saysDrawn;
+}
+
+// The lower right half of a box in the corner of the buffer, at one depth.
+static void FillCorner(int32_t width, float depth, bool isTextured, const TextureImage& image) {
+    const Rect box{frameBuffer.width - width, 0, frameBuffer.width, frameBuffer.height};
+    const auto left = static_cast<float>(box.left), right = static_cast<float>(box.right),
+               bottom = static_cast<float>(box.bottom);
+    const Corners corners{{{right, bottom, depth, 1}, {left, bottom, depth, 1}, {right, 0, depth, 1}}};
+    const MeshTriangle triangle{0, 1, 2};
+    const ScannedFace face{0, box, depth * 0.99f};
+    MeshToDraw mesh;
+    mesh.triangles = &triangle;
+    mesh.corners = corners.data();
+    mesh.isTextured = isTextured;
+    mesh.texture = SourceOf(image, false, 0);
+    mesh.faces = &face;
+    mesh.faceCount = 1;
+    mesh.findInk = FindAskedInk;
+    timesAsked = 0;
+    FillFaces(mesh, box);
+}
+
+TEST_CASE(
+    "a face is asked for its colours once, if a pixel of it is seen, and may then say that it is not drawn") {
+    const TextureImage image{.width = 1, .height = 1, .texels{kRed}};
+    for (SimdLevel level : TestedLevels()) {
+        for (int32_t width : {3, 7, 30, 60, 90}) {
+            for (bool isTextured : {false, true}) {
+                CAPTURE(NameOf(level));
+                CAPTURE(width);
+                CAPTURE(isTextured);
+                StartPicture(100, 20);
+                frameBuffer.simd = level;
+                saysDrawn = false;
+                FillCorner(width, 0.4f, isTextured, image);
+                CHECK(timesAsked == 1);
+                CHECK(CountOf(kRed) == 0);
+                CHECK(DepthAt(99, 19) == kFarDepth);
+                saysDrawn = true;
+                FillCorner(width, 0.5f, isTextured, image);
+                CHECK(timesAsked == 1);
+                CHECK(CountOf(kRed) >= width * 20 / 2);
+                FillCorner(width, 0.6f, isTextured, image);
+                CHECK(timesAsked == 0);
+            }
+        }
+    }
+}
+
+TEST_CASE("depths that are not numbers draw nothing") {
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    for (SimdLevel level : TestedLevels()) {
+        StartPicture(20, 10);
+        frameBuffer.simd = level;
+        FillTriangle({{{0, 0, nan, 1}, {20, 0, 0.5f, 1}, {0, 20, 0.5f, 1}}}, kRed);
+        CHECK(CountOf(kRed) == 0);
+    }
+}
+
+TEST_CASE("no triangle writes outside the viewport") {
+    RandomSource random(99);
+    for (SimdLevel level : TestedLevels()) {
+        for (int round = 0; round < 300; ++round) {
+            StartPicture(37, 19);
+            frameBuffer.simd = level;
+            frameBuffer.viewport = {5, 3, random.IntBetween(5, 37), random.IntBetween(3, 19)};
+            FillTriangle(RandomTriangle(random, 37, 19), kRed);
+            for (int32_t y = 0; y < 19; ++y) {
+                for (int32_t x = 0; x < 37; ++x) {
+                    if (Contains(frameBuffer.viewport, {x, y})) continue;
+                    REQUIRE(PixelAt(x, y) == Pixel{0});
+                    REQUIRE(DepthAt(x, y) == 1.0f);
+                }
+            }
+        }
+    }
+}
+
+// The edge functions of the definition, for a triangle's three corners.
+static bool IsInside(const Corners& c, int32_t x, int32_t y) {
+    bool inside = true;
+    for (size_t i = 0; i < 3; ++i) {
+        const ScreenCorner &start = c[(i + 1) % 3], &end = c[(i + 2) % 3];
+        const float w = ((static_cast<float>(x) + 0.5f - start.x) * (end.y - start.y) -
+                         (static_cast<float>(y) + 0.5f - start.y) * (end.x - start.x)) /
+                        AreaOf(c);
+        inside = inside && w >= 0;
+    }
+    return inside;
+}
+
+TEST_CASE("the columns that a row looks at hold every covered pixel") {
+    constexpr Rect kBox{0, 0, 64, 48};
+    for (SimdLevel level : TestedLevels()) {
+        CAPTURE(NameOf(level));
+        const RasterKernels& kernels = KernelsOf(level);
+        RandomSource random(3);
+        for (int round = 0; round < 5000; ++round) {
+            const Corners corners = RandomTriangle(random, 64, 48);
+            if (!(std::abs(AreaOf(corners)) >= kSmallestArea)) continue;
+            const ScreenCorner plain[3] = {corners[0], corners[1], corners[2]};
+            const int32_t first = random.IntBetween(0, 47);
+            int32_t left[kMostLanes], right[kMostLanes];
+            kernels.coveredColumns(plain, kBox, first, left, right);
+            CAPTURE(round);
+            for (int32_t row = 0; row < kernels.lanes; ++row) {
+                for (int32_t x = 0; x < 64; ++x) {
+                    if (IsInside(corners, x, first + row)) REQUIRE((x >= left[row] && x < right[row]));
+                }
+            }
+        }
+    }
+}

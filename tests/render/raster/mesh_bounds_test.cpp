@@ -1,0 +1,70 @@
+#include "render/raster/mesh_bounds.h"
+
+#include "render/builtin_meshes.h"
+#include "render/camera.h"
+#include "render/transform.h"
+#include "support/picture.h"
+#include "support/plain_renderer.h"
+#include "support/random_scene.h"
+
+#include "doctest/doctest.h"
+
+#include <algorithm>
+#include <limits>
+
+constexpr int32_t kWidth = 64, kHeight = 40;
+
+static Matrix4 RandomWorld(RandomSource& random) {
+    const float reach = random.OneIn(4) ? 4000.0f : random.OneIn(2) ? 30.0f : 4.0f;
+    const float size = random.OneIn(4) ? 50.0f : 1.0f;
+    return LocalMatrix(
+        {random.Between(-reach, reach), random.Between(-reach, reach), random.Between(-reach, reach)},
+        {random.Between(-3, 3), random.Between(-3, 3), random.Between(-3, 3)},
+        {random.Between(-size, size), random.Between(0, size), random.Between(0, size)});
+}
+
+TEST_CASE("a mesh that lies beside the view shows no pixel") {
+    constexpr uint32_t kSeed = 5150;
+    INFO("seed ", kSeed);
+    RandomSource random(kSeed);
+    const std::vector<Mesh> meshes = BuildBuiltinMeshes();
+    StartPicture(kWidth, kHeight);
+    frameBuffer.viewport = {5, 3, 60, 39};
+    int32_t beside = 0, shown = 0;
+    for (int round = 0; round < 6000; ++round) {
+        const CameraPose camera{{random.Between(-3, 3), random.Between(-3, 3), random.Between(-6, 1)},
+                                random.Between(-3, 3),
+                                random.Between(-1, 1)};
+        MeshDraw draw{.eye = camera.position, .light{0, 1, 0}};
+        draw.viewProjection = MultiplyMatrix(ProjectionMatrix(55, 36), ViewMatrix(camera));
+        draw.world = RandomWorld(random);
+        const Mesh& mesh = meshes[static_cast<size_t>(random.IntBetween(0, kBuiltinMeshCount - 1))];
+        DrawMeshPlainly(mesh, draw);
+        const bool isShown = std::ranges::any_of(frameBuffer.depth, [](float depth) { return depth < 1; });
+        const bool isBeside = IsBesideView(mesh, {draw.world, draw.viewProjection, frameBuffer.viewport});
+        CAPTURE(round);
+        REQUIRE(!(isShown && isBeside));
+        beside += isBeside;
+        shown += isShown;
+        if (isShown) std::fill(frameBuffer.depth.begin(), frameBuffer.depth.end(), kFarDepth);
+    }
+    CHECK(beside > 2'000);
+    CHECK(shown > 500);
+}
+
+TEST_CASE("what is behind the eye or far to a side lies beside the view, what is ahead does not") {
+    const Mesh cube = BuildBuiltinMeshes()[kCubeMesh];
+    const auto isBeside = [&cube](float x, float y, float z) {
+        return IsBesideView(
+            cube, {LocalMatrix({x, y, z}, {}, {1, 1, 1}), ProjectionMatrix(100, 100), {0, 0, 100, 100}});
+    };
+    CHECK_FALSE(isBeside(0, 0, 5));
+    CHECK_FALSE(isBeside(4, 0, 5));  // reaches into the viewport
+    CHECK(isBeside(0, 0, -5));
+    CHECK(isBeside(9, 0, 5));
+    CHECK(isBeside(-9, 0, 5));
+    CHECK(isBeside(0, 9, 5));
+    CHECK(isBeside(0, -9, 5));
+    CHECK_FALSE(isBeside(std::numeric_limits<float>::quiet_NaN(), 9, 5));
+    CHECK_FALSE(IsBesideView({}, {{}, ProjectionMatrix(100, 100), {0, 0, 100, 100}}));
+}
