@@ -21,6 +21,7 @@ from program import check, run_tests  # noqa: E402  pylint: disable=wrong-import
 GUIDE = os.path.join(ROOT, "docs", "guide")
 LANGUAGES = ("en", "cs")
 WORKFLOW = os.path.join(ROOT, ".github", "workflows", "ci.yml")
+START_AND_CLOSE = "tests/end_to_end/start_and_close.ps1"
 LINK = re.compile(r"!?\[[^\]]*\]\(([^)\s]+)\)")
 
 # How the guide names the keys of the table in src/app/shortcuts.cpp, and which table lists those of a screen.
@@ -189,9 +190,25 @@ def every_step_of_the_workflow_runs_what_is_in_these_sources():
         unknown = set(re.findall(r"-D(ZEL_\w+)=", step["run"])) - options
         check(not unknown, f"{name}: unknown options {unknown}")
         scripts |= set(re.findall(r"(?<![\w/])\./([\w/.-]+)", step["run"]))
-    check({"test", "package", "lint"} <= scripts, f"the workflow runs {scripts}")
-    missing = [script for script in scripts if not os.access(os.path.join(ROOT, script), os.X_OK)]
-    check(not missing, f"not to be run: {missing}")
+    check({"test", "package", "lint", START_AND_CLOSE} <= scripts, f"the workflow runs {scripts}")
+    missing = [script for script in scripts - {START_AND_CLOSE}
+               if not os.access(os.path.join(ROOT, script), os.X_OK)]
+    check(not missing and os.path.exists(os.path.join(ROOT, START_AND_CLOSE)), f"not to be run: {missing}")
+
+
+def on_windows_itself_the_workflow_runs_the_platform_tests_and_starts_the_program():
+    jobs = {"msvc": "windows-msvc", "mingw": "windows-mingw"}
+    for name, preset in jobs.items():
+        runs = [step["run"] for job, step in steps_of_the_workflow() if job == name and "run" in step]
+        check(any(f"cmake --preset {preset} -DZEL_TESTS=ON" in run for run in runs), f"{name} builds no tests")
+        check(any(f"ctest --preset {preset}" in run for run in runs), f"{name} runs no tests")
+        started = f"./{START_AND_CLOSE} build/stage/ZelEngine/ZelEngine.exe"
+        check(started in runs, f"{name} does not start the program")
+    tests = content(os.path.join(ROOT, "tests", "CMakeLists.txt"))
+    check(re.search(r"if\(CMAKE_HOST_WIN32\)[^)]*\n\s+add_test\(NAME platform COMMAND zel_platform_tests\)", tests),
+          "ctest on Windows does not know the platform tests")
+    script = content(os.path.join(ROOT, START_AND_CLOSE))
+    check("exit $process.ExitCode" in script, "the script does not give the program's exit code")
 
 
 def example_in(language):
@@ -223,4 +240,5 @@ if __name__ == "__main__":
         a_prefab_dropped_on_an_object_with_both_scripts_goes_where_the_guide_says,
         the_presets_that_documents_and_workflow_name_exist,
         every_step_of_the_workflow_runs_what_is_in_these_sources,
+        on_windows_itself_the_workflow_runs_the_platform_tests_and_starts_the_program,
     ]) else 1)
