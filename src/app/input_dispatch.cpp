@@ -147,8 +147,7 @@ static void CloseUnseenSearch() {
     CloseComponentSearch();
 }
 
-void HandleInput(const InputEvent& event) {
-    CloseUnseenSearch();
+static void Dispatch(const InputEvent& event) {
     const Point pointer{event.x, event.y};
     switch (event.kind) {
         case InputKind::Paint: RenderFrame(); break;
@@ -166,4 +165,14 @@ void HandleInput(const InputEvent& event) {
         case InputKind::FilesDropped: OnFilesDropped(event.files); break;
         case InputKind::SessionEnds: SaveBlueprintChanges(); break;
     }
+}
+
+// An input method that composes Japanese, say, takes every letter for itself: the keys of a game and the
+// shortcuts would do nothing.
+static void AllowTextInputToOwner() { AllowTextInput(OpenKeyboardOwner() != nullptr); }
+
+void HandleInput(const InputEvent& event) {
+    CloseUnseenSearch();
+    Dispatch(event);
+    AllowTextInputToOwner();
 }

@@ -82,6 +82,10 @@ void ReleaseMouse();
 
 void ShowArrowCursor();
 
+// Whether keys may be composed into characters by the system's input method, which takes them away meanwhile.
+// Allowed when the window opens.
+void AllowTextInput(bool isAllowed);
+
 // Modifier keys as they are now.
 bool IsControlHeld();
 bool IsShiftHeld();

@@ -33,6 +33,20 @@ static bool AnEntryIsOpen() {
            editorState.componentSearchActive;
 }
 
+TEST_CASE("the system's input method composes while an entry is open, and never else") {
+    for (const auto open : kOpeners) {
+        StartEditor();
+        editorState.selectedIndex = 2;
+        RenderFrame();
+        HandleInput({.kind = InputKind::Paint});
+        CHECK_FALSE(headless.textInputIsAllowed);
+        open();
+        CHECK(headless.textInputIsAllowed);
+        TapKey(kKeyEscape);
+        CHECK_FALSE(headless.textInputIsAllowed);
+    }
+}
+
 TEST_CASE("an open entry keeps every key from the commands") {
     for (const auto open : kOpeners) {
         StartEditor();

@@ -37,6 +37,7 @@ struct HeadlessPlatform {
     ClientSize clientSize{};  // the test may change it between frames
     bool quitRequested = false;
     bool mouseIsCaptured = false;
+    bool textInputIsAllowed = true;
     bool controlIsHeld = false, shiftIsHeld = false, altIsHeld = false;
     std::deque<std::vector<InputEvent>> input{};  // one batch per frame; the program ends after the last one
     int32_t presents = 0;                         // finished frames

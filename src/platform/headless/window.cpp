@@ -30,6 +30,7 @@ void CaptureMouse() { headless.mouseIsCaptured = true; }
 void ReleaseMouse() { headless.mouseIsCaptured = false; }
 
 void ShowArrowCursor() {}
+void AllowTextInput(bool isAllowed) { headless.textInputIsAllowed = isAllowed; }
 
 bool IsControlHeld() { return headless.controlIsHeld; }
 bool IsShiftHeld() { return headless.shiftIsHeld; }

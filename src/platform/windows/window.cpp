@@ -31,6 +31,7 @@ struct WindowState {
     HWND handle = nullptr;
     bool holdsMouse = false;  // captured by the program
     bool isPainting = false;
+    bool takesText = true;  // the input method may compose
     std::array<bool, 256> keyIsDown{};  // as reported, by virtual-key code
     double lastPump = 0;                // seconds
 };
@@ -312,6 +313,16 @@ void ReleaseMouse() {
 }
 
 void ShowArrowCursor() { SetCursor(LoadCursorW(nullptr, IDC_ARROW)); }
+
+// Without its context a window is left alone by the input method; the default one brings it back.
+void AllowTextInput(bool isAllowed) {
+    if (!window.handle || isAllowed == window.takesText) return;
+    window.takesText = isAllowed;
+    constexpr DWORD kDefaultContext = 0x0010;  // IACE_DEFAULT
+    BOOL(WINAPI * associate)(HWND, HANDLE, DWORD) = nullptr;
+    FindFunction(LoadSystemLibrary(L"imm32.dll"), "ImmAssociateContextEx", associate);
+    if (associate) associate(window.handle, nullptr, isAllowed ? kDefaultContext : 0);
+}
 
 bool IsControlHeld() { return GetKeyState(VK_CONTROL) < 0; }
 

@@ -4,6 +4,7 @@
 #include "platform/canvas.h"
 #include "platform/windows/main_window.h"
 #include "platform/windows/recorded_input.h"
+#include "platform/windows/system_library.h"
 #include "platform/windows/window_icon.h"
 #include "platform/windows/window_place.h"
 
@@ -300,6 +301,27 @@ TEST_CASE("a window larger than the screen opens inside its work area") {
     PumpMessages();
     CHECK(place.right - place.left <= monitor.rcWork.right - monitor.rcWork.left);
     CHECK(place.bottom - place.top <= monitor.rcWork.bottom - monitor.rcWork.top);
+}
+
+TEST_CASE("the input method has a context of the window only while text is taken") {
+    HANDLE(WINAPI * getContext)(HWND) = nullptr;
+    BOOL(WINAPI * releaseContext)(HWND, HANDLE) = nullptr;
+    const HMODULE library = LoadSystemLibrary(L"imm32.dll");
+    FindFunction(library, "ImmGetContext", getContext);
+    FindFunction(library, "ImmReleaseContext", releaseContext);
+    const bool canAsk = getContext != nullptr && releaseContext != nullptr;
+    REQUIRE(canAsk);
+    const auto hasContext = [&] {
+        const HANDLE context = getContext(MainWindow());
+        if (context) releaseContext(MainWindow(), context);
+        return context != nullptr;
+    };
+    const TestWindow window;
+    CHECK(hasContext());
+    for (const bool isAllowed : {false, true, false}) {
+        AllowTextInput(isAllowed);
+        CHECK(hasContext() == isAllowed);
+    }
 }
 
 static ClientSize SizeOf(HICON icon) {
