@@ -18,14 +18,19 @@ bool LoadPrefab(const std::wstring& path, Scene& objects) {
     }
 }
 
-bool WritePrefab(const std::wstring& path, std::span<const GameObject> objects) {
-    Scene written(objects.begin(), objects.end());
-    for (GameObject& object : written) {
+// The objects with a parent index outside the list made roots.
+static Scene WithinItself(std::span<const GameObject> objects) {
+    Scene within(objects.begin(), objects.end());
+    for (GameObject& object : within) {
         const bool hasParent =
-            object.parentIndex >= 0 && static_cast<size_t>(object.parentIndex) < written.size();
+            object.parentIndex >= 0 && static_cast<size_t>(object.parentIndex) < within.size();
         if (!hasParent) object.parentIndex = -1;
     }
-    return WriteObjectFile(path, L"ZELENGINE_PREFAB\t1", written);
+    return within;
+}
+
+bool WritePrefab(const std::wstring& path, std::span<const GameObject> objects) {
+    return WriteObjectFile(path, L"ZELENGINE_PREFAB\t1", WithinItself(objects));
 }
 
 // Adds `root` and what is below it: depth first, each object before its children, none that is taken.
@@ -64,7 +69,9 @@ Scene CollectPrefab(std::span<const GameObject> scene, int32_t root) {
     return objects;
 }
 
-Scene InPrefabOrder(std::span<const GameObject> objects) {
+// Roots are made first: nothing leads to an object under a stranger, and it would lose its place.
+Scene InPrefabOrder(std::span<const GameObject> list) {
+    const Scene objects = WithinItself(list);
     const ChildLists lists = BuildChildLists(objects);
     std::vector<bool> isTaken(objects.size(), false);
     std::vector<int32_t> order;

@@ -21,5 +21,6 @@ bool WritePrefab(const std::wstring& path, std::span<const GameObject> objects);
 Scene CollectPrefab(std::span<const GameObject> scene, int32_t root);
 
 // The same objects as a prefab holds them: every object followed by its children, the roots in their order. A
-// list that is so already stays as it is. What hangs in a cycle of parents comes last.
-Scene InPrefabOrder(std::span<const GameObject> objects);
+// parent index outside the list makes a root. A list that is so already stays as it is. What hangs in a cycle
+// of parents comes last.
+Scene InPrefabOrder(std::span<const GameObject> list);

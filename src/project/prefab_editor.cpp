@@ -56,7 +56,7 @@ void OpenPrefabEditor(const std::wstring& path) {
     }
     StopPlayMode();
     EndInteraction();
-    ShowPrefab(path, std::move(objects));
+    ShowPrefab(path, InPrefabOrder(objects));
     SetStatus(L"Otevren Prefab editor: " + LastComponent(path));
 }
 

@@ -174,7 +174,21 @@ TEST_CASE("no object is lost in the order of a prefab, whatever its parents are"
                         {.name = L"4", .parentIndex = -7}, {.name = L"5"}};
     const Scene ordered = InPrefabOrder(objects);
     REQUIRE(ordered.size() == 6);
-    CHECK(ordered[0].name == L"5");
+    CHECK(ordered[0].name == L"3");
     for (const GameObject& object : ordered) CHECK((object.parentIndex >= -1 && object.parentIndex < 6));
     CHECK(InPrefabOrder({}).empty());
+}
+
+TEST_CASE("an object whose parent index is outside the list is a root where it stands") {
+    for (const int32_t parent : {-7, -2, 3, 99}) {
+        CAPTURE(parent);
+        const Scene objects{{.name = L"first", .parentIndex = parent},
+                            {.name = L"second"},
+                            {.name = L"child", .parentIndex = 0}};
+        std::vector<std::pair<std::wstring, int32_t>> found;
+        for (const GameObject& object : InPrefabOrder(objects))
+            found.push_back({object.name, object.parentIndex});
+        CHECK(found ==
+              std::vector<std::pair<std::wstring, int32_t>>{{L"first", -1}, {L"child", 0}, {L"second", -1}});
+    }
 }

@@ -1,5 +1,6 @@
 #include "project/prefab_editor.h"
 
+#include "formats/object_line.h"
 #include "formats/prefab_file.h"
 #include "formats/scene_file.h"
 #include "platform/files.h"
@@ -295,4 +296,43 @@ TEST_CASE("a prefab that cannot be read leaves a running game alone") {
     DoubleClick(item);
     CHECK(editorState.statusMessage == L"Prefab se nepodarilo otevrit.");
     CHECK(editorState.playMode);
+}
+
+// Opens a prefab of objects of these names and parents, and saves it at once: the objects of the file then.
+static std::vector<std::pair<std::wstring, int32_t>> SavedAgain(
+    const std::vector<std::pair<std::wstring, int32_t>>& objects) {
+    const ScratchFolder folder;
+    StartProject(folder);
+    std::wstring text = L"ZELENGINE_PREFAB\t1\n";
+    for (const auto& [name, parent] : objects) WriteObjectLine(text, {.name = name, .parentIndex = parent});
+    PutFile(PrefabPath(folder), TextFileBytes(text));
+    OpenPrefabEditor(PrefabPath(folder));
+    TapWithControl('S');
+    Scene saved;
+    CHECK(LoadPrefab(PrefabPath(folder), saved));
+    std::vector<std::pair<std::wstring, int32_t>> found;
+    for (const GameObject& object : saved) found.push_back({object.name, object.parentIndex});
+    return found;
+}
+
+TEST_CASE("saving a prefab keeps its first object the root, whatever parent the file gives it") {
+    for (const int32_t parent : {-1, -2, 2, 99}) {
+        CAPTURE(parent);
+        CHECK(SavedAgain({{L"root", parent}, {L"other", -1}}) ==
+              std::vector<std::pair<std::wstring, int32_t>>{{L"root", -1}, {L"other", -1}});
+    }
+}
+
+TEST_CASE("the Prefab editor shows children behind their parents") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    std::wstring text;
+    WriteObjectLine(text, {.name = L"child", .parentIndex = 1});
+    WriteObjectLine(text, {.name = L"root"});
+    PutFile(PrefabPath(folder), TextFileBytes(text));
+    OpenPrefabEditor(PrefabPath(folder));
+    REQUIRE(editorState.scene.size() == 2);
+    CHECK(editorState.scene[0].name == L"root");
+    CHECK(editorState.scene[1].parentIndex == 0);
+    CHECK_FALSE(editorState.prefabDirty);
 }
