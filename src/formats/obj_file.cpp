@@ -26,8 +26,17 @@ static std::string_view TakeLine(std::string_view& bytes) {
 }
 
 static void ReadVertex(std::string_view text, Mesh& mesh) {
+// A number that is not finite becomes 0: without its vertex every later face would turn to the wrong corners.
+static bool TakeCoordinate(std::string_view& text, float& coordinate) {
+    if (!TakeFloat(text, coordinate)) return false;
+    if (!std::isfinite(coordinate)) coordinate = 0;
+    return true;
+}
+
     Vec3 position;
-    if (!TakeFloat(text, position.x) || !TakeFloat(text, position.y) || !TakeFloat(text, position.z)) return;
+    for (float Vec3::*axis : {&Vec3::x, &Vec3::y, &Vec3::z}) {
+        if (!TakeCoordinate(text, position.*axis)) return;
+    }
     mesh.vertices.push_back({position, kVertexColor});
 }
 

@@ -8,10 +8,10 @@
 #include <unordered_map>
 
 // Reads a model, centred and scaled into the cube of edge 2 around the origin, with white vertices. Faces are
-// cut into fans of triangles. A vertex line whose three coordinates cannot be read or are not finite counts
-// as absent, and so do face indices that name no vertex read so far. Lines are read in pieces of 1023 bytes.
-// False, with `mesh` as it was, when the file cannot be read, has no triangle, or memory does not suffice for
-// it.
+// cut into fans of triangles. A vertex line whose three coordinates cannot be read counts as absent, and so
+// do face indices that name no vertex read so far; a coordinate that is not finite is 0. Lines are read in
+// pieces of 1023 bytes. False, with `mesh` as it was, when the file cannot be read, has no triangle, or
+// memory does not suffice for it.
 bool ReadObjFile(const std::wstring& path, Mesh& mesh);
 
 // Indices into the mesh library by the full path of the model; -1 for one that cannot be loaded.

@@ -217,20 +217,6 @@ static float ConvertNumber(std::basic_string_view<Char> text, const NumberText& 
     return number.magnitude > 0 ? std::numeric_limits<float>::infinity() : 0;
 }
 
-template <typename Char>
-static bool TakeNumber(std::basic_string_view<Char>& text, float& value) {
-    auto rest = text;
-    const bool isMinus = TakeSign(rest);
-    const NumberText number = MeasureNumber(rest);
-    if (number.length == 0) return false;
-    const float magnitude = ConvertNumber(rest, number);
-    if (!std::isfinite(magnitude)) return false;
-    value = isMinus ? -magnitude : magnitude;
-    rest.remove_prefix(number.length);
-    text = rest;
-    return true;
-}
-
 int32_t ReadInteger(std::wstring_view text, int32_t fallback) {
     int64_t value = fallback;
     TakeLimited<wchar_t>(text, INT32_MIN, INT32_MAX, value);
@@ -244,9 +230,12 @@ uint32_t ReadUnsigned(std::wstring_view text, uint32_t fallback) {
 }
 
 float ReadFloat(std::wstring_view text, float fallback) {
-    float value = fallback;
-    TakeNumber(text, value);
-    return value;
+    const bool isMinus = TakeSign(text);
+    const NumberText number = MeasureNumber(text);
+    if (number.length == 0) return fallback;
+    const float magnitude = ConvertNumber(text, number);
+    if (!std::isfinite(magnitude)) return fallback;
+    return isMinus ? -magnitude : magnitude;
 }
 
 bool TakeInteger(std::string_view& text, int32_t& value) {
@@ -258,4 +247,45 @@ bool TakeInteger(std::string_view& text, int32_t& value) {
     return true;
 }
 
-bool TakeFloat(std::string_view& text, float& value) { return TakeNumber(text, value); }
+// Takes a word in lower case, whatever case the text has. False, with `text` as it was, when it is not there.
+static bool TakeWord(std::string_view& text, std::string_view word) {
+    const auto isSame = [](char c, char lower) { return c == lower || c == lower - 'a' + 'A'; };
+    if (text.size() < word.size() || !std::equal(word.begin(), word.end(), text.begin(),
+                                                 [isSame](char lower, char c) { return isSame(c, lower); })) {
+        return false;
+    }
+    text.remove_prefix(word.size());
+    return true;
+}
+
+// "inf" and "infinity", but not half of the longer word; "nan", and behind it letters and digits in brackets.
+static bool TakeWordForNumber(std::string_view& text, float& value) {
+    if (TakeWord(text, "inf")) {
+        value = std::numeric_limits<float>::infinity();
+        return TakeWord(text, "inity") || text.empty() || (text.front() != 'i' && text.front() != 'I');
+    }
+    if (!TakeWord(text, "nan")) return false;
+    value = std::numeric_limits<float>::quiet_NaN();
+    if (text.empty() || text.front() != '(') return true;
+    const size_t end =
+        text.find_first_not_of("0123456789_ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz", 1);
+    if (end == std::string_view::npos || text[end] != ')') return false;
+    text.remove_prefix(end + 1);
+    return true;
+}
+
+bool TakeFloat(std::string_view& text, float& value) {
+    std::string_view rest = text;
+    const bool isMinus = TakeSign(rest);
+    const NumberText number = MeasureNumber(rest);
+    float magnitude = 0;
+    if (number.length > 0) {
+        magnitude = ConvertNumber(rest, number);
+        rest.remove_prefix(number.length);
+    } else if (!TakeWordForNumber(rest, magnitude)) {
+        return false;
+    }
+    value = isMinus ? -magnitude : magnitude;
+    text = rest;
+    return true;
+}

@@ -27,6 +27,7 @@ float ReadFloat(std::wstring_view text, float fallback);
 // Takes the integer that `text` begins with, read as above, off its front. False when there is no digit.
 bool TakeInteger(std::string_view& text, int32_t& value);
 
-// Takes the number that `text` begins with off its front. False, with `text` and `value` as they were, when
-// there is none or when it is too large for a float.
+// Takes the number that `text` begins with off its front, which need not be finite: too large a number,
+// "inf", "infinity", "nan" and "nan(...)" in any case and with a sign are numbers too. False, with `text` and
+// `value` as they were, when there is none.
 bool TakeFloat(std::string_view& text, float& value);

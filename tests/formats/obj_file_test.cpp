@@ -96,13 +96,28 @@ TEST_CASE("a model as large as floats go is scaled without overflow") {
     CHECK(mesh.vertices[1].position == Vec3{1, 1, 0});
 }
 
-TEST_CASE("a vertex whose coordinates cannot be read or are not finite counts as absent") {
-    for (const char* line :
-         {"v 1 2\n", "v 1 2 x\n", "v\n", "v \n", "v nan 0 0\n", "v 0 inf 0\n", "v 0 0 1e99\n", "v 1,5 2 3\n",
-          "vt 9 9 9\n", "vn 9 9 9\n", "V 9 9 9\n", " v 9 9 9\n", "v\t9 9 9\n"}) {
+TEST_CASE("a vertex whose coordinates cannot be read counts as absent") {
+    for (const char* line : {"v 1 2\n", "v 1 2 x\n", "v\n", "v \n", "v 1,5 2 3\n", "v infi 0 0\n",
+                             "v n 0 0\n", "v -+inf 0 0\n", "v 0 nann 0\n", "v 0 in 0\n", "v nan(1 0 0\n",
+                             "vt 9 9 9\n", "vn 9 9 9\n", "V 9 9 9\n", " v 9 9 9\n", "v\t9 9 9\n"}) {
+        CAPTURE(line);
         const Mesh mesh = Model(line + kThreeVertices + "f 1 2 3\n");
         CHECK(mesh.vertices.size() == 3);
     }
+}
+
+TEST_CASE("a number of a vertex that is not finite is 0, and the vertex keeps its place in the count") {
+    for (const char* number : {"nan", "-nan", "NaN", "nan(7)", "inf", "-inf", "+Infinity", "1e99", "-1e99",
+                               "999999999999999999999999999999999999999999"}) {
+        CAPTURE(number);
+        // The corners of a square of edge 2 around the origin: they are not moved and not scaled.
+        const Mesh mesh = Model("v -1 -1 0\nv 1 -1 "s + number + "\nv 1 1 0\nv -1 1 0\nf 2 3 4\n");
+        REQUIRE(mesh.vertices.size() == 4);
+        CHECK(mesh.vertices[1].position == Vec3{1, -1, 0});
+        CHECK(mesh.triangles == Triangles{{1, 2, 3}});
+    }
+    const Mesh mesh = Model("v inf nan 1e99\nv 1 -1 0\nv -1 1 0\nf 1 2 3\n");
+    CHECK(mesh.vertices[0].position == Vec3{0, 0, 0});
 }
 
 TEST_CASE("numbers may have exponents, signs, a fourth value and blanks around them") {
