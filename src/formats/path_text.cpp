@@ -1,6 +1,9 @@
 #include "formats/path_text.h"
 
 #include "platform/files.h"
+#include "scene/letter_case.h"
+
+#include <algorithm>
 
 // Where the last component begins.
 static size_t ComponentStart(std::wstring_view path) {
@@ -45,4 +48,16 @@ std::wstring RelativeTo(std::wstring_view path, std::wstring_view folder) {
     const bool isBelow =
         path.size() > folder.size() && path.starts_with(folder) && IsSeparator(path[folder.size()]);
     return std::wstring(isBelow ? path.substr(folder.size() + 1) : path);
+}
+
+bool IsAtOrBelow(std::wstring_view path, std::wstring_view folder) {
+    if (folder.empty() || path.size() < folder.size()) return false;
+    const auto withOneSeparator = [](std::wstring_view text) {
+        std::wstring name(text);
+        std::ranges::replace(name, L'/', L'\\');
+        return name;
+    };
+    if (!SameWithoutCase(withOneSeparator(path.substr(0, folder.size())), withOneSeparator(folder)))
+        return false;
+    return path.size() == folder.size() || IsSeparator(folder.back()) || IsSeparator(path[folder.size()]);
 }

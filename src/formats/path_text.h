@@ -25,3 +25,7 @@ std::wstring JoinPath(std::wstring_view folder, std::wstring_view stored);
 // The part of `path` below `folder`, by an exact, case-sensitive comparison. Empty when both are equal; the
 // path as it is when it does not lie below.
 std::wstring RelativeTo(std::wstring_view path, std::wstring_view folder);
+
+// True when `path` is `folder` or lies below it, as the disk sees it: without regard to case and to which
+// separators stand there. False for no folder.
+bool IsAtOrBelow(std::wstring_view path, std::wstring_view folder);

@@ -6,7 +6,7 @@
 #include "platform/files.h"
 #include "platform/folders.h"
 #include "scene/editor_state.h"
-#include "scene/lower_case.h"
+#include "scene/letter_case.h"
 
 #include <algorithm>
 
@@ -15,9 +15,9 @@ constexpr size_t kRecentLineBuffer = 520;
 // Where the list holds a project, in upper or lower case; its end when it does not. Separators are compared
 // as they stand.
 static auto FindProject(const std::wstring& fullPath) {
-    const std::wstring key = LowerCase(fullPath);
-    return std::ranges::find_if(editorState.recentProjects,
-                                [&key](const RecentProject& entry) { return LowerCase(entry.path) == key; });
+    return std::ranges::find_if(editorState.recentProjects, [&](const RecentProject& entry) {
+        return SameWithoutCase(entry.path, fullPath);
+    });
 }
 
 static RecentProject EntryFor(const std::wstring& fullPath) {

@@ -1,15 +1,15 @@
 #include "play/score.h"
 
 #include "scene/editor_state.h"
+#include "scene/letter_case.h"
 
 #include <algorithm>
-#include <cwctype>
 #include <string>
 
-static bool MentionsScore(std::wstring text) {
-    std::ranges::transform(text, text.begin(),
-                           [](wchar_t c) { return static_cast<wchar_t>(std::towlower(c)); });
-    return text.find(L"score") != std::wstring::npos || text.find(L"skore") != std::wstring::npos;
+static bool MentionsScore(const std::wstring& text) {
+    const std::wstring capitals = UpperCase(text);
+    return capitals.find(UpperCase(L"score")) != std::wstring::npos ||
+           capitals.find(UpperCase(L"skore")) != std::wstring::npos;
 }
 
 static bool IsActiveText(const GameObject& object) { return object.active && object.isText; }

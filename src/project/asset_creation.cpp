@@ -5,7 +5,7 @@
 #include "platform/files.h"
 #include "project/asset_list.h"
 #include "scene/editor_state.h"
-#include "scene/lower_case.h"
+#include "scene/letter_case.h"
 #include "scene/numbers.h"
 #include "scene/status.h"
 
@@ -62,9 +62,9 @@ static std::wstring NewPath(const std::wstring& name, const std::wstring& extens
 
 void AddNewAsset(const std::wstring& path, bool isFolder) {
     auto& entries = editorState.fileEntries;
-    const std::wstring key = LowerCase(path);  // the disk knows no difference
-    auto place = std::ranges::find_if(
-        entries, [&key](const AssetEntry& entry) { return LowerCase(entry.path) == key; });
+    auto place = std::ranges::find_if(entries, [&path](const AssetEntry& entry) {
+        return SameWithoutCase(entry.path, path);  // the disk knows no difference
+    });
     if (place == entries.end()) place = entries.insert(place, AssetEntryFor(path, isFolder));
     editorState.selectedFile = static_cast<int32_t>(place - entries.begin());
 }

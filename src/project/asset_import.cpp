@@ -10,14 +10,14 @@
 #include "project/project_folder.h"
 #include "scene/commands.h"
 #include "scene/editor_state.h"
-#include "scene/lower_case.h"
+#include "scene/letter_case.h"
 #include "scene/status.h"
 
 constexpr size_t kLongestPath = 260;
 
 // In one step that keeps the old file when it fails, unlike a copy.
 static bool ReplaceFile(const std::wstring& from, const std::wstring& to) {
-    if (LowerCase(AbsolutePath(from)) == LowerCase(AbsolutePath(to))) return false;
+    if (SameWithoutCase(AbsolutePath(from), AbsolutePath(to))) return false;
     std::string bytes;
     return ReadWholeFile(from, bytes) && WriteWholeFile(to, bytes);
 }

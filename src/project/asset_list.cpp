@@ -4,14 +4,14 @@
 #include "platform/files.h"
 #include "project/project_folder.h"
 #include "scene/editor_state.h"
-#include "scene/lower_case.h"
+#include "scene/letter_case.h"
 
 #include <algorithm>
 
 namespace {
 
 struct KindOfExtension {
-    const wchar_t* extension;  // in lower case
+    const wchar_t* extension;
     AssetKind kind;
 };
 
@@ -34,9 +34,9 @@ constexpr KindOfExtension kKinds[] = {
 // clang-format on
 
 AssetKind AssetKindOf(const std::wstring& path) {
-    const std::wstring extension = LowerCase(FileExtension(path));
+    const std::wstring extension = FileExtension(path);
     for (const KindOfExtension& row : kKinds) {
-        if (extension == row.extension) return row.kind;
+        if (SameWithoutCase(extension, row.extension)) return row.kind;
     }
     return AssetKind::Other;
 }

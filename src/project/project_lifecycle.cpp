@@ -15,7 +15,7 @@
 #include "project/scene_switch.h"
 #include "scene/default_scenes.h"
 #include "scene/editor_state.h"
-#include "scene/lower_case.h"
+#include "scene/letter_case.h"
 #include "scene/status.h"
 
 #include <string_view>
@@ -93,7 +93,7 @@ static bool HoldsProjectFile(const std::wstring& folder) {
 static std::wstring ProjectRootOf(const std::wstring& chosen) {
     if (HoldsProjectFile(chosen)) return chosen;
     std::wstring parent = ParentFolder(chosen);
-    if (LowerCase(LastComponent(chosen)) == LowerCase(kFilesFolderName) && HoldsProjectFile(parent))
+    if (SameWithoutCase(LastComponent(chosen), kFilesFolderName) && HoldsProjectFile(parent))
         return parent;
     const bool holdsFiles = KindOfPath(JoinPath(chosen, kFilesFolderName)) == PathKind::Folder;
     return holdsFiles ? chosen : std::wstring();

@@ -6,7 +6,6 @@
 #include "platform/files.h"
 #include "platform/folders.h"
 #include "scene/editor_state.h"
-#include "scene/lower_case.h"
 #include "scene/status.h"
 
 // The path of an entry that goes.
@@ -39,17 +38,8 @@ void DeleteProjectFromDisk(int32_t index) {
     SetStatus(L"Projekt presunut do kose: " + path);
 }
 
-// In lower case, without a separator at its end.
-static std::wstring FolderKey(const std::wstring& folder) {
-    std::wstring key = LowerCase(AbsolutePath(folder));
-    while (!key.empty() && IsSeparator(key.back())) key.pop_back();
-    return key;
-}
-
 static bool ProgramRunsFrom(const std::wstring& folder) {
-    const std::wstring target = FolderKey(folder), program = FolderKey(ParentFolder(GetExecutablePath()));
-    return program.starts_with(target) &&
-           (program.size() == target.size() || IsSeparator(program[target.size()]));
+    return IsAtOrBelow(AbsolutePath(GetExecutablePath()), folder);
 }
 
 bool MoveFolderToRecycleBin(const std::wstring& path) {

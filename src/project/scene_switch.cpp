@@ -8,6 +8,7 @@
 #include "project/project_folder.h"
 #include "scene/editor_state.h"
 #include "scene/gestures.h"
+#include "scene/letter_case.h"
 #include "scene/status.h"
 #include "scene/text_entry.h"
 #include "scene/undo.h"
@@ -31,7 +32,7 @@ bool AskSaveOfChangedScene() { return SceneEqualsFile(CurrentScenePath()) || Ask
 void OpenSceneFile(const std::wstring& path) {
     if (!LeaveOtherScreens()) return;
     StopPlayMode();
-    const bool isOther = AbsolutePath(path) != AbsolutePath(editorState.scenePath);
+    const bool isOther = !SameWithoutCase(AbsolutePath(path), AbsolutePath(editorState.scenePath));
     if (isOther && !AskSaveBeforeSceneSwitch()) return;
     if (!LoadScene(path)) {
         SetStatus(L"Scenu se nepodarilo otevrit.");

@@ -1,7 +1,6 @@
 #include "project/stored_paths.h"
 
 #include "formats/path_text.h"
-#include "platform/files.h"
 #include "scene/editor_state.h"
 #include "scene/undo.h"
 
@@ -13,11 +12,6 @@ struct PathMove {
 };
 
 }  // namespace
-
-static bool IsAtOrBelow(const std::wstring& path, const std::wstring& folder) {
-    if (folder.empty() || !path.starts_with(folder)) return false;
-    return path.size() == folder.size() || IsSeparator(path[folder.size()]);
-}
 
 // Each is true when anything has changed.
 

@@ -1,21 +1,15 @@
 #include "scene/component_search.h"
 
 #include "scene/editor_state.h"
+#include "scene/letter_case.h"
 #include "scene/selection.h"
 #include "scene/status.h"
 #include "scene/typed_text.h"
 
 #include <algorithm>
-#include <cwctype>
 
 constexpr size_t kMaxSearchLength = 40;  // UTF-16 units
 constexpr size_t kMaxResults = 3;
-
-static std::wstring LowerCase(std::wstring text) {
-    std::ranges::transform(text, text.begin(),
-                           [](wchar_t c) { return static_cast<wchar_t>(std::towlower(c)); });
-    return text;
-}
 
 // True when the characters of `query` stand in `text` in this order, with anything between them.
 static bool IsSubsequence(const std::wstring& query, const std::wstring& text) {
@@ -26,10 +20,10 @@ static bool IsSubsequence(const std::wstring& query, const std::wstring& text) {
     return found == query.size();
 }
 
-// How well a component answers a query in lower case; 0 not at all.
+// How well a component answers a query in capital letters; 0 not at all.
 static size_t Score(const ComponentCommand& command, const std::wstring& query) {
     if (query.empty()) return 1;
-    const std::wstring text = LowerCase(std::wstring(command.title) + L" " + command.keywords);
+    const std::wstring text = UpperCase(std::wstring(command.title) + L" " + command.keywords);
     const size_t place = text.find(query);
     if (place != std::wstring::npos) return 100 - std::min<size_t>(place, 80);
     return IsSubsequence(query, text) ? query.size() + 20 : 0;
@@ -40,10 +34,10 @@ std::vector<const ComponentCommand*> SearchComponents(const std::wstring& query)
         const ComponentCommand* command;
         size_t score;
     };
-    const std::wstring lowerQuery = LowerCase(query);
+    const std::wstring capitals = UpperCase(query);
     std::vector<Result> results;
     for (const ComponentCommand& command : ComponentCommands()) {
-        const size_t score = Score(command, lowerQuery);
+        const size_t score = Score(command, capitals);
         if (score > 0) results.push_back({&command, score});
     }
     std::ranges::stable_sort(results, std::ranges::greater{}, &Result::score);

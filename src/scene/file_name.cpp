@@ -1,6 +1,6 @@
 #include "scene/file_name.h"
 
-#include "scene/lower_case.h"
+#include "scene/letter_case.h"
 #include "scene/typed_text.h"
 
 #include <algorithm>
@@ -10,11 +10,11 @@
 
 constexpr std::wstring_view kForbiddenCharacters = L"\\/:*?\"<>|";
 
-constexpr std::wstring_view kDevices[] = {L"con", L"prn", L"aux", L"nul"};
-constexpr std::wstring_view kNumberedDevices[] = {L"com", L"lpt"};  // with a digit from 1 on
+constexpr std::wstring_view kDevices[] = {L"CON", L"PRN", L"AUX", L"NUL"};
+constexpr std::wstring_view kNumberedDevices[] = {L"COM", L"LPT"};  // with a digit from 1 on
 
 static bool IsDeviceName(const std::wstring& name) {
-    const std::wstring stem = TrimSpaces(LowerCase(name.substr(0, name.find(L'.'))));
+    const std::wstring stem = TrimSpaces(UpperCase(name.substr(0, name.find(L'.'))));
     if (std::ranges::find(kDevices, stem) != std::end(kDevices)) return true;
     const bool isNumbered = stem.size() == 4 && stem[3] >= L'1' && stem[3] <= L'9';
     return isNumbered && std::ranges::find(kNumberedDevices, stem.substr(0, 3)) != std::end(kNumberedDevices);

@@ -85,3 +85,18 @@ TEST_CASE("a stored path is joined to the project folder with exactly one separa
     }
     editorState = EditorState{};
 }
+
+TEST_CASE("a path lies below a folder whatever the case and the separators") {
+    struct {
+        const wchar_t *path, *folder;
+        bool isBelow;
+    } cases[] = {
+        {L"C:\\a", L"C:\\a", true},      {L"C:\\a\\b", L"C:\\a", true},   {L"C:\\ab", L"C:\\a", false},
+        {L"c:/A/b", L"C:\\a", true},     {L"C:\\a\\b", L"C:\\a\\", true}, {L"C:\\a", L"C:\\a\\b", false},
+        {L"\\a", L"\\", true},           {L"C:\\a", L"", false},          {L"", L"", false},
+        {L"\u0161\\b", L"\u0160", true}, {L"\u0161\\b", L"s", false}};
+    for (const auto& [path, folder, isBelow] : cases) {
+        CAPTURE(path);
+        CHECK(IsAtOrBelow(path, folder) == isBelow);
+    }
+}

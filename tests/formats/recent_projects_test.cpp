@@ -114,6 +114,18 @@ TEST_CASE("a project that is listed already moves to the front, also in another 
     CHECK(Paths() == PathList{other, upper});
 }
 
+TEST_CASE("letters of every language are the same in upper and lower case") {
+    const ScratchFolder folder;
+    editorState = EditorState{};
+    for (const wchar_t* name : {L"\u0160kola", L"\u0161KOLA", L"\u0391\u0392\u0413", L"\u03B1\u03B2\u0433"}) {
+        PutFolder(folder / name + L"\\Files");
+        AddRecentProject(folder / name);
+    }
+    REQUIRE(editorState.recentProjects.size() == 2);
+    CHECK(editorState.recentProjects[0].name == L"\u03B1\u03B2\u0433");
+    CHECK(editorState.recentProjects[1].name == L"\u0161KOLA");
+}
+
 TEST_CASE("the list is saved as full paths, most recent first, without what is no project now") {
     const ScratchFolder folder;
     AnswerFoldersIn(folder);

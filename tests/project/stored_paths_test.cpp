@@ -69,14 +69,15 @@ TEST_CASE("the objects' paths follow wherever objects are kept") {
     }
 }
 
-TEST_CASE("only the path itself and what lies below it follows, by an exact comparison") {
+TEST_CASE("only the path itself and what lies below it follows, in upper or lower case") {
     struct {
         const wchar_t *from, *path, *result;
     } cases[] = {{L"C:\\a", L"C:\\a", L"X"},
                  {L"C:\\a", L"C:\\a\\b", L"X\\b"},
                  {L"C:\\a", L"C:\\a/b", L"X/b"},
                  {L"C:\\a", L"C:\\ab", L"C:\\ab"},
-                 {L"C:\\a", L"C:\\A\\b", L"C:\\A\\b"},
+                 {L"C:\\a", L"C:\\A\\b", L"X\\b"},
+                 {L"C:\\\u0161", L"c:/\u0160\\b", L"X\\b"},
                  {L"C:\\a", L"C:\\", L"C:\\"},
                  {L"C:\\a", L"", L""},
                  {L"", L"C:\\a", L"C:\\a"}};

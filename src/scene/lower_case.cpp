@@ -1,8 +1,0 @@
-#include "scene/lower_case.h"
-
-#include <cwctype>
-
-std::wstring LowerCase(std::wstring text) {
-    for (wchar_t& c : text) c = static_cast<wchar_t>(std::towlower(static_cast<std::wint_t>(c)));
-    return text;
-}
