@@ -51,6 +51,7 @@ AssetEntry AssetEntryFor(const std::wstring& path, bool isFolder) {
 static void AddEntriesOf(const std::wstring& folder, std::vector<AssetEntry>& list) {
     std::vector<FolderEntry> entries;
     if (!ListFolder(folder, entries)) return;
+    std::ranges::sort(entries, NameComesBefore, &FolderEntry::name);
     for (const FolderEntry& entry : entries) {
         if (entry.isLink) continue;
         const std::wstring path = JoinPath(folder, entry.name);

@@ -19,6 +19,13 @@ static void StartWith(const ScratchFolder& folder, const std::vector<std::wstrin
 }
 
 static const AssetEntry* EntryNamed(const std::wstring& name) {
+static void RenameNamed(const std::wstring& name, const std::wstring& newName) {
+    const auto& entries = editorState.fileEntries;
+    const auto entry = std::ranges::find(entries, name, &AssetEntry::name);
+    REQUIRE(entry != entries.end());
+    RenameAsset(static_cast<int32_t>(entry - entries.begin()), newName);
+}
+
     const auto found = std::ranges::find(editorState.fileEntries, name, &AssetEntry::name);
     return found == editorState.fileEntries.end() ? nullptr : &*found;
 }
@@ -279,7 +286,7 @@ TEST_CASE("a renamed open scene is the one that the next start opens") {
     TapWithControl('S');
     const std::string before = FileBytes(ProjectIn(folder) + L"\\project.zel");
     const size_t objects = editorState.scene.size();
-    RenameAsset(0, L"Levels");  // the folder "Scenes"
+    RenameNamed(L"Scenes", L"Levels");
     REQUIRE(editorState.scenePath == FilesIn(folder) + L"\\Levels\\Main.scene");
     std::string expected = before;
     expected.replace(expected.find("Files\\Scenes\\Main.scene"), 23, "Files\\Levels\\Main.scene");

@@ -49,15 +49,33 @@ TEST_CASE("the list holds everything below Files, by name, each folder before wh
     PutFile(FilesIn(folder) + L"\\z.txt", "");
     PutFolder(FilesIn(folder) + L"\\imported\\folder.obj");
     RefreshAssetList();
-    CHECK(RelativePaths() ==
-          std::vector<std::wstring>{L"Scenes", L"Scenes\\Main.scene", L"imported", L"imported\\a",
-                                    L"imported\\a\\deep.png", L"imported\\b.OBJ", L"imported\\folder.obj",
-                                    L"scripts", L"scripts\\PlayerController.cpp", L"z.txt"});
-    const AssetEntry& model = editorState.fileEntries[5];
+    CHECK(RelativePaths() == std::vector<std::wstring>{L"imported", L"imported\\a", L"imported\\a\\deep.png",
+                                                       L"imported\\b.OBJ", L"imported\\folder.obj", L"Scenes",
+                                                       L"Scenes\\Main.scene", L"scripts",
+                                                       L"scripts\\PlayerController.cpp", L"z.txt"});
+    const AssetEntry& model = editorState.fileEntries[3];
     CHECK(model.name == L"b.OBJ");
     CHECK(model.folder == FilesIn(folder) + L"\\imported");
     CHECK(model.kind == AssetKind::Model);
-    CHECK(editorState.fileEntries[6].kind == AssetKind::Folder);
+    CHECK(editorState.fileEntries[4].kind == AssetKind::Folder);
+}
+
+TEST_CASE("names are sorted without regard to case, and by code where they differ in case only") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    for (const wchar_t* name : {L"b.txt", L"A.txt", L"a.txt", L"_.txt", L"Z.txt", L"\u0161.txt",
+                                L"\u0160a.txt", L"\u0160.txt", L"\u010D.txt", L"\u010C.txt"}) {
+        PutFile(FilesIn(folder) + L"\\scripts\\" + name, "");
+    }
+    RefreshAssetList();
+    std::vector<std::wstring> names;
+    for (const AssetEntry& entry : editorState.fileEntries) {
+        if (entry.folder == FilesIn(folder) + L"\\scripts") names.push_back(entry.name);
+    }
+    // "_" stands between "Z" and "a" in the code: letters count as capitals.
+    CHECK(names == std::vector<std::wstring>{L"A.txt", L"a.txt", L"b.txt", L"PlayerController.cpp", L"Z.txt",
+                                             L"_.txt", L"\u010C.txt", L"\u010D.txt", L"\u0160.txt",
+                                             L"\u0161.txt", L"\u0160a.txt"});
 }
 
 TEST_CASE("listing makes the project's folders again") {
@@ -65,7 +83,7 @@ TEST_CASE("listing makes the project's folders again") {
     StartProject(folder);
     RemoveTree(FilesIn(folder));
     RefreshAssetList();
-    CHECK(RelativePaths() == std::vector<std::wstring>{L"Scenes", L"imported", L"scripts"});
+    CHECK(RelativePaths() == std::vector<std::wstring>{L"imported", L"Scenes", L"scripts"});
 }
 
 TEST_CASE("the selected file stays selected while it is there") {

@@ -63,11 +63,11 @@ TEST_CASE("items stand 108 pixels apart, and go on 60 pixels below") {
     editorState.panels.bottomHeight = 260;
     RenderFrame();
     const int32_t top = CurrentLayout().bottomTop + 82;
-    CHECK(CornerOf(L"Scenes") == Point{18, top});
-    CHECK(CornerOf(L"f100.txt") == Point{18 + 108, top});
+    CHECK(CornerOf(L"f100.txt") == Point{18, top});
+    CHECK(CornerOf(L"f101.txt") == Point{18 + 108, top});
     // The twelfth ends at 18 + 11 * 108 + 98 = 1304; a thirteenth would end beyond 1342.
-    CHECK(CornerOf(L"f110.txt") == Point{18 + 11 * 108, top});
-    CHECK(CornerOf(L"f111.txt") == Point{18, top + 60});
+    CHECK(CornerOf(L"f111.txt") == Point{18 + 11 * 108, top});
+    CHECK(CornerOf(L"f112.txt") == Point{18, top + 60});
 }
 
 TEST_CASE("a cell is hit from 6 pixels above its corner to 51 below, and 98 pixels to the right") {
@@ -161,9 +161,9 @@ TEST_CASE("the title of a menu keeps it open, and a press outside closes it and 
     const Point corner = editorState.filesItemMenu.corner;
     Click({corner.x + 20, corner.y + 33});
     CHECK(editorState.filesItemMenu.open);
-    Click(FileNamed(L"Scenes"));
+    Click(FileNamed(L"scripts"));
     CHECK_FALSE(editorState.filesItemMenu.open);
-    CHECK(editorState.statusMessage == L"Vybrana polozka projektu: Scenes");
+    CHECK(editorState.statusMessage == L"Vybrana polozka projektu: scripts");
 }
 
 TEST_CASE("while the Console is shown the page takes no click") {
