@@ -27,6 +27,47 @@ static bool FindCurrentScene(TextFile& file, std::wstring& stored) {
     return false;
 }
 
+namespace {
+
+// A name of a path, and the separator before it.
+struct PathPart {
+    wchar_t separator = L'\\';
+    std::wstring name{};
+};
+
+}  // namespace
+
+// A stored scene path without ".", ".." and doubled separators. False when it leads out of the project on its
+// way, or to a device, a stream or another drive, and for one that ends like a folder. The file that a
+// project names is written by the next save, wherever the project came from.
+static bool ResolveInProject(std::wstring_view stored, std::wstring& resolved) {
+    std::vector<PathPart> parts;
+    PathPart part;
+    while (!stored.empty()) {
+        const size_t end = std::min(stored.find_first_of(L"\\/"), stored.size());
+        part.name = stored.substr(0, end);
+        if (part.name == L"..") {
+            if (parts.empty()) return false;
+            parts.pop_back();
+        } else if (!part.name.empty() && part.name != L".") {
+            if (!IsUsableFileName(part.name) ||
+                part.name.find_first_of(kForbiddenInNames) != std::wstring::npos)
+                return false;
+            parts.push_back(part);
+        }
+        if (end == stored.size()) break;
+        part.separator = stored[end];
+        stored.remove_prefix(end + 1);
+        if (stored.empty()) return false;
+    }
+    resolved.clear();
+    for (const PathPart& kept : parts) {
+        if (!resolved.empty()) resolved += kept.separator;
+        resolved += kept.name;
+    }
+    return true;
+}
+
 std::wstring MainScenePath(const std::wstring& filesRoot) {
     return JoinPath(filesRoot, L"Scenes\\Main.scene");
 }
@@ -79,27 +120,14 @@ bool WriteCurrentScenePath() {
     return WriteWholeFile(projectFile, bytes);
 }
 
-// A stored path of plain names: none of them leads upwards, to another drive or a device. The file that a
-// project names is written by the next save, wherever the project came from.
-static bool StaysInProject(std::wstring_view stored) {
-    while (!stored.empty()) {
-        const size_t end = std::min(stored.find_first_of(L"\\/"), stored.size());
-        const std::wstring name(stored.substr(0, end));
-        if (!IsUsableFileName(name) || name.find_first_of(kForbiddenInNames) != std::wstring::npos)
-            return false;
-        stored.remove_prefix(std::min(end + 1, stored.size()));
-    }
-    return true;
-}
-
 bool ReadProjectFile(const std::wstring& folder) {
     const std::wstring projectFile = JoinPath(folder, kProjectFileName);
     TextFile file;
     if (!ReadTextFile(projectFile, file)) return false;
 
-    std::wstring stored;
-    if (FindCurrentScene(file, stored) && StaysInProject(stored)) {
-        const std::wstring scenePath = JoinPath(folder, stored);
+    std::wstring stored, resolved;
+    if (FindCurrentScene(file, stored) && ResolveInProject(stored, resolved)) {
+        const std::wstring scenePath = JoinPath(folder, resolved);
         if (KindOfPath(scenePath) == PathKind::File && LoadScene(scenePath)) {
             editorState.scenePath = scenePath;
             return true;

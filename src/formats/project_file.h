@@ -28,8 +28,8 @@ bool WriteProjectCopy(const std::wstring& folder);
 // file as it is. False when there is no such file or line, or when it cannot be written.
 bool WriteCurrentScenePath();
 
-// Loads the scene that the project in `folder` names and makes it the current one. When it is not named,
-// not there, not readable or named by a path that could lead out of the folder ("..", a drive, a device), the
-// current scene becomes Files\Scenes\Main.scene with the objects that the project file keeps. False, with the
-// old scene as it was, when the project file cannot be read.
+// Loads the scene that the project in `folder` names and makes it the current one; ".", ".." and doubled separators
+// in its path are resolved. When it is not named, not there, not readable or named by a path that leads out of the
+// folder, to a drive, a stream or a device, the current scene becomes Files\Scenes\Main.scene with the objects that
+// the project file keeps. False, with the old scene as it was, when the project file cannot be read.
 bool ReadProjectFile(const std::wstring& folder);

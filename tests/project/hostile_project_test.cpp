@@ -208,6 +208,35 @@ TEST_CASE("a name typed for a file never leads out of its folder") {
     }
 }
 
+TEST_CASE("a scene path within the project is taken with its dots and separators resolved") {
+    struct {
+        const char* stored;
+        const wchar_t* scene;
+    } cases[] = {{".\\Files\\Scenes\\A.scene", L"Files\\Scenes\\A.scene"},
+                 {"./Files/Scenes/A.scene", L"Files/Scenes/A.scene"},
+                 {"Files\\\\Scenes\\A.scene", L"Files\\Scenes\\A.scene"},
+                 {"Files//Scenes\\\\\\A.scene", L"Files/Scenes\\A.scene"},
+                 {"\\Files\\Scenes\\A.scene", L"Files\\Scenes\\A.scene"},
+                 {"//Files\\.\\Scenes\\.\\.\\A.scene", L"Files\\Scenes\\A.scene"},
+                 {"Files\\..\\Files\\Scenes\\A.scene", L"Files\\Scenes\\A.scene"},
+                 {"A.scene", L"A.scene"}};
+    for (const auto& [stored, scene] : cases) {
+        CAPTURE(stored);
+        const ScratchFolder folder;
+        StartIn(folder);
+        const std::wstring root = HostileIn(folder), path = root + L"\\" + scene;
+        PutFile(root + L"\\project.zel", std::string("CURRENT_SCENE\t") + stored + "\n");
+        PutFile(path, kVictim);
+        ShowHub();
+        CHECK(OpenProject(root));
+        CHECK(editorState.scenePath == path);
+        SaveProject();
+        CHECK(KindOfPath(root + L"\\Files\\Scenes\\Main.scene") == PathKind::Missing);
+        CHECK(FileBytes(root + L"\\project.zel").find("\r\nCURRENT_SCENE\t" + EncodeUtf8(scene) + "\r\n") !=
+              std::string::npos);
+    }
+}
+
 TEST_CASE("a project may name its scene by any path of plain names") {
     for (const char* stored : {"Files\\Scenes\\Other.scene", "Files/Scenes/Other.scene", "Other.scene",
                                "Files\\a..b\\Other scene (2).scene", "Files\\\xC5\xBElu\xC5\xA5.scene"}) {
