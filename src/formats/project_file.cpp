@@ -14,8 +14,9 @@
 constexpr size_t kProjectLineBuffer = 4096;
 constexpr std::wstring_view kForbiddenInNames = L":*?\"<>|";  // of Windows, beside the separators
 
-// The path in the file's first CURRENT_SCENE line, as stored. False without such a line.
-static bool FindCurrentScene(TextFile& file, std::wstring& stored) {
+// Cuts the file up to its first line with CURRENT_SCENE and a path. `stored` is that path, a part of the
+// file's current line. False without such a line.
+static bool FindCurrentScene(TextFile& file, std::wstring_view& stored) {
     std::wstring_view line;
     std::vector<std::wstring_view> fields;
     while (NextLine(file, kProjectLineBuffer, line)) {
@@ -25,6 +26,22 @@ static bool FindCurrentScene(TextFile& file, std::wstring& stored) {
         return true;
     }
     return false;
+}
+
+// The file's bytes with another text in place of `part` of its current line. All other lines stay as they
+// are.
+static std::string BytesWith(const TextFile& file, std::wstring_view part, std::wstring_view text) {
+    std::wstring line = file.line;
+    line.replace(static_cast<size_t>(part.data() - file.line.data()), part.size(), text);
+    size_t lineEnd = file.nextByte;
+    if (file.hasEnd) --lineEnd;
+    if (file.hasEnd && lineEnd > file.lineByte && file.bytes[lineEnd - 1] == '\r') --lineEnd;
+    const std::string_view bytes = file.bytes;
+    std::string changed(bytes.starts_with(kUtf8Mark) ? "" : kUtf8Mark);
+    changed += bytes.substr(0, file.lineByte);
+    changed += EncodeUtf8(line);
+    changed += bytes.substr(lineEnd);
+    return changed;
 }
 
 namespace {
@@ -107,17 +124,19 @@ bool WriteProjectCopy(const std::wstring& folder) {
     return WriteInto(folder, RelativeTo(editorState.scenePath, editorState.projectRoot));
 }
 
-bool WriteCurrentScenePath() {
-    constexpr std::string_view kTag = "\nCURRENT_SCENE\t";
-    const std::wstring projectFile = JoinPath(editorState.projectRoot, kProjectFileName);
-    std::string bytes;
-    if (!ReadWholeFile(projectFile, bytes)) return false;
-    const size_t tag = bytes.find(kTag);
-    if (tag == std::string::npos) return false;
-    const size_t begin = tag + kTag.size();
-    const size_t end = std::min(bytes.find_first_of("\r\n", begin), bytes.size());
-    bytes.replace(begin, end - begin, EncodeUtf8(RelativeTo(editorState.scenePath, editorState.projectRoot)));
-    return WriteWholeFile(projectFile, bytes);
+bool MoveCurrentScene(const std::wstring& from, const std::wstring& to) {
+    const std::wstring& root = editorState.projectRoot;
+    const std::wstring projectFile = JoinPath(root, kProjectFileName);
+    if (KindOfPath(projectFile) == PathKind::Missing) return true;
+    TextFile file;
+    if (!ReadTextFile(projectFile, file)) return false;
+    std::wstring_view stored;
+    std::wstring resolved;
+    if (!FindCurrentScene(file, stored) || !ResolveInProject(stored, resolved)) return true;
+    const std::wstring scenePath = JoinPath(root, resolved);
+    if (!IsAtOrBelow(scenePath, from)) return true;
+    const std::wstring moved = to + scenePath.substr(from.size());
+    return WriteWholeFile(projectFile, BytesWith(file, stored, RelativeTo(moved, root)));
 }
 
 bool ReadProjectFile(const std::wstring& folder) {
@@ -125,7 +144,8 @@ bool ReadProjectFile(const std::wstring& folder) {
     TextFile file;
     if (!ReadTextFile(projectFile, file)) return false;
 
-    std::wstring stored, resolved;
+    std::wstring_view stored;
+    std::wstring resolved;
     if (FindCurrentScene(file, stored) && ResolveInProject(stored, resolved)) {
         const std::wstring scenePath = JoinPath(folder, resolved);
         if (KindOfPath(scenePath) == PathKind::File && LoadScene(scenePath)) {

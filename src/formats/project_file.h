@@ -24,9 +24,10 @@ bool WriteProjectFile(const std::wstring& folder);
 // and so stands for the same place in the copy.
 bool WriteProjectCopy(const std::wstring& folder);
 
-// Writes the current scene's new path into the project file of the open project and leaves the rest of the
-// file as it is. False when there is no such file or line, or when it cannot be written.
-bool WriteCurrentScenePath();
+// After `from` was renamed to `to`: where the project file of the open project names a scene that is `from`
+// or lies below it, it names the same place under `to` from now on, and the rest of the file stays. False
+// when the file cannot be read or written; true when there is nothing to change.
+bool MoveCurrentScene(const std::wstring& from, const std::wstring& to);
 
 // Loads the scene that the project in `folder` names and makes it the current one; ".", ".." and doubled separators
 // in its path are resolved. When it is not named, not there, not readable or named by a path that leads out of the

@@ -164,6 +164,7 @@ static void DecodeNextLine(TextFile& file) {
     const size_t lineFeed = rest.find('\n');
     file.hasEnd = lineFeed != std::string_view::npos;
     std::string_view bytes = rest.substr(0, lineFeed);
+    file.lineByte = file.nextByte;
     file.nextByte += bytes.size() + (file.hasEnd ? 1 : 0);
     // CR LF is one line end, and so counts once toward the buffer.
     if (file.hasEnd && bytes.ends_with('\r')) bytes.remove_suffix(1);

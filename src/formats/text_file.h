@@ -13,6 +13,7 @@ inline constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 struct TextFile {
     std::string bytes{};  // UTF-8, behind the byte-order mark
     size_t nextByte = 0;  // where the line after `line` begins
+    size_t lineByte = 0;  // where `line` begins
     std::wstring line{};  // the line being handed out, without its end
     size_t nextUnit = 0;  // how much of it has been handed out
     bool inLine = false;  // some of it, or its end, has not been

@@ -69,13 +69,13 @@ void RenameAsset(int32_t index, const std::wstring& name) {
         SetStatus(L"Soubor nebo slozku se nepodarilo prejmenovat.");
         return;
     }
-    const std::wstring scenePath = editorState.scenePath;
     MoveStoredPaths(entry.path, newPath);
-    // Or the next start would look for the scene under its old name.
-    if (editorState.scenePath != scenePath) WriteCurrentScenePath();
     editorState.fileEntries[static_cast<size_t>(index)] =
         AssetEntryFor(newPath, entry.kind == AssetKind::Folder);
-    SetStatus(L"Polozka projektu byla prejmenovana.");
+    // Or the next start would look for the scene under its old name.
+    const bool isStored = MoveCurrentScene(entry.path, newPath);
+    SetStatus(isStored ? L"Polozka projektu byla prejmenovana."
+                       : L"Polozka prejmenovana, ale project.zel se nepodarilo ulozit.");
 }
 
 // Beside the entry, with "_Copy" before its extension, and a number behind that where the name is taken.

@@ -18,7 +18,6 @@ static void StartWith(const ScratchFolder& folder, const std::vector<std::wstrin
     RenderFrame();
 }
 
-static const AssetEntry* EntryNamed(const std::wstring& name) {
 static void RenameNamed(const std::wstring& name, const std::wstring& newName) {
     const auto& entries = editorState.fileEntries;
     const auto entry = std::ranges::find(entries, name, &AssetEntry::name);
@@ -26,6 +25,7 @@ static void RenameNamed(const std::wstring& name, const std::wstring& newName) {
     RenameAsset(static_cast<int32_t>(entry - entries.begin()), newName);
 }
 
+static const AssetEntry* EntryNamed(const std::wstring& name) {
     const auto found = std::ranges::find(editorState.fileEntries, name, &AssetEntry::name);
     return found == editorState.fileEntries.end() ? nullptr : &*found;
 }
@@ -162,9 +162,14 @@ TEST_CASE("whichever step of a rename fails, the name is the old one or the new 
         [](const ScratchFolder& folder) {
             const bool isRenamed = EntryNamed(L"c.txt") != nullptr;
             CHECK(FileBytes(FilesIn(folder) + (isRenamed ? L"\\c.txt" : L"\\a.txt")) == "bytes");
-            CHECK(editorState.statusMessage == (isRenamed
-                                                    ? L"Polozka projektu byla prejmenovana."
-                                                    : L"Soubor nebo slozku se nepodarilo prejmenovat."));
+            if (!isRenamed) {
+                CHECK(editorState.statusMessage == L"Soubor nebo slozku se nepodarilo prejmenovat.");
+                return;
+            }
+            // Nobody knows what a project file names that cannot be read.
+            const bool isPlain = editorState.statusMessage == L"Polozka projektu byla prejmenovana.";
+            CHECK((isPlain || editorState.statusMessage ==
+                                  L"Polozka prejmenovana, ale project.zel se nepodarilo ulozit."));
         });
 }
 
@@ -295,4 +300,88 @@ TEST_CASE("a renamed open scene is the one that the next start opens") {
     REQUIRE(OpenProject(ProjectIn(folder)));
     CHECK(editorState.scenePath == FilesIn(folder) + L"\\Levels\\Main.scene");
     CHECK(editorState.scene.size() == objects);
+}
+
+// The stored scene path of the open project after a rename, with project.zel of these bytes.
+static std::string SceneAfterRename(const std::string& before, const std::wstring& name,
+                                    const std::wstring& newName) {
+    const ScratchFolder folder;
+    StartProject(folder);
+    PutFile(FilesIn(folder) + L"\\Scenes\\Other.scene", "ZELENGINE_SCENE\t1\r\n");
+    PutFile(ProjectIn(folder) + L"\\project.zel", before);
+    RefreshAssetList();
+    RenameNamed(name, newName);
+    CHECK(editorState.statusMessage == L"Polozka projektu byla prejmenovana.");
+    return FileBytes(ProjectIn(folder) + L"\\project.zel");
+}
+
+TEST_CASE("renaming changes the stored scene only where it names what was renamed") {
+    const std::string other = "CURRENT_SCENE\tFiles\\Scenes\\Other.scene\n";
+    // Main.scene is open, and the file names the other one.
+    CHECK(SceneAfterRename(other, L"Main.scene", L"First.scene") == other);
+    CHECK(SceneAfterRename(other, L"imported", L"Scenes2") == other);
+    CHECK(SceneAfterRename(other, L"Other.scene", L"Second.scene") ==
+          "\xEF\xBB\xBF"
+          "CURRENT_SCENE\tFiles\\Scenes\\Second.scene\n");
+    CHECK(SceneAfterRename(other, L"Scenes", L"Levels") ==
+          "\xEF\xBB\xBF"
+          "CURRENT_SCENE\tFiles\\Levels\\Other.scene\n");
+    // As the disk finds it: in another case, with other separators.
+    CHECK(
+        SceneAfterRename("CURRENT_SCENE\t.\\files//SCENES\\other.scene\n", L"Other.scene", L"Second.scene") ==
+        "\xEF\xBB\xBF"
+        "CURRENT_SCENE\tFiles\\Scenes\\Second.scene\n");
+    // What leads out of the project is no scene of it.
+    const std::string outside = "CURRENT_SCENE\t..\\ZelEngineProject\\Files\\Scenes\\Other.scene\n";
+    CHECK(SceneAfterRename(outside, L"Other.scene", L"Second.scene") == outside);
+}
+
+TEST_CASE("the stored scene follows a rename wherever its line stands and however the file is encoded") {
+    const std::string line = "CURRENT_SCENE\tFiles\\Scenes\\Main.scene", mark = "\xEF\xBB\xBF",
+                      newLine = "CURRENT_SCENE\tFiles\\Scenes\\First.scene";
+    struct {
+        std::string before, after;
+    } cases[] = {
+        {line, newLine},                // without a line end
+        {line + "\n", newLine + "\n"},  // the first line
+        {mark + line + "\r\nO\r\n", newLine + "\r\nO\r\n"},
+        {"\n\n" + line + "\r\n", "\n\n" + newLine + "\r\n"},
+        // Bytes that are no text stay in every other line; the first line with a path counts.
+        {"\xFF\n" + line + "\tmore\n" + line + "\n", "\xFF\n" + newLine + "\tmore\n" + line + "\n"},
+        {"CURRENT_SCENE\nxCURRENT_SCENE\ty\n" + line, "CURRENT_SCENE\nxCURRENT_SCENE\ty\n" + newLine},
+    };
+    for (const auto& [before, after] : cases) {
+        CAPTURE(before);
+        CHECK(SceneAfterRename(before, L"Main.scene", L"First.scene") == mark + after);
+    }
+    std::string wide = "\xFF\xFE";
+    for (const char c : line + "\r\n") wide += {c, '\0'};
+    CHECK(SceneAfterRename(wide, L"Main.scene", L"First.scene") == mark + newLine + "\r\n");
+}
+
+TEST_CASE("a rename that cannot be written into the project file says so") {
+    FailEachStep([](const ScratchFolder& folder) { StartProject(folder); },
+                 [](const ScratchFolder&) { RenameNamed(L"Scenes", L"Levels"); },  // the folder "Scenes"
+                 [](const ScratchFolder& folder) {
+                     const bool isRenamed = KindOfPath(FilesIn(folder) + L"\\Levels") == PathKind::Folder;
+                     const std::string scene =
+                         FileBytes(ProjectIn(folder) + L"\\project.zel").find("\\Levels\\") ==
+                                 std::string::npos
+                             ? "old"
+                             : "new";
+                     const std::wstring expected =
+                         !isRenamed       ? L"Soubor nebo slozku se nepodarilo prejmenovat."
+                         : scene == "new" ? L"Polozka projektu byla prejmenovana."
+                                          : L"Polozka prejmenovana, ale project.zel se nepodarilo ulozit.";
+                     CHECK(editorState.statusMessage == expected);
+                 });
+}
+
+TEST_CASE("a project without a project file needs none for a rename") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    RemoveTree(ProjectIn(folder) + L"\\project.zel");
+    RenameNamed(L"Scenes", L"Levels");
+    CHECK(editorState.statusMessage == L"Polozka projektu byla prejmenovana.");
+    CHECK(KindOfPath(ProjectIn(folder) + L"\\project.zel") == PathKind::Missing);
 }
