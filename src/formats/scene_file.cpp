@@ -1,7 +1,6 @@
 #include "formats/scene_file.h"
 
 #include "formats/object_line.h"
-#include "platform/files.h"
 #include "scene/default_scenes.h"
 #include "scene/editor_state.h"
 
@@ -12,13 +11,24 @@
 
 constexpr std::wstring_view kHeader = L"ZELENGINE_SCENE\t1";
 
-bool SaveScene(const std::wstring& path) { return WriteObjectFile(path, kHeader, editorState.scene); }
-
-bool SceneEqualsFile(const std::wstring& path) {
-    std::string bytes;
-    if (!ReadWholeFile(path, bytes)) return false;
-    return bytes == TextFileBytes(ObjectFileText(kHeader, editorState.scene));
+bool SaveScene(const std::wstring& path) {
+    if (!WriteObjectFile(path, kHeader, editorState.scene)) return false;
+    MarkSceneSaved();
+    return true;
 }
+
+// Shares with the undo history what did not change since: a scene that is edited is kept once.
+void MarkSceneSaved() {
+    const auto& history = editorState.undoScenes;
+    const SceneSnapshot& earlier = history.empty() ? editorState.savedScene : history.back();
+    try {
+        editorState.savedScene = TakeSnapshot(editorState.scene, &earlier);
+    } catch (const std::bad_alloc&) {
+        editorState.savedScene = {};  // a question too many is better than one too few
+    }
+}
+
+bool SceneIsSaved() { return HoldsScene(editorState.savedScene, editorState.scene); }
 
 namespace {
 
@@ -62,6 +72,7 @@ bool LoadScene(const std::wstring& path) {
         TextFile file;
         if (ReadTextFile(path, file)) {
             ReadScene(file);
+            MarkSceneSaved();
             return true;
         }
     } catch (const std::bad_alloc&) {  // a file too large for the machine is one that cannot be read

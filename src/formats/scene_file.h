@@ -7,8 +7,12 @@
 // cannot be written.
 bool SaveScene(const std::wstring& path);
 
-// True when saving the open scene would leave the file as it is.
-bool SceneEqualsFile(const std::wstring& path);
+// True when the objects of the open scene are those that were last loaded or saved, whatever its file looks
+// like.
+bool SceneIsSaved();
+
+// Makes the open scene the one that was last saved, as saving and loading do.
+void MarkSceneSaved();
 
 // Replaces the open scene, the mesh library and the textures by what the file names; a file without objects
 // gives the default scene with its samples. Lines that store no object are skipped, the header among them.

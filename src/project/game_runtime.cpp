@@ -19,6 +19,7 @@ bool DetectRuntimeProject() {
         editorState.scenePath = MainScenePath(editorState.filesRoot);
     }
 
+    editorState.savedScene = {};  // a game asks for no saving
     RefreshAssetList();
     editorState.playMode = true;
     editorState.runtimeMode = true;

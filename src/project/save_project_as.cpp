@@ -47,6 +47,9 @@ void SaveProjectAs() {
         return;
     }
     MoveToProject(folder);
+    // The paths in its objects have changed with the folder; stored relative to it, they are what was just
+    // saved.
+    if (!editorState.scenePath.empty()) MarkSceneSaved();
     RefreshAssetList();
     AddRecentProject(folder);
     SaveRecentProjects();

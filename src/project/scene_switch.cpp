@@ -27,7 +27,7 @@ bool AskSaveBeforeSceneSwitch() {
     return true;
 }
 
-bool AskSaveOfChangedScene() { return SceneEqualsFile(CurrentScenePath()) || AskSaveBeforeSceneSwitch(); }
+bool AskSaveOfChangedScene() { return SceneIsSaved() || AskSaveBeforeSceneSwitch(); }
 
 void OpenSceneFile(const std::wstring& path) {
     if (!LeaveOtherScreens()) return;

@@ -7,8 +7,8 @@
 // happen: the user cancelled, or saving failed; the status message says which.
 bool AskSaveBeforeSceneSwitch();
 
-// The same where the open scene differs from its file, before it is left for another project or the Project
-// Hub. True without a question when nothing would be lost.
+// The same where the objects of the open scene are not those last loaded or saved, before it is left for
+// another project or the Project Hub. True without a question when nothing would be lost.
 bool AskSaveOfChangedScene();
 
 // Opens a scene file, after that question when it is not the open one. A game stops first. On failure, or

@@ -36,10 +36,11 @@ static bool MovePathsOf(Scene& scene, const PathMove& move) {
     return changed;
 }
 
-// Taken anew one after the other, so that they share again what did not change between them.
+// Taken anew one after the other, so that they share again what did not change between them, nor since the
+// scene was saved.
 static void MovePathsOf(std::vector<SceneSnapshot>& history, const PathMove& move) {
     Scene scene;
-    const SceneSnapshot* earlier = nullptr;
+    const SceneSnapshot* earlier = &editorState.savedScene;
     for (SceneSnapshot& snapshot : history) {
         RestoreSnapshot(snapshot, scene);
         MovePathsOf(scene, move);

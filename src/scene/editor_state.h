@@ -52,6 +52,7 @@ struct EditorState {
     std::vector<TextureImage> textures{};
     std::vector<SceneSnapshot> undoScenes{};  // oldest first, at most 64
     std::vector<int32_t> undoSelections{};    // one per undo scene
+    SceneSnapshot savedScene{};               // the objects as they were last loaded or saved
     Scene playSnapshot{};
     PlaySnapshotState playSnapshotState{};
     PrefabSnapshot prefabSnapshot{};

@@ -78,6 +78,16 @@ SceneSnapshot TakeSnapshot(const Scene& scene, const SceneSnapshot* earlier) {
     return snapshot;
 }
 
+bool HoldsScene(const SceneSnapshot& snapshot, const Scene& scene) {
+    if (ObjectCount(snapshot) != Length(scene)) return false;
+    ptrdiff_t begin = 0;
+    for (const auto& run : snapshot.runs) {
+        if (!StandsAt(*run, scene, begin)) return false;
+        begin += Length(*run);
+    }
+    return scene.empty() || AreParentsOf(scene, *snapshot.parents);
+}
+
 void RestoreSnapshot(const SceneSnapshot& snapshot, Scene& scene) {
     const ptrdiff_t count = ObjectCount(snapshot);
     ptrdiff_t at = 0;

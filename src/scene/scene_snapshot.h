@@ -21,5 +21,8 @@ struct SceneSnapshot {
 // of all objects and a copy of the objects around that place, and of the parent indices when one changed.
 SceneSnapshot TakeSnapshot(const Scene& scene, const SceneSnapshot* earlier);
 
+// True when `scene` is what it was when the snapshot was taken, bit for bit.
+bool HoldsScene(const SceneSnapshot& snapshot, const Scene& scene);
+
 // Makes `scene` what it was when the snapshot was taken, bit for bit. Objects that are so already stay.
 void RestoreSnapshot(const SceneSnapshot& snapshot, Scene& scene);

@@ -19,7 +19,8 @@ void pushUndo(const char* /*label*/) {
     if (editorState.scene.empty()) return;
 
     std::vector<SceneSnapshot>& scenes = editorState.undoScenes;
-    SceneSnapshot snapshot = TakeSnapshot(editorState.scene, scenes.empty() ? nullptr : &scenes.back());
+    const SceneSnapshot& earlier = scenes.empty() ? editorState.savedScene : scenes.back();
+    SceneSnapshot snapshot = TakeSnapshot(editorState.scene, &earlier);
     if (scenes.size() >= kMaxUndoSteps) {
         scenes.erase(scenes.begin());
         editorState.undoSelections.erase(editorState.undoSelections.begin());

@@ -4,6 +4,7 @@
 //   saving_program FOLDER             saves Main.scene as A, B, A ...; says "saved N" once, after the first
 //   save,
 //                                     with the number of files that it found in the folder then
+#include "../support/scene_equals_file.h"
 #include "formats/scene_file.h"
 #include "platform/files.h"
 #include "scene/editor_state.h"

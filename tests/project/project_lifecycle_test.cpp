@@ -5,6 +5,7 @@
 #include "project/save_project.h"
 #include "support/folder_tree.h"
 #include "support/project_input.h"
+#include "support/scene_equals_file.h"
 
 #include "doctest/doctest.h"
 

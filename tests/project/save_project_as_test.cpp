@@ -4,6 +4,7 @@
 #include "platform/files.h"
 #include "support/folder_tree.h"
 #include "support/project_input.h"
+#include "support/scene_equals_file.h"
 
 #include "doctest/doctest.h"
 

@@ -1,8 +1,12 @@
 #include "project/scene_switch.h"
 
+#include "formats/object_line.h"
 #include "formats/scene_file.h"
+#include "project/asset_list.h"
+#include "project/project_hub.h"
 #include "support/folder_tree.h"
 #include "support/project_input.h"
+#include "support/scene_equals_file.h"
 
 #include "doctest/doctest.h"
 
@@ -13,6 +17,7 @@ static void StartWithTwoScenes(const ScratchFolder& folder) {
     editorState.scene = {GameObject{.name = L"Alone"}};
     SaveScene(FilesIn(folder) + L"\\Scenes\\Other.scene");
     editorState.scene = main;
+    MarkSceneSaved();
     CHECK(OpenProject(ProjectIn(folder)));
     OpenFolderNamed(L"Scenes");
     headless.prompts.clear();
@@ -155,4 +160,111 @@ TEST_CASE("a search for a component ends when another scene opens") {
     DoubleClick(FileNamed(L"Other.scene"));
     CHECK(editorState.scenePath == OtherScene(folder));
     CHECK_FALSE(editorState.componentSearchActive);
+}
+
+// Opens the project with Main.scene of these bytes, and goes to the Project Hub. True when a question came.
+static bool AsksOnLeaving(const ScratchFolder& folder, const std::string& bytes, void (*edit)() = nullptr) {
+    StartWithTwoScenes(folder);
+    PutFile(MainScene(folder), bytes);
+    REQUIRE(OpenProject(ProjectIn(folder)));
+    headless.prompts.clear();
+    if (edit != nullptr) edit();
+    ReturnToHub();
+    const bool asks = !headless.prompts.empty();
+    CHECK(editorState.hubVisible == !asks);
+    return asks;
+}
+
+TEST_CASE("a scene that nobody edited is left without a question, however its file is written") {
+    const std::string columns(28, '\t');
+    for (const std::string& bytes :
+         {"ZELENGINE_SCENE\t1\nO\tA" + columns + "\n",          // LF, thirty columns, no mark
+          "O\tA" + columns + "\r\nrubbish\r\n",                 // a line that stores nothing
+          std::string("ZELENGINE_SCENE\t1\r\n"),                // the default scene in place of none
+          "O\tA\t1e9999\t" + std::string(27, '\t') + "\n",      // numbers that cannot be read
+          "O\tA\t0.1234567891" + std::string(27, '\t') + "\n",  // more digits than are written
+          "O\tA" + std::string(9, '\t') + "\tfile:missing.obj" + std::string(19, '\t') + "\n"}) {
+        CAPTURE(bytes);
+        const ScratchFolder folder;
+        CHECK_FALSE(AsksOnLeaving(folder, bytes));
+    }
+    GameObject object{.name = L"A", .hasTexture = true, .texturePath = L"missing.png"};
+    std::wstring line;
+    WriteObjectLine(line, object);
+    const ScratchFolder folder;
+    CHECK_FALSE(AsksOnLeaving(folder, TextFileBytes(line)));
+}
+
+TEST_CASE("an edited scene is not left without a question, until the edit is undone or saved") {
+    const std::string bytes = "ZELENGINE_SCENE\t1\nO\tA" + std::string(28, '\t') + "\n";
+    struct {
+        void (*edit)();
+        bool asks;
+    } cases[] = {{[] { editorState.scene[0].position.x = 1; }, true},
+                 {[] { editorState.scene[0].parentIndex = 7; }, true},
+                 {[] { TapKey('G'); }, true},
+                 {[] { editorState.scene.clear(); }, true},
+                 {[] {
+                      TapKey('G');
+                      TapWithControl('Z');
+                  },
+                  false},
+                 {[] {
+                      TapKey('G');
+                      TapWithControl('S');
+                  },
+                  false},
+                 {[] {
+                      TapWithControl('S');
+                      TapKey('G');
+                  },
+                  true},
+                 {[] {  // a game is played and stopped
+                      TapKey('P');
+                      editorState.scene[0].position.y = -50;
+                      TapKey('P');
+                  },
+                  false},
+                 {[] { editorState.selectedIndex = -1; }, false}};
+    for (const auto& [edit, asks] : cases) {
+        const ScratchFolder folder;
+        CHECK(AsksOnLeaving(folder, bytes, edit) == asks);
+    }
+}
+
+TEST_CASE("a save that fails leaves the scene changed") {
+    const ScratchFolder folder;
+    const bool asks = AsksOnLeaving(folder, "O\tA" + std::string(28, '\t') + "\n", [] {
+        TapKey('G');
+        fileFaults.freeBytes = 0;
+        TapWithControl('S');
+        fileFaults = {};
+    });
+    CHECK(asks);
+}
+
+TEST_CASE("a project saved into a new folder has nothing left to save") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    editorState.scene[0].collectPrefab = FilesIn(folder) + L"\\a.prefab";
+    AnswerFolder(folder / L"projects");
+    TapWithControlAndShift('S');
+    REQUIRE(editorState.projectRoot != ProjectIn(folder));
+    headless.prompts.clear();
+    ReturnToHub();
+    CHECK(headless.prompts.empty());
+}
+
+TEST_CASE("a reference that followed a rename is a change of the scene") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    PutFile(FilesIn(folder) + L"\\a.prefab", "ZELENGINE_PREFAB\t1\r\n");
+    RefreshAssetList();
+    editorState.scene[0].collectPrefab = FilesIn(folder) + L"\\a.prefab";
+    TapWithControl('S');
+    RenderFrame();
+    RenameFileTo(L"a.prefab", L"b.prefab");
+    headless.prompts.clear();
+    ReturnToHub();
+    CHECK(headless.prompts.size() == 1);
 }
