@@ -44,8 +44,12 @@ bool CopyWholeFile(const std::wstring& from, const std::wstring& to);
 // Renames a file or folder. False when the target exists or the rename fails.
 bool RenamePath(const std::wstring& from, const std::wstring& to);
 
+// Neither removes what is read-only.
 bool RemoveFile(const std::wstring& path);
 bool RemoveEmptyFolder(const std::wstring& path);
+
+// Takes the mark "read-only" off a file or folder. False when it has none, or keeps it.
+bool MakeWritable(const std::wstring& path);
 
 // Makes a folder and its missing parents. True when the folder stands afterwards.
 bool MakeFolders(const std::wstring& path);

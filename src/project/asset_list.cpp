@@ -7,6 +7,7 @@
 #include "scene/letter_case.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -48,16 +49,29 @@ AssetEntry AssetEntryFor(const std::wstring& path, bool isFolder) {
             .kind = isFolder ? AssetKind::Folder : AssetKindOf(path)};
 }
 
-static void AddEntriesOf(const std::wstring& folder, std::vector<AssetEntry>& list) {
+// Puts what lies in a folder on `open`, the first name last.
+static void AddEntriesOf(const std::wstring& folder, std::vector<AssetEntry>& open) {
     std::vector<FolderEntry> entries;
     if (!ListFolder(folder, entries)) return;
-    std::ranges::sort(entries, NameComesBefore, &FolderEntry::name);
+    std::ranges::sort(entries, [](const FolderEntry& a, const FolderEntry& b) {
+        return NameComesBefore(b.name, a.name);
+    });
     for (const FolderEntry& entry : entries) {
-        if (entry.isLink) continue;
-        const std::wstring path = JoinPath(folder, entry.name);
-        list.push_back(AssetEntryFor(path, entry.isFolder));
-        if (entry.isFolder) AddEntriesOf(path, list);
+        if (!entry.isLink) open.push_back(AssetEntryFor(JoinPath(folder, entry.name), entry.isFolder));
     }
+}
+
+// Everything below a folder, each folder before what is in it. On a list and not on the call stack: a tree of
+// folders may be thousands of levels deep.
+static std::vector<AssetEntry> ListTree(const std::wstring& root) {
+    std::vector<AssetEntry> list, open;
+    AddEntriesOf(root, open);
+    while (!open.empty()) {
+        list.push_back(std::move(open.back()));
+        open.pop_back();
+        if (list.back().kind == AssetKind::Folder) AddEntriesOf(list.back().path, open);
+    }
+    return list;
 }
 
 void RefreshAssetList() {
@@ -65,8 +79,7 @@ void RefreshAssetList() {
     const std::wstring selectedPath =
         selected < editorState.fileEntries.size() ? editorState.fileEntries[selected].path : std::wstring();
     MakeProjectFolders();
-    std::vector<AssetEntry> list;
-    AddEntriesOf(editorState.filesRoot, list);
+    std::vector<AssetEntry> list = ListTree(editorState.filesRoot);
 
     const auto found = std::ranges::find(list, selectedPath, &AssetEntry::path);
     const bool isThere = !selectedPath.empty() && found != list.end();

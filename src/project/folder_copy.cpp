@@ -60,12 +60,17 @@ bool CopyToFreePath(const std::wstring& from, const std::wstring& to) {
 void RemoveFolderTree(const std::wstring& folder) {
     FolderTree tree;
     if (ListFolderTree(folder, tree)) {
-        for (const std::wstring& file : tree.files) RemoveFile(JoinPath(folder, file));
+        for (const std::wstring& file : tree.files) RemoveAnyway(JoinPath(folder, file), RemoveFile);
         for (size_t i = tree.folders.size(); i > 0; --i) {
-            RemoveEmptyFolder(JoinPath(folder, tree.folders[i - 1]));
+// Copies of read-only files and folders are read-only too.
+static void RemoveAnyway(const std::wstring& path, bool (*remove)(const std::wstring& path)) {
+    if (!remove(path) && MakeWritable(path)) remove(path);
+}
+
+            RemoveAnyway(JoinPath(folder, tree.folders[i - 1]), RemoveEmptyFolder);
         }
     }
-    RemoveEmptyFolder(folder);
+    RemoveAnyway(folder, RemoveEmptyFolder);
 }
 
 std::wstring MakeUniqueFolder(const std::wstring& parent, const std::wstring& name) {

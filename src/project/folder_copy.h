@@ -22,8 +22,8 @@ bool CopyFolder(const std::wstring& from, const std::wstring& to);
 // Copies a file to a path that is free. False when that fails; no part of it remains.
 bool CopyToFreePath(const std::wstring& from, const std::wstring& to);
 
-// Removes a folder with everything in it, as far as it lets itself be removed. A folder with a link in it
-// stays.
+// Removes a folder with everything in it, read-only files too, as far as it lets itself be removed. A folder
+// with a link in it stays.
 void RemoveFolderTree(const std::wstring& folder);
 
 // `name` in `parent`, or where something of that name exists the first free one of name_01 .. name_99;

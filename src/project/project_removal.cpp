@@ -8,17 +8,19 @@
 #include "scene/editor_state.h"
 #include "scene/status.h"
 
-// The path of an entry that goes.
-static std::wstring TakeOffList(int32_t index) {
-    auto& projects = editorState.recentProjects;
-    std::wstring path = projects[static_cast<size_t>(index)].path;
-    projects.erase(projects.begin() + index);
+// By its path: while a question is open or the folder moves, the list may have changed.
+static void TakeOffList(const std::wstring& path) {
+    std::erase_if(editorState.recentProjects,
+                  [&path](const RecentProject& entry) { return entry.path == path; });
     editorState.projectMenu = {};
     SaveRecentProjects();
-    return path;
 }
 
-void RemoveProjectFromList(int32_t index) { SetStatus(L"Projekt odebran ze seznamu: " + TakeOffList(index)); }
+void RemoveProjectFromList(int32_t index) {
+    const std::wstring path = editorState.recentProjects[static_cast<size_t>(index)].path;
+    TakeOffList(path);
+    SetStatus(L"Projekt odebran ze seznamu: " + path);
+}
 
 void DeleteProjectFromDisk(int32_t index) {
     const std::wstring path = editorState.recentProjects[static_cast<size_t>(index)].path;
@@ -34,7 +36,7 @@ void DeleteProjectFromDisk(int32_t index) {
         SetStatus(L"Projekt se nepodarilo smazat: " + path);
         return;
     }
-    TakeOffList(index);
+    TakeOffList(path);
     SetStatus(L"Projekt presunut do kose: " + path);
 }
 

@@ -6,6 +6,9 @@
 
 #include "doctest/doctest.h"
 
+#include <algorithm>
+#include <cstdint>
+
 TEST_CASE("the kind of a file is told by its extension, in any case") {
     struct {
         const wchar_t* path;
@@ -124,4 +127,29 @@ TEST_CASE("a very deep project is listed whole") {
     PutFile(path + L"\\last.txt", "");
     RefreshAssetList();
     CHECK(editorState.fileEntries.size() == 66);
+}
+
+// The deepest place of the call stack at which a file step was taken.
+static uintptr_t deepestFrame;
+
+static void NoteFrame() {
+    deepestFrame = std::min(deepestFrame, reinterpret_cast<uintptr_t>(__builtin_frame_address(0)));
+}
+
+TEST_CASE("a list of deep folders takes no more stack than one of shallow folders") {
+    uintptr_t deepest[2] = {};
+    for (const int32_t depth : {3, 600}) {
+        const ScratchFolder folder;
+        StartProject(folder);
+        std::wstring path = FilesIn(folder);
+        for (int32_t i = 0; i < depth; ++i) path += L"\\d";
+        PutFolder(path);
+        deepestFrame = UINTPTR_MAX;
+        fileFaults = {.onStep = NoteFrame};
+        RefreshAssetList();
+        fileFaults = {};
+        deepest[depth > 3] = deepestFrame;
+        CHECK(editorState.fileEntries.size() == static_cast<size_t>(depth + 5));
+    }
+    CHECK(deepest[0] == deepest[1]);
 }

@@ -89,6 +89,20 @@ TEST_CASE("a folder is removed with everything in it, and what its links lead to
     CHECK(FileBytes(folder / L"outside\\kept.txt") == "kept");
 }
 
+TEST_CASE("a folder goes with the read-only files in it") {
+    const ScratchFolder folder;
+    PutFile(folder / L"tree\\deep\\a.txt", "a");
+    PutFile(folder / L"tree\\deep\\b.txt", "b");
+    PutFile(folder / L"stays.txt", "c");
+    MakeReadOnly(folder / L"tree\\deep\\b.txt", true);
+    MakeReadOnly(folder / L"stays.txt", true);
+    RemoveFolderTree(folder / L"tree");
+    CHECK(KindOfPath(folder / L"tree") == PathKind::Missing);
+    CHECK_FALSE(RemoveFile(folder / L"stays.txt"));
+    CHECK(KindOfPath(folder / L"stays.txt") == PathKind::File);
+    MakeReadOnly(folder / L"stays.txt", false);
+}
+
 TEST_CASE("a unique folder has the first number that is free, up to 99") {
     const ScratchFolder folder;
     CHECK(MakeUniqueFolder(folder.path, L"Game") == folder / L"Game");

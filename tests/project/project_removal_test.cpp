@@ -40,6 +40,36 @@ TEST_CASE("a project that shall not be deleted stays, on the disk and in the lis
     CHECK(editorState.statusMessage == L"Smazani projektu zruseno.");
 }
 
+// What becomes of the list while a dialog or the system runs its own message loop.
+static void ListChanges() {
+    auto& projects = editorState.recentProjects;
+    projects.insert(projects.begin(), {.name = L"New", .path = L"C:\\New"});
+}
+
+static void ListIsEmptied() { editorState.recentProjects.clear(); }
+
+TEST_CASE("a project leaves the list by its path, whatever became of the list in the meantime") {
+    struct {
+        void (*meanwhile)();
+        size_t left;
+    } cases[] = {{ListChanges, 2}, {ListIsEmptied, 0}};
+    for (const auto& [meanwhile, left] : cases) {
+        const ScratchFolder folder;
+        StartHub(folder);
+        for (const wchar_t* name : {L"Other", L"Old"}) {
+            PutFolder(folder / L"projects\\" + name + L"\\Files");
+            AddRecentProject(folder / L"projects\\" + name);
+        }
+        headless.onDialog = meanwhile;
+        Answers({Answer::Yes});
+        DeleteProjectFromDisk(0);
+        CHECK(headless.recycled == std::vector<std::wstring>{folder / L"projects\\Old"});
+        CHECK(editorState.recentProjects.size() == left);
+        for (const RecentProject& project : editorState.recentProjects) CHECK(project.name != L"Old");
+        CHECK(editorState.statusMessage == L"Projekt presunut do kose: " + (folder / L"projects\\Old"));
+    }
+}
+
 TEST_CASE("a project that the system does not take stays in the list") {
     const ScratchFolder folder;
     StartHub(folder);

@@ -59,6 +59,13 @@ bool RemoveEmptyFolder(const std::wstring& path) {
     return fs::remove(NativePath(path), error) && !error;
 }
 
+bool MakeWritable(const std::wstring& path) {
+    if (path.empty() || !TakeFileStep() || !IsReadOnly(NativePath(path))) return false;
+    std::error_code error;
+    fs::permissions(NativePath(path), kWritable, fs::perm_options::add, error);
+    return !error;
+}
+
 bool MakeFolders(const std::wstring& path) {
     if (path.empty() || !TakeFileStep()) return false;
     std::error_code error;

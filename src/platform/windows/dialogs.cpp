@@ -91,6 +91,27 @@ Answer AskYesNo(const std::wstring& text, const std::wstring& caption) {
 }
 
 Answer AskYesNoCancel(const std::wstring& text, const std::wstring& caption) {
+namespace {
+
+// Keeps the user's clicks and keys from the window while the system runs its messages.
+class InputPause {
+public:
+    InputPause() : window(MainWindow()), focus(GetFocus()) {
+        if (window) EnableWindow(window, FALSE);
+    }
+    ~InputPause() {
+        if (window) EnableWindow(window, TRUE);
+        if (focus && focus == window) SetFocus(focus);
+    }
+    InputPause(const InputPause&) = delete;
+    InputPause& operator=(const InputPause&) = delete;
+
+private:
+    HWND window = nullptr, focus = nullptr;
+};
+
+}  // namespace
+
     return Ask(text, caption, MB_YESNOCANCEL | MB_ICONQUESTION);
 }
 
@@ -103,6 +124,7 @@ bool RecycleFolder(const std::wstring& path) {
     const SystemDialog dialog;
     SHFILEOPSTRUCTW operation{};
     operation.hwnd = MainWindow();
+    const InputPause pause;
     operation.wFunc = FO_DELETE;
     operation.pFrom = list.c_str();
     operation.fFlags = kNeverForGood;

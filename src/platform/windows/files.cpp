@@ -62,13 +62,29 @@ bool RemoveFile(const std::wstring& path) { return DeleteFileW(SystemPath(path).
 
 bool RemoveEmptyFolder(const std::wstring& path) { return RemoveDirectoryW(SystemPath(path).c_str()); }
 
+bool MakeWritable(const std::wstring& path) {
+    const std::wstring systemPath = SystemPath(path);
+    const DWORD attributes = GetFileAttributesW(systemPath.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES || !(attributes & FILE_ATTRIBUTE_READONLY)) return false;
+    return SetFileAttributesW(systemPath.c_str(), attributes & ~DWORD{FILE_ATTRIBUTE_READONLY});
+}
+
 bool MakeFolders(const std::wstring& path) {
-    const PathKind kind = KindOfPath(path);
-    if (kind == PathKind::File || kind == PathKind::Folder) return kind == PathKind::Folder;
-    const std::wstring parent = ParentOf(path);
-    if (!parent.empty() && !MakeFolders(parent)) return false;
-    CreateDirectoryW(SystemPath(path).c_str(), nullptr);
-    return KindOfPath(path) == PathKind::Folder;  // also when another program was faster
+    std::vector<std::wstring> missing;  // the deepest first
+    PathKind kind = KindOfPath(path);
+    for (std::wstring folder = path; kind != PathKind::File && kind != PathKind::Folder;) {
+        missing.push_back(folder);
+        folder = ParentOf(folder);
+        if (folder.empty()) break;
+        kind = KindOfPath(folder);
+    }
+    if (kind == PathKind::File) return false;
+    for (; !missing.empty(); missing.pop_back()) {
+        CreateDirectoryW(SystemPath(missing.back()).c_str(), nullptr);
+        if (KindOfPath(missing.back()) != PathKind::Folder)
+            return false;  // another program may have been faster
+    }
+    return true;
 }
 
 bool ListFolder(const std::wstring& path, std::vector<FolderEntry>& entries) {

@@ -2,6 +2,8 @@
 
 #include "doctest/doctest.h"
 #include "platform/files.h"
+#include "platform/window.h"
+#include "platform/windows/main_window.h"
 #include "platform/windows/recycle_bin.h"
 #include "platform/windows/shell_answer.h"
 #include "platform/windows/test_folder.h"
@@ -186,4 +188,32 @@ TEST_CASE("what is not there cannot be recycled") {
 TEST_CASE("a file that is not there is opened by nothing") {
     const TestFolder folder;
     CHECK_FALSE(OpenWithSystem(folder / L"missing.txt", false));
+}
+
+// What the window was told about being enabled, in order.
+static std::vector<bool> enabled;
+
+// Sees every message that is sent to a window of the thread.
+static LRESULT CALLBACK WatchForEnabling(int code, WPARAM wParam, LPARAM lParam) {
+    const auto* const message = reinterpret_cast<const CWPSTRUCT*>(lParam);
+    if (message->message == WM_ENABLE && message->hwnd == MainWindow())
+        enabled.push_back(message->wParam != 0);
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+TEST_CASE("while a folder goes into the recycle bin, the window takes no input") {
+    const TestFolder folder;
+    REQUIRE(MakeFolders(folder / L"project"));
+    REQUIRE(OpenMainWindow(L"ZelEngine", {400, 300}));
+    PumpMessages();
+    enabled.clear();
+    const HHOOK hook = SetWindowsHookExW(WH_CALLWNDPROC, WatchForEnabling, nullptr, GetCurrentThreadId());
+    CHECK(RecycleFolder(folder / L"project"));
+    UnhookWindowsHookEx(hook);
+    REQUIRE(enabled.size() >= 2);
+    CHECK_FALSE(enabled.front());
+    CHECK(enabled.back());
+    CHECK(IsWindowEnabled(MainWindow()));
+    DestroyWindow(MainWindow());
+    PumpMessages();
 }

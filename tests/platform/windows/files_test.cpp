@@ -477,3 +477,19 @@ TEST_CASE("an absolute path has no dots, and is left alone when it would be too 
     CHECK(AbsolutePath(L"C:\\.\\" + std::wstring(256, L'x')) == longest);
     CHECK(AbsolutePath(L"C:\\.\\" + std::wstring(257, L'x')) == L"C:\\.\\" + std::wstring(257, L'x'));
 }
+
+TEST_CASE("a read-only file or folder goes once it is writable") {
+    const TestFolder folder;
+    REQUIRE(WriteWholeFile(folder / L"file", "bytes"));
+    REQUIRE(MakeFolders(folder / L"folder"));
+    CHECK_FALSE(MakeWritable(folder / L"file"));  // it is
+    CHECK_FALSE(MakeWritable(folder / L"missing"));
+    for (const wchar_t* name : {L"file", L"folder"}) {
+        REQUIRE(SetFileAttributesW((folder / name).c_str(), FILE_ATTRIBUTE_READONLY));
+    }
+    CHECK_FALSE(RemoveFile(folder / L"file"));
+    CHECK(MakeWritable(folder / L"file"));
+    CHECK(RemoveFile(folder / L"file"));
+    CHECK(MakeWritable(folder / L"folder"));
+    CHECK(RemoveEmptyFolder(folder / L"folder"));
+}
