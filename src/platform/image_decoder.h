@@ -1,4 +1,5 @@
-// Image files (PNG, JPEG, BMP) to pixels.
+// Image files to pixels: PNG, JPEG, BMP, GIF (the first picture) and TIFF (likewise), whatever their names
+// say. The headless decoder reads no TIFF.
 #pragma once
 
 #include <cstdint>

@@ -12,8 +12,10 @@ struct ImageSize {
     friend constexpr bool operator==(const ImageSize&, const ImageSize&) = default;
 };
 
-// The size of a PNG, JPEG or BMP file, by what it begins with. False, with `size` unchanged, for anything
-// else and for a header that is cut short.
+// The size of a PNG, JPEG, BMP, GIF or TIFF file, by what it begins with. Of a GIF the size that all its
+// pictures share, of a TIFF that of its first picture; but where one of its pictures or tiles is larger than
+// any image may be, the size of that. False, with `size` unchanged, for anything else and for a header that
+// is cut short.
 bool ReadImageSize(std::string_view bytes, ImageSize& size);
 
 // True for an image that has pixels, and no more than kMaxImagePixels.

@@ -1,6 +1,7 @@
 #include "platform/image_header.h"
 
 #include "support/capture.h"
+#include "support/gif_tiff_bytes.h"
 #include "support/image_bytes.h"
 
 #include "doctest/doctest.h"
@@ -34,6 +35,36 @@ TEST_CASE("the size of an image is read from its header, whatever its format") {
     CHECK(SizeOf(PngHeader("\xFF\xFF\xFF\xFF\0\0\xEA\x60"s)) == ImageSize{0xFFFFFFFF, 60000});
 }
 
+TEST_CASE("the size of a GIF is that of the whole, unless one of its pictures is too large for any image") {
+    const std::string gif = GifFile(3, 2, std::vector<uint32_t>(6, 0x123456));
+    CHECK(SizeOf(gif) == ImageSize{3, 2});
+    const std::string whole = gif.substr(0, gif.size() - 1),  // without the end
+        extension = "\x21\xF9\4\0\0\0\0\0"s, small = "\x2C\0\0\0\0\x09\0\x09\0\x81............\2\1.\0"s,
+                      large = "\x2C\0\0\0\0\xFF\xFF\xFF\xFF\0\2\0"s;
+    CHECK(SizeOf(whole + extension + small) == ImageSize{3, 2});
+    CHECK(SizeOf(whole + extension + small + large) == ImageSize{0xFFFF, 0xFFFF});
+    CHECK(SizeOf(whole + ";" + large) == ImageSize{3, 2});  // behind the end
+    CHECK(SizeOf("GIF87a\x01\x02\x03\x04\0\0\0"s) == ImageSize{0x201, 0x403});
+    for (size_t length = 0; length < gif.size(); ++length) {
+        CAPTURE(length);
+        CHECK(SizeOf(gif.substr(0, length)) == (length < 13 ? ImageSize{-1, -1} : ImageSize{3, 2}));
+    }
+}
+
+TEST_CASE("the size of a TIFF is that of its first picture, in either byte order") {
+    for (const bool isBigEndian : {false, true}) {
+        const std::string tiff = TiffFile(3, 2, std::vector<uint32_t>(6, 0x123456), isBigEndian);
+        CHECK(SizeOf(tiff) == ImageSize{3, 2});
+        constexpr size_t kEntriesEnd = 8 + 2 + 9 * 12;
+        for (size_t length = 0; length < kEntriesEnd; ++length) CHECK(HasNoSize(tiff.substr(0, length)));
+    }
+    // One entry for the width of a tile and one for its height.
+    const std::string tiles =
+        "II*\0\x08\0\0\0\2\0\x42\1\4\0\1\0\0\0\xFF\xFF\1\0\x43\1\4\0\1\0\0\0\xFF\xFF\1\0"s;
+    CHECK(SizeOf(tiles) == ImageSize{0x1FFFF, 0x1FFFF});
+    CHECK(SizeOf("II*\0\xF0\xFF\xFF\xFF"s) == ImageSize{-1, -1});  // a list beyond the end
+}
+
 TEST_CASE("the frame of a JPEG is found behind other segments, fillers and markers that stand alone") {
     const std::string frame = "\xFF\xC2\0\x11\x08\x01\x02\x03\x04\x03"s;
     CHECK(SizeOf("\xFF\xD8"s + frame) == ImageSize{0x304, 0x102});
@@ -52,7 +83,8 @@ TEST_CASE("a header that is cut short, and what is no image, has no size") {
         CHECK(SizeOf(whole) == ImageSize{1, 1});
         for (size_t length = 0; length < whole.size(); ++length) CHECK(HasNoSize(whole.substr(0, length)));
     }
-    for (const char* text : {"GIF89a\1\0\1\0.......................", "II*\0", "this is no image", "RIFF"}) {
+    for (const char* text :
+         {"GIF89a\1\0\1\0", "GIF88a\1\0\1\0..............", "II*\0", "this is no image", "RIFF"}) {
         CHECK(HasNoSize(text));
     }
     CHECK(HasNoSize("\x89PNG\r\n\x1A\n\0\0\0\x0DIDAT\0\0\0\1\0\0\0\1"s));  // begins with another chunk

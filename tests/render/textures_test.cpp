@@ -4,10 +4,13 @@
 #include "platform/headless/fault_injection.h"
 #include "platform/image_decoder.h"
 #include "scene/editor_state.h"
+#include "support/gif_tiff_bytes.h"
 #include "support/image_bytes.h"
 #include "support/scratch_folder.h"
 
 #include "doctest/doctest.h"
+
+#include <algorithm>
 
 constexpr auto kFailure = L"Texture image se nepodarilo nacist.";
 
@@ -123,4 +126,27 @@ TEST_CASE("an image that failed to load may be tried again") {
     CHECK(LoadTextureImage(folder / L"late.png") == -1);
     PutFile(folder / L"late.png", PngBytes({1, 1, {0xFF000000}}));
     CHECK(LoadTextureImage(folder / L"late.png") == 0);
+}
+
+TEST_CASE("an image of another kind than its name says is loaded by what it is") {
+    const std::vector<uint32_t> pixels{0xFF0000, 0x00FF00, 0x0000FF, 0xFFFFFF, 0xFF0000, 0x0000FF};
+    std::string fromTheTop = BmpBytes({1, 2, {0xFF0000FF, 0xFFFF0000}});
+    const size_t firstRow = 54;
+    fromTheTop.replace(22, 4, "\xFE\xFF\xFF\xFF");  // minus 2
+    std::swap_ranges(fromTheTop.begin() + firstRow, fromTheTop.begin() + firstRow + 4,
+                     fromTheTop.begin() + firstRow + 4);
+    for (const wchar_t* name : {L"a.png", L"a.jpg", L"a.jpeg", L"a.bmp"}) {
+        const ScratchFolder folder;
+        PutFile(folder / name, GifFile(3, 2, pixels));
+        REQUIRE(LoadTextureImage(folder / name) == 0);
+        const TextureImage& texture = editorState.textures[0];
+        CHECK(texture.width == 3);
+        CHECK(texture.height == 2);
+        // Red and blue are exchanged.
+        CHECK(texture.texels == std::vector<Pixel>{Pixel{0x0000FF}, Pixel{0x00FF00}, Pixel{0xFF0000},
+                                                   Pixel{0xFFFFFF}, Pixel{0x0000FF}, Pixel{0xFF0000}});
+        PutFile(folder / L"top.png", fromTheTop);
+        REQUIRE(LoadTextureImage(folder / L"top.png") == 1);
+        CHECK(editorState.textures[1].texels == std::vector<Pixel>{Pixel{0xFF0000}, Pixel{0x0000FF}});
+    }
 }

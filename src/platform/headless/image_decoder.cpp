@@ -5,8 +5,8 @@
 
 #include <cstdlib>
 
-// The library asks for what a file's blocks promise before it looks whether the file holds so much. No image that
-// is let in needs more than this at once: 4 bytes for each of its pixels, and a filter byte per row.
+// The library asks for what a file's blocks promise before it looks whether the file holds so much. No image
+// that is let in needs more than this at once: 4 bytes for each of its pixels, and a filter byte per row.
 static constexpr size_t kMostBytesAtOnce = 1 << 29;
 
 static void* Allocate(size_t size) { return size <= kMostBytesAtOnce ? std::malloc(size) : nullptr; }
@@ -28,6 +28,7 @@ static void* Reallocate(void* memory, size_t size) {
 #define STBI_ONLY_PNG
 #define STBI_ONLY_JPEG
 #define STBI_ONLY_BMP
+#define STBI_ONLY_GIF
 #define STBI_NO_STDIO
 #define STBI_MALLOC Allocate
 #define STBI_REALLOC Reallocate
@@ -57,7 +58,8 @@ bool DecodeImageFile(const std::wstring& path, DecodedImage& image) {
 
     int width = 0, height = 0, channels = 0;
     if (stbi_info_from_memory(data, size, &width, &height, &channels) == 0) return false;
-    if (promised != ImageSize{width, height}) return false;
+    // It says of a BMP whose rows run from the top that its height is negative.
+    if (promised != ImageSize{width, std::abs(int64_t{height})}) return false;
 
     const std::unique_ptr<stbi_uc, decltype(&stbi_image_free)> rgba(
         stbi_load_from_memory(data, size, &width, &height, &channels, 4), stbi_image_free);

@@ -4,6 +4,7 @@
 #include "platform/files.h"
 #include "platform/windows/image_files.h"
 #include "platform/windows/test_folder.h"
+#include "support/gif_tiff_bytes.h"
 
 static const std::string kTwoPixelPng = PngFile(
     2, 2, 8, 6,
@@ -138,4 +139,35 @@ TEST_CASE("a decoded file is free to be deleted") {
     DecodedImage image;
     REQUIRE(DecodeImageFile(folder / L"a.png", image));
     CHECK(RemoveFile(folder / L"a.png"));
+}
+
+TEST_CASE("GIF and TIFF files, and BMP files from the top, are read whatever their names say") {
+    const std::vector<uint32_t> pixels{0xFF0000, 0x00FF00, 0x0000FF, 0xFFFFFF, 0xFF0000, 0x0000FF};
+    std::vector<uint32_t> argb = pixels;
+    for (uint32_t& pixel : argb) pixel |= 0xFF000000;
+    // Turned over: the rows of the file run from the top.
+    std::string fromTheTop = BmpFile(3, 2, {0xFFFFFF, 0xFF0000, 0x0000FF, 0xFF0000, 0x00FF00, 0x0000FF});
+    fromTheTop.replace(22, 4, "\xFE\xFF\xFF\xFF");  // a height of minus 2
+    for (const std::string& bytes :
+         {GifFile(3, 2, pixels), TiffFile(3, 2, pixels, false), TiffFile(3, 2, pixels, true), fromTheTop}) {
+        const TestFolder folder;
+        for (const wchar_t* name : {L"a.png", L"a.jpg", L"a.jpeg", L"a.bmp"}) {
+            REQUIRE(WriteWholeFile(folder / name, bytes));
+            DecodedImage image;
+            REQUIRE(DecodeImageFile(folder / name, image));
+            CHECK(image.width == 3);
+            CHECK(image.height == 2);
+            CHECK(image.argb == argb);
+        }
+    }
+}
+
+TEST_CASE("GIF and TIFF files that promise more pixels than the limit are refused") {
+    std::string gif = GifFile(3, 2, std::vector<uint32_t>(6, 0)),
+                tiff = TiffFile(3, 2, std::vector<uint32_t>(6, 0), false);
+    gif.replace(6, 4, "\xFF\xFF\xFF\xFF");
+    CHECK(IsRefused(gif));
+    const size_t width = tiff.find(std::string("\0\1\4\0", 4)) + 8;
+    tiff.replace(width, 4, "\xFF\xFF\xFF\x7F");
+    CHECK(IsRefused(tiff));
 }
