@@ -3,6 +3,7 @@
 #include "app/frame.h"
 #include "blueprint/blueprint_editor.h"
 #include "platform/clock.h"
+#include "platform/dialogs.h"
 #include "platform/window.h"
 #include "play/play_update.h"
 #include "project/game_runtime.h"
@@ -11,11 +12,16 @@
 #include "render/icons.h"
 #include "scene/default_scenes.h"
 #include "scene/editor_state.h"
+#include "scene/enough_memory.h"
 
 #include <algorithm>
 
 constexpr ClientSize kInitialSize{1360, 820};
 constexpr double kLongestFrame = 0.05;  // seconds
+
+constexpr const wchar_t* kOutOfMemory =
+    L"Nedostatek pameti: program se ukonci.\n\nUlozene soubory jsou v poradku, neulozene zmeny jsou "
+    L"ztraceny.";
 
 static const wchar_t* InitialTitle() {
     if (editorState.runtimeMode) return L"ZelGame";
@@ -34,9 +40,8 @@ static void RunFrames(double previous) {
 
 float FrameTime(double measured) { return static_cast<float>(std::min(measured, kLongestFrame)); }
 
-int RunProgram() {
-    StartPlatform();
-    frameBuffer.keepsTexts = true;
+// False when the window could not be opened.
+static bool RunUntilAsked() {
     const double start = MonotonicSeconds();
     LoadIcons();
     resetScene(true);
@@ -46,9 +51,20 @@ int RunProgram() {
     const bool isOpen = OpenMainWindow(editorState.windowTitle, kInitialSize);
     if (isOpen) RunFrames(start);
     SaveBlueprintChanges();
+    return isOpen;
+}
 
+int RunProgram() {
+    StartPlatform();
+    frameBuffer.keepsTexts = true;
+    bool isGood = false, hasMemory = false;
+    WithEnoughMemory([&] {
+        isGood = RunUntilAsked();
+        return hasMemory = true;
+    });
     ReleaseFrameBuffer();
     ReleaseCanvasImages();
+    if (!hasMemory) TellError(kOutOfMemory, L"ZelEngine");
     StopPlatform();
-    return isOpen ? 0 : 1;
+    return isGood ? 0 : 1;
 }

@@ -2,6 +2,7 @@
 
 #include "formats/text_file.h"
 #include "scene/editor_state.h"
+#include "scene/enough_memory.h"
 #include "scene/numbers.h"
 #include "scene/typed_text.h"
 
@@ -30,8 +31,7 @@ static BlueprintNode ReadNode(const std::vector<std::wstring_view>& fields, size
     return node;
 }
 
-bool LoadBlueprint(const std::wstring& path) {
-    std::vector<BlueprintNode> nodes;
+static bool ReadNodes(const std::wstring& path, std::vector<BlueprintNode>& nodes) {
     TextFile file;
     ReadTextFile(path, file);  // one that cannot be read has no lines
     std::wstring_view line;
@@ -41,6 +41,12 @@ bool LoadBlueprint(const std::wstring& path) {
         if (fields.size() < kNodeFields || fields[0] != kNodeTag) continue;
         nodes.push_back(ReadNode(fields, nodes.size()));
     }
+    return true;
+}
+
+bool LoadBlueprint(const std::wstring& path) {
+    std::vector<BlueprintNode> nodes;
+    if (!WithEnoughMemory([&] { return ReadNodes(path, nodes); })) nodes = {};
     editorState.blueprintNodes = nodes.empty() ? DefaultNodes() : std::move(nodes);
     return true;
 }
@@ -67,9 +73,12 @@ static void AppendNodeLine(std::wstring& text, const BlueprintNode& node) {
     text += L'\n';
 }
 
-bool SaveBlueprint(const std::wstring& path) {
-    if (path.empty()) return false;
+static bool WriteNodes(const std::wstring& path) {
     std::wstring text(kHeader);
     for (const BlueprintNode& node : editorState.blueprintNodes) AppendNodeLine(text, node);
     return WriteTextFile(path, text);
+}
+
+bool SaveBlueprint(const std::wstring& path) {
+    return !path.empty() && WithEnoughMemory([&] { return WriteNodes(path); });
 }

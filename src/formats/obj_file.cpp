@@ -4,11 +4,12 @@
 #include "formats/text_file.h"
 #include "platform/files.h"
 #include "scene/editor_state.h"
+#include "scene/enough_memory.h"
 #include "scene/numbers.h"
 #include "scene/status.h"
 
 #include <algorithm>
-#include <new>
+#include <cmath>
 #include <string_view>
 
 constexpr size_t kObjPiece = 1023;         // bytes of a line that are read at once, its end included
@@ -25,7 +26,6 @@ static std::string_view TakeLine(std::string_view& bytes) {
     return line;
 }
 
-static void ReadVertex(std::string_view text, Mesh& mesh) {
 // A number that is not finite becomes 0: without its vertex every later face would turn to the wrong corners.
 static bool TakeCoordinate(std::string_view& text, float& coordinate) {
     if (!TakeFloat(text, coordinate)) return false;
@@ -33,6 +33,7 @@ static bool TakeCoordinate(std::string_view& text, float& coordinate) {
     return true;
 }
 
+static void ReadVertex(std::string_view text, Mesh& mesh) {
     Vec3 position;
     for (float Vec3::*axis : {&Vec3::x, &Vec3::y, &Vec3::z}) {
         if (!TakeCoordinate(text, position.*axis)) return;
@@ -114,11 +115,7 @@ static bool ReadModel(const std::wstring& path, Mesh& mesh) {
 }
 
 bool ReadObjFile(const std::wstring& path, Mesh& mesh) {
-    try {
-        return ReadModel(path, mesh);
-    } catch (const std::bad_alloc&) {
-        return false;
-    }
+    return WithEnoughMemory([&] { return ReadModel(path, mesh); });
 }
 
 KnownModels ModelsInLibrary() {

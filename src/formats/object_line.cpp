@@ -6,6 +6,7 @@
 #include "platform/files.h"
 #include "render/builtin_meshes.h"
 #include "scene/editor_state.h"
+#include "scene/enough_memory.h"
 #include "scene/numbers.h"
 
 #include <algorithm>
@@ -305,9 +306,11 @@ std::wstring ObjectFileText(std::wstring_view header, std::span<const GameObject
 
 bool WriteObjectFile(const std::wstring& path, std::wstring_view header,
                      std::span<const GameObject> objects) {
-    const std::wstring folder = ParentFolder(path);
-    if (!folder.empty()) MakeFolders(folder);
-    return WriteTextFile(path, ObjectFileText(header, objects));
+    return WithEnoughMemory([&] {
+        const std::wstring folder = ParentFolder(path);
+        if (!folder.empty()) MakeFolders(folder);
+        return WriteTextFile(path, ObjectFileText(header, objects));
+    });
 }
 
 bool ParseObjectLine(std::span<const std::wstring_view> fields, GameObject& object) {

@@ -1,21 +1,19 @@
 #include "formats/prefab_file.h"
 
 #include "formats/object_line.h"
+#include "scene/enough_memory.h"
 #include "scene/hierarchy.h"
 
-#include <new>
 #include <vector>
 
 bool LoadPrefab(const std::wstring& path, Scene& objects) {
     objects.clear();
-    try {
+    return WithEnoughMemory([&] {
         TextFile file;
         if (!ReadTextFile(path, file)) return false;
         objects = ReadObjects(file);
         return true;
-    } catch (const std::bad_alloc&) {
-        return false;
-    }
+    });
 }
 
 // The objects with a parent index outside the list made roots.
@@ -30,7 +28,8 @@ static Scene WithinItself(std::span<const GameObject> objects) {
 }
 
 bool WritePrefab(const std::wstring& path, std::span<const GameObject> objects) {
-    return WriteObjectFile(path, L"ZELENGINE_PREFAB\t1", WithinItself(objects));
+    return WithEnoughMemory(
+        [&] { return WriteObjectFile(path, L"ZELENGINE_PREFAB\t1", WithinItself(objects)); });
 }
 
 // Adds `root` and what is below it: depth first, each object before its children, none that is taken.

@@ -6,6 +6,7 @@
 #include "formats/text_file.h"
 #include "platform/files.h"
 #include "scene/editor_state.h"
+#include "scene/enough_memory.h"
 #include "scene/file_name.h"
 
 #include <algorithm>
@@ -117,14 +118,15 @@ static bool WriteInto(const std::wstring& folder, const std::wstring& relativeSc
 }
 
 bool WriteProjectFile(const std::wstring& folder) {
-    return WriteInto(folder, RelativeTo(editorState.scenePath, folder));
+    return WithEnoughMemory([&] { return WriteInto(folder, RelativeTo(editorState.scenePath, folder)); });
 }
 
 bool WriteProjectCopy(const std::wstring& folder) {
-    return WriteInto(folder, RelativeTo(editorState.scenePath, editorState.projectRoot));
+    return WithEnoughMemory(
+        [&] { return WriteInto(folder, RelativeTo(editorState.scenePath, editorState.projectRoot)); });
 }
 
-bool MoveCurrentScene(const std::wstring& from, const std::wstring& to) {
+static bool WriteMovedScene(const std::wstring& from, const std::wstring& to) {
     const std::wstring& root = editorState.projectRoot;
     const std::wstring projectFile = JoinPath(root, kProjectFileName);
     if (KindOfPath(projectFile) == PathKind::Missing) return true;
@@ -139,7 +141,12 @@ bool MoveCurrentScene(const std::wstring& from, const std::wstring& to) {
     return WriteWholeFile(projectFile, BytesWith(file, stored, RelativeTo(moved, root)));
 }
 
-bool ReadProjectFile(const std::wstring& folder) {
+bool MoveCurrentScene(const std::wstring& from, const std::wstring& to) {
+    return WithEnoughMemory([&] { return WriteMovedScene(from, to); });
+}
+
+// Once a scene is loaded, nothing takes memory any more: the path goes with the scene.
+static bool Read(const std::wstring& folder) {
     const std::wstring projectFile = JoinPath(folder, kProjectFileName);
     TextFile file;
     if (!ReadTextFile(projectFile, file)) return false;
@@ -147,12 +154,18 @@ bool ReadProjectFile(const std::wstring& folder) {
     std::wstring_view stored;
     std::wstring resolved;
     if (FindCurrentScene(file, stored) && ResolveInProject(stored, resolved)) {
-        const std::wstring scenePath = JoinPath(folder, resolved);
+        std::wstring scenePath = JoinPath(folder, resolved);
         if (KindOfPath(scenePath) == PathKind::File && LoadScene(scenePath)) {
-            editorState.scenePath = scenePath;
+            editorState.scenePath.swap(scenePath);
             return true;
         }
     }
-    editorState.scenePath = MainScenePath(editorState.filesRoot);
-    return LoadScene(projectFile);
+    std::wstring mainScene = MainScenePath(editorState.filesRoot);
+    if (!LoadScene(projectFile)) return false;
+    editorState.scenePath.swap(mainScene);
+    return true;
+}
+
+bool ReadProjectFile(const std::wstring& folder) {
+    return WithEnoughMemory([&] { return Read(folder); });
 }

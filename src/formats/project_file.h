@@ -29,8 +29,9 @@ bool WriteProjectCopy(const std::wstring& folder);
 // when the file cannot be read or written; true when there is nothing to change.
 bool MoveCurrentScene(const std::wstring& from, const std::wstring& to);
 
-// Loads the scene that the project in `folder` names and makes it the current one; ".", ".." and doubled separators
-// in its path are resolved. When it is not named, not there, not readable or named by a path that leads out of the
-// folder, to a drive, a stream or a device, the current scene becomes Files\Scenes\Main.scene with the objects that
-// the project file keeps. False, with the old scene as it was, when the project file cannot be read.
+// Loads the scene that the project in `folder` names and makes it the current one; ".", ".." and doubled
+// separators in its path are resolved. When it is not named, not there, not readable or named by a path that
+// leads out of the folder, to a drive, a stream or a device, the current scene becomes
+// Files\Scenes\Main.scene with the objects that the project file keeps. False, with the old scene as it was,
+// when the project file cannot be read or memory does not suffice for it.
 bool ReadProjectFile(const std::wstring& folder);

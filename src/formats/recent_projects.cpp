@@ -6,6 +6,7 @@
 #include "platform/files.h"
 #include "platform/folders.h"
 #include "scene/editor_state.h"
+#include "scene/enough_memory.h"
 #include "scene/letter_case.h"
 
 #include <algorithm>
@@ -51,7 +52,7 @@ void AddRecentProject(const std::wstring& path) {
     if (projects.size() > kMaxRecentProjects) projects.resize(kMaxRecentProjects);
 }
 
-void LoadRecentProjects() {
+static bool Load() {
     auto& projects = editorState.recentProjects;
     projects.clear();
 
@@ -67,14 +68,20 @@ void LoadRecentProjects() {
         projects.push_back(EntryFor(fullPath));
     }
     if (projects.empty()) AddRecentProject(L"Project");
-
-    SaveRecentProjects();
+    return true;
 }
 
-void SaveRecentProjects() {
+// A list that memory did not suffice for is not saved: what it lacks would be lost.
+void LoadRecentProjects() {
+    if (WithEnoughMemory(Load)) SaveRecentProjects();
+}
+
+static bool Save() {
     std::wstring text;
     for (const RecentProject& project : editorState.recentProjects) {
         if (MayBeProjectFolder(project.path)) text += project.path + L"\n";
     }
-    WriteTextFile(ListFile(), text);
+    return WriteTextFile(ListFile(), text);
 }
+
+void SaveRecentProjects() { WithEnoughMemory(Save); }

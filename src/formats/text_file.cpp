@@ -1,6 +1,7 @@
 #include "formats/text_file.h"
 
 #include "platform/files.h"
+#include "scene/enough_memory.h"
 
 #include <cassert>
 #include <cstdint>
@@ -163,8 +164,8 @@ static void DecodeNextLine(TextFile& file) {
     const std::string_view rest = std::string_view(file.bytes).substr(file.nextByte);
     const size_t lineFeed = rest.find('\n');
     file.hasEnd = lineFeed != std::string_view::npos;
-    std::string_view bytes = rest.substr(0, lineFeed);
     file.lineByte = file.nextByte;
+    std::string_view bytes = rest.substr(0, lineFeed);
     file.nextByte += bytes.size() + (file.hasEnd ? 1 : 0);
     // CR LF is one line end, and so counts once toward the buffer.
     if (file.hasEnd && bytes.ends_with('\r')) bytes.remove_suffix(1);
@@ -173,7 +174,7 @@ static void DecodeNextLine(TextFile& file) {
     file.inLine = true;
 }
 
-bool ReadTextFile(const std::wstring& path, TextFile& file) {
+static bool Read(const std::wstring& path, TextFile& file) {
     std::string bytes;
     if (!ReadWholeFile(path, bytes)) return false;
     if (bytes.starts_with(kUtf16Mark)) {
@@ -184,6 +185,10 @@ bool ReadTextFile(const std::wstring& path, TextFile& file) {
     const size_t start = bytes.starts_with(kUtf8Mark) ? kUtf8Mark.size() : 0;
     file = {.bytes = std::move(bytes), .nextByte = start};
     return true;
+}
+
+bool ReadTextFile(const std::wstring& path, TextFile& file) {
+    return WithEnoughMemory([&] { return Read(path, file); });
 }
 
 bool NextLine(TextFile& file, size_t bufferSize, std::wstring_view& line) {
@@ -222,7 +227,7 @@ std::string TextFileBytes(std::wstring_view text) {
 }
 
 bool WriteTextFile(const std::wstring& path, std::wstring_view text) {
-    return WriteWholeFile(path, TextFileBytes(text));
+    return WithEnoughMemory([&] { return WriteWholeFile(path, TextFileBytes(text)); });
 }
 
 void AppendField(std::wstring& line, std::wstring_view text) {

@@ -21,7 +21,8 @@ struct TextFile {
 };
 
 // Reads a whole file: UTF-8 with or without a byte-order mark, or UTF-16 behind its little-endian mark. False
-// when it cannot be read; `file` is then unchanged.
+// when it cannot be read or memory does not suffice for it; `file` is then unchanged. Its lines take memory
+// of their own.
 bool ReadTextFile(const std::wstring& path, TextFile& file);
 
 // The next line without any CR and LF at its end; false when there is none. `line` stays valid until the next
@@ -39,7 +40,8 @@ void SplitAtTabs(std::wstring_view line, std::vector<std::wstring_view>& fields)
 std::string TextFileBytes(std::wstring_view text);
 
 // Writes a whole file in one step that cannot leave half of it: a byte-order mark, then `text`, whose lines
-// each end with "\n" and are written with CR LF. False when it cannot be written; the old file then stands.
+// each end with "\n" and are written with CR LF. False when it cannot be written, for want of memory too; the
+// old file then stands.
 bool WriteTextFile(const std::wstring& path, std::wstring_view text);
 
 // Appends free text to a line: TAB, CR and LF become spaces, so that it stays one field of one line.

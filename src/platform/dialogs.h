@@ -14,6 +14,9 @@ Answer AskYesNo(const std::wstring& text, const std::wstring& caption);
 // Asks with the question icon.
 Answer AskYesNoCancel(const std::wstring& text, const std::wstring& caption);
 
+// Tells of an error and waits until the user has read it. Takes no memory of the program.
+void TellError(const wchar_t* text, const wchar_t* caption);
+
 // Moves a folder into the recycle bin. False when it fails or is refused, and where there is no bin that would
 // take it: nothing is deleted for good without a question.
 bool RecycleFolder(const std::wstring& path);

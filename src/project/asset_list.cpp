@@ -4,6 +4,7 @@
 #include "platform/files.h"
 #include "project/project_folder.h"
 #include "scene/editor_state.h"
+#include "scene/enough_memory.h"
 #include "scene/letter_case.h"
 
 #include <algorithm>
@@ -53,9 +54,8 @@ AssetEntry AssetEntryFor(const std::wstring& path, bool isFolder) {
 static void AddEntriesOf(const std::wstring& folder, std::vector<AssetEntry>& open) {
     std::vector<FolderEntry> entries;
     if (!ListFolder(folder, entries)) return;
-    std::ranges::sort(entries, [](const FolderEntry& a, const FolderEntry& b) {
-        return NameComesBefore(b.name, a.name);
-    });
+    std::ranges::sort(
+        entries, [](const FolderEntry& a, const FolderEntry& b) { return NameComesBefore(b.name, a.name); });
     for (const FolderEntry& entry : entries) {
         if (!entry.isLink) open.push_back(AssetEntryFor(JoinPath(folder, entry.name), entry.isFolder));
     }
@@ -63,15 +63,15 @@ static void AddEntriesOf(const std::wstring& folder, std::vector<AssetEntry>& op
 
 // Everything below a folder, each folder before what is in it. On a list and not on the call stack: a tree of
 // folders may be thousands of levels deep.
-static std::vector<AssetEntry> ListTree(const std::wstring& root) {
-    std::vector<AssetEntry> list, open;
+static bool ListTree(const std::wstring& root, std::vector<AssetEntry>& list) {
+    std::vector<AssetEntry> open;
     AddEntriesOf(root, open);
     while (!open.empty()) {
         list.push_back(std::move(open.back()));
         open.pop_back();
         if (list.back().kind == AssetKind::Folder) AddEntriesOf(list.back().path, open);
     }
-    return list;
+    return true;
 }
 
 void RefreshAssetList() {
@@ -79,7 +79,8 @@ void RefreshAssetList() {
     const std::wstring selectedPath =
         selected < editorState.fileEntries.size() ? editorState.fileEntries[selected].path : std::wstring();
     MakeProjectFolders();
-    std::vector<AssetEntry> list = ListTree(editorState.filesRoot);
+    std::vector<AssetEntry> list;
+    if (!WithEnoughMemory([&list] { return ListTree(editorState.filesRoot, list); })) list = {};
 
     const auto found = std::ranges::find(list, selectedPath, &AssetEntry::path);
     const bool isThere = !selectedPath.empty() && found != list.end();

@@ -2,13 +2,14 @@
 
 #include "formats/path_text.h"
 #include "platform/files.h"
+#include "scene/enough_memory.h"
 #include "scene/numbers.h"
 
 #include <utility>
 
 constexpr int32_t kLastFolderNumber = 99;
 
-bool ListFolderTree(const std::wstring& folder, FolderTree& tree) {
+static bool List(const std::wstring& folder, FolderTree& tree) {
     FolderTree found;
     std::vector<std::wstring> pending{L""};  // relative; the next one at the back
     std::vector<FolderEntry> entries;
@@ -29,6 +30,10 @@ bool ListFolderTree(const std::wstring& folder, FolderTree& tree) {
     }
     tree = std::move(found);
     return true;
+}
+
+bool ListFolderTree(const std::wstring& folder, FolderTree& tree) {
+    return WithEnoughMemory([&] { return List(folder, tree); });
 }
 
 static bool CopyTree(const std::wstring& from, const std::wstring& to, const FolderTree& tree) {
@@ -57,16 +62,16 @@ bool CopyToFreePath(const std::wstring& from, const std::wstring& to) {
     return false;
 }
 
-void RemoveFolderTree(const std::wstring& folder) {
-    FolderTree tree;
-    if (ListFolderTree(folder, tree)) {
-        for (const std::wstring& file : tree.files) RemoveAnyway(JoinPath(folder, file), RemoveFile);
-        for (size_t i = tree.folders.size(); i > 0; --i) {
 // Copies of read-only files and folders are read-only too.
 static void RemoveAnyway(const std::wstring& path, bool (*remove)(const std::wstring& path)) {
     if (!remove(path) && MakeWritable(path)) remove(path);
 }
 
+void RemoveFolderTree(const std::wstring& folder) {
+    FolderTree tree;
+    if (ListFolderTree(folder, tree)) {
+        for (const std::wstring& file : tree.files) RemoveAnyway(JoinPath(folder, file), RemoveFile);
+        for (size_t i = tree.folders.size(); i > 0; --i) {
             RemoveAnyway(JoinPath(folder, tree.folders[i - 1]), RemoveEmptyFolder);
         }
     }

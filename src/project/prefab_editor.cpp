@@ -8,6 +8,7 @@
 #include "project/other_screens.h"
 #include "scene/editor_camera.h"
 #include "scene/editor_state.h"
+#include "scene/enough_memory.h"
 #include "scene/file_name.h"
 #include "scene/gestures.h"
 #include "scene/selection.h"
@@ -50,13 +51,18 @@ static void ShowScene() {
 void OpenPrefabEditor(const std::wstring& path) {
     if (!LeaveOtherScreens()) return;
     Scene objects;
-    if (!LoadPrefab(path, objects)) {
+    const bool isLoaded = WithEnoughMemory([&] {
+        if (!LoadPrefab(path, objects)) return false;
+        objects = InPrefabOrder(objects);
+        return true;
+    });
+    if (!isLoaded) {
         SetStatus(L"Prefab se nepodarilo otevrit.");
         return;
     }
     StopPlayMode();
     EndInteraction();
-    ShowPrefab(path, InPrefabOrder(objects));
+    ShowPrefab(path, std::move(objects));
     SetStatus(L"Otevren Prefab editor: " + LastComponent(path));
 }
 
@@ -65,7 +71,9 @@ static bool Save() {
         SetStatus(L"Neni otevreny Prefab.");
         return false;
     }
-    if (!WritePrefab(editorState.prefabPath, InPrefabOrder(editorState.scene))) {
+    const bool isWritten = WithEnoughMemory(
+        [] { return WritePrefab(editorState.prefabPath, InPrefabOrder(editorState.scene)); });
+    if (!isWritten) {
         SetStatus(L"Prefab se nepodarilo ulozit.");
         return false;
     }
@@ -102,7 +110,9 @@ void SavePrefabFromSelection() {
         return;
     }
     const std::wstring path = NewPrefabPath(SelectedObject().name);
-    if (!WritePrefab(path, CollectPrefab(editorState.scene, editorState.selectedIndex))) {
+    const bool isWritten = WithEnoughMemory(
+        [&] { return WritePrefab(path, CollectPrefab(editorState.scene, editorState.selectedIndex)); });
+    if (!isWritten) {
         SetStatus(L"Prefab se nepodarilo ulozit.");
         return;
     }

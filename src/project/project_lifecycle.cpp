@@ -15,6 +15,7 @@
 #include "project/scene_switch.h"
 #include "scene/default_scenes.h"
 #include "scene/editor_state.h"
+#include "scene/enough_memory.h"
 #include "scene/letter_case.h"
 #include "scene/status.h"
 
@@ -51,9 +52,29 @@ static bool WritePlayerController() {
     return kind != PathKind::Unknown;
 }
 
-static bool WriteNewProject() {
+// Makes the state that of a new project and writes it.
+static bool MakeProject(const std::wstring& folder, bool empty) {
+    SetProjectFolder(folder);
+    LeaveOpenProject();
+    resetScene(!empty);
+    editorState.scenePath = MainScenePath(editorState.filesRoot);
     const bool hasFolders = MakeProjectFolders() && WritePlayerController();
     return hasFolders && SaveScene(editorState.scenePath) && WriteProjectFile(editorState.projectRoot);
+}
+
+// The state as it was, and no folder that was not there, when the project cannot be made.
+static bool TryToMakeProject(const std::wstring& folder, bool empty) {
+    EditorState before;
+    const bool isKept = WithEnoughMemory([&before] {
+        before = editorState;
+        return true;
+    });
+    if (!isKept) return false;
+    const bool isNew = KindOfPath(folder) == PathKind::Missing;
+    if (WithEnoughMemory([&] { return MakeProject(folder, empty); })) return true;
+    editorState = std::move(before);
+    if (isNew) RemoveFolderTree(folder);
+    return false;
 }
 
 void CreateProject(bool empty) {
@@ -65,16 +86,7 @@ void CreateProject(bool empty) {
     }
     if (!LeaveScene()) return;
 
-    EditorState before = editorState;
-    const std::wstring folder = MakeUniqueFolder(chosen, L"ZelEngineProject");
-    const bool isNew = KindOfPath(folder) == PathKind::Missing;
-    SetProjectFolder(folder);
-    LeaveOpenProject();
-    resetScene(!empty);
-    editorState.scenePath = MainScenePath(editorState.filesRoot);
-    if (!WriteNewProject()) {
-        editorState = std::move(before);
-        if (isNew) RemoveFolderTree(folder);
+    if (!TryToMakeProject(MakeUniqueFolder(chosen, L"ZelEngineProject"), empty)) {
         SetStatus(L"Projekt se nepodarilo ulozit.");
         return;
     }
@@ -93,8 +105,7 @@ static bool HoldsProjectFile(const std::wstring& folder) {
 static std::wstring ProjectRootOf(const std::wstring& chosen) {
     if (HoldsProjectFile(chosen)) return chosen;
     std::wstring parent = ParentFolder(chosen);
-    if (SameWithoutCase(LastComponent(chosen), kFilesFolderName) && HoldsProjectFile(parent))
-        return parent;
+    if (SameWithoutCase(LastComponent(chosen), kFilesFolderName) && HoldsProjectFile(parent)) return parent;
     const bool holdsFiles = KindOfPath(JoinPath(chosen, kFilesFolderName)) == PathKind::Folder;
     return holdsFiles ? chosen : std::wstring();
 }

@@ -2,23 +2,31 @@
 
 #include "render/raster/kernels.h"
 #include "render/text_runs.h"
+#include "scene/enough_memory.h"
 
 #include <algorithm>
 #include <cstddef>
 
 FrameBuffer frameBuffer;
 
+// For the whole buffer, so that no part of it takes more memory later.
+static bool MakeDepth() {
+    FrameBuffer& fb = frameBuffer;
+    fb.depth.assign(static_cast<size_t>(fb.width) * static_cast<size_t>(fb.height), kFarDepth);
+    ClearDepth(fb.viewport);
+    return true;
+}
+
 bool EnsureSize(int32_t width, int32_t height) {
     FrameBuffer& fb = frameBuffer;
     const bool isUsable = width >= 1 && height >= 1;
     if (isUsable && (width != fb.width || height != fb.height || fb.pixels == nullptr)) {
-        fb.pixels = CreateCanvas(width, height);
+        fb.pixels = nullptr;
         fb.width = width;
         fb.height = height;
         fb.viewport = {0, 0, width, height};
         fb.systemDrew = false;
-        fb.depth.assign(static_cast<size_t>(width) * static_cast<size_t>(height), kFarDepth);
-        ClearDepth(fb.viewport);
+        if (WithEnoughMemory(MakeDepth)) fb.pixels = CreateCanvas(width, height);
     }
     return fb.pixels != nullptr;
 }

@@ -9,9 +9,12 @@
 #include "render/frame_buffer.h"
 #include "scene/default_scenes.h"
 #include "scene/editor_state.h"
+#include "support/allocation_limit.h"
 #include "support/scratch_folder.h"
 
 #include "doctest/doctest.h"
+
+#include <optional>
 
 // The executable stands in "program", the process in "work", with data of its own.
 static void StartIn(const ScratchFolder& folder) {
@@ -194,4 +197,40 @@ TEST_CASE("each frame takes the time since the one before, limited") {
     headless.clock = {100, 100.01, 102, 102.04};  // at the start, then once a frame
     CHECK(RunProgram() == 0);
     CHECK(editorState.animationTime == doctest::Approx(0.01 + 0.05 + 0.04));
+}
+
+static std::optional<AllocationLimit> limit;
+
+// From the second picture on there is no memory for anything large.
+static void LimitMemory() {
+    if (headless.presents == 2) limit.emplace(100'000);
+}
+
+TEST_CASE("without memory for a command the program says so, saves nothing and ends with 1") {
+    const ScratchFolder folder;
+    StartIn(folder);
+    PutProject(folder / L"work\\Project", L"Listed");
+    const EditorState before = editorState;
+    editorState.scene.assign(1000, GameObject{.name = L"many"});
+    const std::wstring scenePath = folder / L"work\\Project\\Files\\Scenes\\Level.scene";
+    REQUIRE(SaveScene(scenePath));
+    editorState = before;
+    const std::string scene = FileBytes(scenePath);
+    // The first project of the Hub opens, and a game starts, which keeps the scene aside; then a save.
+    headless.input = {{},
+                      {{.kind = InputKind::LeftDown, .x = 300, .y = 200}},
+                      {{.kind = InputKind::KeyDown, .key = 'P'}, {.kind = InputKind::KeyUp, .key = 'P'}},
+                      {{.kind = InputKind::KeyDown, .key = 'G'}}};
+    headless.onPresent = LimitMemory;
+    CHECK(RunProgram() == 1);
+    limit.reset();
+    CHECK(editorState.scene.size() == 1000);
+    CHECK_FALSE(editorState.playMode);
+    CHECK(headless.prompts ==
+          std::vector<std::wstring>{L"Nedostatek pameti: program se ukonci.\n\n"
+                                    L"Ulozene soubory jsou v poradku, neulozene zmeny jsou ztraceny."});
+    CHECK(FileBytes(scenePath) == scene);
+    CHECK(headless.stops == 1);
+    CHECK(headless.presents == 2);
+    CHECK(frameBuffer.pixels == nullptr);
 }

@@ -23,6 +23,7 @@ def scratch_folder():
 
 def put(folder, name, begin, repeated, times):
     path = os.path.join(folder, name)
+    os.makedirs(os.path.dirname(path), exist_ok=True)
     with open(path, "wb") as file:
         file.write(begin)
         for _ in range(times):
@@ -30,10 +31,12 @@ def put(folder, name, begin, repeated, times):
     return path
 
 
-def load(path, memory=None):
-    """What the program says of a file, with as many bytes of memory, and the most that it used of it."""
+def load(path, memory=None, window=None):
+    """What the program says of a file, or of a window of as many pixels on each side, with as many bytes of memory, and
+    the most that it used of it."""
     limit = [] if memory is None else ["prlimit", f"--data={memory}"]
-    with subprocess.Popen(limit + ["wine", LOADING_PROGRAM, "Z:" + path.replace("/", "\\")], stdin=subprocess.DEVNULL,
+    asked = ["-", str(window)] if window else ["Z:" + path.replace("/", "\\")]
+    with subprocess.Popen(limit + ["wine", LOADING_PROGRAM] + asked, stdin=subprocess.DEVNULL,
                           stdout=subprocess.PIPE, stderr=subprocess.DEVNULL) as process:
         said = process.stdout.read().decode().strip()
         _, status, usage = os.wait4(process.pid, 0)
@@ -74,6 +77,8 @@ def a_file_of_many_megabytes_loads_where_there_is_memory_for_it():
             "objects.prefab": (b"ZELENGINE_PREFAB\t1\n", SHORTEST_OBJECT * 100, 5000, 500_000),
             # Read in pieces of 8,191 units, an odd number: only every other one begins with a tag.
             "one_line.scene": (b"", b"O\t" * 1000, 10_000, 1221),
+            "objects/project.zel": (b"CURRENT_SCENE\tno.scene\n", SHORTEST_OBJECT * 100, 5000, 500_000),
+            "nodes.blueprint": (b"ZELENGINE_BLUEPRINT\t1\n", b"NODE\t1\t\t1\t1\n" * 100, 5000, 500_000),
         }
         for name, (begin, repeated, times, count) in cases.items():
             said, _ = load(put(folder, name, begin, repeated, times))
@@ -86,11 +91,24 @@ def a_file_that_memory_does_not_suffice_for_is_refused():
         check(load(small, 100 * MEGABYTE)[0] == "loaded 1", "there is no memory for the program itself")
         for name, begin, repeated in (("faces.obj", TRIANGLE, b"f" + b" 1 2 3" * 160 + b"\n"),
                                       ("objects.scene", b"", SHORTEST_OBJECT * 30),
-                                      ("objects.prefab", b"", SHORTEST_OBJECT * 30)):
+                                      ("objects.prefab", b"", SHORTEST_OBJECT * 30),
+                                      ("objects/project.zel", b"CURRENT_SCENE\tno.scene\n", SHORTEST_OBJECT * 30),
+                                      ("one_line/project.zel", b"", b"CURRENT_SCENE " * 100)):
             said, _ = load(put(folder, name, begin, repeated, 20_000), 100 * MEGABYTE)
             check(said == "refused", f"{name}: '{said}'")
         said, _ = load(png(os.path.join(folder, "image.png"), 7000, 7000), 100 * MEGABYTE)
         check(said == "refused", f"image.png: '{said}'")
+        # A Blueprint that cannot be read shows the two nodes of an empty one.
+        for name, repeated in (("nodes.blueprint", b"NODE\t1\t\t1\t1\n" * 100), ("title.blueprint", b"NODE\t1\t" * 200)):
+            said, _ = load(put(folder, name, b"", repeated, 20_000), 100 * MEGABYTE)
+            check(said == "loaded 2", f"{name}: '{said}'")
+
+
+def a_window_that_memory_does_not_suffice_for_shows_nothing():
+    said, _ = load("", window=1000)
+    check(said == "loaded 1000000", f"a window of a million pixels: '{said}'")
+    said, _ = load("", 100 * MEGABYTE, window=8000)
+    check(said == "refused", f"a window of 64 million pixels: '{said}'")
 
 
 if __name__ == "__main__":
@@ -98,4 +116,5 @@ if __name__ == "__main__":
         an_image_beyond_64_million_pixels_is_refused_before_memory_is_taken_for_them,
         a_file_of_many_megabytes_loads_where_there_is_memory_for_it,
         a_file_that_memory_does_not_suffice_for_is_refused,
+        a_window_that_memory_does_not_suffice_for_shows_nothing,
     ]) else 1)

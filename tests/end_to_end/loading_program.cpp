@@ -1,15 +1,23 @@
 // Loads a file as the program does, and says whether it did.
 //
-//   loading_program FILE    "loaded N", N objects, triangles or pixels, or "refused"; ends with 0 either way
+//   loading_program FILE            "loaded N", N objects, triangles, nodes or pixels, or "refused"
+//   loading_program - N              the same for a window of N times N pixels
+//
+// Ends with 0 either way.
+#include "blueprint/blueprint_file.h"
 #include "formats/obj_file.h"
 #include "formats/path_text.h"
 #include "formats/prefab_file.h"
+#include "formats/project_file.h"
 #include "formats/scene_file.h"
 #include "platform/image_decoder.h"
+#include "render/frame_buffer.h"
 #include "scene/editor_state.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 
 // How much the file holds; 0 for one that is refused.
@@ -24,14 +32,19 @@ static size_t Load(const std::wstring& path) {
         Mesh mesh;
         return ReadObjFile(path, mesh) ? mesh.triangles.size() : 0;
     }
+    if (extension == L".blueprint") return LoadBlueprint(path) ? editorState.blueprintNodes.size() : 0;
+    if (extension == L".zel") return ReadProjectFile(ParentFolder(path)) ? editorState.scene.size() : 0;
     DecodedImage image;
     return DecodeImageFile(path, image) ? image.argb.size() : 0;
 }
 
+static size_t MakeWindow(int32_t side) { return EnsureSize(side, side) ? frameBuffer.depth.size() : 0; }
+
 int main(int argumentCount, char** arguments) {
-    if (argumentCount != 2) return 2;
+    if (argumentCount != 2 && argumentCount != 3) return 2;
     const std::string name = arguments[1];
-    const size_t count = Load(std::wstring(name.begin(), name.end()));
+    const size_t count = argumentCount == 3 ? MakeWindow(std::atoi(arguments[2]))
+                                            : Load(std::wstring(name.begin(), name.end()));
     if (count > 0) {
         std::printf("loaded %zu\n", count);
     } else {

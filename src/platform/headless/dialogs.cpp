@@ -30,6 +30,8 @@ Answer AskYesNoCancel(const std::wstring& text, const std::wstring&) {
     return TakeAnswer(headless.questionAnswers, Answer::Cancel);
 }
 
+void TellError(const wchar_t* text, const wchar_t*) { OpenDialog(text); }
+
 bool RecycleFolder(const std::wstring& path) {
     if (headless.recycleWorks) headless.recycled.push_back(path);
     return headless.recycleWorks;

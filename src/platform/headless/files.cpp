@@ -76,16 +76,16 @@ bool MakeFolders(const std::wstring& path) {
 bool ListFolder(const std::wstring& path, std::vector<FolderEntry>& entries) {
     entries.clear();
     if (path.empty() || !TakeFileStep()) return false;
-    std::error_code error;
     std::vector<FolderEntry> found;
-    fs::directory_iterator entry(NativePath(path), error);
-    while (!error && entry != fs::directory_iterator()) {
-        std::error_code ignored;
-        found.push_back({ProgramPath(entry->path().filename()), entry->is_directory(ignored),
-                         entry->is_symlink(ignored)});
-        entry.increment(error);
+    try {  // what reports by an error code may not throw, and ends the program where there is no memory
+        for (const fs::directory_entry& entry : fs::directory_iterator(NativePath(path))) {
+            std::error_code ignored;
+            found.push_back({ProgramPath(entry.path().filename()), entry.is_directory(ignored),
+                             entry.is_symlink(ignored)});
+        }
+    } catch (const fs::filesystem_error&) {
+        return false;
     }
-    if (error) return false;
     std::ranges::sort(found, ComesBefore);
     entries = std::move(found);
     return true;

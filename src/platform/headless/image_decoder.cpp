@@ -40,6 +40,7 @@ static void* Reallocate(void* memory, size_t size) {
 #pragma GCC diagnostic pop
 
 #include <memory>
+#include <new>
 #include <string>
 
 static uint32_t ArgbOf(const stbi_uc* rgba) {
@@ -67,7 +68,11 @@ bool DecodeImageFile(const std::wstring& path, DecodedImage& image) {
 
     DecodedImage decoded{.width = width, .height = height};
     const size_t count = static_cast<size_t>(width) * static_cast<size_t>(height);
-    decoded.argb.resize(count);
+    try {
+        decoded.argb.resize(count);
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
     for (size_t i = 0; i < count; ++i) decoded.argb[i] = ArgbOf(rgba.get() + 4 * i);
     image = std::move(decoded);
     return true;

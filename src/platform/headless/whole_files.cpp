@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <memory>
+#include <new>
 
 namespace fs = std::filesystem;
 
@@ -72,10 +73,14 @@ static fs::path FreeNameBeside(const fs::path& target, const char* extension) {
     return NameBeside(target, number, extension);
 }
 
-// What saves that were broken off have left.
+// What saves that were broken off have left. The target is new by now, whatever becomes of them.
 static void RemoveLeftovers(const fs::path& target) {
     std::error_code error;
-    for (int32_t number = 0; fs::remove(NameBeside(target, number, kTemporary), error); ++number) continue;
+    try {
+        for (int32_t number = 0; fs::remove(NameBeside(target, number, kTemporary), error); ++number)
+            continue;
+    } catch (const std::bad_alloc&) {  // they stay for the next save
+    }
 }
 
 static bool WriteTemporary(const fs::path& path, std::string_view bytes) {
@@ -134,7 +139,10 @@ static Target WriteInPlace(const fs::path& target, std::string_view bytes) {
 bool ReadWholeFile(const std::wstring& path, std::string& bytes) {
     bytes.clear();
     if (path.empty() || !TakeFileStep()) return false;
-    if (Read(NativePath(path), bytes)) return true;
+    try {
+        if (Read(NativePath(path), bytes)) return true;
+    } catch (const std::bad_alloc&) {  // a file too large for the machine is one that cannot be read
+    }
     bytes.clear();
     return false;
 }

@@ -38,12 +38,9 @@ struct SystemDialog {
 static Answer Ask(const std::wstring& text, const std::wstring& caption, UINT style) {
     const SystemDialog dialog;
     switch (MessageBoxW(MainWindow(), text.c_str(), caption.c_str(), style)) {
-        case IDYES:
-            return Answer::Yes;
-        case IDNO:
-            return Answer::No;
-        default:
-            return Answer::Cancel;
+        case IDYES: return Answer::Yes;
+        case IDNO: return Answer::No;
+        default: return Answer::Cancel;
     }
 }
 
@@ -91,6 +88,13 @@ Answer AskYesNo(const std::wstring& text, const std::wstring& caption) {
 }
 
 Answer AskYesNoCancel(const std::wstring& text, const std::wstring& caption) {
+    return Ask(text, caption, MB_YESNOCANCEL | MB_ICONQUESTION);
+}
+
+void TellError(const wchar_t* text, const wchar_t* caption) {
+    MessageBoxW(MainWindow(), text, caption, MB_OK | MB_ICONERROR);
+}
+
 namespace {
 
 // Keeps the user's clicks and keys from the window while the system runs its messages.
@@ -112,9 +116,6 @@ private:
 
 }  // namespace
 
-    return Ask(text, caption, MB_YESNOCANCEL | MB_ICONQUESTION);
-}
-
 bool RecycleFolder(const std::wstring& path) {
     if (path.empty()) return false;
     std::wstring list = AbsolutePath(path);  // a relative path would be deleted for good
@@ -124,10 +125,10 @@ bool RecycleFolder(const std::wstring& path) {
     const SystemDialog dialog;
     SHFILEOPSTRUCTW operation{};
     operation.hwnd = MainWindow();
-    const InputPause pause;
     operation.wFunc = FO_DELETE;
     operation.pFrom = list.c_str();
     operation.fFlags = kNeverForGood;
+    const InputPause pause;
     return SHFileOperationW(&operation) == 0 && !operation.fAnyOperationsAborted;
 }
 

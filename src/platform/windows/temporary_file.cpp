@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <new>
 #include <string_view>
 
 constexpr std::wstring_view kPrefix = L"~zel";
@@ -68,16 +69,26 @@ static bool IsRunning(DWORD process) {
     return isRunning;
 }
 
-void RemoveLeftovers(const std::wstring& target) {
+static void RemoveFreeFiles(const std::wstring& target) {
     const std::wstring folder = FolderOf(target);
     WIN32_FIND_DATAW found{};
     const std::wstring pattern = folder + std::wstring(kPrefix) + L"*";
     const HANDLE search = FindFirstFileW(SystemPath(pattern).c_str(), &found);
     if (search == INVALID_HANDLE_VALUE) return;
-    do {
-        const DWORD owner = OwnerOf(found.cFileName);
-        const bool isFree = owner != 0 && (owner == GetCurrentProcessId() || !IsRunning(owner));
-        if (isFree) DeleteFileW(SystemPath(folder + found.cFileName).c_str());
-    } while (FindNextFileW(search, &found));
+    try {
+        do {
+            const DWORD owner = OwnerOf(found.cFileName);
+            const bool isFree = owner != 0 && (owner == GetCurrentProcessId() || !IsRunning(owner));
+            if (isFree) DeleteFileW(SystemPath(folder + found.cFileName).c_str());
+        } while (FindNextFileW(search, &found));
+    } catch (const std::bad_alloc&) {  // the others stay for the next save
+    }
     FindClose(search);
+}
+
+void RemoveLeftovers(const std::wstring& target) {
+    try {
+        RemoveFreeFiles(target);
+    } catch (const std::bad_alloc&) {  // they stay for the next save
+    }
 }

@@ -11,13 +11,15 @@
 #include <windowsx.h>
 
 #include <array>
+#include <new>
 #include <utility>
+#include <vector>
 
 constexpr wchar_t kWindowClass[] = L"ZelEngineWindow";
 constexpr UINT_PTR kPictureTimer = 1;
 constexpr UINT kPictureMilliseconds = 15;  // between pictures while the system runs its own message loop
 constexpr LPARAM kWasDown = 1 << 30;       // of a key message
-constexpr double kLongGap = 0.5;  // seconds without messages, after which held keys are asked for
+constexpr double kLongGap = 0.5;           // seconds without messages, after which held keys are asked for
 
 namespace {
 
@@ -31,9 +33,10 @@ struct WindowState {
     HWND handle = nullptr;
     bool holdsMouse = false;  // captured by the program
     bool isPainting = false;
-    bool takesText = true;  // the input method may compose
+    bool takesText = true;              // the input method may compose
     std::array<bool, 256> keyIsDown{};  // as reported, by virtual-key code
     double lastPump = 0;                // seconds
+    bool isOutOfMemory = false;         // no input reaches the program any more; PumpMessages throws
 };
 
 WindowState window;
@@ -60,24 +63,34 @@ static void DarkenCaption() {
     for (const CaptionAttribute& attribute : kCaptionColors) set(attribute);
 }
 
+// The system called: no exception may leave by this way.
+static void Send(const InputEvent& event) {
+    if (window.isOutOfMemory) return;
+    try {
+        HandleInput(event);
+    } catch (const std::bad_alloc&) {
+        window.isOutOfMemory = true;
+    }
+}
+
 // A picture may open a dialog's message loop, and that asks for a picture again.
 static void SendPaint() {
     if (window.isPainting) return;
     window.isPainting = true;
-    HandleInput({.kind = InputKind::Paint});
+    Send({.kind = InputKind::Paint});
     window.isPainting = false;
 }
 
 static void SendKey(InputKind kind, WPARAM key, LPARAM details) {
     if (key < window.keyIsDown.size()) window.keyIsDown[key] = kind == InputKind::KeyDown;
     const bool isRepeat = kind == InputKind::KeyDown && (details & kWasDown);
-    HandleInput({.kind = kind, .key = static_cast<uint32_t>(key), .isRepeat = isRepeat});
+    Send({.kind = kind, .key = static_cast<uint32_t>(key), .isRepeat = isRepeat});
 }
 
 // The system takes the input for itself, or for another window: what is released then is not reported.
 static void SendFocusLost() {
     window.keyIsDown = {};
-    HandleInput({.kind = InputKind::FocusLost});
+    Send({.kind = InputKind::FocusLost});
 }
 
 // A lock screen or a question for an administrator's password takes the keys away without a word. It also
@@ -94,27 +107,37 @@ static void ReportKeysThatCameUp() {
 }
 
 static void SendMouse(InputKind kind, LPARAM position) {
-    HandleInput({.kind = kind, .x = GET_X_LPARAM(position), .y = GET_Y_LPARAM(position)});
+    Send({.kind = kind, .x = GET_X_LPARAM(position), .y = GET_Y_LPARAM(position)});
+}
+
+static std::vector<std::wstring> FilesOf(HDROP drop) {
+    std::vector<std::wstring> files;
+    const UINT count = DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
+    for (UINT i = 0; i < count; ++i) {
+        std::wstring path(DragQueryFileW(drop, i, nullptr, 0), L'\0');
+        DragQueryFileW(drop, i, path.data(), static_cast<UINT>(path.size()) + 1);
+        files.push_back(std::move(path));
+    }
+    return files;
 }
 
 static void SendDroppedFiles(HDROP drop) {
     POINT point{};
     DragQueryPoint(drop, &point);
     InputEvent event{.kind = InputKind::FilesDropped, .x = point.x, .y = point.y};
-    const UINT count = DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
-    for (UINT i = 0; i < count; ++i) {
-        std::wstring path(DragQueryFileW(drop, i, nullptr, 0), L'\0');
-        DragQueryFileW(drop, i, path.data(), static_cast<UINT>(path.size()) + 1);
-        event.files.push_back(std::move(path));
+    try {
+        event.files = FilesOf(drop);
+    } catch (const std::bad_alloc&) {
+        window.isOutOfMemory = true;
     }
     DragFinish(drop);
-    HandleInput(event);
+    Send(event);
 }
 
 static void LoseCapture(HWND newOwner) {
     if (!window.holdsMouse || newOwner == window.handle) return;
     window.holdsMouse = false;
-    HandleInput({.kind = InputKind::CaptureLost});
+    Send({.kind = InputKind::CaptureLost});
 }
 
 // The system's menu loop would stop the frames. It opens for Alt with the space bar only, which shows the
@@ -132,8 +155,7 @@ static LRESULT CALLBACK HandleMessage(HWND handle, UINT message, WPARAM wParam, 
             PostQuitMessage(0);
             return 0;
 
-        case WM_ERASEBKGND:
-            return 1;  // every picture covers the whole client area
+        case WM_ERASEBKGND: return 1;  // every picture covers the whole client area
         case WM_PAINT: {
             PAINTSTRUCT paint{};
             BeginPaint(handle, &paint);
@@ -149,60 +171,34 @@ static LRESULT CALLBACK HandleMessage(HWND handle, UINT message, WPARAM wParam, 
             SetTimer(handle, kPictureTimer, kPictureMilliseconds, nullptr);
             break;
         case WM_EXITSIZEMOVE:
-        case WM_EXITMENULOOP:
-            KillTimer(handle, kPictureTimer);
-            break;
-        case WM_TIMER:
-            SendPaint();
-            return 0;
+        case WM_EXITMENULOOP: KillTimer(handle, kPictureTimer); break;
+        case WM_TIMER: SendPaint(); return 0;
 
-        case WM_KEYDOWN:
-            SendKey(InputKind::KeyDown, wParam, lParam);
-            return 0;
-        case WM_KEYUP:
-            SendKey(InputKind::KeyUp, wParam, lParam);
-            return 0;
+        case WM_KEYDOWN: SendKey(InputKind::KeyDown, wParam, lParam); return 0;
+        case WM_KEYUP: SendKey(InputKind::KeyUp, wParam, lParam); return 0;
         case WM_SYSKEYUP:
             SendKey(InputKind::KeyUp, wParam, lParam);
             break;  // pressed alone, released with Alt
-        case WM_CHAR:
-            HandleInput({.kind = InputKind::Character, .character = static_cast<wchar_t>(wParam)});
-            break;
+        case WM_CHAR: Send({.kind = InputKind::Character, .character = static_cast<wchar_t>(wParam)}); break;
         case WM_KILLFOCUS:
-        case WM_CANCELMODE:
-            SendFocusLost();
-            break;
+        case WM_CANCELMODE: SendFocusLost(); break;
 
         case WM_ENDSESSION:  // the process may end as soon as this returns
-            if (wParam) HandleInput({.kind = InputKind::SessionEnds});
+            if (wParam) Send({.kind = InputKind::SessionEnds});
             return 0;
 
-        case WM_MOUSEMOVE:
-            SendMouse(InputKind::MouseMove, lParam);
-            return 0;
-        case WM_LBUTTONDOWN:
-            SendMouse(InputKind::LeftDown, lParam);
-            return 0;
-        case WM_LBUTTONUP:
-            SendMouse(InputKind::LeftUp, lParam);
-            return 0;
-        case WM_LBUTTONDBLCLK:
-            SendMouse(InputKind::LeftDoubleClick, lParam);
-            return 0;
+        case WM_MOUSEMOVE: SendMouse(InputKind::MouseMove, lParam); return 0;
+        case WM_LBUTTONDOWN: SendMouse(InputKind::LeftDown, lParam); return 0;
+        case WM_LBUTTONUP: SendMouse(InputKind::LeftUp, lParam); return 0;
+        case WM_LBUTTONDBLCLK: SendMouse(InputKind::LeftDoubleClick, lParam); return 0;
         case WM_RBUTTONDOWN:
         case WM_RBUTTONDBLCLK:  // a fast second press
             SendMouse(InputKind::RightDown, lParam);
             return 0;
-        case WM_RBUTTONUP:
-            SendMouse(InputKind::RightUp, lParam);
-            return 0;
-        case WM_CAPTURECHANGED:
-            LoseCapture(reinterpret_cast<HWND>(lParam));
-            return 0;
+        case WM_RBUTTONUP: SendMouse(InputKind::RightUp, lParam); return 0;
+        case WM_CAPTURECHANGED: LoseCapture(reinterpret_cast<HWND>(lParam)); return 0;
 
-        case WM_DROPFILES:
-            SendDroppedFiles(reinterpret_cast<HDROP>(wParam));
-            return 0;
+        case WM_DROPFILES: SendDroppedFiles(reinterpret_cast<HDROP>(wParam)); return 0;
     }
     return DefWindowProcW(handle, message, wParam, lParam);
 }
@@ -284,6 +280,7 @@ bool PumpMessages() {
         if (message.message == WM_QUIT) goesOn = false;
         TranslateMessage(&message);
         DispatchMessageW(&message);
+        if (window.isOutOfMemory) throw std::bad_alloc();
     }
     return goesOn;
 }

@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 
 namespace {
 
@@ -466,4 +467,19 @@ TEST_CASE("Ctrl, Shift and Alt are held as the system's key state says, AltGr as
         CHECK(IsAltHeld() == alt);
     }
     SetKeyboardState(before);
+}
+
+TEST_CASE("memory that does not suffice for an event ends the pumping, and no event follows") {
+    const TestWindow testWindow;
+    recordedInput.onEvent = [](const InputEvent& event) {
+        if (event.kind == InputKind::KeyDown) throw std::bad_alloc();
+    };
+    Post(WM_KEYDOWN, 'A', 0);
+    Post(WM_KEYDOWN, 'B', 0);
+    CHECK_THROWS_AS(PumpMessages(), std::bad_alloc);
+    CHECK(CountOf(InputKind::KeyDown) == 1);
+    Post(WM_LBUTTONDOWN, 0, 0);
+    CHECK_THROWS_AS(PumpMessages(), std::bad_alloc);
+    CHECK(CountOf(InputKind::KeyDown) == 1);
+    CHECK(CountOf(InputKind::LeftDown) == 0);
 }
