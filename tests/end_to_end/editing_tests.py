@@ -116,7 +116,7 @@ BEFORE = (CAMERA, LIGHT, TOWER, BALL)
 
 # Where things are seen, by the editor's first camera: at (0, 4, -10), looking along +Z and 0.24 down.
 
-def pixel_of(x, y, z):
+def on_screen(x, y, z):
     left, top, right, bottom = VIEWPORT
     width, height = right - left, bottom - top
     pitch = -0.24
@@ -128,19 +128,20 @@ def pixel_of(x, y, z):
     zoom = 1 / math.tan(0.6108653)  # half of 70 degrees
     screen_x = (fx * zoom / (width / height) / depth * 0.5 + 0.5) * width + left
     screen_y = (0.5 - height_seen * zoom / depth * 0.5) * height + top
-    return truncated(screen_x), truncated(screen_y)
+    return screen_x, screen_y
 
 
-# The new object: the fifth one, so 3 + 0.4 * 4 away. Its X axis is dragged 60 pixels to the right and 7 up.
+# The new object: the fifth one, so 3 + 0.4 * 4 away. Its X axis is dragged 7 pixels to the right and 7 up: not far,
+# so that the parts of pixels in single precision are too small to show in six decimals.
 
 MADE_PLACE = (0, 0, single(3 + single(0.4) * 4))
-DRAG = (60, -7)
+DRAG = (7, -7)
 
 
 def gizmo_x_axis():
-    """The pixels of its origin and its tip, 1.25 units away."""
+    """The places of its origin and its tip, 1.25 units away, not rounded to pixels."""
     x, y, z = MADE_PLACE
-    return pixel_of(x, y, z), pixel_of(x + 1.25, y, z)
+    return on_screen(x, y, z), on_screen(x + 1.25, y, z)
 
 
 def dragged_place():
@@ -229,7 +230,7 @@ def create_object(program):
 
 
 def drag_gizmo(program):
-    tip = gizmo_x_axis()[1]
+    tip = tuple(truncated(place) for place in gizmo_x_axis()[1])
     program.see(program.drag, tip, (tip[0] + DRAG[0], tip[1] + DRAG[1]))
 
 
