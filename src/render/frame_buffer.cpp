@@ -54,14 +54,12 @@ void FillRect(const Rect& rect, Pixel color) {
     const int32_t right = std::clamp(rect.right, 0, frameBuffer.width);
     const int32_t top = std::clamp(rect.top, 0, frameBuffer.height);
     const int32_t bottom = std::clamp(rect.bottom, 0, frameBuffer.height);
-    if (left >= right) return;
+    if (left >= right || top >= bottom) return;
 
     PreparePixelAccess();
-    for (int32_t y = top; y < bottom; ++y) {
-        Pixel* row = frameBuffer.pixels + static_cast<ptrdiff_t>(y) * frameBuffer.width;
-        KernelsOf(frameBuffer.simd)
-            .fillRun(row + left, static_cast<size_t>(right - left), static_cast<uint32_t>(color));
-    }
+    Pixel* first = frameBuffer.pixels + static_cast<ptrdiff_t>(top) * frameBuffer.width + left;
+    KernelsOf(frameBuffer.simd)
+        .clearBlock(first, frameBuffer.width, right - left, bottom - top, static_cast<uint32_t>(color));
 }
 
 void DrawText(int32_t x, int32_t y, const std::wstring& text, TextColor color, int32_t height,

@@ -22,6 +22,9 @@
 
 constexpr Pixel kOutline{0x56D6FF};
 
+// With fewer than one face to so many vertices, the faces' own vertices are transformed in place of all.
+constexpr size_t kFewFronts = 5;
+
 namespace {
 
 // A part of a face as it lies on the screen: all of it, or a piece of what the near plane left.
@@ -33,7 +36,8 @@ struct ScreenFace {
 
 // A mesh whose vertices have been transformed.
 struct PlacedMesh {
-    const Mesh& mesh;
+    std::span<const MeshVertex> vertexList;
+    std::span<const MeshTriangle> triangles;
     const MeshDraw& draw;
     const MeshVertices& vertices;
     AxisScales scales;
@@ -53,10 +57,10 @@ static bool IsWhole(const MeshVertices& vertices, const MeshTriangle& triangle) 
 }
 
 static ScreenFace WholeFace(const PlacedMesh& placed, const MeshTriangle& triangle, const FaceInWorld& face) {
-    const auto& [mesh, draw, vertices, scales] = placed;
-    ScreenFace whole{.color = mesh.vertices[triangle[0]].color};
+    const auto& [list, triangles, draw, vertices, scales] = placed;
+    ScreenFace whole{.color = list[triangle[0]].color};
     for (size_t c = 0; c < 3; ++c) {
-        const Vec3& position = mesh.vertices[triangle[c]].position;
+        const Vec3& position = list[triangle[c]].position;
         whole.corners[c] = vertices.corners[triangle[c]];
         whole.points[c] = TextureCoordinates(position, face.normal, scales, draw.repeat);
     }
@@ -67,10 +71,10 @@ static ScreenFace WholeFace(const PlacedMesh& placed, const MeshTriangle& triang
 template <typename Visit>
 static void VisitCutFace(const PlacedMesh& placed, const MeshTriangle& triangle, const FaceInWorld& face,
                          Visit visit) {
-    const auto& [mesh, draw, vertices, scales] = placed;
+    const auto& [list, triangles, draw, vertices, scales] = placed;
     std::array<ClipVertex, 3> uncut;
     for (size_t c = 0; c < 3; ++c) {
-        const MeshVertex& vertex = mesh.vertices[triangle[c]];
+        const MeshVertex& vertex = list[triangle[c]];
         const TexturePoint point = TextureCoordinates(vertex.position, face.normal, scales, draw.repeat);
         uncut[c] = {TransformToClip(draw.viewProjection, face.corners[c]), point.u, point.v, vertex.color};
     }
@@ -90,8 +94,8 @@ static void VisitCutFace(const PlacedMesh& placed, const MeshTriangle& triangle,
 // Gives `visit` the parts of a face on the screen. None of a face that turns its back to the eye.
 template <typename Visit>
 static void VisitParts(const PlacedMesh& placed, const MeshTriangle& triangle, Visit visit) {
-    const auto& [mesh, draw, vertices, scales] = placed;
-    const FaceInWorld face = PlaceFace(mesh.vertices.data(), triangle, draw);
+    const auto& [list, triangles, draw, vertices, scales] = placed;
+    const FaceInWorld face = PlaceFace(list.data(), triangle, draw);
     if (!(Dot(face.toEye, face.normal) > 0)) return;
     if (!LiesBeyondNearPlane(vertices, triangle)) {
         VisitCutFace(placed, triangle, face, [&](const ScreenFace& part) { visit(face, part); });
@@ -116,8 +120,8 @@ static void DrawParts(const PlacedMesh& placed, const MeshTriangle& triangle) {
 // ---- The others: all faces of a mesh together.
 
 static MeshToDraw FacesToDraw(const PlacedMesh& placed, std::span<const ScannedFace> faces) {
-    const auto& [mesh, draw, vertices, scales] = placed;
-    MeshToDraw whole{&draw, mesh.vertices.data(), mesh.triangles.data(), vertices.corners.data(), scales};
+    const auto& [list, triangles, draw, vertices, scales] = placed;
+    MeshToDraw whole{&draw, list.data(), triangles.data(), vertices.corners.data(), scales};
     whole.isTextured = draw.texture != nullptr;
     if (whole.isTextured) whole.texture = SourceOf(*draw.texture, draw.repeat, draw.tint);
     whole.findInk = whole.isTextured ? FindTexturedInk : FindFlatInk;
@@ -161,23 +165,48 @@ static Rect CoveredPixels(const VertexExtent& extent) {
             std::min(static_cast<int32_t>(std::ceil(extent.bottom)) + 1, viewport.bottom)};
 }
 
-// The first faces of lists.fronts, which are those that may turn to the eye.
-static void DrawFronts(const Mesh& mesh, const MeshDraw& draw, const MeshVertices& vertices, size_t fronts,
-                       FaceLists& lists) {
-    const Rect covered = CoveredPixels(vertices.extent);
+static VertexTransform TransformOf(const MeshDraw& draw) {
+    return {draw.world, draw.viewProjection, frameBuffer.viewport};
+}
+
+// The vertices at hand, in memory that is kept from mesh to mesh.
+static const MeshVertices& Transformed(std::span<const MeshVertex> list, const MeshDraw& draw) {
+    static MeshVertices vertices;
+    TransformVertices(list, TransformOf(draw), frameBuffer.simd, vertices);
+    return vertices;
+}
+
+// Draws the first faces of lists.fronts, which are those that may turn to the eye.
+static void DrawFronts(const PlacedMesh& placed, size_t fronts, FaceLists& lists) {
+    const Rect covered = CoveredPixels(placed.vertices.extent);
     if (Width(covered) <= 0 || Height(covered) <= 0) return;
     assert(LiesWithin(covered, frameBuffer.depthTiles.area));  // what lies outside has no depth
-    const std::span<const ScannedFace> faces = ScanFaces(
-        mesh, vertices, frameBuffer.viewport, FarthestDepth(covered), frameBuffer.simd, fronts, lists);
+    const std::span<const ScannedFace> faces =
+        ScanFaces(placed.triangles.data(), placed.vertices, frameBuffer.viewport, FarthestDepth(covered),
+                  frameBuffer.simd, fronts, lists);
     if (faces.empty()) return;
-    const PlacedMesh placed{mesh, draw, vertices, WorldScales(draw.world)};
     MeshToDraw whole = FacesToDraw(placed, faces);
-    if (vertices.extent.arePlain) {
+    if (placed.vertices.extent.arePlain) {
         LightManyFaces(whole, lists);
         FillFaces(whole, covered);
     } else {
         DrawFaceByFace(placed, whole);
     }
+}
+
+// Draws the faces with those vertices alone that they need. They stand in the order of the mesh, as ever.
+static void DrawFewFronts(const Mesh& mesh, const MeshDraw& draw, size_t fronts, FaceLists& lists) {
+    auto& [vertices, triangles] = lists.few;
+    vertices.clear();
+    triangles.clear();
+    for (size_t i = 0; i < fronts; ++i) {
+        const auto first = static_cast<int32_t>(vertices.size());
+        for (int32_t vertex : mesh.triangles[lists.fronts[i]]) vertices.push_back(mesh.vertices[vertex]);
+        triangles.push_back({first, first + 1, first + 2});
+        lists.fronts[i] = static_cast<uint32_t>(i);
+    }
+    DrawFronts({vertices, triangles, draw, Transformed(vertices, draw), WorldScales(draw.world)}, fronts,
+               lists);
 }
 
 static Point PixelOf(const ScreenCorner& corner) {
@@ -196,17 +225,6 @@ static void DrawOutline(const Mesh& mesh, const MeshVertices& vertices) {
     }
 }
 
-static VertexTransform TransformOf(const MeshDraw& draw) {
-    return {draw.world, draw.viewProjection, frameBuffer.viewport};
-}
-
-// The vertices of the mesh at hand, in memory that is kept from mesh to mesh.
-static const MeshVertices& Transformed(const Mesh& mesh, const MeshDraw& draw) {
-    static MeshVertices vertices;
-    TransformVertices(mesh, TransformOf(draw), frameBuffer.simd, vertices);
-    return vertices;
-}
-
 // How many faces may be seen: of a mesh that nothing is drawn before, all that turn to the eye.
 static size_t FindFronts(const Mesh& mesh, const MeshDraw& draw, const MeshPlace& place, FaceLists& lists) {
     EyeInObject eye = FindEye(mesh, draw.world, draw.eye);
@@ -217,22 +235,36 @@ static size_t FindFronts(const Mesh& mesh, const MeshDraw& draw, const MeshPlace
     return FindFrontFaces(mesh, eye, frameBuffer.simd, lists.fronts);
 }
 
+// Where the mesh lies. Whether it is hidden costs as much to find out as drawing a mesh of few faces.
+static MeshPlace PlaceToDraw(const Mesh& mesh, const MeshDraw& draw) {
+    constexpr size_t kFewFaces = 32;
+    const VertexTransform transform = TransformOf(draw);
+    if (mesh.triangles.size() >= kFewFaces) return PlaceMesh(mesh, transform);
+    return {.isBeside = IsBesideView(mesh, transform)};
+}
+
 void DrawMesh(const Mesh& mesh, const MeshDraw& draw) {
     static FaceLists lists;
-    const MeshPlace place = PlaceMesh(mesh, TransformOf(draw));
+    const MeshPlace place = PlaceToDraw(mesh, draw);
     if (frameBuffer.pixels == nullptr || (!draw.selected && place.isBeside)) return;
     const size_t fronts = FindFronts(mesh, draw, place, lists);
     if (fronts == 0 && !draw.selected) return;
     PreparePixelAccess();
-    const MeshVertices& vertices = Transformed(mesh, draw);
-    DrawFronts(mesh, draw, vertices, fronts, lists);
+    if (!draw.selected && fronts * kFewFronts < mesh.vertices.size()) {
+        DrawFewFronts(mesh, draw, fronts, lists);
+        return;
+    }
+    const MeshVertices& vertices = Transformed(mesh.vertices, draw);
+    DrawFronts({mesh.vertices, mesh.triangles, draw, vertices, WorldScales(draw.world)}, fronts, lists);
     if (draw.selected) DrawOutline(mesh, vertices);
 }
 
 bool MeshDepthAt(const Mesh& mesh, const MeshDraw& draw, Point pixel, float& depth) {
-    if (IsBesideView(mesh, TransformOf(draw))) return false;
+    const MeshPlace place = PlaceMesh(mesh, TransformOf(draw));
+    if (place.isBeside || (place.isBounded && !Contains(place.pixels, pixel))) return false;
     bool covered = false;
-    const PlacedMesh placed{mesh, draw, Transformed(mesh, draw), WorldScales(draw.world)};
+    const PlacedMesh placed{mesh.vertices, mesh.triangles, draw, Transformed(mesh.vertices, draw),
+                            WorldScales(draw.world)};
     for (const MeshTriangle& triangle : mesh.triangles) {
         VisitParts(placed, triangle, [&](const FaceInWorld&, const ScreenFace& part) {
             covered = CoversPixel(part.corners, pixel, depth) || covered;

@@ -46,6 +46,12 @@ constexpr float kFewPixels = 1;  // from the first to the last
 // An edge's function below this is a weight below 0 too: no area is so large that the quotient vanishes.
 constexpr float kCertainlyOutside = -1e-30f;
 
+// Corners from eight pixels on are multiples of 2^-20, so that a run is zero or at least as large, and so is
+// the way from a corner to a centre. Their products are 2^-40 or more and multiples of 2^-64, and so are the
+// edge functions. Their sum is the area but for 3 * 8 * 2^-24 * size^2, so not all of them are zero where the
+// area is larger than this.
+constexpr float kOrdinaryCorner = 8, kOrdinarySize = 8192, kOrdinaryArea = 32 * 0x1p-24f;
+
 // The same corner of the faces.
 struct CornersOfLanes {
     Floats x, y, depth;
@@ -57,6 +63,7 @@ struct FaceSpans {
     Floats cross, area;  // twice the area, square pixels: with the sign of the winding, and its size
     Floats size;         // from one end to the farthest centre that is looked at
     Floats left, top, right, bottom;  // pixels, whole numbers
+    Mask isOrdinary;                  // see ScannedFace
 };
 
 ZEL_INLINE CornersOfLanes LoadCorners(const FacesToScan& scan, const uint32_t* group, int corner) {
@@ -91,6 +98,8 @@ ZEL_INLINE FaceSpans SpansOf(const CornersOfLanes& a, const CornersOfLanes& b, c
     const Floats minY = Least(a.y, b.y, c.y), maxY = Most(a.y, b.y, c.y);
     spans.size = Most(maxX - minX, maxY - minY) + Splat(kBoxMargin);
     const Mask isCertain = spans.area >= Splat(kCertainArea) * spans.size * spans.size * spans.size;
+    spans.isOrdinary = (Least(minX, minY) >= Splat(kOrdinaryCorner)) & (spans.size < Splat(kOrdinarySize)) &
+                       (spans.area > Splat(kOrdinaryArea) * spans.size * spans.size);
     spans.left = Most(FirstPixel(minX, isCertain), Number(viewport.left));
     spans.top = Most(FirstPixel(minY, isCertain), Number(viewport.top));
     spans.right = Least(LastPixel(maxX, isCertain), Number(viewport.right - 1));
@@ -106,8 +115,8 @@ ZEL_INLINE Mask AreEmpty(const FaceSpans& spans) {
 ZEL_INLINE Floats NearestDepths(const CornersOfLanes& a, const CornersOfLanes& b, const CornersOfLanes& c,
                                 const FaceSpans& spans) {
     const Floats least = Least(a.depth, b.depth, c.depth);
-    const Floats rounding =
-        Splat(kDepthRounding) * spans.size * spans.size / spans.area + Splat(kSumRounding);
+    const Floats extent = spans.size - Splat(kBoxMargin);
+    const Floats rounding = Splat(kDepthRounding) * spans.size * extent / spans.area + Splat(kSumRounding);
     return least - (least * rounding + Splat(kVanishing));
 }
 
@@ -171,11 +180,12 @@ ZEL_INLINE size_t AddFaces(uint32_t lanes, const uint32_t* group, const FaceSpan
     Store(places.right, Truncated(spans.right));
     Store(places.bottom, Truncated(spans.bottom));
     Store(places.nearest, nearest);
+    const uint32_t ordinary = BitsOf(spans.isOrdinary);
     size_t count = 0;
     for (; lanes != 0; lanes &= lanes - 1) {
         const uint32_t i = LowestLane(lanes);
         const Rect box{places.left[i], places.top[i], places.right[i] + 1, places.bottom[i] + 1};
-        out[count++] = {group[i], box, places.nearest[i]};
+        out[count++] = {group[i], box, places.nearest[i], (ordinary >> i & 1) != 0};
     }
     return count;
 }

@@ -27,7 +27,7 @@ struct TriangleOfLanes {
 };
 
 ZEL_INLINE TriangleOfLanes SetUp(const ScreenCorner& a, const ScreenCorner& b, const ScreenCorner& c,
-                                 float nearest) {
+                                 float nearest, bool isOrdinary) {
     const ScreenCorner* start[3] = {&b, &c, &a};
     const ScreenCorner* corner[3] = {&a, &b, &c};
     TriangleOfLanes t;
@@ -43,7 +43,7 @@ ZEL_INLINE TriangleOfLanes SetUp(const ScreenCorner& a, const ScreenCorner& b, c
     }
     // (c - a) x (b - a): the runs are those to a with the other sign, which changes no rounding.
     t.area = t.runY[1] * t.runX[2] - t.runX[1] * t.runY[2];
-    t.divisor = PrepareDivisor(t.area);
+    t.divisor = PrepareDivisor(t.area, isOrdinary);
     t.nearest = Splat(nearest);
     return t;
 }
@@ -66,8 +66,9 @@ ZEL_INLINE Products RowProducts(const TriangleOfLanes& t, Floats centreY) {
 ZEL_INLINE Floats Centres(Ints numbers) { return Converted(numbers) + Splat(0.5f); }
 
 ZEL_INLINE Weights WeightsAt(const TriangleOfLanes& t, const Products& columns, const Products& rows) {
-    return {(columns.of[0] - rows.of[0]) / t.divisor, (columns.of[1] - rows.of[1]) / t.divisor,
-            (columns.of[2] - rows.of[2]) / t.divisor};
+    Floats edges[3] = {columns.of[0] - rows.of[0], columns.of[1] - rows.of[1], columns.of[2] - rows.of[2]};
+    Divide(edges, t.divisor);
+    return {edges[0], edges[1], edges[2]};
 }
 
 // The lanes that the triangle covers at a depth from 0 on.
@@ -218,7 +219,7 @@ ZEL_INLINE void FindColumns(const TriangleOfLanes& t, const Rect& box, int32_t f
 
 void CoveredColumns(const ScreenCorner (&corners)[3], const Rect& box, int32_t firstRow, int32_t* left,
                     int32_t* right) {
-    FindColumns(SetUp(corners[0], corners[1], corners[2], 0), box, firstRow, left, right);
+    FindColumns(SetUp(corners[0], corners[1], corners[2], 0, false), box, firstRow, left, right);
     LeaveVectors();
 }
 
@@ -288,8 +289,8 @@ ZEL_INLINE void FillFaces(const MeshToDraw& mesh, const FillTarget& target) {
     for (size_t i = 0; i < mesh.faceCount; ++i) {
         const ScannedFace& face = mesh.faces[i];
         const auto* indices = reinterpret_cast<const int32_t*>(mesh.triangles + face.triangle);
-        const TriangleOfLanes t =
-            SetUp(mesh.corners[indices[0]], mesh.corners[indices[1]], mesh.corners[indices[2]], face.nearest);
+        const TriangleOfLanes t = SetUp(mesh.corners[indices[0]], mesh.corners[indices[1]],
+                                        mesh.corners[indices[2]], face.nearest, face.isOrdinary);
         Ink ink{mesh, i};
         if (face.box.right - face.box.left <= kSmallWidth) {
             FillSmall(t, face.box, to, ink);
@@ -301,7 +302,7 @@ ZEL_INLINE void FillFaces(const MeshToDraw& mesh, const FillTarget& target) {
 }
 
 bool CoversPixel(const ScreenCorner (&corners)[3], int32_t x, int32_t y, float& depth) {
-    const TriangleOfLanes t = SetUp(corners[0], corners[1], corners[2], 0);
+    const TriangleOfLanes t = SetUp(corners[0], corners[1], corners[2], 0, false);
     const Weights w = WeightsAt(t, ColumnProducts(t, Centres(Splat(x))), RowProducts(t, Centres(Splat(y))));
     const Floats found = Weighted(w, t.depth);
     const bool isBefore = AreAll(AreInside(w, found) & (found < Splat(depth)));

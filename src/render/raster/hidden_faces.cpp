@@ -24,8 +24,8 @@ static float OffZero(const Matrix4& toClip, size_t row, Vec3 eye, float size) {
 static float AreaNeeded(const MeshPlace& place, float farthest) {
     const float spare = 1 - farthest / place.nearest - kSumRounding - 8 * kUnit - kVanishing / place.nearest;
     if (!(spare > kUnit)) return kNever;
-    const float size = place.edge + 2 * place.moved + kBoxMargin;
-    return kRoundedUp * kDepthRounding * size * size / spare;
+    const float extent = place.edge + 2 * place.moved;
+    return kRoundedUp * kDepthRounding * (extent + kBoxMargin) * extent / spare;
 }
 
 float HiddenHeight(const Mesh& mesh, const MeshPlace& place, const EyeInObject& eye, const Rect& viewport,

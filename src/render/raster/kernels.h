@@ -95,11 +95,11 @@ struct RasterKernels {
     void (*coveredColumns)(const ScreenCorner (&corners)[3], const Rect& box, int32_t firstRow, int32_t* left,
                            int32_t* right);
 
-    // Fills a run of 32-bit numbers.
-    void (*fillRun)(void* first, size_t count, uint32_t value);
+    // Fills a block of 32-bit numbers whose rows begin `stride` numbers apart.
+    void (*clearBlock)(void* first, int64_t stride, int32_t width, int32_t height, uint32_t value);
 
-    // The greatest depth, and 0, of a row by row block.
-    float (*farthestOf)(const float* first, int32_t stride, int32_t width, int32_t height);
+    // The greatest depth of such a block, at least 0.
+    float (*farthestOf)(const float* first, int64_t stride, int32_t width, int32_t height);
 };
 
 // Of a level that the processor has.

@@ -11,6 +11,6 @@ namespace {
 
 constexpr RasterKernels kKernels{kLanes,         TransformAll, FindFronts,     Scan,
                                  LightAll,       FillFlat,     FillTextured,   CoversPixel,
-                                 CoveredColumns, FillRun,      FarthestOfBlock};
+                                 CoveredColumns, ClearBlock,   FarthestOfBlock};
 
 }  // namespace

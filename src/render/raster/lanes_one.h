@@ -148,12 +148,16 @@ ZEL_INLINE void StoreBlock(void* to, int64_t, Mask mask, Ints values) {
     if (mask.v) Store(to, values);
 }
 
-// What divides many numbers in a row, prepared once.
+// What divides three numbers at a time, prepared once for many. They and the divisor may be `ordinary`: each
+// number is zero or no smaller than 2^-69, the divisor lies in 2^-14 .. 2^40, and nobody asks for the sign of
+// a zero.
 struct Divisor {
     Floats value;
 };
-ZEL_INLINE Divisor PrepareDivisor(Floats value) { return {value}; }
-ZEL_INLINE Floats operator/(Floats a, const Divisor& b) { return a / b.value; }
+ZEL_INLINE Divisor PrepareDivisor(Floats value, bool) { return {value}; }
+ZEL_INLINE void Divide(Floats (&numbers)[3], const Divisor& by) {
+    for (int i = 0; i < 3; ++i) numbers[i] = numbers[i] / by.value;
+}
 
 // To be called before functions that are compiled for other vectors.
 ZEL_INLINE void LeaveVectors() {}

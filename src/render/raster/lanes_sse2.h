@@ -169,8 +169,10 @@ ZEL_INLINE void StoreBlock(void* to, int64_t, Mask mask, Ints values) {
 struct Divisor {
     Floats value;
 };
-ZEL_INLINE Divisor PrepareDivisor(Floats value) { return {value}; }
-ZEL_INLINE Floats operator/(Floats a, const Divisor& b) { return a / b.value; }
+ZEL_INLINE Divisor PrepareDivisor(Floats value, bool) { return {value}; }
+ZEL_INLINE void Divide(Floats (&numbers)[3], const Divisor& by) {
+    for (int i = 0; i < 3; ++i) numbers[i] = numbers[i] / by.value;
+}
 
 ZEL_INLINE void LeaveVectors() {}
 

@@ -16,6 +16,9 @@ constexpr float kUnit = 0x1p-24f;
 // way rounds by four units a matrix; this is twice that.
 constexpr float kTightRounding = 32 * kUnit;
 
+// The same of the two matrices alone: exactly eight units, and what is left for their own rounding.
+constexpr float kVertexRounding = 9 * kUnit;
+
 // Beyond these nothing is said about a mesh: close to the eye, and far beside the view, where corners are
 // moved to what fits into an integer.
 constexpr float kSmallestW = 0.1f, kGreatestW = 1e6f, kFarBeside = 4;  // of half the viewport
@@ -118,6 +121,13 @@ static bool FindNearest(const BoxInClip& box, const Range& w, float& nearest) {
     return nearest > 0 && nearest < 1 && IsAbove(box, Beyond(rowZ, 1, Scaled(rowW, nearest)), rounding);
 }
 
+// How far rounding moves a corner along an axis, pixels, whose quotient is `most` at most. The two matrices
+// move clip coordinates, the projection then rounds its quotient twice, and its sums and product with them.
+static float Moved(float size, float sizeW, float leastW, float most, float halfSide, float first) {
+    const float clip = kVertexRounding * (size + most * sizeW) / leastW;
+    return 1.01f * (halfSide * (clip + kUnit * (5 * most + 3)) + kUnit * std::abs(first));
+}
+
 static float LengthOf(const Vec4& row) { return Length({row.x, row.y, row.z}); }
 
 MeshPlace PlaceMesh(const Mesh& mesh, const VertexTransform& transform) {
@@ -152,12 +162,9 @@ MeshPlace PlaceMesh(const Mesh& mesh, const VertexTransform& transform) {
     const float edge = mesh.measures.longestEdge / w.low;
     place.edge = edge * std::max((LengthOf(rowX) + across * LengthOf(rowW)) * halfWidth,
                                  (LengthOf(rowY) + down * LengthOf(rowW)) * halfHeight);
-    const float clip = kTightRounding / w.low;
-    const float screen = 16 * kUnit;
-    place.moved = std::max(halfWidth * (clip * (box.sizes.x + across * box.sizes.w) + screen * (1 + across)) +
-                               screen * std::abs(middleX),
-                           halfHeight * (clip * (box.sizes.y + down * box.sizes.w) + screen * (1 + down)) +
-                               screen * std::abs(middleY));
+    place.moved =
+        std::max(Moved(box.sizes.x, box.sizes.w, w.low, across, halfWidth, static_cast<float>(viewport.left)),
+                 Moved(box.sizes.y, box.sizes.w, w.low, down, halfHeight, static_cast<float>(viewport.top)));
     place.isBounded = mesh.measures.serial != 0;
     return place;
 }

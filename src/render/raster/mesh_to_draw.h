@@ -25,6 +25,8 @@ struct ScannedFace {
     uint32_t triangle = 0;  // index into the mesh's triangles
     Rect box{};         // the face covers nothing of the viewport outside it; not empty, inside the buffer
     float nearest = 0;  // no pixel of it lies before this depth
+    // Edge functions at its pixels are zero or no smaller than 2^-69, and not all three zero: see Divisor.
+    bool isOrdinary = false;
 };
 
 // Cosines of angles to a face's normal.

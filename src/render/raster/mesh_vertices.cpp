@@ -16,15 +16,15 @@ static void CopyPlainCorners(size_t count, MeshVertices& out) {
     }
 }
 
-void TransformVertices(const Mesh& mesh, const VertexTransform& transform, SimdLevel level,
-                       MeshVertices& out) {
-    const size_t count = mesh.vertices.size();
+void TransformVertices(std::span<const MeshVertex> vertices, const VertexTransform& transform,
+                       SimdLevel level, MeshVertices& out) {
+    const size_t count = vertices.size();
     Reserve(out.corners, count);
     Reserve(out.visible, count);
     Reserve(out.beyondNearPlane, count);
     out.extent = {.arePlain = true};
     if (count == 0) return;
     const VertexLists lists{out.corners.data(), out.visible.data(), out.beyondNearPlane.data()};
-    KernelsOf(level).transformVertices(mesh.vertices.data(), count, transform, lists, out.extent);
+    KernelsOf(level).transformVertices(vertices.data(), count, transform, lists, out.extent);
     if (!out.extent.arePlain) CopyPlainCorners(count, out);
 }

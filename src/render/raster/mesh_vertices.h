@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 // Where the corners of a mesh lie.
@@ -48,5 +49,5 @@ struct VertexTransform {
 };
 
 // Replaces what `out` holds; its memory is used again. Every level gives the same bits.
-void TransformVertices(const Mesh& mesh, const VertexTransform& transform, SimdLevel level,
-                       MeshVertices& out);
+void TransformVertices(std::span<const MeshVertex> vertices, const VertexTransform& transform,
+                       SimdLevel level, MeshVertices& out);

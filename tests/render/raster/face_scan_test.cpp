@@ -32,10 +32,10 @@ static std::vector<ScannedFace> Scanned(const Mesh& mesh, const MeshDraw& draw, 
                                         float farthest = kFarDepth) {
     MeshVertices vertices;
     FaceLists lists;
-    TransformVertices(mesh, {draw.world, draw.viewProjection, kViewport}, level, vertices);
+    TransformVertices(mesh.vertices, {draw.world, draw.viewProjection, kViewport}, level, vertices);
     const size_t fronts = FindFrontFaces(mesh, FindEye(mesh, draw.world, draw.eye), level, lists.fronts);
     const std::span<const ScannedFace> faces =
-        ScanFaces(mesh, vertices, kViewport, farthest, level, fronts, lists);
+        ScanFaces(mesh.triangles.data(), vertices, kViewport, farthest, level, fronts, lists);
     return {faces.begin(), faces.end()};
 }
 

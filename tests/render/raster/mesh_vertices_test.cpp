@@ -63,10 +63,10 @@ TEST_CASE("every level transforms vertices to the same bits, whatever their numb
             {random.IntBetween(0, 9), random.IntBetween(0, 9), random.IntBetween(9, 97),
              random.IntBetween(9, 53)}};
         MeshVertices plain, fast;
-        TransformVertices(mesh, transform, SimdLevel::OneLane, plain);
+        TransformVertices(mesh.vertices, transform, SimdLevel::OneLane, plain);
         CAPTURE(round);
         for (SimdLevel level : TestedLevels()) {
-            TransformVertices(mesh, transform, level, fast);
+            TransformVertices(mesh.vertices, transform, level, fast);
             CheckSameExtent(plain, fast);
             for (size_t i = 0; i < mesh.vertices.size(); ++i) {
                 CheckSame(plain, fast, i);
@@ -80,7 +80,7 @@ TEST_CASE("every level transforms vertices to the same bits, whatever their numb
 TEST_CASE("a vertex between the eye and the near plane has no place") {
     const Mesh mesh{{{{0, 0, 0.09995f}, {}}, {{0, 0, 5}, {}}, {{0, 0, -5}, {}}}, {}};
     MeshVertices vertices;
-    TransformVertices(mesh, {{}, ProjectionMatrix(10, 10), {0, 0, 10, 10}}, SimdLevel::OneLane, vertices);
+    TransformVertices(mesh.vertices, {{}, ProjectionMatrix(10, 10), {0, 0, 10, 10}}, SimdLevel::OneLane, vertices);
     CHECK(vertices.visible[0] == 1);  // within the slack of the depth range
     CHECK(vertices.beyondNearPlane[0] == 0);
     CHECK(std::isnan(vertices.PlainCorners()[0].x));
