@@ -63,7 +63,7 @@ int main() {
     const double texts = Median(DrawTexts);
     const double scene = Median([&] {
         Clear(kWindowFill);
-        DrawScene(layout.viewport);
+        DrawScene(CurrentView(layout.viewport));
     });
     const double present = Median(Present);
     const double fill = Median([] { FillRect({0, 0, 1200, 250}, kPanelFill); });

@@ -44,10 +44,9 @@ static void FillAround(const Rect& viewport) {
 }
 
 static void DrawEditorOrGame(const EditorLayout& layout) {
-    frameBuffer.viewport = layout.viewport;
     ClearDepth(layout.viewport);
     FillAround(layout.viewport);
-    DrawScene(layout.viewport);
+    DrawScene(CurrentView(layout.viewport));
     if (!editorState.runtimeMode) DrawPanels(layout);
 }
 

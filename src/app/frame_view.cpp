@@ -38,10 +38,15 @@ BlueprintLayout CurrentBlueprintLayout() {
 FrameView CurrentView(const Rect& viewport) {
     const CameraPose camera = ActiveCamera(editorState.scene, EditorCamera(), ShowsGame());
     const Matrix4 projection = ProjectionMatrix(Width(viewport), Height(viewport));
-    return {camera, MultiplyMatrix(projection, ViewMatrix(camera))};
+    return {camera, MultiplyMatrix(projection, ViewMatrix(camera)), viewport};
 }
 
 PickView CurrentPickView(const Rect& viewport) {
     const FrameView view = CurrentView(viewport);
-    return {editorState.scene, editorState.meshes, view.viewProjection, view.camera.position, ShowsGame()};
+    return {.scene = editorState.scene,
+            .meshes = editorState.meshes,
+            .viewport = view.viewport,
+            .viewProjection = view.viewProjection,
+            .eye = view.camera.position,
+            .playMode = ShowsGame()};
 }

@@ -27,6 +27,7 @@ BlueprintLayout CurrentBlueprintLayout();
 struct FrameView {
     CameraPose camera{};
     Matrix4 viewProjection{};
+    Rect viewport{};  // that it fills, frame buffer pixels
 };
 
 FrameView CurrentView(const Rect& viewport);

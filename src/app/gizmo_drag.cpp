@@ -46,8 +46,8 @@ bool StartGizmoDrag(Point pointer, const EditorLayout& layout) {
     if (!Contains(layout.viewport, pointer)) return false;
 
     const Vec3 origin = WorldPosition(editorState.scene, editorState.selectedIndex);
-    const GizmoOnScreen gizmo =
-        ProjectGizmo(origin, CurrentView(layout.viewport).viewProjection, layout.viewport);
+    const FrameView view = CurrentView(layout.viewport);
+    const GizmoOnScreen gizmo = ProjectGizmo(origin, view.viewProjection, view.viewport);
     const int32_t axis = GizmoAxisAt(gizmo, pointer);
     if (axis == 0) return false;
     if (!DragMayStart()) return true;

@@ -1,6 +1,5 @@
 #include "app/scene_drawing.h"
 
-#include "app/frame_view.h"
 #include "render/frame_buffer.h"
 #include "render/gizmo.h"
 #include "render/raster/mesh_batch.h"
@@ -82,23 +81,23 @@ static void DrawMarkers(int32_t index, const Matrix4& viewProjection, WorldMatri
     DrawMarkerIcons(object, position, viewProjection, IsSelected(index));
 }
 
-static void DrawSelectedGizmo(const Rect& viewport, const Matrix4& viewProjection) {
+static void DrawSelectedGizmo(const FrameView& view) {
     if (ShowsGame() || !SelectionIsValid() || !HasGizmo(SelectedObject())) return;
     const Vec3 origin = WorldPosition(editorState.scene, editorState.selectedIndex);
-    DrawGizmo(ProjectGizmo(origin, viewProjection, viewport), editorState.gizmoDrag.axis);
+    DrawGizmo(ProjectGizmo(origin, view.viewProjection, view.viewport), editorState.gizmoDrag.axis);
 }
 
-void DrawScene(const Rect& viewport) {
-    const FrameView view = CurrentView(viewport);
+void DrawScene(const FrameView& view) {
+    frameBuffer.viewport = view.viewport;
     const MeshDraw frame{.eye = view.camera.position,
                          .light = LightDirection(editorState.scene),
                          .viewProjection = view.viewProjection};
 
-    FillRect(viewport, ViewportBackground(editorState.scene, editorState.selectedIndex, ShowsGame()));
+    FillRect(view.viewport, ViewportBackground(editorState.scene, editorState.selectedIndex, ShowsGame()));
     if (!editorState.runtimeMode) DrawGrid(frame.viewProjection);
     const auto count = static_cast<int32_t>(editorState.scene.size());
     WorldMatrices worlds(editorState.scene);
     DrawObjects(frame, worlds);
     for (int32_t i = 0; i < count; ++i) DrawMarkers(i, frame.viewProjection, worlds);
-    DrawSelectedGizmo(viewport, frame.viewProjection);
+    DrawSelectedGizmo(view);
 }

@@ -20,7 +20,7 @@ static int32_t PickOverlay(const PickView& view, Point pixel) {
         if (!IsShown(object, view.playMode) || !(HasMarkerIcon(object) || object.isText)) continue;
         Point anchor;
         const Vec3 position = Translation(worlds.Of(i));
-        if (!ProjectToPixel(view.viewProjection, position, frameBuffer.viewport, anchor)) continue;
+        if (!ProjectToPixel(view.viewProjection, position, view.viewport, anchor)) continue;
         if (IsOverlayAt(object, anchor, pixel)) return i;
     }
     return -1;
@@ -35,13 +35,14 @@ static int32_t PickMesh(const PickView& view, Point pixel) {
         const GameObject& object = view.scene[static_cast<size_t>(i)];
         if (!IsShown(object, view.playMode) || !ShowsMesh(object, view.meshes.size())) continue;
         draw.world = worlds.Of(i);
-        if (MeshDepthAt(view.meshes[static_cast<size_t>(object.meshIndex)], draw, pixel, depth)) found = i;
+        const Mesh& mesh = view.meshes[static_cast<size_t>(object.meshIndex)];
+        if (MeshDepthAt(mesh, draw, view.viewport, pixel, depth)) found = i;
     }
     return found;
 }
 
 int32_t PickObject(const PickView& view, Point pixel) {
-    if (!Contains(frameBuffer.viewport, pixel)) return -1;
+    if (!Contains(view.viewport, pixel)) return -1;
     const int32_t overlay = PickOverlay(view, pixel);
     return overlay >= 0 ? overlay : PickMesh(view, pixel);
 }

@@ -203,6 +203,22 @@ TEST_CASE("the gizmo of the selection is grabbed before the object behind it is 
     CHECK(editorState.gizmoDrag.axis == 1);
 }
 
+TEST_CASE("a press in the viewport means what the panels of now show, before a frame shows it too") {
+    ShowTwoCubes();
+    for (const int32_t width : {170, 400, 600}) {
+        CAPTURE(width);
+        editorState.panels.hierarchyWidth = width;
+        editorState.selectedIndex = 1;
+        const Rect viewport = CurrentLayout().viewport;
+        Point left;
+        REQUIRE(ProjectToPixel(CurrentView(viewport).viewProjection, editorState.scene[0].position, viewport,
+                               left));
+        Press({left.x + 9, left.y - 9});
+        CHECK(editorState.selectedIndex == 0);
+        Release(left);
+    }
+}
+
 // The Hierarchy.
 
 TEST_CASE("a wiggle of 5 pixels on a row selects it, 6 pixels drag it") {

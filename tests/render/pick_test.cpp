@@ -17,7 +17,10 @@ static const std::vector<Mesh>& Meshes() {
 
 // A camera at the origin that looks along +Z, on 120 x 90 pixels.
 static PickView ViewOf(const Scene& scene) {
-    return {.scene = scene, .meshes = Meshes(), .viewProjection = ProjectionMatrix(120, 90)};
+    return {.scene = scene,
+            .meshes = Meshes(),
+            .viewport{0, 0, 120, 90},
+            .viewProjection = ProjectionMatrix(120, 90)};
 }
 
 namespace {
@@ -154,14 +157,22 @@ TEST_CASE("an icon is picked on its 24 pixels, a text on its letters") {
     CHECK(PickObject(ViewOf(text), {59, 45}) == -1);
 }
 
-TEST_CASE("nothing is picked outside the viewport") {
+TEST_CASE("nothing is picked outside the viewport, and what the frame buffer shows does not count") {
     StartPicture(120, 90);
-    frameBuffer.viewport = {40, 30, 80, 60};
+    frameBuffer.viewport = {};
     const Scene scene{{.position{0, 0, 1.5f}, .scale{9, 9, 0.1f}, .meshIndex = 0}};
+    PickView view = ViewOf(scene);
+    view.viewport = {40, 30, 80, 60};
     for (Point p : {Point{39, 45}, {80, 45}, {60, 29}, {60, 60}, {-5, -5}, {100000, 100000}}) {
-        CHECK(PickObject(ViewOf(scene), p) == -1);
+        CHECK(PickObject(view, p) == -1);
     }
-    CHECK(PickObject(ViewOf(scene), {60, 45}) == 0);
+    CHECK(PickObject(view, {60, 45}) == 0);
+    const KeptIcons kept;
+    const Scene entity{{.position{0, 0, 8}, .isEntity = true}};
+    view.scene = entity;
+    view.viewport = {60, 0, 180, 90};
+    CHECK(PickObject(view, {120, 45}) == 0);
+    CHECK(PickObject(view, {61, 45}) == -1);
 }
 
 TEST_CASE("what is picked at a pixel is what was drawn there") {
@@ -187,7 +198,8 @@ TEST_CASE("what is picked at a pixel is what was drawn there") {
                 if (frameBuffer.depth[p] != before[p]) shown[p] = i;
             }
         }
-        const PickView view{.scene = scene, .meshes = Meshes(), .viewProjection = vp};
+        const PickView view{
+            .scene = scene, .meshes = Meshes(), .viewport{0, 0, 60, 45}, .viewProjection = vp};
         for (int32_t y = 0; y < 45; y += 4) {
             for (int32_t x = 0; x < 60; x += 3) {
                 CHECK(PickObject(view, {x, y}) == shown[static_cast<size_t>(y * 60 + x)]);

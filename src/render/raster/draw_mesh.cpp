@@ -41,6 +41,7 @@ struct PlacedMesh {
     const MeshDraw& draw;
     const MeshVertices& vertices;
     AxisScales scales;
+    Rect viewport;
 };
 
 }  // namespace
@@ -57,7 +58,7 @@ static bool IsWhole(const MeshVertices& vertices, const MeshTriangle& triangle) 
 }
 
 static ScreenFace WholeFace(const PlacedMesh& placed, const MeshTriangle& triangle, const FaceInWorld& face) {
-    const auto& [list, triangles, draw, vertices, scales] = placed;
+    const auto& [list, triangles, draw, vertices, scales, viewport] = placed;
     ScreenFace whole{.color = list[triangle[0]].color};
     for (size_t c = 0; c < 3; ++c) {
         const Vec3& position = list[triangle[c]].position;
@@ -71,7 +72,7 @@ static ScreenFace WholeFace(const PlacedMesh& placed, const MeshTriangle& triang
 template <typename Visit>
 static void VisitCutFace(const PlacedMesh& placed, const MeshTriangle& triangle, const FaceInWorld& face,
                          Visit visit) {
-    const auto& [list, triangles, draw, vertices, scales] = placed;
+    const auto& [list, triangles, draw, vertices, scales, viewport] = placed;
     std::array<ClipVertex, 3> uncut;
     for (size_t c = 0; c < 3; ++c) {
         const MeshVertex& vertex = list[triangle[c]];
@@ -84,7 +85,7 @@ static void VisitCutFace(const PlacedMesh& placed, const MeshTriangle& triangle,
         bool visible = true;
         for (size_t c = 0; c < 3; ++c) {
             const ClipVertex& corner = polygon.vertices[c == 0 ? 0 : static_cast<size_t>(k) + c - 1];
-            visible = visible && ProjectToViewport(corner.position, frameBuffer.viewport, part.corners[c]);
+            visible = visible && ProjectToViewport(corner.position, viewport, part.corners[c]);
             part.points[c] = {corner.u, corner.v};
         }
         if (visible) visit(part);
@@ -94,7 +95,7 @@ static void VisitCutFace(const PlacedMesh& placed, const MeshTriangle& triangle,
 // Gives `visit` the parts of a face on the screen. None of a face that turns its back to the eye.
 template <typename Visit>
 static void VisitParts(const PlacedMesh& placed, const MeshTriangle& triangle, Visit visit) {
-    const auto& [list, triangles, draw, vertices, scales] = placed;
+    const auto& [list, triangles, draw, vertices, scales, viewport] = placed;
     const FaceInWorld face = PlaceFace(list.data(), triangle, draw);
     if (!(Dot(face.toEye, face.normal) > 0)) return;
     if (!LiesBeyondNearPlane(vertices, triangle)) {
@@ -120,7 +121,7 @@ static void DrawParts(const PlacedMesh& placed, const MeshTriangle& triangle) {
 // ---- The others: all faces of a mesh together.
 
 static MeshToDraw FacesToDraw(const PlacedMesh& placed, std::span<const ScannedFace> faces) {
-    const auto& [list, triangles, draw, vertices, scales] = placed;
+    const auto& [list, triangles, draw, vertices, scales, viewport] = placed;
     MeshToDraw whole{&draw, list.data(), triangles.data(), vertices.corners.data(), scales};
     whole.isTextured = draw.texture != nullptr;
     if (whole.isTextured) whole.texture = SourceOf(*draw.texture, draw.repeat, draw.tint);
@@ -165,14 +166,15 @@ static Rect CoveredPixels(const VertexExtent& extent) {
             std::min(static_cast<int32_t>(std::ceil(extent.bottom)) + 1, viewport.bottom)};
 }
 
-static VertexTransform TransformOf(const MeshDraw& draw) {
-    return {draw.world, draw.viewProjection, frameBuffer.viewport};
+static VertexTransform TransformOf(const MeshDraw& draw, const Rect& viewport) {
+    return {draw.world, draw.viewProjection, viewport};
 }
 
 // The vertices at hand, in memory that is kept from mesh to mesh.
-static const MeshVertices& Transformed(std::span<const MeshVertex> list, const MeshDraw& draw) {
+static const MeshVertices& Transformed(std::span<const MeshVertex> list, const MeshDraw& draw,
+                                       const Rect& viewport) {
     static MeshVertices vertices;
-    TransformVertices(list, TransformOf(draw), frameBuffer.simd, vertices);
+    TransformVertices(list, TransformOf(draw, viewport), frameBuffer.simd, vertices);
     return vertices;
 }
 
@@ -205,8 +207,10 @@ static void DrawFewFronts(const Mesh& mesh, const MeshDraw& draw, size_t fronts,
         triangles.push_back({first, first + 1, first + 2});
         lists.fronts[i] = static_cast<uint32_t>(i);
     }
-    DrawFronts({vertices, triangles, draw, Transformed(vertices, draw), WorldScales(draw.world)}, fronts,
-               lists);
+    const Rect& viewport = frameBuffer.viewport;
+    const PlacedMesh placed{
+        vertices, triangles, draw, Transformed(vertices, draw, viewport), WorldScales(draw.world), viewport};
+    DrawFronts(placed, fronts, lists);
 }
 
 static Point PixelOf(const ScreenCorner& corner) {
@@ -238,7 +242,7 @@ static size_t FindFronts(const Mesh& mesh, const MeshDraw& draw, const MeshPlace
 // Where the mesh lies. Whether it is hidden costs as much to find out as drawing a mesh of few faces.
 static MeshPlace PlaceToDraw(const Mesh& mesh, const MeshDraw& draw) {
     constexpr size_t kFewFaces = 32;
-    const VertexTransform transform = TransformOf(draw);
+    const VertexTransform transform = TransformOf(draw, frameBuffer.viewport);
     if (mesh.triangles.size() >= kFewFaces) return PlaceMesh(mesh, transform);
     return {.isBeside = IsBesideView(mesh, transform)};
 }
@@ -254,17 +258,20 @@ void DrawMesh(const Mesh& mesh, const MeshDraw& draw) {
         DrawFewFronts(mesh, draw, fronts, lists);
         return;
     }
-    const MeshVertices& vertices = Transformed(mesh.vertices, draw);
-    DrawFronts({mesh.vertices, mesh.triangles, draw, vertices, WorldScales(draw.world)}, fronts, lists);
+    const Rect& viewport = frameBuffer.viewport;
+    const MeshVertices& vertices = Transformed(mesh.vertices, draw, viewport);
+    DrawFronts({mesh.vertices, mesh.triangles, draw, vertices, WorldScales(draw.world), viewport}, fronts,
+               lists);
     if (draw.selected) DrawOutline(mesh, vertices);
 }
 
-bool MeshDepthAt(const Mesh& mesh, const MeshDraw& draw, Point pixel, float& depth) {
-    const MeshPlace place = PlaceMesh(mesh, TransformOf(draw));
+bool MeshDepthAt(const Mesh& mesh, const MeshDraw& draw, const Rect& viewport, Point pixel, float& depth) {
+    const MeshPlace place = PlaceMesh(mesh, TransformOf(draw, viewport));
     if (place.isBeside || (place.isBounded && !Contains(place.pixels, pixel))) return false;
     bool covered = false;
-    const PlacedMesh placed{mesh.vertices, mesh.triangles, draw, Transformed(mesh.vertices, draw),
-                            WorldScales(draw.world)};
+    const PlacedMesh placed{
+        mesh.vertices,           mesh.triangles, draw, Transformed(mesh.vertices, draw, viewport),
+        WorldScales(draw.world), viewport};
     for (const MeshTriangle& triangle : mesh.triangles) {
         VisitParts(placed, triangle, [&](const FaceInWorld&, const ScreenFace& part) {
             covered = CoversPixel(part.corners, pixel, depth) || covered;

@@ -24,6 +24,6 @@ struct MeshDraw {
 // triangle index of the mesh must be valid.
 void DrawMesh(const Mesh& mesh, const MeshDraw& draw);
 
-// True when DrawMesh would draw a pixel of the viewport over something at `depth`, which then becomes the
-// mesh's depth there. The outline does not count.
-bool MeshDepthAt(const Mesh& mesh, const MeshDraw& draw, Point pixel, float& depth);
+// True when DrawMesh would draw a pixel of a frame buffer's `viewport` over something at `depth`, which then
+// becomes the mesh's depth there. The outline does not count.
+bool MeshDepthAt(const Mesh& mesh, const MeshDraw& draw, const Rect& viewport, Point pixel, float& depth);
