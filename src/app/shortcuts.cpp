@@ -25,6 +25,7 @@ static void Ignore() {}
 
 static void SaveOpenBlueprint() { SaveBlueprintEditor(); }
 static void LeaveBlueprint() { CloseBlueprintEditor(); }
+static void LeavePrefab() { ClosePrefabEditor(); }
 
 static void RefusePlayInPrefab() { SetStatus(L"Play mode se spousti jen ve Scene editoru."); }
 
@@ -95,7 +96,7 @@ constexpr Shortcut kShortcuts[] = {
     {InBlueprint, Modifier::Any,   kKeyEscape, LeaveBlueprint},
     {InBlueprint, Modifier::Any,   kAnyKey,    Ignore},
     {InPrefab,    Modifier::Ctrl,  'S',        SaveInPrefab},
-    {InPrefab,    Modifier::Any,   kKeyEscape, ClosePrefabEditor},
+    {InPrefab,    Modifier::Any,   kKeyEscape, LeavePrefab},
     {Everywhere,  Modifier::AltGr, kAnyKey,    Ignore},
     {InPrefab,    Modifier::Any,   'P',        RefusePlayInPrefab},
     {Everywhere,  Modifier::Ctrl,  'Z',        undo},

@@ -157,8 +157,7 @@ bool PressHierarchy(Point pointer, const EditorLayout& layout) {
     const int32_t object = HierarchyObjectAt(pointer, layout);
     if (object < 0 || !DragMayStart()) return true;
 
-    editorState.hierarchyDrag = {
-        .pressed = true, .source = object, .previousSelection = editorState.selectedIndex, .press = pointer};
+    editorState.hierarchyDrag = {.pressed = true, .source = object, .press = pointer};
     CaptureMouse();
     SetStatus(L"Hierarchy: pust mys pro vyber, nebo tahni pro presun.");
     return true;

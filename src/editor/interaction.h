@@ -39,9 +39,8 @@ struct GizmoDrag {
 struct HierarchyDrag {
     bool pressed = false;
     bool dragging = false;
-    int32_t source = -1;             // object index
-    int32_t previousSelection = -1;  // the selection before the press
-    int32_t dropTarget = -1;         // object index, -1 none
+    int32_t source = -1;      // object index
+    int32_t dropTarget = -1;  // object index, -1 none
     bool dropAsChild = false;
     bool dropAfter = false;  // else before
     Point press{};

@@ -90,9 +90,11 @@ static bool AskToLeave() {
     return answer == Answer::No || (answer == Answer::Yes && Save());
 }
 
-void ClosePrefabEditor() {
-    if (editorState.screen != Screen::PrefabEditor || !AskToLeave()) return;
+bool ClosePrefabEditor() {
+    if (editorState.screen != Screen::PrefabEditor) return true;
+    if (!AskToLeave()) return false;
     EndInteraction();
+    return true;
     ShowScene();
     SetStatus(L"Zpet do Scene editoru.");
 }

@@ -11,9 +11,9 @@ void OpenPrefabEditor(const std::wstring& path);
 // Writes the objects shown into the prefab's file.
 void SavePrefabEditor();
 
-// Puts the scene back, after a question when there are unsaved changes. It stays open when the user cancels
-// or when saving fails.
-void ClosePrefabEditor();
+// Goes back to the Scene editor, after a question when there are unsaved changes. False when the prefab stays
+// open: the user cancelled, or saving failed. Nothing to do on another screen.
+bool ClosePrefabEditor();
 
 // Makes a new prefab in the folder of the Files panel out of the selected object and all below it.
 void SavePrefabFromSelection();

@@ -17,7 +17,6 @@ void SetProjectFolder(const std::wstring& folder) {
     editorState.projectRoot = folder;
     editorState.filesRoot = JoinPath(folder, kFilesFolderName);
     editorState.filesFolder = editorState.filesRoot;
-    editorState.projectName = LastComponent(folder);
     editorState.selectedFile = -1;
 }
 

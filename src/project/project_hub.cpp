@@ -46,10 +46,10 @@ static bool ClickProjectMenu(Point pointer, const HubLayout& layout) {
     return true;
 }
 
-// A project that cannot be opened leaves the list.
+// A folder that is no project any more leaves the list.
 static void OpenListed(int32_t index) {
     const std::wstring path = editorState.recentProjects[static_cast<size_t>(index)].path;
-    if (OpenProject(path)) return;
+    if (OpenProject(path) != Opening::NoProject) return;
     std::erase_if(editorState.recentProjects,
                   [&path](const RecentProject& entry) { return entry.path == path; });
     SaveRecentProjects();

@@ -142,12 +142,12 @@ static std::wstring WithoutLastSeparator(const std::wstring& folder) {
     return LastComponent(folder).empty() ? ParentFolder(folder) : folder;
 }
 
-bool OpenProject(const std::wstring& folder) {
+Opening OpenProject(const std::wstring& folder) {
     if (folder.empty() || !IsProjectFolder(folder)) {
         SetStatus(L"Vybrana slozka neni ZelEngine projekt.");
-        return false;
+        return Opening::NoProject;
     }
-    if (!LeaveScene()) return false;
+    if (!LeaveScene()) return Opening::Refused;
 
     const std::wstring root = WithoutLastSeparator(AbsolutePath(folder));
     LeaveOpenProject();
@@ -161,5 +161,5 @@ bool OpenProject(const std::wstring& folder) {
     }
     ListAsRecent(root);
     ShowProjectTitle();
-    return true;
+    return Opening::Opened;
 }

@@ -12,7 +12,14 @@ void CreateProject(bool empty);
 // Asks for a folder and opens the project in it, also from its Files folder.
 void OpenProjectDialog();
 
-// Opens the project in `folder`. False, with the open project as it was, when it is none, or when the user
-// does not want to leave what is open. A project without a readable "project.zel" gets the default scene; a
-// main scene that it already has is kept beside it under a new name.
-bool OpenProject(const std::wstring& folder);
+// What has become of a project that was to be opened.
+enum class Opening {
+    Opened,
+    NoProject,  // the folder holds none
+    Refused,    // the user does not want to leave what is open
+};
+
+// Opens the project in `folder`. What is open stays as it was unless it has been opened. A project without a
+// readable "project.zel" gets the default scene; a main scene that it already has is kept beside it under a
+// new name.
+Opening OpenProject(const std::wstring& folder);

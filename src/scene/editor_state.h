@@ -100,7 +100,6 @@ struct EditorState {
     std::wstring blueprintName{};       // file name
     std::wstring prefabPath{};          // full path; empty without an open prefab
     std::wstring prefabName{};          // file name without extension
-    std::wstring projectName{};         // last component of the project folder
     std::wstring windowTitle{};         // as last set
     std::wstring statusMessage = L"Ready. Software renderer bezi bez externich knihoven.";
 

@@ -298,7 +298,7 @@ TEST_CASE("a renamed open scene is the one that the next start opens") {
     expected.replace(expected.find("Files\\Scenes\\Main.scene"), 23, "Files\\Levels\\Main.scene");
     CHECK(FileBytes(ProjectIn(folder) + L"\\project.zel") == expected);
     editorState.hubVisible = true;
-    REQUIRE(OpenProject(ProjectIn(folder)));
+    REQUIRE(OpenProject(ProjectIn(folder)) == Opening::Opened);
     CHECK(editorState.scenePath == FilesIn(folder) + L"\\Levels\\Main.scene");
     CHECK(editorState.scene.size() == objects);
 }

@@ -158,7 +158,7 @@ TEST_CASE("wherever the paths of a project lead, nothing outside its folder is w
         CAPTURE(EncodeUtf8(path.substr(0, 60)));
         StartWithHostileProject(folder, path);
         const FolderContents before = Untouchable(folder);
-        CHECK(OpenProject(HostileIn(folder)));
+        CHECK(OpenProject(HostileIn(folder)) == Opening::Opened);
         CHECK(editorState.scenePath == HostileIn(folder) + L"\\Files\\Scenes\\Main.scene");
         UseProject(folder);
         CHECK(Untouchable(folder) == before);
@@ -248,7 +248,7 @@ TEST_CASE("a project may name its scene by any path of plain names") {
         PutFile(root + L"\\project.zel", std::string("CURRENT_SCENE\t") + stored + "\n");
         PutFile(path, kVictim);
         ShowHub();
-        CHECK(OpenProject(root));
+        CHECK(OpenProject(root) == Opening::Opened);
         CHECK(editorState.scenePath == path);
     }
 }

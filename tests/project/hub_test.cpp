@@ -143,6 +143,20 @@ TEST_CASE("a project whose folder is gone leaves the list when it is clicked") {
     CHECK(ListFile(folder).find("Third") != std::string::npos);
 }
 
+TEST_CASE("a project stays listed when the user does not leave what is open for it") {
+    const ScratchFolder folder;
+    StartHub(folder);
+    ListProjects(folder, {L"First"});
+    editorState.screen = Screen::PrefabEditor;
+    editorState.prefabDirty = true;
+    Answers({Answer::Cancel});
+    Click(ProjectRow(0));
+    CHECK(headless.prompts == Names{L"Chces ulozit zmeny v prefabu?"});
+    CHECK(editorState.hubVisible);
+    CHECK(ListedNames() == Names{L"First"});
+    CHECK(ListFile(folder).find("First") != std::string::npos);
+}
+
 TEST_CASE("two clicks before the next frame open no project that was not shown there") {
     const ScratchFolder folder;
     StartHub(folder);

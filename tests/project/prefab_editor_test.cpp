@@ -1,5 +1,6 @@
 #include "project/prefab_editor.h"
 
+#include "blueprint/blueprint_editor.h"
 #include "formats/object_line.h"
 #include "formats/prefab_file.h"
 #include "formats/scene_file.h"
@@ -168,6 +169,32 @@ TEST_CASE("leaving a changed prefab asks, and Cancel or a failed save stays") {
         if (diskIsFull) CHECK(editorState.statusMessage == L"Prefab se nepodarilo ulozit.");
         if (!leaves) CHECK(editorState.scene.size() == 2);
     }
+}
+
+TEST_CASE("closing the Prefab editor and the Blueprint editor says whether they are closed") {
+    const ScratchFolder folder;
+    StartWithPrefab(folder);
+    CHECK(ClosePrefabEditor());  // not open
+    CHECK(CloseBlueprintEditor());
+    OpenThePrefab();
+    CHECK(CloseBlueprintEditor());  // another screen
+    TapKey('G');
+    Answers({Answer::Cancel});
+    CHECK_FALSE(ClosePrefabEditor());
+    Answers({Answer::No});
+    CHECK(ClosePrefabEditor());
+    CHECK(editorState.screen == Screen::SceneEditor);
+
+    PutFile(FilesIn(folder) + L"\\a.blueprint", "");
+    REQUIRE(OpenBlueprintEditor(FilesIn(folder) + L"\\a.blueprint"));
+    CHECK(ClosePrefabEditor());
+    editorState.blueprintDirty = true;
+    fileFaults.freeBytes = 0;
+    Answers({Answer::No});
+    CHECK_FALSE(CloseBlueprintEditor());
+    fileFaults = {};
+    CHECK(CloseBlueprintEditor());
+    CHECK(editorState.screen == Screen::SceneEditor);
 }
 
 TEST_CASE("a command that needs the Prefab editor closed stops when it stays open") {

@@ -240,6 +240,23 @@ TEST_CASE("a Files folder with a project file of its own is that project") {
     CHECK(editorState.projectRoot == FilesIn(folder));
 }
 
+TEST_CASE("opening says whether the folder holds no project or the user stays") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    const std::wstring other = folder / L"projects\\Other";
+    PutFolder(other + L"\\Files");
+    editorState.scene.pop_back();
+    Answers({Answer::Cancel});
+    CHECK(OpenProject(other) == Opening::Refused);
+    CHECK(editorState.projectRoot == ProjectIn(folder));
+    CHECK(editorState.scene.size() == 5);
+    CHECK(OpenProject(folder / L"nowhere") == Opening::NoProject);
+    CHECK(headless.prompts.size() == 1);
+    Answers({Answer::No});
+    CHECK(OpenProject(other) == Opening::Opened);
+    CHECK(editorState.projectRoot == other);
+}
+
 TEST_CASE("a folder that is no project is refused") {
     const ScratchFolder folder;
     StartHub(folder);
@@ -253,9 +270,9 @@ TEST_CASE("a folder that is no project is refused") {
         OpenProjectDialog();
         CHECK(editorState.statusMessage == L"Vybrana slozka neni ZelEngine projekt.");
         CHECK(editorState.hubVisible);
-        CHECK_FALSE(OpenProject(folder / name));
+        CHECK(OpenProject(folder / name) == Opening::NoProject);
     }
-    CHECK_FALSE(OpenProject(L""));
+    CHECK(OpenProject(L"") == Opening::NoProject);
     CHECK(editorState.recentProjects.empty());
     CHECK(ContentsOf(folder / L"empty").empty());
 }
@@ -282,7 +299,7 @@ TEST_CASE("a main scene without a project file is kept under the first free name
     const std::wstring scenes = folder / L"projects\\Bare\\Files\\Scenes\\";
     PutFile(scenes + L"Main.scene", "work");
     PutFile(scenes + L"Main_01.scene", "older work");
-    CHECK(OpenProject(folder / L"projects\\Bare"));
+    CHECK(OpenProject(folder / L"projects\\Bare") == Opening::Opened);
     CHECK(FileBytes(scenes + L"Main_02.scene") == "work");
     CHECK(FileBytes(scenes + L"Main_01.scene") == "older work");
     CHECK(SceneEqualsFile(scenes + L"Main.scene"));
@@ -312,7 +329,7 @@ TEST_CASE("a project file that is a folder opens as a project without one") {
     const ScratchFolder folder;
     StartHub(folder);
     PutFolder(folder / L"projects\\Odd\\project.zel");
-    CHECK(OpenProject(folder / L"projects\\Odd"));
+    CHECK(OpenProject(folder / L"projects\\Odd") == Opening::Opened);
     CHECK(editorState.statusMessage ==
           L"Projekt otevren, ale project.zel nebyl nalezen. Vytvorena vychozi scena.");
     TapWithControl('S');
@@ -324,7 +341,7 @@ TEST_CASE("a path with a separator at its end opens the same project") {
     const ScratchFolder folder;
     StartProject(folder);
     StartHub(folder);
-    CHECK(OpenProject(ProjectIn(folder) + L"\\"));
+    CHECK(OpenProject(ProjectIn(folder) + L"\\") == Opening::Opened);
     CHECK(editorState.projectRoot == ProjectIn(folder));
     CHECK(editorState.scenePath == FilesIn(folder) + L"\\Scenes\\Main.scene");
     CHECK(headless.title == L"ZelEngine - ZelEngineProject");
@@ -337,7 +354,7 @@ TEST_CASE("opening a project empties the undo history and stops the game") {
     TapWithControl('S');
     TapKey('P');
     OpenFolderNamed(L"Scenes");
-    CHECK(OpenProject(ProjectIn(folder)));
+    CHECK(OpenProject(ProjectIn(folder)) == Opening::Opened);
     CHECK_FALSE(editorState.playMode);
     CHECK(editorState.undoScenes.empty());
     CHECK(editorState.filesFolder == FilesIn(folder));

@@ -52,7 +52,7 @@ TEST_CASE("the project file of a copy names the copied scene and is read there")
     StartWithFiles(folder);
     SaveInto(folder / L"backup");
     RemoveTree(folder / L"projects");
-    CHECK(OpenProject(CopyIn(folder)));
+    CHECK(OpenProject(CopyIn(folder)) == Opening::Opened);
     CHECK(editorState.scenePath == CopyIn(folder) + L"\\Files\\Scenes\\Main.scene");
     CHECK(editorState.statusMessage == L"Projekt otevren: " + CopyIn(folder));
 }

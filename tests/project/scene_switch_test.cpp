@@ -18,7 +18,7 @@ static void StartWithTwoScenes(const ScratchFolder& folder) {
     SaveScene(FilesIn(folder) + L"\\Scenes\\Other.scene");
     editorState.scene = main;
     MarkSceneSaved();
-    CHECK(OpenProject(ProjectIn(folder)));
+    CHECK(OpenProject(ProjectIn(folder)) == Opening::Opened);
     OpenFolderNamed(L"Scenes");
     headless.prompts.clear();
 }
