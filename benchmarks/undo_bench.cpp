@@ -51,7 +51,8 @@ static size_t HistoryBytes() {
     std::set<std::shared_ptr<const Scene>> runs;
     std::set<std::shared_ptr<const std::vector<int32_t>>> parents;
     size_t bytes = 0;
-    for (const SceneSnapshot& snapshot : editorState.undoScenes) {
+    for (const UndoStep& step : editorState.undoSteps) {
+        const SceneSnapshot& snapshot = step.scene;
         runs.insert(snapshot.runs.begin(), snapshot.runs.end());
         parents.insert(snapshot.parents);
         bytes += snapshot.runs.size() * sizeof(snapshot.runs[0]);

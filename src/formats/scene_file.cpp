@@ -19,8 +19,8 @@ bool SaveScene(const std::wstring& path) {
 
 // Shares with the undo history what did not change since: a scene that is edited is kept once.
 void MarkSceneSaved() {
-    const auto& history = editorState.undoScenes;
-    const SceneSnapshot& earlier = history.empty() ? editorState.savedScene : history.back();
+    const auto& history = editorState.undoSteps;
+    const SceneSnapshot& earlier = history.empty() ? editorState.savedScene : history.back().scene;
     try {
         editorState.savedScene = TakeSnapshot(editorState.scene, &earlier);
     } catch (const std::bad_alloc&) {

@@ -26,10 +26,8 @@ static bool IsEditingScene() {
 void StartPlayMode() {
     if (!IsEditingScene()) return;
     editorState.playSnapshot = editorState.scene;
-    editorState.playSnapshotState = {.taken = true,
-                                     .animationTime = editorState.animationTime,
-                                     .undoScenes = editorState.undoScenes,
-                                     .undoSelections = editorState.undoSelections};
+    editorState.playSnapshotState = {
+        .taken = true, .animationTime = editorState.animationTime, .undoSteps = editorState.undoSteps};
     editorState.playCamera = EditorCamera();
     editorState.playSelection = editorState.selectedIndex;
 
@@ -51,8 +49,7 @@ void StopPlayMode() {
     PlaySnapshotState before = std::exchange(editorState.playSnapshotState, {});
     editorState.animationTime = before.animationTime;
     // Steps of the game would bring its objects back into the scene.
-    editorState.undoScenes = std::move(before.undoScenes);
-    editorState.undoSelections = std::move(before.undoSelections);
+    editorState.undoSteps = std::move(before.undoSteps);
     PlaceEditorCamera(editorState.playCamera);
     const auto last = static_cast<int32_t>(editorState.scene.size()) - 1;
     editorState.selectedIndex = std::min(std::max(editorState.playSelection, 0), last);

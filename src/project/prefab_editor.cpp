@@ -25,8 +25,7 @@ static void EndInteraction() {
 
 static void ShowPrefab(const std::wstring& path, Scene objects) {
     editorState.prefabSnapshot = {.scene = std::exchange(editorState.scene, std::move(objects)),
-                                  .undoScenes = std::exchange(editorState.undoScenes, {}),
-                                  .undoSelections = std::exchange(editorState.undoSelections, {})};
+                                  .undoSteps = std::exchange(editorState.undoSteps, {})};
     editorState.prefabSelection = editorState.selectedIndex;
     editorState.prefabCamera = EditorCamera();
     editorState.selectedIndex = editorState.scene.empty() ? -1 : 0;
@@ -38,8 +37,7 @@ static void ShowPrefab(const std::wstring& path, Scene objects) {
 
 static void ShowScene() {
     editorState.scene = std::exchange(editorState.prefabSnapshot.scene, {});
-    editorState.undoScenes = std::exchange(editorState.prefabSnapshot.undoScenes, {});
-    editorState.undoSelections = std::exchange(editorState.prefabSnapshot.undoSelections, {});
+    editorState.undoSteps = std::exchange(editorState.prefabSnapshot.undoSteps, {});
     editorState.selectedIndex = editorState.prefabSelection;
     PlaceEditorCamera(editorState.prefabCamera);
     editorState.prefabPath.clear();
@@ -94,9 +92,9 @@ bool ClosePrefabEditor() {
     if (editorState.screen != Screen::PrefabEditor) return true;
     if (!AskToLeave()) return false;
     EndInteraction();
-    return true;
     ShowScene();
     SetStatus(L"Zpet do Scene editoru.");
+    return true;
 }
 
 static std::wstring NewPrefabPath(const std::wstring& objectName) {

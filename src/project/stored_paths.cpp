@@ -38,14 +38,14 @@ static bool MovePathsOf(Scene& scene, const PathMove& move) {
 
 // Taken anew one after the other, so that they share again what did not change between them, nor since the
 // scene was saved.
-static void MovePathsOf(std::vector<SceneSnapshot>& history, const PathMove& move) {
+static void MovePathsOf(std::vector<UndoStep>& history, const PathMove& move) {
     Scene scene;
     const SceneSnapshot* earlier = &editorState.savedScene;
-    for (SceneSnapshot& snapshot : history) {
-        RestoreSnapshot(snapshot, scene);
+    for (UndoStep& step : history) {
+        RestoreSnapshot(step.scene, scene);
         MovePathsOf(scene, move);
-        snapshot = TakeSnapshot(scene, earlier);
-        earlier = &snapshot;
+        step.scene = TakeSnapshot(scene, earlier);
+        earlier = &step.scene;
     }
 }
 
@@ -68,7 +68,7 @@ void MoveStoredPaths(const std::wstring& from, const std::wstring& to) {
     MovePathsOf(editorState.playSnapshot, move);
     MovePathsOf(editorState.prefabSnapshot.scene, move);
     MovePathsOf(editorState.clipboardObject, move);
-    MovePathsOf(editorState.undoScenes, move);
-    MovePathsOf(editorState.prefabSnapshot.undoScenes, move);
-    MovePathsOf(editorState.playSnapshotState.undoScenes, move);
+    MovePathsOf(editorState.undoSteps, move);
+    MovePathsOf(editorState.prefabSnapshot.undoSteps, move);
+    MovePathsOf(editorState.playSnapshotState.undoSteps, move);
 }

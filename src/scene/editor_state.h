@@ -17,6 +17,7 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 // The values are the numbers that the rest of the program and its documents use.
@@ -24,19 +25,24 @@ enum class Screen : int32_t { SceneEditor = 0, BlueprintEditor = 1, PrefabEditor
 enum class Tool : int32_t { Move = 0, Rotate = 1, Scale = 2 };
 enum class BottomTab : int32_t { Files = 0, Console = 1 };
 
+// What a change can be taken back to.
+struct UndoStep {
+    SceneSnapshot scene{};
+    int32_t selection = -1;    // before the change
+    std::string_view label{};  // of the command that made it, as written in its code; nobody is shown it
+};
+
 // What the Prefab editor keeps aside while it shows a prefab in place of the scene.
 struct PrefabSnapshot {
     Scene scene{};
-    std::vector<SceneSnapshot> undoScenes{};
-    std::vector<int32_t> undoSelections{};
+    std::vector<UndoStep> undoSteps{};
 };
 
 // What Play mode keeps aside beside the scene.
 struct PlaySnapshotState {
     bool taken = false;       // the runtime starts to play without a snapshot
     float animationTime = 0;  // seconds, of edit mode
-    std::vector<SceneSnapshot> undoScenes{};
-    std::vector<int32_t> undoSelections{};
+    std::vector<UndoStep> undoSteps{};
 };
 
 // Accessed by the window's thread only. A value: a test starts from a fresh one.
@@ -50,9 +56,8 @@ struct EditorState {
     std::vector<std::wstring> meshNames{};    // display names, by mesh index
     std::vector<std::wstring> meshSources{};  // full paths, empty for built-in ones, by mesh index
     std::vector<TextureImage> textures{};
-    std::vector<SceneSnapshot> undoScenes{};  // oldest first, at most 64
-    std::vector<int32_t> undoSelections{};    // one per undo scene
-    SceneSnapshot savedScene{};               // the objects as they were last loaded or saved
+    std::vector<UndoStep> undoSteps{};  // oldest first, at most 64
+    SceneSnapshot savedScene{};         // the objects as they were last loaded or saved
     Scene playSnapshot{};
     PlaySnapshotState playSnapshotState{};
     PrefabSnapshot prefabSnapshot{};

@@ -6,6 +6,8 @@
 #include "scene/status.h"
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 constexpr size_t kMaxUndoSteps = 64;
 
@@ -13,32 +15,28 @@ void MarkPrefabChanged() {
     if (editorState.screen == Screen::PrefabEditor) editorState.prefabDirty = true;
 }
 
-void pushUndo(const char* /*label*/) {
+void pushUndo(const char* label) {
     if (editorState.runtimeMode) return;
     MarkPrefabChanged();  // also of an empty prefab, which gets its first object
     if (editorState.scene.empty()) return;
 
-    std::vector<SceneSnapshot>& scenes = editorState.undoScenes;
-    const SceneSnapshot& earlier = scenes.empty() ? editorState.savedScene : scenes.back();
-    SceneSnapshot snapshot = TakeSnapshot(editorState.scene, &earlier);
-    if (scenes.size() >= kMaxUndoSteps) {
-        scenes.erase(scenes.begin());
-        editorState.undoSelections.erase(editorState.undoSelections.begin());
-    }
-    scenes.push_back(std::move(snapshot));
-    editorState.undoSelections.push_back(editorState.selectedIndex);
+    std::vector<UndoStep>& steps = editorState.undoSteps;
+    const SceneSnapshot& earlier = steps.empty() ? editorState.savedScene : steps.back().scene;
+    SceneSnapshot scene = TakeSnapshot(editorState.scene, &earlier);
+    if (steps.size() >= kMaxUndoSteps) steps.erase(steps.begin());
+    steps.push_back({std::move(scene), editorState.selectedIndex, label});
 }
 
 void undo() {
-    if (editorState.undoScenes.empty()) {
+    if (editorState.undoSteps.empty()) {
         SetStatus(L"Ctrl+Z: neni co vratit.");
         return;
     }
-    RestoreSnapshot(editorState.undoScenes.back(), editorState.scene);
+    const UndoStep step = std::move(editorState.undoSteps.back());
+    editorState.undoSteps.pop_back();
+    RestoreSnapshot(step.scene, editorState.scene);
     const auto last = static_cast<int32_t>(editorState.scene.size()) - 1;
-    editorState.selectedIndex = Limit(editorState.undoSelections.back(), 0, std::max(last, 0));
-    editorState.undoScenes.pop_back();
-    editorState.undoSelections.pop_back();
+    editorState.selectedIndex = Limit(step.selection, 0, std::max(last, 0));
 
     EndGestures();
     editorState.componentSearchActive = false;
@@ -46,7 +44,4 @@ void undo() {
     SetStatus(L"Ctrl+Z: posledni zmena sceny byla vracena.");
 }
 
-void ClearUndo() {
-    editorState.undoScenes.clear();
-    editorState.undoSelections.clear();
-}
+void ClearUndo() { editorState.undoSteps.clear(); }

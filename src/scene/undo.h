@@ -1,8 +1,8 @@
 // The undo history: the scenes before each of the last 64 changes.
 #pragma once
 
-// Called by every command once, before it changes the scene. The label names the command for the reader of
-// its code. Nothing is kept in the game runtime, or of an empty scene.
+// Called by every command once, before it changes the scene. The label names the command, and is a literal.
+// Nothing is kept in the game runtime, or of an empty scene.
 void pushUndo(const char* label);
 
 // A prefab that is being edited has changed. For changes that go on after their pushUndo, like drags.

@@ -153,7 +153,7 @@ TEST_CASE("folders, scenes and other files are dragged without effect") {
         CHECK(editorState.statusMessage == std::wstring(L"Vybrana polozka projektu: ") + name);
     }
     CHECK(editorState.scene.size() == objects);
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
 }
 
 TEST_CASE("a press becomes a drag six pixels away, counted along both axes") {
@@ -204,5 +204,5 @@ TEST_CASE("what cannot be read is dragged without changing the scene") {
     DragFileTo(L"wood.png", RowAt(3));
     CHECK(editorState.scene.size() == objects);
     CHECK_FALSE(Object(3).hasTexture);
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
 }

@@ -70,7 +70,7 @@ TEST_CASE("a press grabs an axis within its reach and no further") {
         Press(at);
         CHECK(editorState.gizmoDrag.axis == axis);
         CHECK(headless.mouseIsCaptured == (axis != 0));
-        CHECK(editorState.undoScenes.size() == (axis != 0 ? 1 : 0));
+        CHECK(editorState.undoSteps.size() == (axis != 0 ? 1 : 0));
     }
 }
 
@@ -143,7 +143,7 @@ TEST_CASE("a drag depends on where the pointer is and not on its way there") {
     CHECK(Dragged().position == Vec3{});
     Move({kTipX.x - kWay, kTipX.y});
     CHECK(IsNear(Dragged().position, {-kTravel, 0, 0}));
-    CHECK(editorState.undoScenes.size() == 1);
+    CHECK(editorState.undoSteps.size() == 1);
 }
 
 // Where a point of the world lies in the viewport, not rounded.
@@ -250,7 +250,7 @@ TEST_CASE("nothing is grabbed while playing and without a selection") {
         editorState.selectedIndex = selected;
         Press(kTipX);
         CHECK(editorState.gizmoDrag.axis == 0);
-        CHECK(editorState.undoScenes.empty());
+        CHECK(editorState.undoSteps.empty());
     }
 }
 
@@ -336,7 +336,7 @@ TEST_CASE("one undo takes a whole drag back") {
     TapWithControl('Z');
     CHECK(editorState.scene[2].position == Vec3{});
     CHECK(editorState.selectedIndex == 2);
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
 }
 
 TEST_CASE("objects in a cycle of parents are dragged without an end being looked for") {

@@ -293,7 +293,7 @@ TEST_CASE("a number is taken from what was typed, or asked for again") {
         TapKey(kKeyEnter);
         CHECK(editorState.numberEntry.open == !isNumber);
         CHECK(editorState.scene[2].position.x == value);
-        CHECK(editorState.undoScenes.size() == (isNumber ? 1 : 0));
+        CHECK(editorState.undoSteps.size() == (isNumber ? 1 : 0));
         CHECK(editorState.statusMessage ==
               (isNumber ? L"Transform hodnota upravena." : L"Zadej platne cislo."));
     }

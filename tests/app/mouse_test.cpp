@@ -190,7 +190,7 @@ TEST_CASE("a press on an object selects it, one on nothing keeps the selection")
     CHECK(editorState.selectedIndex == 0);
     CHECK(editorState.statusMessage == L"before");
     CHECK(NothingIsDragged());
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
 }
 
 TEST_CASE("the gizmo of the selection is grabbed before the object behind it is picked") {
@@ -233,7 +233,7 @@ TEST_CASE("a wiggle of 5 pixels on a row selects it, 6 pixels drag it") {
         Release(to);
         CHECK(editorState.selectedIndex == (dragged ? 2 : 3));
         CHECK(NothingIsDragged());
-        CHECK(editorState.undoScenes.empty());
+        CHECK(editorState.undoSteps.empty());
     }
 }
 
@@ -261,7 +261,7 @@ TEST_CASE("a row dragged onto another's centre becomes its child, near its edge 
         CHECK((editorState.scene[1].parentIndex == 0) == child);
         CHECK(editorState.statusMessage == (child ? L"Objekt byl presunut jako potomek v Hierarchy."
                                                   : L"Objekt byl presunut v Hierarchy."));
-        CHECK(editorState.undoScenes.size() == 1);
+        CHECK(editorState.undoSteps.size() == 1);
     }
 }
 
@@ -277,7 +277,7 @@ TEST_CASE("a row let go between rows, on itself or below itself moves nothing") 
         CHECK(editorState.scene == before);
         CHECK(editorState.selectedIndex == 2);
     }
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
 }
 
 TEST_CASE("a row let go over the Inspector becomes what the selected object collects") {
@@ -293,7 +293,7 @@ TEST_CASE("a row let go over the Inspector becomes what the selected object coll
     CHECK(NothingIsDragged());
     TapWithControl('Z');
     CHECK(editorState.scene[2].collectTarget.empty());
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
 }
 
 TEST_CASE("a row let go right of the window is let go over the Inspector") {
@@ -323,7 +323,7 @@ TEST_CASE("an object is no reference of itself") {
     StartEditor();
     Drag(RowAt(2), {1200, 300});
     CHECK(editorState.statusMessage == L"Vyber objekt 1, potom pretahni objekt 2 z Hierarchy do Inspectoru.");
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
 }
 
 TEST_CASE("deleting or undoing while a row is dragged ends the drag") {
@@ -389,7 +389,7 @@ TEST_CASE("a double click that means nothing else counts as a second press") {
     RenderFrame();
     DoubleClick(ZoneAt(44));  // the mass, which steps by a half
     CHECK(editorState.scene[2].mass == 2);
-    CHECK(editorState.undoScenes.size() == 2);
+    CHECK(editorState.undoSteps.size() == 2);
 
     StartEditor();
     Click({230, 300});
@@ -558,7 +558,7 @@ TEST_CASE("while the right button is held the left one starts no drag") {
         CHECK_FALSE(editorState.hierarchyDrag.pressed);
         CHECK_FALSE(editorState.filesDrag.pressed);
         CHECK(editorState.gizmoDrag.axis == 0);
-        CHECK(editorState.undoScenes.empty());
+        CHECK(editorState.undoSteps.empty());
         ReleaseRightAt({600, 300});
         CHECK(NothingIsDragged());
         CHECK(editorState.createMenu.open);
@@ -762,7 +762,7 @@ TEST_CASE("an empty scene takes every press") {
             DoubleClick(at);
         }
         CHECK(editorState.scene.empty());
-        CHECK(editorState.undoScenes.empty());
+        CHECK(editorState.undoSteps.empty());
     }
 }
 
@@ -774,7 +774,7 @@ TEST_CASE("without a selection the Inspector takes presses and changes nothing")
         editorState.selectedIndex = selected;  // the zones are those of the frame before
         for (const HitZone& zone : zones) Click({zone.rect.left + 1, zone.rect.top + 1});
         CHECK(editorState.scene == scene);
-        CHECK(editorState.undoScenes.empty());
+        CHECK(editorState.undoSteps.empty());
     }
 }
 
@@ -803,7 +803,7 @@ TEST_CASE("Tab and a press before the next frame edit no object") {
     Click(remove);
     DoubleClick(name);
     CHECK(editorState.scene == before);
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
     CHECK(editorState.nameEntry.kind == NameEntry::Kind::Closed);
     RenderFrame();
     DoubleClick(name);
@@ -865,7 +865,7 @@ TEST_CASE("scenes with cycles of parents and parents that are not there take eve
         }
         RenderFrame();
         for (const GameObject& object : editorState.scene) CHECK(std::isfinite(object.position.x));
-        while (!editorState.undoScenes.empty()) TapWithControl('Z');
+        while (!editorState.undoSteps.empty()) TapWithControl('Z');
     }
 }
 

@@ -58,10 +58,10 @@ TEST_CASE(
         if (event % kEventsPerScene == 0) StartAnew(user);
         if (user.Sometimes(kEventsPerFrame)) RenderFrame();
         // A full history takes a step without growing; half of the time it gets room to show it.
-        if (editorState.undoScenes.size() == 64 && user.Sometimes(2)) ClearUndo();
+        if (editorState.undoSteps.size() == 64 && user.Sometimes(2)) ClearUndo();
 
         const Scene before = editorState.scene;
-        const size_t steps = editorState.undoScenes.size();
+        const size_t steps = editorState.undoSteps.size();
         const bool wasNaming = NameEntryIsOpen();
         const bool wasPlaying = editorState.playMode;
         user.DoSomething();
@@ -72,8 +72,8 @@ TEST_CASE(
         REQUIRE_MESSAGE(fault == nullptr, std::string(fault == nullptr ? "" : fault));
         REQUIRE_FALSE(headless.quitRequested);
         if (wasPlaying && !editorState.playMode) continue;  // the history of before the game is back
-        REQUIRE(editorState.undoScenes.size() <= steps + 1);
-        if (editorState.undoScenes.size() <= steps) continue;
+        REQUIRE(editorState.undoSteps.size() <= steps + 1);
+        if (editorState.undoSteps.size() <= steps) continue;
         REQUIRE(UndoRestores(before));
         ++undone;
     }

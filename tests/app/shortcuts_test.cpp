@@ -132,7 +132,7 @@ TEST_CASE("without a selection nothing is copied, duplicated or deleted") {
         CHECK(editorState.statusMessage == L"Ctrl+C: neni vybrany objekt.");
         CHECK_FALSE(editorState.clipboardFull);
         CHECK(ObjectCount() == 6);
-        CHECK(editorState.undoScenes.empty());
+        CHECK(editorState.undoSteps.empty());
     }
 }
 
@@ -164,7 +164,7 @@ TEST_CASE("what is typed with AltGr runs no command on any screen") {
             CHECK(editorState.statusMessage == L"untouched");
         }
         CHECK(ObjectCount() == 7);
-        CHECK(editorState.undoScenes.size() == 1);
+        CHECK(editorState.undoSteps.size() == 1);
         CHECK(editorState.selectedIndex == 6);
         CHECK_FALSE(editorState.playMode);
         CHECK(headless.prompts.empty());
@@ -180,7 +180,7 @@ TEST_CASE("without Ctrl the letters of its commands do nothing, and neither does
         if (!isCommand) TapKey(key);
     }
     CHECK(ObjectCount() == 6);
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
     CHECK(editorState.statusMessage == L"untouched");
     CHECK_FALSE(headless.quitRequested);
 }
@@ -285,7 +285,7 @@ TEST_CASE("every key is safe in an empty scene") {
     TapKey('G');
     REQUIRE(ObjectCount() == 1);
     CHECK(LastName() == L"GameObject_00");
-    CHECK(editorState.undoScenes.empty());  // an empty scene is never recorded
+    CHECK(editorState.undoSteps.empty());  // an empty scene is never recorded
     TapWithControl('Z');
     CHECK(ObjectCount() == 1);
 }

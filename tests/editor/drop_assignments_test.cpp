@@ -28,7 +28,7 @@ static void CheckAssigned(const GameObject& before, const GameObject& after, con
     CHECK(editorState.scene[1] == after);
     CHECK(editorState.selectedIndex == 1);
     CHECK(editorState.statusMessage == message);
-    CHECK(editorState.undoScenes.size() == 1);
+    CHECK(editorState.undoSteps.size() == 1);
     undo();
     CHECK(editorState.scene[1] == before);
     CHECK(editorState.selectedIndex == 1);
@@ -37,7 +37,7 @@ static void CheckAssigned(const GameObject& before, const GameObject& after, con
 static void CheckRefused(bool assigned, const wchar_t* message) {
     CHECK_FALSE(assigned);
     CHECK(editorState.statusMessage == message);
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
     CHECK(editorState.selectedIndex == 0);
     CHECK(editorState.scene == Scene{{.name = L"first"}, {.name = L"second"}});
 }
@@ -121,7 +121,7 @@ TEST_CASE("an image that cannot be loaded changes no object") {
     StartWith({.name = L"first"});
     CHECK_FALSE(AssignTexture({.name = L"a.png", .path = folder / L"a.png", .kind = AssetKind::Image}, 1));
     CHECK(editorState.statusMessage == L"Texture image se nepodarilo nacist.");
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
     CHECK(editorState.scene == Scene{{.name = L"first"}, {.name = L"second"}});
 }
 
@@ -180,7 +180,7 @@ TEST_CASE("an object dropped on the Inspector becomes the target of the selected
     CHECK(editorState.scene[1] == GameObject{.name = L"second"});
     CHECK(editorState.selectedIndex == 0);
     CHECK(editorState.statusMessage == L"Inspector Target nastaven: first->second");
-    CHECK(editorState.undoScenes.size() == 1);
+    CHECK(editorState.undoSteps.size() == 1);
 
     CHECK(AssignObjectReference(1));
     CHECK(editorState.scene[0].scripts == Scripts{L"Mover", L"CollectOnTouch"});
@@ -197,6 +197,6 @@ TEST_CASE("an object reference takes two different objects") {
     }
     editorState.selectedIndex = -1;
     CHECK_FALSE(AssignObjectReference(1));
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
     CHECK(editorState.scene == Scene{{.name = L"first"}, {.name = L"second"}});
 }

@@ -424,7 +424,7 @@ TEST_CASE("releasing a row that was only pressed selects it") {
     CHECK(editorState.statusMessage == L"Objekt vybran v Hierarchy.");
     CHECK_FALSE(editorState.hierarchyDrag.pressed);
     CHECK_FALSE(headless.mouseIsCaptured);
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
 }
 
 TEST_CASE("releasing over a target moves the object there as one step of the history") {
@@ -432,7 +432,7 @@ TEST_CASE("releasing over a target moves the object there as one step of the his
     DragInHierarchy({20, 137});  // after "First", beside it
     ReleaseHierarchy();
     CHECK(editorState.statusMessage == L"Objekt byl presunut v Hierarchy.");
-    CHECK(editorState.undoScenes.size() == 1);
+    CHECK(editorState.undoSteps.size() == 1);
     CHECK_FALSE(editorState.hierarchyDrag.pressed);
     CHECK_FALSE(headless.mouseIsCaptured);
     REQUIRE(editorState.selectedIndex == 2);
@@ -455,7 +455,7 @@ TEST_CASE("releasing over a descendant or over no row drops nothing and selects 
         ReleaseHierarchy();
         CHECK(editorState.scene == Family());
         CHECK(editorState.selectedIndex == -1);
-        CHECK(editorState.undoScenes.empty());
+        CHECK(editorState.undoSteps.empty());
         CHECK_FALSE(headless.mouseIsCaptured);
     }
 }
@@ -471,7 +471,7 @@ TEST_CASE("releasing after the object is gone selects and moves nothing") {
     editorState.scene.resize(2);
     ReleaseHierarchy();
     CHECK(editorState.scene.size() == 2);
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
 }
 
 TEST_CASE("releasing without a press does nothing") {

@@ -9,6 +9,8 @@
 #include <cstdint>
 #include <limits>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 // One action: the object of before and after, what is said, and whether undo knows of it.
@@ -124,13 +126,46 @@ TEST_CASE("every action changes its fields and no other, says its message, and t
         test.after(expected);
         CHECK(InspectedObject() == expected);
         CHECK(editorState.statusMessage == test.message);
-        CHECK(editorState.undoScenes.size() == (test.hasUndoStep ? 1 : 0));
+        CHECK(editorState.undoSteps.size() == (test.hasUndoStep ? 1 : 0));
         CHECK(editorState.selectedIndex == selection);
         CHECK(editorState.scene.size() == 1);
 
         if (!test.hasUndoStep) continue;
         undo();
         CHECK(InspectedObject() == object);
+    }
+}
+
+TEST_CASE("every action names its undo step") {
+    const std::pair<int32_t, std::string_view> labels[] = {
+        {4, "Remove shape"},
+        {6, "Remove color"},
+        {8, "Remove animation"},
+        {9, "Remove script"},
+        {15, "Change color"},
+        {16, "Change animation type"},
+        {17, "Change animation speed"},
+        {18, "Change material roughness"},
+        {19, "Change material gloss"},
+        {30, "Remove collision"},
+        {32, "Remove gravity"},
+        {35, "Change gravity strength"},
+        {36, "Change shape mesh"},
+        {38, "Remove texture"},
+        {39, "Change texture mode"},
+        {43, "Remove rigidbody"},
+        {44, "Change rigidbody mass"},
+        {45, "Change rigidbody drag"},
+        {52, "Change camera background"},
+        {53, "Change camera brightness"},
+        {54, "Change camera darkness"},
+    };
+    for (const auto& [action, label] : labels) {
+        CAPTURE(action);
+        OpenInspector(ObjectWithEverything(), 1360, kTall);
+        CHECK(PressZone(action));
+        REQUIRE(editorState.undoSteps.size() == 1);
+        CHECK(editorState.undoSteps[0].label == label);
     }
 }
 
@@ -168,7 +203,7 @@ TEST_CASE("a press on a component of a transform starts to type that number") {
         CHECK(editorState.numberEntry.component == test.component);
         CHECK(editorState.numberEntry.text == test.text);
         CHECK(editorState.statusMessage == L"Napis hodnotu transformu, Enter potvrdi a Esc zrusi.");
-        CHECK(editorState.undoScenes.empty());
+        CHECK(editorState.undoSteps.empty());
         CHECK(InspectedObject() == object);
     }
 }
@@ -182,7 +217,7 @@ TEST_CASE("a press on the size of a Text starts to type it") {
     CHECK(editorState.numberEntry.component == -1);
     CHECK(editorState.numberEntry.text == L"24.50");
     CHECK(editorState.statusMessage == L"Napis velikost textu, Enter potvrdi a Esc zrusi.");
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
 }
 
 TEST_CASE("a press on the text of a Text starts to type it") {
@@ -191,7 +226,7 @@ TEST_CASE("a press on the text of a Text starts to type it") {
     CHECK(editorState.nameEntry.kind == NameEntry::Kind::Text);
     CHECK(editorState.nameEntry.target == 0);
     CHECK(editorState.nameEntry.text == L"Score: 3");
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
 }
 
 TEST_CASE("a press on a found component adds it, empties the search and closes it") {
@@ -228,7 +263,7 @@ TEST_CASE("a press on a found component adds it, empties the search and closes i
         CHECK(PressZone(test.action));
         CHECK(test.isThere(InspectedObject()));
         CHECK(editorState.statusMessage == test.message);
-        CHECK(editorState.undoScenes.size() == 1);
+        CHECK(editorState.undoSteps.size() == 1);
         CHECK(editorState.componentSearchText == L"");
         CHECK_FALSE(editorState.componentSearchActive);
     }
@@ -244,7 +279,7 @@ TEST_CASE("a press on a found gameplay script is taken and adds nothing") {
         CHECK(PressZone(action));
         CHECK(InspectedObject() == GameObject{.meshIndex = 0});
         CHECK(editorState.statusMessage == L"untouched");
-        CHECK(editorState.undoScenes.empty());
+        CHECK(editorState.undoSteps.empty());
         CHECK(editorState.componentSearchActive);
         CHECK(editorState.componentSearchText == query);
     }
@@ -260,7 +295,7 @@ TEST_CASE("numbers without an action are passed over, and the first zone with on
         CHECK(editorState.statusMessage == L"Animation type rotation byla odebrana.");
         CHECK_FALSE(InspectedObject().hasAnimation);
         CHECK(InspectedObject().hasColor);
-        CHECK(editorState.undoScenes.size() == 1);
+        CHECK(editorState.undoSteps.size() == 1);
     }
 }
 
@@ -296,7 +331,7 @@ TEST_CASE("a press outside the panel is not taken, one inside is, whatever lies 
     }
     CHECK(InspectedObject() == ObjectWithEverything());
     CHECK(editorState.statusMessage == L"untouched");
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
 }
 
 TEST_CASE("without a valid selection a press in the panel is taken and does nothing") {
@@ -309,7 +344,7 @@ TEST_CASE("without a valid selection a press in the panel is taken and does noth
         CHECK_FALSE(PressInspector({1000, 300}));
         CHECK(editorState.statusMessage == L"untouched");
         CHECK_FALSE(editorState.componentSearchActive);
-        CHECK(editorState.undoScenes.empty());
+        CHECK(editorState.undoSteps.empty());
     }
     OpenInspector(ObjectWithEverything());
     editorState.scene.clear();
@@ -337,7 +372,7 @@ TEST_CASE("two presses before the next frame remove a component once") {
         editorState.statusMessage = L"untouched";
         CHECK(PressInspector(at));
         CHECK(InspectedObject() == after);
-        CHECK(editorState.undoScenes.size() == 1);
+        CHECK(editorState.undoSteps.size() == 1);
         CHECK(editorState.statusMessage == L"untouched");
     }
 }
@@ -356,7 +391,7 @@ TEST_CASE("what a section shows is not changed once its component is gone, whate
             CHECK(PressInspector(MiddleOf(zone)));
             CHECK(InspectedObject() == after);
         }
-        CHECK(editorState.undoScenes.size() == 1);
+        CHECK(editorState.undoSteps.size() == 1);
     }
 }
 
@@ -366,7 +401,7 @@ TEST_CASE("two presses on a script's block before the next frame remove one scri
     CHECK(PressInspector(last));
     CHECK(PressInspector(last));  // on a block that is gone
     CHECK(InspectedObject().scripts == std::vector<std::wstring>{L"a"});
-    CHECK(editorState.undoScenes.size() == 1);
+    CHECK(editorState.undoSteps.size() == 1);
 }
 
 TEST_CASE("another object than the one that was drawn is not edited") {
@@ -377,7 +412,7 @@ TEST_CASE("another object than the one that was drawn is not edited") {
     editorState.selectedIndex = 1;
     CHECK(PressInspector(mass));
     CHECK(editorState.scene == Scene{body, body});
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
     DrawInspectorAgain();
     CHECK(PressInspector(mass));
     CHECK(editorState.scene[1].mass == 1.5f);
@@ -568,7 +603,7 @@ TEST_CASE("whichever script block is clicked, the last script goes") {
     REQUIRE(second != editorState.inspectorZones.end());
     CHECK(PressInspector(MiddleOf(second->rect)));
     CHECK(InspectedObject().scripts == std::vector<std::wstring>{L"a"});
-    CHECK(editorState.undoScenes.size() == 2);
+    CHECK(editorState.undoSteps.size() == 2);
 }
 
 TEST_CASE("a script that is only counted is counted down, to nothing") {
@@ -579,13 +614,13 @@ TEST_CASE("a script that is only counted is counted down, to nothing") {
     CHECK(editorState.statusMessage == L"Posledni vlastni Script byl odebran.");
     CHECK(PressInspector(first));
     CHECK(InspectedObject().scriptCount == 0);
-    CHECK(editorState.undoScenes.size() == 2);
+    CHECK(editorState.undoSteps.size() == 2);
 
     editorState.statusMessage = L"untouched";
     CHECK(PressInspector(first));
     CHECK(InspectedObject().scriptCount == 0);
     CHECK(editorState.statusMessage == L"untouched");
-    CHECK(editorState.undoScenes.size() == 2);
+    CHECK(editorState.undoSteps.size() == 2);
 }
 
 TEST_CASE("a count that differs from the list is put right when the last script goes") {

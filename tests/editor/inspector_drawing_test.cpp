@@ -635,7 +635,7 @@ TEST_CASE("drawing twice gives the same zones and changes nothing else") {
     CHECK(SameZones(editorState.inspectorZones, zones));
     CHECK(editorState.scene == Scene{ObjectWithEverything()});
     CHECK(editorState.statusMessage == L"untouched");
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
 }
 
 TEST_CASE("a small window draws what fits, and only its panel takes presses") {

@@ -140,7 +140,7 @@ TEST_CASE("below its items the object menu selects its object and closes") {
         CHECK_FALSE(editorState.objectMenu.open);
         CHECK(editorState.selectedIndex == 2);
         CHECK(editorState.scene.size() == 4);
-        CHECK(editorState.undoScenes.empty());
+        CHECK(editorState.undoSteps.empty());
     }
 }
 
@@ -187,7 +187,7 @@ TEST_CASE("each row of the Create menu makes its object, 28 pixels from 32 below
             REQUIRE(editorState.scene.size() == 5);
             CHECK(editorState.scene[4].name == name);
             CHECK(editorState.selectedIndex == 4);
-            CHECK(editorState.undoScenes.size() == 1);
+            CHECK(editorState.undoSteps.size() == 1);
         }
     }
 }

@@ -81,7 +81,7 @@ TEST_CASE("placing a prefab is one undo step") {
     editorState.selectedIndex = 3;
     const Scene before = editorState.scene;
     CHECK(InstantiatePrefab(PutTree(folder), -1));
-    CHECK(editorState.undoScenes.size() == 1);
+    CHECK(editorState.undoSteps.size() == 1);
     undo();
     CHECK(editorState.scene == before);
     CHECK(editorState.selectedIndex == 3);
@@ -94,7 +94,7 @@ TEST_CASE("a prefab without objects adds nothing, but is an undo step and says s
     CHECK(InstantiatePrefab(folder / L"Empty.prefab", -1));
     CHECK(editorState.scene.size() == 6);
     CHECK(editorState.selectedIndex == 2);
-    CHECK(editorState.undoScenes.size() == 1);
+    CHECK(editorState.undoSteps.size() == 1);
     CHECK(editorState.statusMessage == L"Prefab vlozen do sceny: Empty");
 }
 
@@ -107,7 +107,7 @@ TEST_CASE("a prefab that cannot be read changes nothing and says so") {
     CHECK_FALSE(SpawnPrefab(folder / L"gone.prefab", {}));
     CHECK(editorState.statusMessage == L"Prefab se nepodarilo nacist pro spawn.");
     CHECK(editorState.scene == before);
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
 }
 
 TEST_CASE("a file that is all extension leaves the root its name, marked as a prefab's") {
@@ -145,6 +145,6 @@ TEST_CASE("a spawned prefab stands where it was put, without an undo step and wi
     CHECK(editorState.scene[7].parentIndex == 6);
     CHECK(editorState.scene[9].prefabSource == path);
     CHECK(editorState.selectedIndex == 2);
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
     CHECK(editorState.statusMessage == L"before");
 }

@@ -25,7 +25,7 @@ TEST_CASE("holding L for two seconds moves by 4 units and is one undo step") {
     Hold({'L'});
     PlayFrames(40);
     CheckVec3(Object(0).position, {4, 0, 0});
-    CHECK(editorState.undoScenes.size() == 1);
+    CHECK(editorState.undoSteps.size() == 1);
     CHECK(editorState.statusMessage == L"Move tool: upravuji pozici vybraneho objektu.");
     undo();
     CHECK(Object(0).position == Vec3{});
@@ -58,7 +58,7 @@ TEST_CASE("each key moves along its axis, and both keys of a pair cancel") {
     StartEditing(Cube());
     Hold({'L', 'J'});
     PlayFrames(1);
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
     CHECK(editorState.statusMessage == L"before");
 }
 
@@ -93,13 +93,13 @@ TEST_CASE("letting go of all keys ends the undo step, changing keys does not") {
     ReleaseKeys();
     Hold({'I'});
     PlayFrames(2);
-    CHECK(editorState.undoScenes.size() == 1);
+    CHECK(editorState.undoSteps.size() == 1);
     ReleaseKeys();
     PlayFrames(1);
     CHECK_FALSE(editorState.keyboardTransform);
     Hold({'L'});
     PlayFrames(2);
-    CHECK(editorState.undoScenes.size() == 2);
+    CHECK(editorState.undoSteps.size() == 2);
 }
 
 TEST_CASE("what has a mesh, and entities, cameras, lights and texts can be moved, others not") {
@@ -127,7 +127,7 @@ TEST_CASE("without a selection nothing moves and no undo step begins") {
         PlayFrames(1);
         CHECK(Object(0).position == Vec3{});
         CHECK_FALSE(editorState.keyboardTransform);
-        CHECK(editorState.undoScenes.empty());
+        CHECK(editorState.undoSteps.empty());
     }
 }
 
@@ -141,7 +141,7 @@ TEST_CASE("the keys do not move the selection while playing, nor in the game aft
     editorState.runtimeMode = true;
     PlayFrames(2);
     CHECK(Object(0).position == Vec3{});
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
 }
 
 TEST_CASE("the keys move an object of a prefab that is edited, and mark it as changed") {

@@ -142,8 +142,7 @@ TEST_CASE("what was undone and done in a game leaves no step behind, and the ste
     for (int32_t i = 0; i < 70; ++i) addCube();
     StopPlayMode();
     CHECK(editorState.scene == before);
-    REQUIRE(editorState.undoScenes.size() == 2);
-    REQUIRE(editorState.undoSelections.size() == 2);
+    REQUIRE(editorState.undoSteps.size() == 2);
     undo();
     CHECK(editorState.scene.size() == 7);
     undo();

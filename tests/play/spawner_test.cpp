@@ -122,7 +122,7 @@ TEST_CASE("a spawned object is a copy of the prefab that is not selected, nor an
     CHECK(Object(2).prefabSource == coin);
     CHECK(Object(2).velocityY == 0);
     CHECK(editorState.selectedIndex == 0);
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
 }
 
 TEST_CASE("inactive spawners, and those without Shape, spawn nothing and say nothing") {

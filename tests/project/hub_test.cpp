@@ -403,7 +403,7 @@ TEST_CASE("the second press of a double click on a project does nothing in the e
     SendMouse(InputKind::LeftDoubleClick, row);
     Release(row);
     CHECK(editorState.statusMessage == L"untouched");
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
     RenderFrame();
     SendMouse(InputKind::LeftDown, {100, 103});  // a press of the editor's own counts again
     SendMouse(InputKind::LeftUp, {100, 103});

@@ -104,14 +104,14 @@ TEST_CASE("the Prefab editor shows the prefab's objects and gives the scene back
     TapKey('G');
     TapKey('2');
     const Scene scene = editorState.scene;
-    const size_t steps = editorState.undoScenes.size();
+    const size_t steps = editorState.undoSteps.size();
     editorState.cameraPosition.x = 5;
     OpenThePrefab();
     CHECK(editorState.statusMessage == L"Otevren Prefab editor: PlayerCube.prefab");
     CHECK(editorState.screen == Screen::PrefabEditor);
     REQUIRE(editorState.scene.size() == 1);
     CHECK(editorState.selectedIndex == 0);
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
     CHECK(editorState.cameraPosition.x == 5);
     CHECK(editorState.prefabName == L"PlayerCube");
 
@@ -122,7 +122,7 @@ TEST_CASE("the Prefab editor shows the prefab's objects and gives the scene back
     CHECK(editorState.screen == Screen::SceneEditor);
     CHECK(editorState.scene.size() == scene.size());
     CHECK(editorState.selectedIndex == 1);
-    CHECK(editorState.undoScenes.size() == steps);
+    CHECK(editorState.undoSteps.size() == steps);
     CHECK(editorState.cameraPosition.x == 5);
     CHECK_FALSE(headless.quitRequested);
 }

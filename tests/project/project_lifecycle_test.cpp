@@ -94,7 +94,7 @@ TEST_CASE("creating a project clears what the user was in the middle of") {
     CHECK(editorState.projectRoot == ProjectIn(folder) + L"_01");
     CHECK_FALSE(editorState.playMode);
     CHECK_FALSE(editorState.playSnapshotState.taken);
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
     CHECK(editorState.screen == Screen::SceneEditor);
     TapWithControl('Z');
     CHECK(SceneEqualsFile(editorState.scenePath));
@@ -356,7 +356,7 @@ TEST_CASE("opening a project empties the undo history and stops the game") {
     OpenFolderNamed(L"Scenes");
     CHECK(OpenProject(ProjectIn(folder)) == Opening::Opened);
     CHECK_FALSE(editorState.playMode);
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
     CHECK(editorState.filesFolder == FilesIn(folder));
     CHECK(headless.prompts.empty());
 }

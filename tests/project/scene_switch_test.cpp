@@ -68,7 +68,7 @@ TEST_CASE("Cancel stays with the scene") {
     CHECK(editorState.statusMessage == L"Otevreni sceny zruseno.");
     CHECK(editorState.scenePath == MainScene(folder));
     CHECK(editorState.scene.size() == objects);
-    CHECK_FALSE(editorState.undoScenes.empty());
+    CHECK_FALSE(editorState.undoSteps.empty());
 }
 
 TEST_CASE("a scene that cannot be saved is not left") {
@@ -120,7 +120,7 @@ TEST_CASE("a scene that cannot be opened leaves the scene as it was") {
     CHECK(editorState.statusMessage == L"Scenu se nepodarilo otevrit.");
     CHECK(editorState.scenePath == MainScene(folder));
     CHECK(editorState.scene.size() == objects);
-    CHECK_FALSE(editorState.undoScenes.empty());
+    CHECK_FALSE(editorState.undoSteps.empty());
 }
 
 TEST_CASE("whichever step of opening a scene fails, the scene is the old one or the new one") {

@@ -47,8 +47,8 @@ TEST_CASE("the objects' paths follow wherever objects are kept") {
     const std::wstring from = L"C:\\P\\Files", to = L"C:\\P\\Assets";
     editorState.scene = SceneWithPaths(from);
     for (const char* label : {"first", "second", "third"}) pushUndo(label);
-    editorState.prefabSnapshot.undoScenes = editorState.undoScenes;
-    editorState.playSnapshotState.undoScenes = editorState.undoScenes;
+    editorState.prefabSnapshot.undoSteps = editorState.undoSteps;
+    editorState.playSnapshotState.undoSteps = editorState.undoSteps;
     editorState.prefabSnapshot.scene = SceneWithPaths(from);
     editorState.playSnapshot = SceneWithPaths(from);
     editorState.clipboardObject = ObjectWithPaths(from);
@@ -57,12 +57,12 @@ TEST_CASE("the objects' paths follow wherever objects are kept") {
     CHECK(HasPaths(editorState.prefabSnapshot.scene[1], to));
     CHECK(HasPaths(editorState.playSnapshot[1], to));
     CHECK(HasPaths(editorState.clipboardObject, to));
-    for (const auto& history : {editorState.undoScenes, editorState.prefabSnapshot.undoScenes,
-                                editorState.playSnapshotState.undoScenes}) {
+    for (const auto& history : {editorState.undoSteps, editorState.prefabSnapshot.undoSteps,
+                                editorState.playSnapshotState.undoSteps}) {
         REQUIRE(history.size() == 3);
-        for (const SceneSnapshot& snapshot : history) {
+        for (const UndoStep& step : history) {
             Scene scene;
-            RestoreSnapshot(snapshot, scene);
+            RestoreSnapshot(step.scene, scene);
             REQUIRE(scene.size() == 2);
             CHECK(HasPaths(scene[1], to));
         }

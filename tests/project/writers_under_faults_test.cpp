@@ -76,7 +76,7 @@ struct SoundRun {
 static Kept StateNow() {
     const EditorState& now = editorState;
     Kept kept{.scene = now.scene,
-              .undoSteps = now.undoScenes.size(),
+              .undoSteps = now.undoSteps.size(),
               .selectedIndex = now.selectedIndex,
               .selectedFile = now.selectedFile,
               .screen = now.screen,

@@ -20,7 +20,7 @@ TEST_CASE("pasting before the first copy says so") {
     StartWithSamples();
     pasteObject();
     CHECK(editorState.scene.size() == 6);
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
     CHECK(editorState.statusMessage == L"Ctrl+V: schranky objektu je prazdna.");
 }
 

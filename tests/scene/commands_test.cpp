@@ -98,7 +98,7 @@ TEST_CASE("every add command gives its object, its name and its message") {
         CHECK(added == object);
         CHECK(editorState.selectedIndex == 6);
         CHECK(editorState.statusMessage == message);
-        CHECK(editorState.undoScenes.size() == 1);
+        CHECK(editorState.undoSteps.size() == 1);
         undo();
         CHECK(editorState.scene == before);
     }
@@ -135,7 +135,7 @@ TEST_CASE("duplicating and deleting without a selection do nothing and say nothi
             editorState.statusMessage = L"before";
             command();
             CHECK(editorState.scene.size() == 6);
-            CHECK(editorState.undoScenes.empty());
+            CHECK(editorState.undoSteps.empty());
             CHECK(editorState.statusMessage == L"before");
         }
     }
@@ -169,7 +169,7 @@ TEST_CASE("the first two objects of a scene are protected by their place, not th
         const Scene before = editorState.scene;
         deleteSelected();
         CHECK(editorState.scene == before);
-        CHECK(editorState.undoScenes.empty());
+        CHECK(editorState.undoSteps.empty());
         CHECK(editorState.statusMessage ==
               L"Game Camera a Directional Light jsou chranene editorove objekty.");
     }
@@ -258,7 +258,7 @@ TEST_CASE("an object is never moved into its own subtree, onto itself or to nowh
         editorState.statusMessage = L"before";
         moveInHierarchy(dragged, target, true, false);
         CHECK(Parents() == std::vector<int32_t>{-1, -1, 1, 2});
-        CHECK(editorState.undoScenes.empty());
+        CHECK(editorState.undoSteps.empty());
         CHECK(editorState.statusMessage == L"before");
     }
 }

@@ -51,7 +51,7 @@ TEST_CASE("every component command sets its fields, says so and is one undo step
         CAPTURE(action);
         CHECK(AddedTo({}, action) == added);
         CHECK(editorState.statusMessage == message);
-        CHECK(editorState.undoScenes.size() == 1);
+        CHECK(editorState.undoSteps.size() == 1);
         undo();
         CHECK(editorState.scene[0] == GameObject{});
     }
@@ -65,7 +65,7 @@ TEST_CASE("adding nothing to nobody says nothing") {
         editorState.statusMessage = L"before";
         CHECK_FALSE(AddComponent(action));
         CHECK(editorState.scene[0] == GameObject{});
-        CHECK(editorState.undoScenes.empty());
+        CHECK(editorState.undoSteps.empty());
         CHECK(editorState.statusMessage == L"before");
     }
 }

@@ -68,7 +68,7 @@ TEST_CASE("Enter adds the first component found and ends the search") {
         CHECK(editorState.statusMessage == message);
         CHECK_FALSE(editorState.componentSearchActive);
         CHECK(editorState.componentSearchText == L"");
-        CHECK(editorState.undoScenes.size() == 1);
+        CHECK(editorState.undoSteps.size() == 1);
     }
 }
 
@@ -83,6 +83,6 @@ TEST_CASE("Enter without a component or without an object only closes the search
         CHECK(editorState.componentSearchText == text);
         CHECK(editorState.scene == before);
         CHECK(editorState.statusMessage == message);
-        CHECK(editorState.undoScenes.empty());
+        CHECK(editorState.undoSteps.empty());
     }
 }

@@ -64,14 +64,13 @@ TEST_CASE("a reset drops imported meshes and textures and names the seven built-
 TEST_CASE("a reset leaves paths, undo history and clipboard as they are") {
     editorState = EditorState{};
     editorState.scenePath = L"elsewhere.scene";
-    editorState.undoScenes.resize(3);
-    editorState.undoSelections = {1, 2, 3};
+    editorState.undoSteps = {{.selection = 1}, {.selection = 2}, {.selection = 3}};
     editorState.clipboardObject.name = L"kept";
     editorState.clipboardFull = true;
     resetScene(true);
     CHECK(editorState.scenePath == L"elsewhere.scene");
-    CHECK(editorState.undoScenes.size() == 3);
-    CHECK(editorState.undoSelections == std::vector<int32_t>{1, 2, 3});
+    REQUIRE(editorState.undoSteps.size() == 3);
+    for (int32_t i = 0; i < 3; ++i) CHECK(editorState.undoSteps[static_cast<size_t>(i)].selection == i + 1);
     CHECK(editorState.clipboardObject.name == L"kept");
     CHECK(editorState.clipboardFull);
 }

@@ -14,7 +14,7 @@ TEST_CASE("a fresh state is an editor without a project, a scene or anything und
     CHECK(state.scene.empty());
     CHECK(state.meshes.empty());
     CHECK(state.textures.empty());
-    CHECK(state.undoScenes.empty());
+    CHECK(state.undoSteps.empty());
     CHECK(state.clipboardObject == GameObject{});
     CHECK(state.playCamera == CameraPose{});
     CHECK(state.prefabCamera == CameraPose{});

@@ -70,7 +70,7 @@ TEST_CASE("an empty name leaves the box open") {
         CommitNameEntry();
         CHECK(NameEntryIsOpen());
         CHECK(editorState.scene[2].name == L"PlayerCube");
-        CHECK(editorState.undoScenes.empty());
+        CHECK(editorState.undoSteps.empty());
         CHECK(editorState.statusMessage == L"Nazev nesmi byt prazdny.");
     }
 }
@@ -149,7 +149,7 @@ TEST_CASE("a name for an object that is gone is dropped") {
         CommitNameEntry();
         CHECK_FALSE(NameEntryIsOpen());
         CHECK(editorState.scene == before);
-        CHECK(editorState.undoScenes.empty());
+        CHECK(editorState.undoSteps.empty());
         CHECK(editorState.statusMessage == L"Prejmenovani zruseno.");
     }
 }
@@ -164,7 +164,7 @@ TEST_CASE("a name for a file comes back clean and is given by the caller") {
     CHECK(rename->item == 3);
     CHECK(rename->name == L"Level_ 2_.scene");
     CHECK_FALSE(NameEntryIsOpen());
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
 }
 
 TEST_CASE("an empty name for a file leaves the box open") {

@@ -64,7 +64,7 @@ TEST_CASE("a number goes where it was asked for and nowhere else") {
         CHECK(editorState.statusMessage == L"Transform hodnota upravena.");
         CHECK_FALSE(editorState.numberEntry.open);
         CHECK(editorState.numberEntry.target == -1);
-        CHECK(editorState.undoScenes.size() == 1);
+        CHECK(editorState.undoSteps.size() == 1);
     }
 }
 
@@ -101,7 +101,7 @@ TEST_CASE("a text without a number says so and stays") {
         CHECK(editorState.statusMessage == L"Zadej platne cislo.");
         CHECK(editorState.numberEntry.open);
         CHECK(editorState.numberEntry.text == text);
-        CHECK(editorState.undoScenes.empty());
+        CHECK(editorState.undoSteps.empty());
     }
 }
 
@@ -153,7 +153,7 @@ TEST_CASE("a number for an object that is gone is dropped") {
     editorState.scene.resize(5);
     CommitNumberEntry();
     CHECK_FALSE(editorState.numberEntry.open);
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
     CHECK(editorState.statusMessage == L"Editace cisla zrusena.");
 }
 

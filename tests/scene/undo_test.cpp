@@ -3,6 +3,8 @@
 #include "scene/clipboard.h"
 #include "scene/commands.h"
 #include "scene/component_commands.h"
+#include "scene/name_entry.h"
+#include "scene/number_entry.h"
 #include "scene/same_object.h"
 #include "scene/selection.h"
 #include "support/edited_scene.h"
@@ -10,6 +12,7 @@
 #include "doctest/doctest.h"
 
 #include <algorithm>
+#include <string_view>
 
 TEST_CASE("undo brings back the scene and the selection before the last change") {
     StartWithSamples();
@@ -27,23 +30,68 @@ TEST_CASE("undo brings back the scene and the selection before the last change")
 TEST_CASE("the 65th change drops the oldest one, and the 65th undo finds nothing") {
     StartWithSamples();
     for (int i = 0; i < 65; ++i) addCube();
-    CHECK(editorState.undoScenes.size() == 64);
-    CHECK(editorState.undoSelections.size() == 64);
+    CHECK(editorState.undoSteps.size() == 64);
     for (int i = 0; i < 64; ++i) {
         undo();
         REQUIRE(editorState.statusMessage == L"Ctrl+Z: posledni zmena sceny byla vracena.");
     }
     CHECK(editorState.scene.size() == 7);
     CHECK(editorState.scene.back().name == L"GameObject_06");
-    CHECK(editorState.undoSelections.empty());
+    CHECK(editorState.undoSteps.empty());
     undo();
     CHECK(editorState.statusMessage == L"Ctrl+Z: neni co vratit.");
+}
+
+TEST_CASE("a step is named after its command") {
+    struct {
+        void (*run)();
+        std::string_view label;
+    } cases[] = {
+        {addCube, "Add cube"},
+        {addEntity, "Add entity"},
+        {addCamera, "Add camera"},
+        {addLight, "Add light"},
+        {addPlane, "Add plane"},
+        {addText, "Add text"},
+        {[] { addChild(2); }, "Add child"},
+        {[] { addChild(-1); }, "Add cube"},
+        {[] { addModelObject(0, L"Tree", -1); }, "Add model object"},
+        {duplicateSelected, "Duplicate object"},
+        {deleteSelected, "Delete object"},
+        {[] { moveInHierarchy(3, 2, true, false); }, "Reorder hierarchy"},
+        {[] { copySelected(), pasteObject(); }, "Paste object"},
+        {[] { AddComponent(11); }, "Add shape"},
+        {[] { AddComponent(12); }, "Add color"},
+        {[] { AddComponent(13); }, "Add animation"},
+        {[] { AddComponent(14); }, "Add script"},
+        {[] { AddComponent(33); }, "Add collision"},
+        {[] { AddComponent(34); }, "Add gravity"},
+        {[] { AddComponent(40); }, "Add texture"},
+        {[] { AddComponent(41); }, "Add rigidbody"},
+        {[] { AddComponent(46); }, "Add CollectOnTouch"},
+        {[] { AddComponent(47); }, "Add PlanePrefabSpawner"},
+        {[] { StartObjectRename(2), CommitNameEntry(); }, "Rename object"},
+        {[] { StartTextEdit(2), CommitNameEntry(); }, "Edit text object"},
+        {[] { StartNumberEntry(2, NumberEntry::Field::Scale, 0), CommitNumberEntry(); },
+         "Edit transform number"},
+        {[] { StartNumberEntry(2, NumberEntry::Field::TextSize, -1), CommitNumberEntry(); },
+         "Edit text size"},
+    };
+    for (const auto& [run, label] : cases) {
+        CAPTURE(label);
+        StartWithSamples();
+        editorState.selectedIndex = 2;
+        run();
+        REQUIRE(editorState.undoSteps.size() == 1);
+        CHECK(editorState.undoSteps[0].label == label);
+        CHECK(editorState.undoSteps[0].selection == 2);
+    }
 }
 
 TEST_CASE("undo never returns to an empty scene") {
     StartWithParents({});
     addCube();
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
     undo();
     CHECK(editorState.scene.size() == 1);
     CHECK(editorState.statusMessage == L"Ctrl+Z: neni co vratit.");
@@ -54,7 +102,7 @@ TEST_CASE("nothing is recorded in the game runtime") {
     editorState.runtimeMode = true;
     addCube();
     CHECK(editorState.scene.size() == 7);
-    CHECK(editorState.undoScenes.empty());
+    CHECK(editorState.undoSteps.empty());
 }
 
 TEST_CASE("after an undo something is selected") {
@@ -120,28 +168,17 @@ static void RunRandomCommand(RandomSource& random) {
     const auto count = static_cast<int32_t>(editorState.scene.size());
     editorState.selectedIndex = random.IntBetween(-1, count);
     switch (random.IntBetween(0, 11)) {
-        case 0:
-            return addCube();
-        case 1:
-            return addEntity();
-        case 2:
-            return addText();
-        case 3:
-            return addChild(random.IntBetween(-1, count));
-        case 4:
-            return addModelObject(7, L"model", random.IntBetween(-1, count));
-        case 5:
-            return duplicateSelected();
+        case 0: return addCube();
+        case 1: return addEntity();
+        case 2: return addText();
+        case 3: return addChild(random.IntBetween(-1, count));
+        case 4: return addModelObject(7, L"model", random.IntBetween(-1, count));
+        case 5: return duplicateSelected();
         case 6:
-        case 7:
-            return deleteSelected();
-        case 8:
-            return copySelected();
-        case 9:
-            return pasteObject();
-        case 10:
-            AddComponent(ComponentCommands()[random.IntBetween(0, 9)].action);
-            return;
+        case 7: return deleteSelected();
+        case 8: return copySelected();
+        case 9: return pasteObject();
+        case 10: AddComponent(ComponentCommands()[random.IntBetween(0, 9)].action); return;
         default:
             return moveInHierarchy(random.IntBetween(-1, count), random.IntBetween(-1, count),
                                    random.OneIn(2), random.OneIn(2));
@@ -171,13 +208,12 @@ TEST_CASE("undo after any commands gives back the scene before each of them, bit
         std::vector<Scene> before;
         for (int round = 0; round < 100; ++round) {
             // A stored selection that no command stores marks the newest step as an old one.
-            if (!editorState.undoSelections.empty()) editorState.undoSelections.back() = kOldStep;
+            if (!editorState.undoSteps.empty()) editorState.undoSteps.back().selection = kOldStep;
             Scene scene = editorState.scene;
             RunRandomCommand(random);
-            REQUIRE(editorState.undoScenes.size() <= 64);
-            REQUIRE(editorState.undoScenes.size() == editorState.undoSelections.size());
-            const auto& selections = editorState.undoSelections;
-            if (!selections.empty() && selections.back() != kOldStep) {
+            REQUIRE(editorState.undoSteps.size() <= 64);
+            const auto& steps = editorState.undoSteps;
+            if (!steps.empty() && steps.back().selection != kOldStep) {
                 before.push_back(std::move(scene));
             } else if (!scene.empty()) {
                 REQUIRE(std::ranges::equal(scene, editorState.scene, SameBits));
@@ -185,7 +221,7 @@ TEST_CASE("undo after any commands gives back the scene before each of them, bit
             const auto last = static_cast<int32_t>(editorState.scene.size()) - 1;
             REQUIRE(editorState.selectedIndex <= std::max(last + 1, 0));
         }
-        while (!editorState.undoScenes.empty()) {
+        while (!editorState.undoSteps.empty()) {
             undo();
             REQUIRE(std::ranges::equal(before.back(), editorState.scene, SameBits));
             before.pop_back();
@@ -214,7 +250,7 @@ TEST_CASE("deleting and moving leave every other object under the parent that it
             editorState.selectedIndex = dragged;
             deleteSelected();
         }
-        const bool isChanged = !editorState.undoScenes.empty();
+        const bool isChanged = !editorState.undoSteps.empty();
         const std::vector<std::wstring> newParents = ParentNames();
         for (size_t i = 0; i < editorState.scene.size(); ++i) {
             const GameObject& object = editorState.scene[i];

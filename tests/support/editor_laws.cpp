@@ -56,8 +56,9 @@ static const char* FaultInScene() {
 }
 
 static const char* FaultInHistory() {
-    if (editorState.undoScenes.size() != editorState.undoSelections.size()) return "a step without selection";
-    if (editorState.undoScenes.size() > 64) return "more than 64 steps";
+    if (std::ranges::any_of(editorState.undoSteps, [](const UndoStep& step) { return step.label.empty(); }))
+        return "a step without a label";
+    if (editorState.undoSteps.size() > 64) return "more than 64 steps";
     return nullptr;
 }
 
