@@ -2,11 +2,11 @@
 
 #include "render/builtin_meshes.h"
 #include "render/camera.h"
-#include "render/scene_view.h"
-#include "render/transform.h"
 #include "scene/default_scenes.h"
 #include "scene/editor_camera.h"
-#include "scene/editor_state.h"
+#include "scene/transform.h"
+#include "state/editor_state.h"
+#include "viewport/scene_view.h"
 
 static const Mesh& Builtin(int32_t index) {
     static const std::vector<Mesh> meshes = BuildBuiltinMeshes();

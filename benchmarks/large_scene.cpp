@@ -1,7 +1,7 @@
 #include "large_scene.h"
 
 #include "scene/default_scenes.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 
 #include <string>
 

@@ -5,14 +5,14 @@
 
 #include "app/frame.h"
 #include "app/frame_view.h"
-#include "app/gizmo_drag.h"
 #include "platform/headless/headless.h"
 #include "play/play_update.h"
 #include "render/frame_buffer.h"
-#include "render/pick.h"
 #include "scene/commands.h"
-#include "scene/editor_state.h"
 #include "scene/undo.h"
+#include "state/editor_state.h"
+#include "viewport/gizmo_drag.h"
+#include "viewport/pick.h"
 
 #include <benchmark/benchmark.h>
 

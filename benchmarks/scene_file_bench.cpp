@@ -4,7 +4,7 @@
 #include "formats/scene_file.h"
 #include "platform/files.h"
 #include "scene/default_scenes.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 
 #include <benchmark/benchmark.h>
 

@@ -2,8 +2,8 @@
 #include "bench_report.h"
 
 #include "scene/default_scenes.h"
-#include "scene/editor_state.h"
 #include "scene/undo.h"
+#include "state/editor_state.h"
 
 #include <benchmark/benchmark.h>
 

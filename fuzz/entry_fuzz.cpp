@@ -1,11 +1,11 @@
 // Whatever is typed into the boxes for names, texts and numbers, the object stays one that can be saved, and
 // what it holds then is shown, read and shown as the same.
+#include "base/numbers.h"
 #include "byte_source.h"
 #include "editor/entry_boxes.h"
 #include "scene/default_scenes.h"
 #include "scene/name_entry.h"
 #include "scene/number_entry.h"
-#include "scene/numbers.h"
 #include "support/editor_input.h"
 #include "support/editor_laws.h"
 

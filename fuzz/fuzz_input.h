@@ -3,7 +3,7 @@
 
 #include "platform/headless/fault_injection.h"
 #include "platform/headless/native_path.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 #include <cstddef>

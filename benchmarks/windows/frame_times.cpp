@@ -1,14 +1,14 @@
 // What an editor frame of the Windows program costs, part by part, in a real window of 1360 x 820 pixels.
 #include "app/frame.h"
 #include "app/frame_view.h"
-#include "app/scene_drawing.h"
 #include "editor/theme.h"
 #include "platform/clock.h"
 #include "platform/window.h"
 #include "render/frame_buffer.h"
 #include "render/icons.h"
 #include "scene/default_scenes.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
+#include "viewport/scene_drawing.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -10,9 +10,9 @@
 #include "render/frame_buffer.h"
 #include "render/icons.h"
 #include "scene/commands.h"
-#include "scene/editor_state.h"
 #include "scene/selection.h"
 #include "scene/undo.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,14 +1,14 @@
 #include "app/files_drop.h"
 
 #include "app/frame_view.h"
+#include "base/path_text.h"
 #include "editor/drop_assignments.h"
 #include "editor/hierarchy.h"
 #include "formats/obj_file.h"
-#include "formats/path_text.h"
 #include "formats/prefab_instance.h"
-#include "render/pick.h"
 #include "scene/commands.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
+#include "viewport/pick.h"
 
 #include <utility>
 

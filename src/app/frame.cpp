@@ -1,7 +1,6 @@
 #include "app/frame.h"
 
 #include "app/frame_view.h"
-#include "app/scene_drawing.h"
 #include "blueprint/blueprint_editor.h"
 #include "blueprint/blueprint_screen.h"
 #include "editor/bottom_panel.h"
@@ -18,7 +17,8 @@
 #include "project/files_page.h"
 #include "project/project_hub.h"
 #include "render/frame_buffer.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
+#include "viewport/scene_drawing.h"
 
 void DrawPanels(const EditorLayout& layout) {
     DrawToolPalette(layout);

@@ -3,9 +3,9 @@
 #include "platform/window.h"
 #include "render/camera.h"
 #include "render/frame_buffer.h"
-#include "render/scene_view.h"
 #include "scene/editor_camera.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
+#include "viewport/scene_view.h"
 
 bool ShowsGame() { return editorState.playMode || editorState.runtimeMode; }
 

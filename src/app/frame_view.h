@@ -1,12 +1,12 @@
 // How the current frame sees the scene: for drawing it and for finding what lies under the pointer.
 #pragma once
 
+#include "base/matrix4.h"
 #include "blueprint/blueprint_layout.h"
 #include "editor/layout.h"
 #include "project/hub_layout.h"
-#include "render/matrix4.h"
-#include "render/pick.h"
-#include "scene/camera_pose.h"
+#include "state/camera_pose.h"
+#include "viewport/pick.h"
 
 // True while the scene is shown as the game shows it, also when the game has stopped in the runtime.
 bool ShowsGame();

@@ -11,9 +11,9 @@
 #include "project/project_hub.h"
 #include "project/project_lifecycle.h"
 #include "scene/component_search.h"
-#include "scene/editor_state.h"
 #include "scene/name_entry.h"
 #include "scene/number_entry.h"
+#include "state/editor_state.h"
 
 #include <optional>
 #include <span>

@@ -1,6 +1,7 @@
 #include "app/main_loop.h"
 
 #include "app/frame.h"
+#include "base/enough_memory.h"
 #include "blueprint/blueprint_editor.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
@@ -11,8 +12,7 @@
 #include "render/frame_buffer.h"
 #include "render/icons.h"
 #include "scene/default_scenes.h"
-#include "scene/editor_state.h"
-#include "scene/enough_memory.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 

@@ -2,7 +2,6 @@
 
 #include "app/files_drop.h"
 #include "app/frame_view.h"
-#include "app/gizmo_drag.h"
 #include "app/top_bar_actions.h"
 #include "blueprint/blueprint_editor.h"
 #include "blueprint/blueprint_mouse.h"
@@ -16,14 +15,15 @@
 #include "platform/window.h"
 #include "project/files_menus.h"
 #include "project/files_page.h"
-#include "render/pick.h"
 #include "scene/editor_camera.h"
-#include "scene/editor_state.h"
 #include "scene/gestures.h"
 #include "scene/name_entry.h"
 #include "scene/selection.h"
 #include "scene/status.h"
 #include "scene/text_entry.h"
+#include "state/editor_state.h"
+#include "viewport/gizmo_drag.h"
+#include "viewport/pick.h"
 
 #include <cstdlib>
 

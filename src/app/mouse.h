@@ -1,7 +1,7 @@
 // What the mouse does in the Scene editor and in the game, and who gets it elsewhere.
 #pragma once
 
-#include "render/rect.h"
+#include "base/rect.h"
 
 void PressLeft(Point pointer);
 void DoubleClickLeft(Point pointer);

@@ -11,10 +11,10 @@
 #include "project/save_project_as.h"
 #include "scene/clipboard.h"
 #include "scene/commands.h"
-#include "scene/editor_state.h"
 #include "scene/selection.h"
 #include "scene/status.h"
 #include "scene/undo.h"
+#include "state/editor_state.h"
 
 static bool Everywhere() { return true; }
 

@@ -1,15 +1,15 @@
 #include "blueprint/blueprint_editor.h"
 
+#include "base/path_text.h"
 #include "blueprint/blueprint_file.h"
-#include "formats/path_text.h"
 #include "formats/project_paths.h"
 #include "platform/dialogs.h"
 #include "platform/window.h"
 #include "play/play_mode.h"
-#include "scene/editor_state.h"
 #include "scene/gestures.h"
 #include "scene/status.h"
 #include "scene/text_entry.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 // The open Blueprint: opening, saving, leaving, and what is done to its nodes.
 #pragma once
 
+#include "base/rect.h"
 #include "blueprint/blueprint_layout.h"
-#include "render/rect.h"
 
 #include <array>
 #include <cstdint>

@@ -1,10 +1,10 @@
 #include "blueprint/blueprint_file.h"
 
+#include "base/enough_memory.h"
+#include "base/numbers.h"
+#include "base/typed_text.h"
 #include "formats/text_file.h"
-#include "scene/editor_state.h"
-#include "scene/enough_memory.h"
-#include "scene/numbers.h"
-#include "scene/typed_text.h"
+#include "state/editor_state.h"
 
 #include <string_view>
 #include <utility>

@@ -1,8 +1,8 @@
 // Where everything on the Blueprint screen lies. Arithmetic alone; places are pixels of the client area.
 #pragma once
 
-#include "blueprint/blueprint_node.h"
-#include "render/rect.h"
+#include "base/rect.h"
+#include "state/blueprint_node.h"
 
 #include <array>
 #include <cstdint>

@@ -2,9 +2,9 @@
 
 #include "blueprint/blueprint_editor.h"
 #include "platform/window.h"
-#include "scene/editor_state.h"
 #include "scene/status.h"
 #include "scene/text_entry.h"
+#include "state/editor_state.h"
 
 static bool PressTopBar(Point pointer, const BlueprintLayout& layout) {
     const bool onScene = Contains(layout.sceneButton, pointer), onSave = Contains(layout.saveButton, pointer);

@@ -1,8 +1,8 @@
 // What the mouse does on the Blueprint screen.
 #pragma once
 
+#include "base/rect.h"
 #include "blueprint/blueprint_layout.h"
-#include "render/rect.h"
 
 // The left button: the two buttons of the top bar, then the menu while it is open, then the nodes.
 void PressBlueprint(Point pointer, const BlueprintLayout& layout);

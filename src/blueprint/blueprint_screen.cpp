@@ -7,7 +7,7 @@
 #include "editor/widgets.h"
 #include "render/frame_buffer.h"
 #include "render/panel_box.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 // Which part of the canvas lies under nodes already, so that what nobody could see need not be drawn.
 #pragma once
 
-#include "render/rect.h"
+#include "base/rect.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -2,8 +2,8 @@
 // all would take longer than a frame.
 #pragma once
 
-#include "blueprint/blueprint_node.h"
-#include "render/rect.h"
+#include "base/rect.h"
+#include "state/blueprint_node.h"
 
 #include <cstddef>
 #include <span>

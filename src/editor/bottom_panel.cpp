@@ -3,8 +3,8 @@
 #include "editor/theme.h"
 #include "editor/widgets.h"
 #include "render/frame_buffer.h"
-#include "scene/editor_state.h"
 #include "scene/status.h"
+#include "state/editor_state.h"
 
 namespace {
 struct PageTab {

@@ -1,8 +1,8 @@
 // The panel along the bottom with its two pages, Files and Console.
 #pragma once
 
+#include "base/rect.h"
 #include "editor/layout.h"
-#include "render/rect.h"
 
 // The tabs, and the page with the status message when it is the Console, on the panel's frame.
 void DrawBottomPanel(const EditorLayout& layout);

@@ -1,13 +1,13 @@
 #include "editor/components.h"
 
+#include "base/numbers.h"
+#include "base/path_text.h"
 #include "editor/widgets.h"
-#include "formats/path_text.h"
 #include "render/builtin_meshes.h"
 #include "scene/component_commands.h"
-#include "scene/editor_state.h"
 #include "scene/name_entry.h"
 #include "scene/number_entry.h"
-#include "scene/numbers.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,8 +1,8 @@
 // What the Inspector shows of an object, and what a click on it does, as tables: one block per component.
 #pragma once
 
-#include "editor/hit_zone.h"
-#include "scene/game_object.h"
+#include "state/game_object.h"
+#include "state/hit_zone.h"
 
 #include <cstdint>
 #include <span>

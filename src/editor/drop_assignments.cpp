@@ -1,13 +1,13 @@
 #include "editor/drop_assignments.h"
 
-#include "formats/path_text.h"
+#include "base/path_text.h"
 #include "render/builtin_meshes.h"
 #include "render/textures.h"
-#include "scene/editor_state.h"
 #include "scene/gameplay_scripts.h"
 #include "scene/selection.h"
 #include "scene/status.h"
 #include "scene/undo.h"
+#include "state/editor_state.h"
 
 static void EnsureScript(GameObject& object, const std::wstring& name) {
     if (!HasScript(object, name)) object.scripts.push_back(name);

@@ -2,7 +2,7 @@
 // to spawn, an object to collect.
 #pragma once
 
-#include "project/asset_entry.h"
+#include "state/asset_entry.h"
 
 #include <cstdint>
 

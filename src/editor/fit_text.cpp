@@ -1,7 +1,7 @@
 #include "editor/fit_text.h"
 
+#include "base/typed_text.h"
 #include "platform/canvas.h"
-#include "scene/typed_text.h"
 
 static bool Fits(const std::wstring& text, int32_t width, TextFont font) {
     return MeasureCanvasText(text, font.height, font.weight) <= width;

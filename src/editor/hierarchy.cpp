@@ -6,12 +6,12 @@
 #include "render/frame_buffer.h"
 #include "render/icons.h"
 #include "scene/commands.h"
-#include "scene/editor_state.h"
 #include "scene/gestures.h"
 #include "scene/hierarchy.h"
 #include "scene/selection.h"
 #include "scene/status.h"
 #include "scene/text_entry.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,10 +1,10 @@
 // The Hierarchy panel: the scene's objects as a tree of rows, and dragging them to another place in it.
 #pragma once
 
-#include "editor/hit_zone.h"
+#include "base/rect.h"
 #include "editor/layout.h"
-#include "render/rect.h"
-#include "scene/game_object.h"
+#include "state/game_object.h"
+#include "state/hit_zone.h"
 
 #include <cstdint>
 

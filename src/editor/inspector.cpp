@@ -1,16 +1,16 @@
 #include "editor/inspector.h"
 
+#include "base/numbers.h"
 #include "editor/components.h"
 #include "editor/theme.h"
 #include "editor/widgets.h"
 #include "render/frame_buffer.h"
 #include "render/panel_box.h"
 #include "scene/component_search.h"
-#include "scene/editor_state.h"
-#include "scene/numbers.h"
 #include "scene/selection.h"
 #include "scene/status.h"
 #include "scene/undo.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 // The Inspector: the selected object as a column of sections, and what a click on them does.
 #pragma once
 
+#include "base/rect.h"
 #include "editor/layout.h"
-#include "render/rect.h"
 
 // Paints what the panel holds into its frame, and refills EditorState::inspectorZones with what can be
 // clicked. Without a selected object only the title stands there.

@@ -1,8 +1,8 @@
 // Where the regions of the Scene editor lie.
 #pragma once
 
-#include "editor/panel_layout.h"
-#include "render/rect.h"
+#include "base/rect.h"
+#include "state/panel_layout.h"
 
 #include <cstdint>
 

@@ -2,9 +2,9 @@
 
 #include "editor/popup_menu.h"
 #include "scene/commands.h"
-#include "scene/editor_state.h"
 #include "scene/name_entry.h"
 #include "scene/selection.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 

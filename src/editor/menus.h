@@ -1,8 +1,8 @@
 // The two menus of the Scene editor: one for an object of the Hierarchy, one for new objects.
 #pragma once
 
+#include "base/rect.h"
 #include "editor/layout.h"
-#include "render/rect.h"
 
 #include <cstdint>
 

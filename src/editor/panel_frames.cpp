@@ -3,7 +3,7 @@
 #include "editor/theme.h"
 #include "render/frame_buffer.h"
 #include "render/panel_box.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 
 // The splitters by the numbers that SplitterHitTest gives.
 static void DrawSplitter(int32_t edge, const Rect& line) {

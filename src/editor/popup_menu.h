@@ -1,9 +1,9 @@
 // The look and the rules that pop-up menus share. What is in a menu, and what its items run, is a table.
 #pragma once
 
+#include "base/rect.h"
 #include "editor/layout.h"
-#include "render/rect.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 
 #include <cstdint>
 #include <span>

@@ -1,8 +1,8 @@
 // The editor's colours, named by their use. Fills are pixels, texts take the platform's order: see
-// render/color.h.
+// base/color.h.
 #pragma once
 
-#include "render/color.h"
+#include "base/color.h"
 
 // Frame.
 constexpr Pixel kWindowFill{0x221B16};

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "editor/layout.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 
 // Makes a tool the current one and says so.
 void SelectTool(Tool tool);

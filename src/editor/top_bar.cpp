@@ -4,7 +4,7 @@
 #include "editor/widgets.h"
 #include "render/frame_buffer.h"
 #include "render/icons.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 
 constexpr int32_t kNarrowWidth = 760;  // pixels; up to here the right side stays empty
 constexpr int32_t kButtonTop = 8, kButtonBottom = 36, kCaptionTop = 16;

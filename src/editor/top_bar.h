@@ -1,8 +1,8 @@
 // The bar along the top: program, mode, and a few buttons.
 #pragma once
 
+#include "base/rect.h"
 #include "editor/layout.h"
-#include "render/rect.h"
 
 enum class TopBarButton { None, CloseEditor, SavePrefab, ProjectHub, SaveProject, BuildProject };
 

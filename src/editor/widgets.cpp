@@ -1,10 +1,10 @@
 #include "editor/widgets.h"
 
+#include "base/limit.h"
+#include "base/numbers.h"
 #include "editor/theme.h"
 #include "render/frame_buffer.h"
 #include "render/panel_box.h"
-#include "scene/limit.h"
-#include "scene/numbers.h"
 
 #include <algorithm>
 #include <cmath>

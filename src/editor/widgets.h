@@ -1,10 +1,10 @@
 // The parts that every panel is built of. They take rectangles and values, and never an object.
 #pragma once
 
-#include "editor/hit_zone.h"
-#include "render/color.h"
-#include "render/rect.h"
-#include "scene/vec3.h"
+#include "base/color.h"
+#include "base/rect.h"
+#include "base/vec3.h"
+#include "state/hit_zone.h"
 
 #include <cstdint>
 #include <string>

@@ -2,7 +2,7 @@
 
 #include "formats/project_paths.h"
 #include "render/builtin_meshes.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 
 constexpr std::wstring_view kBuiltinPrefix = L"builtin:";
 constexpr std::wstring_view kFilePrefix = L"file:";

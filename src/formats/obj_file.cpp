@@ -1,12 +1,12 @@
 #include "formats/obj_file.h"
 
-#include "formats/path_text.h"
+#include "base/enough_memory.h"
+#include "base/numbers.h"
+#include "base/path_text.h"
 #include "formats/text_file.h"
 #include "platform/files.h"
-#include "scene/editor_state.h"
-#include "scene/enough_memory.h"
-#include "scene/numbers.h"
 #include "scene/status.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 #include <cmath>

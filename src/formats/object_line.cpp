@@ -1,13 +1,13 @@
 #include "formats/object_line.h"
 
+#include "base/enough_memory.h"
+#include "base/numbers.h"
+#include "base/path_text.h"
 #include "formats/mesh_reference.h"
-#include "formats/path_text.h"
 #include "formats/project_paths.h"
 #include "platform/files.h"
 #include "render/builtin_meshes.h"
-#include "scene/editor_state.h"
-#include "scene/enough_memory.h"
-#include "scene/numbers.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 #include <limits>

@@ -4,7 +4,7 @@
 #include "formats/obj_file.h"
 #include "formats/text_file.h"
 #include "render/textures.h"
-#include "scene/game_object.h"
+#include "state/game_object.h"
 
 #include <span>
 #include <string>

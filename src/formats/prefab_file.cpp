@@ -1,7 +1,7 @@
 #include "formats/prefab_file.h"
 
+#include "base/enough_memory.h"
 #include "formats/object_line.h"
-#include "scene/enough_memory.h"
 #include "scene/hierarchy.h"
 
 #include <vector>

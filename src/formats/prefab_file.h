@@ -1,7 +1,7 @@
 // Prefab files: a header line, then the object lines of one tree, its root first.
 #pragma once
 
-#include "scene/game_object.h"
+#include "state/game_object.h"
 
 #include <cstdint>
 #include <span>

@@ -1,12 +1,12 @@
 #include "formats/prefab_instance.h"
 
-#include "formats/path_text.h"
+#include "base/path_text.h"
 #include "formats/prefab_file.h"
 #include "scene/editor_camera.h"
-#include "scene/editor_state.h"
 #include "scene/selection.h"
 #include "scene/status.h"
 #include "scene/undo.h"
+#include "state/editor_state.h"
 
 #include <iterator>
 #include <utility>

@@ -1,7 +1,7 @@
 // Placing a prefab in the open scene: a copy of its objects, behind those that are there.
 #pragma once
 
-#include "scene/vec3.h"
+#include "base/vec3.h"
 
 #include <cstdint>
 #include <string>

@@ -1,13 +1,13 @@
 #include "formats/project_file.h"
 
+#include "base/enough_memory.h"
+#include "base/file_name.h"
+#include "base/path_text.h"
 #include "formats/object_line.h"
-#include "formats/path_text.h"
 #include "formats/scene_file.h"
 #include "formats/text_file.h"
 #include "platform/files.h"
-#include "scene/editor_state.h"
-#include "scene/enough_memory.h"
-#include "scene/file_name.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 #include <string_view>

@@ -1,7 +1,7 @@
 #include "formats/project_paths.h"
 
-#include "formats/path_text.h"
-#include "scene/editor_state.h"
+#include "base/path_text.h"
+#include "state/editor_state.h"
 
 std::wstring MakeProjectRelative(std::wstring_view path) { return RelativeTo(path, editorState.projectRoot); }
 

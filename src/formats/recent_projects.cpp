@@ -1,13 +1,13 @@
 #include "formats/recent_projects.h"
 
-#include "formats/path_text.h"
+#include "base/enough_memory.h"
+#include "base/letter_case.h"
+#include "base/path_text.h"
 #include "formats/project_file.h"
 #include "formats/text_file.h"
 #include "platform/files.h"
 #include "platform/folders.h"
-#include "scene/editor_state.h"
-#include "scene/enough_memory.h"
-#include "scene/letter_case.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 

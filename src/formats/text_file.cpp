@@ -1,7 +1,7 @@
 #include "formats/text_file.h"
 
+#include "base/enough_memory.h"
 #include "platform/files.h"
-#include "scene/enough_memory.h"
 
 #include <cassert>
 #include <cstdint>

@@ -2,9 +2,9 @@
 // texts and icons into and copies to the window.
 #pragma once
 
+#include "base/color.h"
+#include "base/rect.h"
 #include "platform/image_decoder.h"
-#include "render/color.h"
-#include "render/rect.h"
 
 #include <cstdint>
 #include <string>

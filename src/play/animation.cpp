@@ -1,6 +1,6 @@
 #include "play/animation.h"
 
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 
 #include <cmath>
 

@@ -1,7 +1,7 @@
 // Finds among many boxes the next one that touches a given box, without looking at all of them.
 #pragma once
 
-#include "play/box.h"
+#include "base/box.h"
 
 #include <cstdint>
 #include <vector>

@@ -1,10 +1,10 @@
 #include "play/collect.h"
 
-#include "formats/path_text.h"
+#include "base/path_text.h"
 #include "play/score.h"
-#include "scene/editor_state.h"
 #include "scene/selection.h"
 #include "scene/status.h"
+#include "state/editor_state.h"
 
 constexpr float kReach = 0.08f;  // world units around the collector's box
 

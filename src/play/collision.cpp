@@ -1,8 +1,8 @@
 #include "play/collision.h"
 
-#include "scene/editor_state.h"
-#include "scene/limit.h"
+#include "base/limit.h"
 #include "scene/selection.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 #include <cmath>

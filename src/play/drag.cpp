@@ -1,6 +1,6 @@
 #include "play/drag.h"
 
-#include "scene/limit.h"
+#include "base/limit.h"
 
 #include <algorithm>
 

@@ -2,7 +2,7 @@
 
 #include "play/collision.h"
 #include "play/drag.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 
 static bool Falls(const GameObject& object) {
     return object.active && (object.hasGravitation || object.hasRigidbody) && !object.isEntity &&

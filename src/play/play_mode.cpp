@@ -2,9 +2,9 @@
 
 #include "play/score.h"
 #include "scene/editor_camera.h"
-#include "scene/editor_state.h"
 #include "scene/gestures.h"
 #include "scene/status.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 #include <utility>

@@ -3,14 +3,14 @@
 #include "play/animation.h"
 #include "play/collect.h"
 #include "play/gravity.h"
-#include "play/keyboard_transform.h"
 #include "play/play_pass.h"
 #include "play/player_controller.h"
 #include "play/spawner.h"
 #include "scene/editor_camera.h"
-#include "scene/editor_state.h"
 #include "scene/gameplay_scripts.h"
+#include "scene/keyboard_transform.h"
 #include "scene/selection.h"
+#include "state/editor_state.h"
 
 #include <utility>
 

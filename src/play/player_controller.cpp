@@ -2,8 +2,8 @@
 
 #include "play/collision.h"
 #include "play/drag.h"
-#include "scene/editor_state.h"
 #include "scene/held_keys.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 #include <cmath>

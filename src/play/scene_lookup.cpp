@@ -1,7 +1,7 @@
 #include "play/scene_lookup.h"
 
 #include "platform/files.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 
 #include <functional>
 

@@ -1,7 +1,7 @@
 #include "play/score.h"
 
-#include "scene/editor_state.h"
-#include "scene/letter_case.h"
+#include "base/letter_case.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 #include <string>

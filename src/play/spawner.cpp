@@ -1,9 +1,9 @@
 #include "play/spawner.h"
 
-#include "formats/path_text.h"
+#include "base/path_text.h"
 #include "formats/prefab_instance.h"
-#include "scene/editor_state.h"
 #include "scene/status.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 

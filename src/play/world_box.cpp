@@ -1,7 +1,7 @@
 #include "play/world_box.h"
 
 #include "render/mesh.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 
 #include <cmath>
 #include <limits>

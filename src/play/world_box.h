@@ -1,9 +1,9 @@
 // The box that an object occupies in the world.
 #pragma once
 
-#include "play/box.h"
-#include "render/transform.h"
-#include "scene/game_object.h"
+#include "base/box.h"
+#include "scene/transform.h"
+#include "state/game_object.h"
 
 #include <cstdint>
 

@@ -1,7 +1,7 @@
 #include "play/world_boxes.h"
 
-#include "scene/editor_state.h"
 #include "scene/selection.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,7 +1,8 @@
 #include "project/asset_commands.h"
 
+#include "base/file_name.h"
+#include "base/path_text.h"
 #include "blueprint/blueprint_editor.h"
-#include "formats/path_text.h"
 #include "formats/project_file.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
@@ -12,9 +13,8 @@
 #include "project/prefab_editor.h"
 #include "project/scene_switch.h"
 #include "project/stored_paths.h"
-#include "scene/editor_state.h"
-#include "scene/file_name.h"
 #include "scene/status.h"
+#include "state/editor_state.h"
 
 static bool IsAssetIndex(int32_t index) {
     return index >= 0 && static_cast<size_t>(index) < editorState.fileEntries.size();

@@ -1,13 +1,13 @@
 #include "project/asset_creation.h"
 
-#include "formats/path_text.h"
+#include "base/letter_case.h"
+#include "base/numbers.h"
+#include "base/path_text.h"
 #include "formats/text_file.h"
 #include "platform/files.h"
 #include "project/asset_list.h"
-#include "scene/editor_state.h"
-#include "scene/letter_case.h"
-#include "scene/numbers.h"
 #include "scene/status.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 #include <string_view>

@@ -1,17 +1,17 @@
 #include "project/asset_import.h"
 
+#include "base/letter_case.h"
+#include "base/path_text.h"
 #include "blueprint/blueprint_editor.h"
 #include "formats/obj_file.h"
-#include "formats/path_text.h"
 #include "platform/files.h"
 #include "project/asset_creation.h"
 #include "project/asset_list.h"
 #include "project/folder_copy.h"
 #include "project/project_folder.h"
 #include "scene/commands.h"
-#include "scene/editor_state.h"
-#include "scene/letter_case.h"
 #include "scene/status.h"
+#include "state/editor_state.h"
 
 constexpr size_t kLongestPath = 260;
 

@@ -1,11 +1,11 @@
 #include "project/asset_list.h"
 
-#include "formats/path_text.h"
+#include "base/enough_memory.h"
+#include "base/letter_case.h"
+#include "base/path_text.h"
 #include "platform/files.h"
 #include "project/project_folder.h"
-#include "scene/editor_state.h"
-#include "scene/enough_memory.h"
-#include "scene/letter_case.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 #include <utility>

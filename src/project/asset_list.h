@@ -1,7 +1,7 @@
 // The list of all files and folders of the open project.
 #pragma once
 
-#include "project/asset_entry.h"
+#include "state/asset_entry.h"
 
 #include <string>
 

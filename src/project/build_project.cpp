@@ -1,6 +1,6 @@
 #include "project/build_project.h"
 
-#include "formats/path_text.h"
+#include "base/path_text.h"
 #include "formats/project_file.h"
 #include "formats/scene_file.h"
 #include "platform/dialogs.h"
@@ -9,8 +9,8 @@
 #include "project/folder_copy.h"
 #include "project/other_screens.h"
 #include "project/project_folder.h"
-#include "scene/editor_state.h"
 #include "scene/status.h"
+#include "state/editor_state.h"
 
 static bool RefuseInPlayMode() {
     if (!editorState.playMode || editorState.runtimeMode) return false;

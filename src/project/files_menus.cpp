@@ -4,8 +4,8 @@
 #include "project/asset_commands.h"
 #include "project/asset_creation.h"
 #include "project/prefab_editor.h"
-#include "scene/editor_state.h"
 #include "scene/name_entry.h"
+#include "state/editor_state.h"
 
 static void Rename(int32_t item) {
     if (item < 0 || static_cast<size_t>(item) >= editorState.fileEntries.size()) return;

@@ -1,8 +1,8 @@
 // The two menus of the Files page: one for an item, one for new items.
 #pragma once
 
+#include "base/rect.h"
 #include "editor/layout.h"
-#include "render/rect.h"
 
 #include <cstdint>
 

@@ -1,19 +1,19 @@
 #include "project/files_page.h"
 
+#include "base/path_text.h"
+#include "base/typed_text.h"
 #include "editor/fit_text.h"
 #include "editor/theme.h"
 #include "editor/widgets.h"
-#include "formats/path_text.h"
 #include "platform/window.h"
 #include "project/asset_commands.h"
 #include "project/files_icons.h"
 #include "project/files_menus.h"
 #include "render/frame_buffer.h"
 #include "render/panel_box.h"
-#include "scene/editor_state.h"
 #include "scene/gestures.h"
 #include "scene/status.h"
-#include "scene/typed_text.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 #include <cstdlib>

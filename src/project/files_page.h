@@ -1,8 +1,8 @@
 // The Files page of the bottom panel: one folder of the project as a grid of items.
 #pragma once
 
+#include "base/rect.h"
 #include "editor/layout.h"
-#include "render/rect.h"
 
 #include <cstdint>
 

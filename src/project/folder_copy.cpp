@@ -1,9 +1,9 @@
 #include "project/folder_copy.h"
 
-#include "formats/path_text.h"
+#include "base/enough_memory.h"
+#include "base/numbers.h"
+#include "base/path_text.h"
 #include "platform/files.h"
-#include "scene/enough_memory.h"
-#include "scene/numbers.h"
 
 #include <utility>
 

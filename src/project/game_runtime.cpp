@@ -1,14 +1,14 @@
 #include "project/game_runtime.h"
 
-#include "formats/path_text.h"
+#include "base/path_text.h"
 #include "formats/project_file.h"
 #include "platform/files.h"
 #include "platform/folders.h"
 #include "play/play_mode.h"
 #include "project/asset_list.h"
 #include "project/project_folder.h"
-#include "scene/editor_state.h"
 #include "scene/status.h"
+#include "state/editor_state.h"
 
 bool DetectRuntimeProject() {
     const std::wstring folder = ParentFolder(GetExecutablePath());

@@ -6,7 +6,7 @@
 #include "render/frame_buffer.h"
 #include "render/icons.h"
 #include "render/panel_box.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 
 constexpr Pixel kHubFill{0x1A1613}, kHubRailFill{0x15120F};
 constexpr Pixel kCardFill{0x2D2622}, kCardEdge{0x4C423A};

@@ -1,7 +1,7 @@
 // Where everything of the Project Hub lies.
 #pragma once
 
-#include "render/rect.h"
+#include "base/rect.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,19 +1,19 @@
 #include "project/prefab_editor.h"
 
-#include "formats/path_text.h"
+#include "base/enough_memory.h"
+#include "base/file_name.h"
+#include "base/path_text.h"
 #include "formats/prefab_file.h"
 #include "platform/dialogs.h"
 #include "play/play_mode.h"
 #include "project/asset_creation.h"
 #include "project/other_screens.h"
 #include "scene/editor_camera.h"
-#include "scene/editor_state.h"
-#include "scene/enough_memory.h"
-#include "scene/file_name.h"
 #include "scene/gestures.h"
 #include "scene/selection.h"
 #include "scene/status.h"
 #include "scene/text_entry.h"
+#include "state/editor_state.h"
 
 #include <utility>
 

@@ -1,15 +1,15 @@
 #include "project/project_folder.h"
 
-#include "formats/path_text.h"
+#include "base/file_name.h"
+#include "base/path_text.h"
 #include "formats/project_file.h"
 #include "platform/files.h"
 #include "platform/window.h"
 #include "play/play_mode.h"
-#include "scene/editor_state.h"
-#include "scene/file_name.h"
 #include "scene/gestures.h"
 #include "scene/text_entry.h"
 #include "scene/undo.h"
+#include "state/editor_state.h"
 
 constexpr const wchar_t* kFilesSubfolders[] = {L"imported", L"scripts", L"Scenes"};
 

@@ -1,8 +1,8 @@
 // The Project Hub: the projects that the user has had open, and templates for new ones.
 #pragma once
 
+#include "base/rect.h"
 #include "project/hub_layout.h"
-#include "render/rect.h"
 
 #include <cstdint>
 

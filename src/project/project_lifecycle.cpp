@@ -1,6 +1,8 @@
 #include "project/project_lifecycle.h"
 
-#include "formats/path_text.h"
+#include "base/enough_memory.h"
+#include "base/letter_case.h"
+#include "base/path_text.h"
 #include "formats/project_file.h"
 #include "formats/recent_projects.h"
 #include "formats/scene_file.h"
@@ -14,10 +16,8 @@
 #include "project/project_folder.h"
 #include "project/scene_switch.h"
 #include "scene/default_scenes.h"
-#include "scene/editor_state.h"
-#include "scene/enough_memory.h"
-#include "scene/letter_case.h"
 #include "scene/status.h"
+#include "state/editor_state.h"
 
 #include <string_view>
 #include <utility>

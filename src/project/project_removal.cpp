@@ -1,12 +1,12 @@
 #include "project/project_removal.h"
 
-#include "formats/path_text.h"
+#include "base/path_text.h"
 #include "formats/recent_projects.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
 #include "platform/folders.h"
-#include "scene/editor_state.h"
 #include "scene/status.h"
+#include "state/editor_state.h"
 
 // By its path: while a question is open or the folder moves, the list may have changed.
 static void TakeOffList(const std::wstring& path) {

@@ -3,8 +3,8 @@
 #include "formats/project_file.h"
 #include "formats/scene_file.h"
 #include "project/project_folder.h"
-#include "scene/editor_state.h"
 #include "scene/status.h"
+#include "state/editor_state.h"
 
 static void ReportSaved(bool sceneSaved, bool projectWritten) {
     if (!sceneSaved) {

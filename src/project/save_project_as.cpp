@@ -1,6 +1,6 @@
 #include "project/save_project_as.h"
 
-#include "formats/path_text.h"
+#include "base/path_text.h"
 #include "formats/project_file.h"
 #include "formats/recent_projects.h"
 #include "formats/scene_file.h"
@@ -12,8 +12,8 @@
 #include "project/project_folder.h"
 #include "project/save_project.h"
 #include "project/stored_paths.h"
-#include "scene/editor_state.h"
 #include "scene/status.h"
+#include "state/editor_state.h"
 
 // The state goes on with the project in `folder`, a copy of the one that was open.
 static void MoveToProject(const std::wstring& folder) {

@@ -1,17 +1,17 @@
 #include "project/scene_switch.h"
 
+#include "base/letter_case.h"
 #include "formats/scene_file.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
 #include "play/play_mode.h"
 #include "project/other_screens.h"
 #include "project/project_folder.h"
-#include "scene/editor_state.h"
 #include "scene/gestures.h"
-#include "scene/letter_case.h"
 #include "scene/status.h"
 #include "scene/text_entry.h"
 #include "scene/undo.h"
+#include "state/editor_state.h"
 
 bool AskSaveBeforeSceneSwitch() {
     const Answer answer =

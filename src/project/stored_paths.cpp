@@ -1,8 +1,8 @@
 #include "project/stored_paths.h"
 
-#include "formats/path_text.h"
-#include "scene/editor_state.h"
+#include "base/path_text.h"
 #include "scene/undo.h"
+#include "state/editor_state.h"
 
 namespace {
 

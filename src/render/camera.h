@@ -1,8 +1,8 @@
 // Cameras: from the world to clip space. Camera space is left-handed: +X right, +Y up, +Z into the screen.
 #pragma once
 
-#include "render/matrix4.h"
-#include "scene/camera_pose.h"
+#include "base/matrix4.h"
+#include "state/camera_pose.h"
 
 #include <cstdint>
 

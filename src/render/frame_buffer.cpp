@@ -1,8 +1,8 @@
 #include "render/frame_buffer.h"
 
+#include "base/enough_memory.h"
 #include "render/raster/kernels.h"
 #include "render/text_runs.h"
-#include "scene/enough_memory.h"
 
 #include <algorithm>
 #include <cstddef>

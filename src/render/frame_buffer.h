@@ -2,11 +2,11 @@
 // writes whole pixels.
 #pragma once
 
+#include "base/color.h"
+#include "base/rect.h"
 #include "platform/canvas.h"
-#include "render/color.h"
 #include "render/raster/depth_tiles.h"
 #include "render/raster/simd_level.h"
-#include "render/rect.h"
 
 #include <cstdint>
 #include <string>

@@ -1,8 +1,8 @@
 // Lines of one pixel.
 #pragma once
 
-#include "render/color.h"
-#include "render/rect.h"
+#include "base/color.h"
+#include "base/rect.h"
 
 struct LineSegment {
     Point from{}, to{};

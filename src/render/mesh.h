@@ -1,9 +1,9 @@
 // Geometry: coloured vertices and the triangles between them.
 #pragma once
 
-#include "render/color.h"
-#include "render/matrix4.h"
-#include "scene/vec3.h"
+#include "base/color.h"
+#include "base/matrix4.h"
+#include "base/vec3.h"
 
 #include <array>
 #include <cstdint>

@@ -1,8 +1,8 @@
 // The bevelled box that panels, menus and viewport labels share.
 #pragma once
 
-#include "render/color.h"
-#include "render/rect.h"
+#include "base/color.h"
+#include "base/rect.h"
 
 // The two bevel colours that every box has.
 constexpr Pixel kBoxSecondLine{0x443B36};

@@ -1,6 +1,6 @@
 #include "render/projection.h"
 
-#include "scene/limit.h"
+#include "base/limit.h"
 
 #include <cmath>
 

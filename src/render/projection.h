@@ -1,8 +1,8 @@
 // From clip space to pixels of the viewport.
 #pragma once
 
-#include "render/matrix4.h"
-#include "render/rect.h"
+#include "base/matrix4.h"
+#include "base/rect.h"
 
 // What a visible point keeps to: see ProjectToViewport.
 constexpr float kNearestW = 0.05f;  // the effective near cut

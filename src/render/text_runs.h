@@ -2,7 +2,7 @@
 // hundred or more, mostly the same ones at the same place as in the frame before.
 #pragma once
 
-#include "render/color.h"
+#include "base/color.h"
 
 #include <cstdint>
 #include <string>

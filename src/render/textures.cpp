@@ -2,7 +2,7 @@
 
 #include "platform/files.h"
 #include "platform/image_decoder.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 #include <new>

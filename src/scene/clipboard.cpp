@@ -1,9 +1,9 @@
 #include "scene/clipboard.h"
 
-#include "scene/editor_state.h"
 #include "scene/selection.h"
 #include "scene/status.h"
 #include "scene/undo.h"
+#include "state/editor_state.h"
 
 #include <utility>
 

@@ -1,16 +1,16 @@
 #include "scene/commands.h"
 
+#include "base/numbers.h"
 #include "render/builtin_meshes.h"
-#include "render/transform.h"
 #include "scene/editor_camera.h"
-#include "scene/editor_state.h"
 #include "scene/gestures.h"
 #include "scene/hierarchy.h"
 #include "scene/local_position.h"
-#include "scene/numbers.h"
 #include "scene/selection.h"
 #include "scene/status.h"
+#include "scene/transform.h"
 #include "scene/undo.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,13 +1,13 @@
 #include "scene/component_commands.h"
 
+#include "base/limit.h"
+#include "base/numbers.h"
 #include "render/builtin_meshes.h"
-#include "scene/editor_state.h"
 #include "scene/gameplay_scripts.h"
-#include "scene/limit.h"
-#include "scene/numbers.h"
 #include "scene/selection.h"
 #include "scene/status.h"
 #include "scene/undo.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,7 +1,7 @@
 // The commands that give a component to the selected object.
 #pragma once
 
-#include "scene/game_object.h"
+#include "state/game_object.h"
 
 #include <cstdint>
 #include <span>

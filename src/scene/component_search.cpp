@@ -1,10 +1,10 @@
 #include "scene/component_search.h"
 
-#include "scene/editor_state.h"
-#include "scene/letter_case.h"
+#include "base/letter_case.h"
+#include "base/typed_text.h"
 #include "scene/selection.h"
 #include "scene/status.h"
-#include "scene/typed_text.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 

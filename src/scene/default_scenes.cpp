@@ -1,7 +1,7 @@
 #include "scene/default_scenes.h"
 
 #include "render/builtin_meshes.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 
 #include <iterator>
 

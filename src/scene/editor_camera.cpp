@@ -1,12 +1,12 @@
 #include "scene/editor_camera.h"
 
+#include "base/limit.h"
 #include "platform/window.h"
 #include "render/camera.h"
-#include "render/transform.h"
-#include "scene/editor_state.h"
 #include "scene/held_keys.h"
-#include "scene/limit.h"
 #include "scene/status.h"
+#include "scene/transform.h"
+#include "state/editor_state.h"
 
 constexpr float kMaxPitch = 1.1f;       // radians
 constexpr float kMouseTurn = 0.0065f;   // radians per pixel

@@ -1,7 +1,7 @@
 // The editor's own camera: looking, flying, and going to an object.
 #pragma once
 
-#include "scene/camera_pose.h"
+#include "state/camera_pose.h"
 
 #include <cstdint>
 

@@ -1,7 +1,7 @@
 // The scripts that the program itself carries out for the objects that name them.
 #pragma once
 
-#include "scene/game_object.h"
+#include "state/game_object.h"
 
 #include <string_view>
 

@@ -1,7 +1,7 @@
 #include "scene/gestures.h"
 
 #include "platform/window.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 
 bool DragMayStart() { return !editorState.mouseLook.armed; }
 

@@ -1,6 +1,6 @@
 #include "scene/held_keys.h"
 
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 
 bool KeyIsDown(uint32_t key) { return editorState.keyDown[key]; }
 

@@ -1,7 +1,7 @@
 // Who is whose child. Objects name their parent only; everything else follows from that in one pass.
 #pragma once
 
-#include "scene/game_object.h"
+#include "state/game_object.h"
 
 #include <cstdint>
 #include <span>

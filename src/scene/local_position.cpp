@@ -1,7 +1,7 @@
 #include "scene/local_position.h"
 
-#include "render/matrix_inverse.h"
-#include "render/transform.h"
+#include "base/matrix_inverse.h"
+#include "scene/transform.h"
 
 Vec3 LocalPositionUnder(std::span<const GameObject> scene, int32_t parentIndex, Vec3 worldPosition) {
     if (parentIndex < 0 || parentIndex >= static_cast<int32_t>(scene.size())) return worldPosition;

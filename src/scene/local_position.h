@@ -1,7 +1,7 @@
 // Where a place in the world lies for a parent's children.
 #pragma once
 
-#include "scene/game_object.h"
+#include "state/game_object.h"
 
 #include <cstdint>
 #include <span>

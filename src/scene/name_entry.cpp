@@ -1,12 +1,12 @@
 #include "scene/name_entry.h"
 
-#include "scene/editor_state.h"
-#include "scene/file_name.h"
+#include "base/file_name.h"
+#include "base/typed_text.h"
 #include "scene/selection.h"
 #include "scene/status.h"
 #include "scene/text_entry.h"
-#include "scene/typed_text.h"
 #include "scene/undo.h"
+#include "state/editor_state.h"
 
 #include <cassert>
 #include <utility>

@@ -1,13 +1,13 @@
 #include "scene/number_entry.h"
 
-#include "scene/editor_state.h"
-#include "scene/limit.h"
-#include "scene/numbers.h"
+#include "base/limit.h"
+#include "base/numbers.h"
+#include "base/typed_text.h"
 #include "scene/selection.h"
 #include "scene/status.h"
 #include "scene/text_entry.h"
-#include "scene/typed_text.h"
 #include "scene/undo.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 #include <cassert>
@@ -29,14 +29,10 @@ static float& Component(Vec3& vector, int32_t component) {
 
 static float& EditedNumber(GameObject& object, NumberEntry::Field field, int32_t component) {
     switch (field) {
-        case NumberEntry::Field::Position:
-            return Component(object.position, component);
-        case NumberEntry::Field::Rotation:
-            return Component(object.rotation, component);
-        case NumberEntry::Field::Scale:
-            return Component(object.scale, component);
-        case NumberEntry::Field::TextSize:
-            break;
+        case NumberEntry::Field::Position: return Component(object.position, component);
+        case NumberEntry::Field::Rotation: return Component(object.rotation, component);
+        case NumberEntry::Field::Scale: return Component(object.scale, component);
+        case NumberEntry::Field::TextSize: break;
     }
     return object.textSize;
 }

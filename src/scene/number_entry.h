@@ -1,7 +1,7 @@
 // The box in which a number is typed: what its keys do.
 #pragma once
 
-#include "editor/interaction.h"
+#include "state/interaction.h"
 
 // Opens the box for one number of an object, with two decimals of what there is; any other entry or menu
 // closes. `object` is valid; `component` is 0 x, 1 y, 2 z, or -1 for the text size.

@@ -1,7 +1,7 @@
 // Whether two objects are alike to the last bit.
 #pragma once
 
-#include "scene/game_object.h"
+#include "state/game_object.h"
 
 // True when every field is alike and every float has the same bits. Unlike ==, 0 and -0 differ, which a file
 // shows, and what is not a number equals itself.

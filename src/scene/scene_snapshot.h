@@ -1,7 +1,7 @@
 // A scene kept for later, which shares with an earlier one what did not change in between.
 #pragma once
 
-#include "scene/game_object.h"
+#include "state/game_object.h"
 
 #include <cstdint>
 #include <memory>

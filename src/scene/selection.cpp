@@ -1,6 +1,6 @@
 #include "scene/selection.h"
 
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 
 #include <cassert>
 #include <utility>

@@ -1,7 +1,7 @@
 // The object that commands work on.
 #pragma once
 
-#include "scene/game_object.h"
+#include "state/game_object.h"
 
 #include <cstdint>
 

@@ -1,6 +1,6 @@
 #include "scene/status.h"
 
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 
 #include <utility>
 

@@ -1,6 +1,6 @@
 #include "scene/text_entry.h"
 
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 

@@ -1,9 +1,9 @@
 #include "scene/undo.h"
 
-#include "scene/editor_state.h"
+#include "base/limit.h"
 #include "scene/gestures.h"
-#include "scene/limit.h"
 #include "scene/status.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 #include <utility>

@@ -5,9 +5,9 @@
 #include "editor/hierarchy.h"
 #include "editor/menus.h"
 #include "scene/default_scenes.h"
-#include "scene/editor_state.h"
 #include "scene/name_entry.h"
 #include "scene/number_entry.h"
+#include "state/editor_state.h"
 #include "support/golden_frame.h"
 #include "support/picture.h"
 

@@ -5,7 +5,7 @@
 #include "render/frame_buffer.h"
 #include "render/icons.h"
 #include "scene/default_scenes.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 #include "support/capture.h"
 #include "support/picture.h"
 

@@ -2,7 +2,7 @@
 #include "platform/window.h"
 #include "render/frame_buffer.h"
 #include "scene/default_scenes.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 
 #include "doctest/doctest.h"
 

@@ -8,7 +8,7 @@
 #include "platform/headless/headless.h"
 #include "render/frame_buffer.h"
 #include "scene/default_scenes.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 #include "support/allocation_limit.h"
 #include "support/scratch_folder.h"
 

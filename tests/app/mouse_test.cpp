@@ -1,7 +1,7 @@
 #include "app/frame_view.h"
 #include "project/asset_list.h"
 #include "render/projection.h"
-#include "render/transform.h"
+#include "scene/transform.h"
 #include "support/capture.h"
 #include "support/editor_input.h"
 #include "support/project_input.h"

@@ -2,7 +2,7 @@
 
 #include "formats/text_file.h"
 #include "platform/headless/fault_injection.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 #include "support/capture.h"
 #include "support/random_scene.h"
 #include "support/scratch_folder.h"

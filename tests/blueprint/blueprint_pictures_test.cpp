@@ -2,7 +2,7 @@
 #include "blueprint/blueprint_screen.h"
 #include "editor/theme.h"
 #include "render/frame_buffer.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 #include "support/capture.h"
 #include "support/golden.h"
 #include "support/picture.h"

@@ -1,6 +1,6 @@
 #include "editor/bottom_panel.h"
 
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 #include "support/picture.h"
 
 #include "doctest/doctest.h"

@@ -1,7 +1,7 @@
 #include "editor/drop_assignments.h"
 
-#include "scene/editor_state.h"
 #include "scene/undo.h"
+#include "state/editor_state.h"
 #include "support/image_bytes.h"
 #include "support/scratch_folder.h"
 

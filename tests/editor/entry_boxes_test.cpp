@@ -1,6 +1,6 @@
 #include "editor/entry_boxes.h"
 
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 #include "support/capture.h"
 #include "support/picture.h"
 

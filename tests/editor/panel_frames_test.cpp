@@ -1,6 +1,6 @@
 #include "editor/panel_frames.h"
 
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 #include "support/capture.h"
 #include "support/picture.h"
 

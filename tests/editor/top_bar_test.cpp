@@ -2,7 +2,7 @@
 
 #include "platform/canvas.h"
 #include "render/icons.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 #include "support/capture.h"
 #include "support/picture.h"
 

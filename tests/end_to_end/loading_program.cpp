@@ -4,15 +4,15 @@
 //   loading_program - N              the same for a window of N times N pixels
 //
 // Ends with 0 either way.
+#include "base/path_text.h"
 #include "blueprint/blueprint_file.h"
 #include "formats/obj_file.h"
-#include "formats/path_text.h"
 #include "formats/prefab_file.h"
 #include "formats/project_file.h"
 #include "formats/scene_file.h"
 #include "platform/image_decoder.h"
 #include "render/frame_buffer.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -7,7 +7,7 @@
 #include "../support/scene_equals_file.h"
 #include "formats/scene_file.h"
 #include "platform/files.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 
 #include <cstdint>
 #include <cstdio>

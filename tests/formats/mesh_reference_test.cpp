@@ -2,7 +2,7 @@
 
 #include "render/builtin_meshes.h"
 #include "scene/default_scenes.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 #include "support/scratch_folder.h"
 
 #include "doctest/doctest.h"

@@ -3,7 +3,7 @@
 #include "formats/text_file.h"
 #include "platform/files.h"
 #include "platform/headless/fault_injection.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 #include "support/scratch_folder.h"
 
 #include "doctest/doctest.h"

@@ -5,7 +5,7 @@
 #include "platform/files.h"
 #include "platform/headless/fault_injection.h"
 #include "scene/default_scenes.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 #include "support/folder_entries.h"
 #include "support/scratch_folder.h"
 

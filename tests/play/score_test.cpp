@@ -1,7 +1,7 @@
 #include "play/score.h"
 
 #include "play/play_mode.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 
 #include "doctest/doctest.h"
 

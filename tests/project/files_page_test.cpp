@@ -1,6 +1,6 @@
 #include "project/files_page.h"
 
-#include "formats/path_text.h"
+#include "base/path_text.h"
 #include "project/asset_list.h"
 #include "support/capture.h"
 #include "support/project_input.h"

@@ -1,7 +1,7 @@
 #include "project/stored_paths.h"
 
-#include "scene/editor_state.h"
 #include "scene/undo.h"
+#include "state/editor_state.h"
 
 #include "doctest/doctest.h"
 
@@ -72,14 +72,10 @@ TEST_CASE("the objects' paths follow wherever objects are kept") {
 TEST_CASE("only the path itself and what lies below it follows, in upper or lower case") {
     struct {
         const wchar_t *from, *path, *result;
-    } cases[] = {{L"C:\\a", L"C:\\a", L"X"},
-                 {L"C:\\a", L"C:\\a\\b", L"X\\b"},
-                 {L"C:\\a", L"C:\\a/b", L"X/b"},
-                 {L"C:\\a", L"C:\\ab", L"C:\\ab"},
-                 {L"C:\\a", L"C:\\A\\b", L"X\\b"},
-                 {L"C:\\\u0161", L"c:/\u0160\\b", L"X\\b"},
-                 {L"C:\\a", L"C:\\", L"C:\\"},
-                 {L"C:\\a", L"", L""},
+    } cases[] = {{L"C:\\a", L"C:\\a", L"X"},       {L"C:\\a", L"C:\\a\\b", L"X\\b"},
+                 {L"C:\\a", L"C:\\a/b", L"X/b"},   {L"C:\\a", L"C:\\ab", L"C:\\ab"},
+                 {L"C:\\a", L"C:\\A\\b", L"X\\b"}, {L"C:\\\u0161", L"c:/\u0160\\b", L"X\\b"},
+                 {L"C:\\a", L"C:\\", L"C:\\"},     {L"C:\\a", L"", L""},
                  {L"", L"C:\\a", L"C:\\a"}};
     for (const auto& [from, path, result] : cases) {
         editorState = EditorState{};

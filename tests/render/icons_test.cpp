@@ -2,7 +2,7 @@
 
 #include "platform/headless/fault_injection.h"
 #include "platform/headless/headless.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 #include "support/picture.h"
 #include "support/scratch_folder.h"
 

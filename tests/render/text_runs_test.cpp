@@ -4,7 +4,7 @@
 #include "editor/theme.h"
 #include "scene/commands.h"
 #include "scene/default_scenes.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 #include "support/capture.h"
 #include "support/picture.h"
 

@@ -3,7 +3,7 @@
 #include "platform/files.h"
 #include "platform/headless/fault_injection.h"
 #include "platform/image_decoder.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 #include "support/gif_tiff_bytes.h"
 #include "support/image_bytes.h"
 #include "support/scratch_folder.h"

@@ -2,7 +2,7 @@
 
 #include "render/builtin_meshes.h"
 #include "render/camera.h"
-#include "render/transform.h"
+#include "scene/transform.h"
 #include "scene/undo.h"
 #include "support/capture.h"
 #include "support/edited_scene.h"

@@ -1,7 +1,7 @@
 #include "scene/editor_camera.h"
 
 #include "platform/window.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 
 #include "doctest/doctest.h"
 

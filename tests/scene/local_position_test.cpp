@@ -1,6 +1,6 @@
 #include "scene/local_position.h"
 
-#include "render/transform.h"
+#include "scene/transform.h"
 
 #include "doctest/doctest.h"
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "scene/default_scenes.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 #include "support/random_scene.h"
 
 #include <initializer_list>

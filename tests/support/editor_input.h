@@ -6,7 +6,7 @@
 #include "platform/window.h"
 #include "render/frame_buffer.h"
 #include "scene/default_scenes.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 
 #include <string>
 #include <utility>

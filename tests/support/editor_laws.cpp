@@ -1,10 +1,10 @@
 #include "support/editor_laws.h"
 
 #include "platform/headless/headless.h"
-#include "scene/editor_state.h"
 #include "scene/hierarchy.h"
 #include "scene/name_entry.h"
 #include "scene/selection.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 #include <cmath>

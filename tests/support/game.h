@@ -4,7 +4,7 @@
 #include "play/play_mode.h"
 #include "play/play_update.h"
 #include "render/builtin_meshes.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 
 #include <initializer_list>
 #include <utility>

@@ -1,6 +1,6 @@
 #include "support/golden.h"
 
-#include "formats/path_text.h"
+#include "base/path_text.h"
 #include "formats/text_file.h"
 #include "platform/headless/headless.h"
 #include "platform/image_decoder.h"

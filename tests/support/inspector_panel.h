@@ -5,7 +5,7 @@
 #include "editor/layout.h"
 #include "editor/panel_frames.h"
 #include "scene/default_scenes.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 #include "support/picture.h"
 
 #include <algorithm>

@@ -1,12 +1,12 @@
 #include "support/plain_play.h"
 
-#include "formats/path_text.h"
+#include "base/path_text.h"
 #include "formats/prefab_instance.h"
 #include "platform/files.h"
 #include "play/score.h"
-#include "render/transform.h"
 #include "scene/editor_camera.h"
-#include "scene/editor_state.h"
+#include "scene/transform.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 #include <cmath>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "app/frame_view.h"
-#include "formats/path_text.h"
+#include "base/path_text.h"
 #include "platform/headless/fault_injection.h"
 #include "project/project_hub.h"
 #include "project/project_lifecycle.h"

@@ -3,11 +3,11 @@
 
 #include "app/frame_view.h"
 #include "play/play_update.h"
-#include "render/gizmo.h"
-#include "render/transform.h"
 #include "scene/name_entry.h"
 #include "scene/selection.h"
+#include "scene/transform.h"
 #include "support/editor_input.h"
+#include "viewport/gizmo.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #include "support/sample_project.h"
 
-#include "formats/path_text.h"
+#include "base/path_text.h"
 #include "formats/project_file.h"
 #include "platform/files.h"
 #include "project/asset_list.h"

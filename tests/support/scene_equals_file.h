@@ -4,7 +4,7 @@
 #include "formats/object_line.h"
 #include "formats/text_file.h"
 #include "platform/files.h"
-#include "scene/editor_state.h"
+#include "state/editor_state.h"
 
 #include <string>
 

@@ -2,11 +2,11 @@
 // memory, texts and images in lists, and take dialogs and input from queues.
 #pragma once
 
+#include "base/color.h"
+#include "base/rect.h"
 #include "platform/dialogs.h"
 #include "platform/image_decoder.h"
 #include "platform/window.h"
-#include "render/color.h"
-#include "render/rect.h"
 
 #include <cstdint>
 #include <deque>

@@ -1,7 +1,7 @@
 // The memory behind the canvas, for the system's own drawing.
 #pragma once
 
-#include "render/color.h"
+#include "base/color.h"
 
 #include <windows.h>
 

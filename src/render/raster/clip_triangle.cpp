@@ -1,6 +1,6 @@
 #include "render/raster/clip_triangle.h"
 
-#include "scene/limit.h"
+#include "base/limit.h"
 
 #include <cmath>
 

@@ -1,8 +1,8 @@
 // Cutting triangles at the near plane.
 #pragma once
 
-#include "render/color.h"
-#include "render/matrix4.h"
+#include "base/color.h"
+#include "base/matrix4.h"
 
 #include <array>
 #include <cstdint>

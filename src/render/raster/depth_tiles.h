@@ -2,7 +2,7 @@
 // all that a tile shows need not be drawn.
 #pragma once
 
-#include "render/rect.h"
+#include "base/rect.h"
 
 #include <cstddef>
 #include <cstdint>

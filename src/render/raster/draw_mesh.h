@@ -1,10 +1,10 @@
 // One object's mesh in the viewport.
 #pragma once
 
-#include "render/matrix4.h"
+#include "base/matrix4.h"
+#include "base/rect.h"
 #include "render/mesh.h"
-#include "render/rect.h"
-#include "render/texture_image.h"
+#include "state/texture_image.h"
 
 // What a mesh is drawn with. The first three stay the same for a whole frame.
 struct MeshDraw {

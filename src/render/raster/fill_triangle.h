@@ -1,10 +1,10 @@
 // Single triangles on the screen, whose colours are known.
 #pragma once
 
+#include "base/rect.h"
 #include "render/projection.h"
 #include "render/raster/mesh_to_draw.h"
-#include "render/rect.h"
-#include "render/texture_image.h"
+#include "state/texture_image.h"
 
 #include <array>
 

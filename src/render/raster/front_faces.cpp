@@ -1,6 +1,6 @@
 #include "render/raster/front_faces.h"
 
-#include "render/matrix_inverse.h"
+#include "base/matrix_inverse.h"
 #include "render/raster/kernels.h"
 
 #include <cmath>

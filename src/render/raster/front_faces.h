@@ -1,7 +1,7 @@
 // Which faces of a mesh may turn their fronts to the eye, by their planes in object space.
 #pragma once
 
-#include "render/matrix4.h"
+#include "base/matrix4.h"
 #include "render/mesh.h"
 #include "render/raster/simd_level.h"
 

@@ -1,8 +1,8 @@
-// Points and directions, one in each lane, with the operations of scene/vec3.h and render/matrix4.h in their
+// Points and directions, one in each lane, with the operations of base/vec3.h and base/matrix4.h in their
 // order: the bits are the same.
 #pragma once
 
-#include "render/matrix4.h"
+#include "base/matrix4.h"
 #include "render/raster/lanes.h"
 
 namespace {

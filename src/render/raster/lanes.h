@@ -9,7 +9,7 @@
 // the whole program, and it must not be this one. tests/vector_symbols_test.py looks at the objects.
 #pragma once
 
-#include "render/color.h"
+#include "base/color.h"
 
 #include <immintrin.h>
 

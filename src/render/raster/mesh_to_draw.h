@@ -1,11 +1,11 @@
 // One mesh on its way to the picture: what the stages of drawing hand to one another.
 #pragma once
 
-#include "render/color.h"
+#include "base/color.h"
+#include "base/rect.h"
 #include "render/mesh.h"
 #include "render/projection.h"
 #include "render/raster/draw_mesh.h"
-#include "render/rect.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,11 +1,11 @@
 // The vertices of one mesh on their way to the screen, each transformed once.
 #pragma once
 
-#include "render/matrix4.h"
+#include "base/matrix4.h"
+#include "base/rect.h"
 #include "render/mesh.h"
 #include "render/projection.h"
 #include "render/raster/simd_level.h"
-#include "render/rect.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #include "render/raster/surface.h"
 
-#include "scene/limit.h"
+#include "base/limit.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,9 +1,9 @@
 // How a face looks: its light and its colours.
 #pragma once
 
-#include "render/color.h"
-#include "render/texture_image.h"
-#include "scene/vec3.h"
+#include "base/color.h"
+#include "base/vec3.h"
+#include "state/texture_image.h"
 
 #include <cstdint>
 

@@ -1,5 +1,5 @@
 // The program's own table of capital letters beside the system's.
-#include "scene/letter_case.h"
+#include "base/letter_case.h"
 
 #include "doctest/doctest.h"
 

@@ -2,7 +2,7 @@
 
 #include "render/builtin_meshes.h"
 #include "render/raster/kernels.h"
-#include "render/transform.h"
+#include "scene/transform.h"
 #include "support/random_scene.h"
 #include "support/simd_levels.h"
 

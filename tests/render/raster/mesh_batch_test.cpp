@@ -2,7 +2,7 @@
 
 #include "render/builtin_meshes.h"
 #include "render/camera.h"
-#include "render/transform.h"
+#include "scene/transform.h"
 #include "support/picture.h"
 #include "support/plain_renderer.h"
 #include "support/random_scene.h"

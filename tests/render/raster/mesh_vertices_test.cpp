@@ -1,7 +1,7 @@
 #include "render/raster/mesh_vertices.h"
 
 #include "render/camera.h"
-#include "render/transform.h"
+#include "scene/transform.h"
 #include "support/random_scene.h"
 #include "support/simd_levels.h"
 
@@ -80,7 +80,8 @@ TEST_CASE("every level transforms vertices to the same bits, whatever their numb
 TEST_CASE("a vertex between the eye and the near plane has no place") {
     const Mesh mesh{{{{0, 0, 0.09995f}, {}}, {{0, 0, 5}, {}}, {{0, 0, -5}, {}}}, {}};
     MeshVertices vertices;
-    TransformVertices(mesh.vertices, {{}, ProjectionMatrix(10, 10), {0, 0, 10, 10}}, SimdLevel::OneLane, vertices);
+    TransformVertices(mesh.vertices, {{}, ProjectionMatrix(10, 10), {0, 0, 10, 10}}, SimdLevel::OneLane,
+                      vertices);
     CHECK(vertices.visible[0] == 1);  // within the slack of the depth range
     CHECK(vertices.beyondNearPlane[0] == 0);
     CHECK(std::isnan(vertices.PlainCorners()[0].x));

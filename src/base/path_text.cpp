@@ -1,0 +1,63 @@
+#include "base/path_text.h"
+
+#include "base/letter_case.h"
+#include "platform/files.h"
+
+#include <algorithm>
+
+// Where the last component begins.
+static size_t ComponentStart(std::wstring_view path) {
+    const size_t separator = path.find_last_of(L"\\/");
+    return separator == std::wstring_view::npos ? 0 : separator + 1;
+}
+
+// Where the extension begins; the path's length without one.
+static size_t ExtensionStart(std::wstring_view path) {
+    const size_t dot = path.find_last_of(L'.');
+    if (dot == std::wstring_view::npos || dot < ComponentStart(path)) return path.size();
+    return dot;
+}
+
+std::wstring LastComponent(std::wstring_view path) { return std::wstring(path.substr(ComponentStart(path))); }
+
+std::wstring ParentFolder(std::wstring_view path) {
+    const size_t start = ComponentStart(path);
+    if (start == 0) return {};
+    const size_t separator = start - 1;
+    const bool isRoot = separator == 0 || path[separator - 1] == L':';
+    return std::wstring(path.substr(0, isRoot ? start : separator));
+}
+
+std::wstring FileExtension(std::wstring_view path) { return std::wstring(path.substr(ExtensionStart(path))); }
+
+std::wstring NameWithoutExtension(std::wstring_view path) {
+    const size_t start = ComponentStart(path);
+    return std::wstring(path.substr(start, ExtensionStart(path) - start));
+}
+
+std::wstring JoinPath(std::wstring_view folder, std::wstring_view stored) {
+    if (stored.empty()) return std::wstring(folder);
+    std::wstring path(folder);
+    if (!path.empty() && !IsSeparator(path.back())) path += L'\\';
+    path += stored;
+    return path;
+}
+
+std::wstring RelativeTo(std::wstring_view path, std::wstring_view folder) {
+    if (path == folder) return {};
+    const bool isBelow =
+        path.size() > folder.size() && path.starts_with(folder) && IsSeparator(path[folder.size()]);
+    return std::wstring(isBelow ? path.substr(folder.size() + 1) : path);
+}
+
+bool IsAtOrBelow(std::wstring_view path, std::wstring_view folder) {
+    if (folder.empty() || path.size() < folder.size()) return false;
+    const auto withOneSeparator = [](std::wstring_view text) {
+        std::wstring name(text);
+        std::ranges::replace(name, L'/', L'\\');
+        return name;
+    };
+    if (!SameWithoutCase(withOneSeparator(path.substr(0, folder.size())), withOneSeparator(folder)))
+        return false;
+    return path.size() == folder.size() || IsSeparator(folder.back()) || IsSeparator(path[folder.size()]);
+}

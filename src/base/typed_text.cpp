@@ -1,0 +1,39 @@
+#include "base/typed_text.h"
+
+#include <cstdint>
+#include <utility>
+
+constexpr uint32_t kDeleteCharacter = 127;
+
+static bool IsControl(wchar_t unit) {
+    const auto code = static_cast<uint32_t>(unit);
+    return code < 32 || code == kDeleteCharacter;
+}
+
+bool IsFirstHalf(wchar_t unit) { return (static_cast<uint32_t>(unit) & ~0x3FFu) == 0xD800; }
+bool IsSecondHalf(wchar_t unit) { return (static_cast<uint32_t>(unit) & ~0x3FFu) == 0xDC00; }
+
+void AppendTyped(wchar_t unit, size_t limit, wchar_t& half, std::wstring& text) {
+    const wchar_t first = std::exchange(half, wchar_t{0});
+    if (IsFirstHalf(unit)) {
+        half = unit;
+        return;
+    }
+    if (IsControl(unit) || (IsSecondHalf(unit) && first == 0)) return;
+
+    std::wstring character(1, unit);
+    if (IsSecondHalf(unit)) character.insert(0, 1, first);
+    if (text.size() + character.size() <= limit) text += character;
+}
+
+void EraseLastCharacter(std::wstring& text) {
+    if (text.empty()) return;
+    const bool isPair = text.size() >= 2 && IsSecondHalf(text.back()) && IsFirstHalf(text[text.size() - 2]);
+    text.resize(text.size() - (isPair ? 2 : 1));
+}
+
+std::wstring TrimSpaces(const std::wstring& text) {
+    const size_t begin = text.find_first_not_of(L' ');
+    if (begin == std::wstring::npos) return {};
+    return text.substr(begin, text.find_last_not_of(L' ') - begin + 1);
+}

@@ -1,3 +1,0 @@
-#include "scene/editor_state.h"
-
-EditorState editorState;

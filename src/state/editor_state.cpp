@@ -1,0 +1,3 @@
+#include "state/editor_state.h"
+
+EditorState editorState;

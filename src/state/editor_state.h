@@ -1,0 +1,135 @@
+// The program's one mutable state: the scene, what is open, what is selected, what the user is in the middle
+// of.
+#pragma once
+
+#include "render/mesh.h"
+#include "scene/scene_snapshot.h"
+#include "state/asset_entry.h"
+#include "state/blueprint_node.h"
+#include "state/camera_pose.h"
+#include "state/game_object.h"
+#include "state/hit_zone.h"
+#include "state/interaction.h"
+#include "state/panel_layout.h"
+#include "state/recent_project.h"
+#include "state/texture_image.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// The values are the numbers that the rest of the program and its documents use.
+enum class Screen : int32_t { SceneEditor = 0, BlueprintEditor = 1, PrefabEditor = 2 };
+enum class Tool : int32_t { Move = 0, Rotate = 1, Scale = 2 };
+enum class BottomTab : int32_t { Files = 0, Console = 1 };
+
+// What a change can be taken back to.
+struct UndoStep {
+    SceneSnapshot scene{};
+    int32_t selection = -1;    // before the change
+    std::string_view label{};  // of the command that made it, as written in its code; nobody is shown it
+};
+
+// What the Prefab editor keeps aside while it shows a prefab in place of the scene.
+struct PrefabSnapshot {
+    Scene scene{};
+    std::vector<UndoStep> undoSteps{};
+};
+
+// What Play mode keeps aside beside the scene.
+struct PlaySnapshotState {
+    bool taken = false;       // the runtime starts to play without a snapshot
+    float animationTime = 0;  // seconds, of edit mode
+    std::vector<UndoStep> undoSteps{};
+};
+
+// Accessed by the window's thread only. A value: a test starts from a fresh one.
+struct EditorState {
+    // Editor camera and scene content.
+    Vec3 cameraPosition{0, 4.0f, -10.0f};
+    float cameraYaw = 0;         // radians
+    float cameraPitch = -0.24f;  // radians, -1.1 .. 1.1
+    Scene scene{};
+    std::vector<Mesh> meshes{};               // the seven built-in ones, then the imported ones
+    std::vector<std::wstring> meshNames{};    // display names, by mesh index
+    std::vector<std::wstring> meshSources{};  // full paths, empty for built-in ones, by mesh index
+    std::vector<TextureImage> textures{};
+    std::vector<UndoStep> undoSteps{};  // oldest first, at most 64
+    SceneSnapshot savedScene{};         // the objects as they were last loaded or saved
+    Scene playSnapshot{};
+    PlaySnapshotState playSnapshotState{};
+    PrefabSnapshot prefabSnapshot{};
+    GameObject clipboardObject{};
+    CameraPose playCamera{};    // the editor camera when Play mode started
+    CameraPose prefabCamera{};  // the editor camera when the Prefab editor opened
+
+    // Selection and modes.
+    int32_t selectedIndex = 0;  // -1 nothing; range-checked by everyone who uses it
+    int32_t playSelection = 0;
+    int32_t prefabSelection = 0;
+    std::array<bool, 256> keyDown{};  // by virtual-key code
+    bool runtimeMode = false;
+    bool hubVisible = false;
+    bool playMode = false;
+    Screen screen = Screen::SceneEditor;
+    Tool tool = Tool::Move;
+    BottomTab bottomTab = BottomTab::Console;
+    bool clipboardFull = false;
+    bool prefabDirty = false;
+    bool blueprintDirty = false;
+    bool componentSearchActive = false;
+    int32_t score = 0;
+    float animationTime = 0;             // seconds
+    uint32_t randomState = 0x9E3779B9u;  // never reseeded, so that every run spawns the same
+
+    // Layout, and what the last frame drew where.
+    PanelLayout panels{};
+    HitZoneList inspectorZones{};
+    int32_t inspectedObject = -1;  // that the zones were drawn for; -1 none, or its index may have changed
+    HierarchyRowList hierarchyRows{};  // empty when the indices of its objects may have changed
+    PathZoneList filesCells{};
+    PathZoneList hubRows{};  // by a project's folder
+
+    // Project and files.
+    std::wstring projectRoot = L"Project";
+    std::wstring filesRoot = L"Project\\Files";
+    std::wstring filesFolder = L"Project\\Files";
+    std::wstring scenePath = L"Project\\Files\\Scenes\\Main.scene";
+    std::vector<AssetEntry> fileEntries{};
+    std::vector<RecentProject> recentProjects{};
+    std::vector<BlueprintNode> blueprintNodes{};
+    std::wstring blueprintPath{};       // full path; empty without an open Blueprint
+    std::wstring blueprintShownPath{};  // as the Blueprint screen shows it
+    std::wstring blueprintName{};       // file name
+    std::wstring prefabPath{};          // full path; empty without an open prefab
+    std::wstring prefabName{};          // file name without extension
+    std::wstring windowTitle{};         // as last set
+    std::wstring statusMessage = L"Ready. Software renderer bezi bez externich knihoven.";
+
+    // What the user is in the middle of.
+    Point pointer{};             // last known position, pixels
+    bool pressedInHub = false;   // the last left press
+    bool pressedInMenu = false;  // likewise: a menu took it
+    PanelResize panelResize{};
+    MouseLook mouseLook{};
+    GizmoDrag gizmoDrag{};
+    bool keyboardTransform = false;  // a held key moves the selection: one undo step
+    HierarchyDrag hierarchyDrag{};
+    FilesDrag filesDrag{};
+    int32_t selectedFile = -1;  // index into fileEntries
+    PopupMenu createMenu{};
+    PopupMenu objectMenu{};
+    PopupMenu filesCreateMenu{};
+    PopupMenu filesItemMenu{};
+    PopupMenu projectMenu{};
+    PopupMenu addNodeMenu{};
+    NameEntry nameEntry{};
+    NumberEntry numberEntry{};
+    wchar_t typedHalf = 0;               // half of a surrogate pair that waits for its other half; 0 none
+    std::wstring componentSearchText{};  // at most 40 units
+    BlueprintDrag blueprintDrag{};
+};
+
+extern EditorState editorState;

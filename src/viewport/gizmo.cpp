@@ -1,0 +1,114 @@
+#include "viewport/gizmo.h"
+
+#include "render/frame_buffer.h"
+#include "render/line.h"
+#include "render/projection.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+constexpr float kAxisLength = 1.25f;       // world units
+constexpr int32_t kTipReach = 8;           // pixels around a tip that grab it
+constexpr float kLineReach = 10;           // pixels around a line that grab it
+constexpr float kShortestSegment = 0.01f;  // pixels; shorter ones count as a point
+constexpr float kShortestAxis = 0.0001f;   // square pixels
+constexpr Pixel kOriginMark{0x78E2FF};
+
+namespace {
+
+struct AxisColors {
+    Pixel idle{}, active{};
+};
+
+}  // namespace
+
+constexpr AxisColors kAxisColors[] = {
+    {Pixel{0x4A4BEB}, Pixel{0x808AFF}},
+    {Pixel{0x76D25F}, Pixel{0x7EECA0}},
+    {Pixel{0xF59152}, Pixel{0xFFB47E}},
+};
+
+bool HasGizmo(const GameObject& object) {
+    return object.meshIndex >= 0 || object.isEntity || object.isCamera || object.isLight || object.isText;
+}
+
+Vec3 GizmoAxis(int32_t axis) {
+    return {axis == 1 ? 1.0f : 0.0f, axis == 2 ? 1.0f : 0.0f, axis == 3 ? 1.0f : 0.0f};
+}
+
+GizmoOnScreen ProjectGizmo(Vec3 origin, const Matrix4& viewProjection, const Rect& viewport) {
+    const auto project = [&](Vec3 point, ScreenCorner& corner) {
+        return ProjectToViewport(TransformToClip(viewProjection, point), viewport, corner);
+    };
+    GizmoOnScreen gizmo;
+    gizmo.visible = project(origin, gizmo.origin);
+    if (!gizmo.visible) return gizmo;
+    for (int32_t axis = 1; axis <= 3; ++axis) {
+        const auto i = static_cast<size_t>(axis - 1);
+        gizmo.tipVisible[i] = project(origin + GizmoAxis(axis) * kAxisLength, gizmo.tip[i]);
+    }
+    return gizmo;
+}
+
+static Point PixelOf(const ScreenCorner& corner) {
+    return {static_cast<int32_t>(corner.x), static_cast<int32_t>(corner.y)};
+}
+
+// A square of 2 * reach + 1 pixels.
+static void FillSquare(Point centre, int32_t reach, Pixel color) {
+    FillRect({centre.x - reach, centre.y - reach, centre.x + reach + 1, centre.y + reach + 1}, color);
+}
+
+void DrawGizmo(const GizmoOnScreen& gizmo, int32_t activeAxis) {
+    if (!gizmo.visible) return;
+    for (size_t i = 0; i < 3; ++i) {
+        if (!gizmo.tipVisible[i]) continue;
+        const bool isActive = activeAxis == static_cast<int32_t>(i) + 1;
+        const Pixel color = isActive ? kAxisColors[i].active : kAxisColors[i].idle;
+        DrawLine(PixelOf(gizmo.origin), PixelOf(gizmo.tip[i]), color);
+        FillSquare(PixelOf(gizmo.tip[i]), 4, color);
+    }
+    FillSquare(PixelOf(gizmo.origin), 5, kOriginMark);
+}
+
+static float DistanceToSegment(Point p, const ScreenCorner& a, const ScreenCorner& b) {
+    const float px = static_cast<float>(p.x) - a.x, py = static_cast<float>(p.y) - a.y;
+    const float dx = b.x - a.x, dy = b.y - a.y;
+    const float squared = dx * dx + dy * dy;
+    if (std::sqrt(squared) < kShortestSegment) return std::sqrt(px * px + py * py);
+    const float t = std::clamp((px * dx + py * dy) / squared, 0.0f, 1.0f);
+    const float ex = px - t * dx, ey = py - t * dy;
+    return std::sqrt(ex * ex + ey * ey);
+}
+
+static float DistanceToAxis(Point pointer, const ScreenCorner& origin, const ScreenCorner& tip) {
+    const Point square = PixelOf(tip);  // around which it is drawn
+    const bool isAtTip =
+        std::abs(pointer.x - square.x) <= kTipReach && std::abs(pointer.y - square.y) <= kTipReach;
+    return isAtTip ? 0 : DistanceToSegment(pointer, origin, tip);
+}
+
+int32_t GizmoAxisAt(const GizmoOnScreen& gizmo, Point pointer) {
+    if (!gizmo.visible) return 0;
+    int32_t found = 0;
+    float nearest = kLineReach;
+    for (int32_t axis = 1; axis <= 3; ++axis) {
+        const auto i = static_cast<size_t>(axis - 1);
+        if (!gizmo.tipVisible[i]) continue;
+        const float distance = DistanceToAxis(pointer, gizmo.origin, gizmo.tip[i]);
+        if (distance < nearest || (found == 0 && distance <= nearest)) {
+            nearest = distance;
+            found = axis;
+        }
+    }
+    return found;
+}
+
+bool GizmoTravel(Point press, Point pointer, float axisX, float axisY, float& travel) {
+    const float squared = axisX * axisX + axisY * axisY;
+    if (!(squared > kShortestAxis)) return false;
+    const auto dx = static_cast<float>(pointer.x - press.x), dy = static_cast<float>(pointer.y - press.y);
+    travel = (dx * axisX + dy * axisY) / squared * kAxisLength;
+    return true;
+}

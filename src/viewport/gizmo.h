@@ -1,0 +1,38 @@
+// The three axes by which the selected object is moved, turned and scaled.
+#pragma once
+
+#include "base/matrix4.h"
+#include "base/rect.h"
+#include "render/projection.h"
+#include "state/game_object.h"
+
+#include <array>
+#include <cstdint>
+
+// True for an object that can be grabbed: with a mesh, or an entity, a camera, a light or a text.
+bool HasGizmo(const GameObject& object);
+
+// The gizmo on the screen, not rounded: far away an axis is a few pixels long, and a rounded one would lead a
+// drag past the pointer. Axes are those of the world, X, Y and Z.
+struct GizmoOnScreen {
+    bool visible = false;
+    ScreenCorner origin{};
+    std::array<bool, 3> tipVisible{};
+    std::array<ScreenCorner, 3> tip{};
+};
+
+GizmoOnScreen ProjectGizmo(Vec3 origin, const Matrix4& viewProjection, const Rect& viewport);
+
+// `activeAxis` is the one that is dragged: 1 X, 2 Y, 3 Z, 0 none.
+void DrawGizmo(const GizmoOnScreen& gizmo, int32_t activeAxis);
+
+// The axis at a point: 1 X, 2 Y, 3 Z, 0 none. Up to 8 pixels from the pixel of a tip on both axes, else up to
+// 10 from the line; the nearest one, of equal ones the first.
+int32_t GizmoAxisAt(const GizmoOnScreen& gizmo, Point pointer);
+
+// The unit vector of an axis 1 .. 3.
+Vec3 GizmoAxis(int32_t axis);
+
+// How far along its axis a drag has come, in world units: `pointer` minus `press` along the axis's direction
+// on the screen, in pixels. False when the axis has no length on the screen.
+bool GizmoTravel(Point press, Point pointer, float axisX, float axisY, float& travel);

@@ -1,0 +1,103 @@
+#include "viewport/scene_drawing.h"
+
+#include "render/frame_buffer.h"
+#include "render/raster/mesh_batch.h"
+#include "render/raster/mesh_bounds.h"
+#include "scene/selection.h"
+#include "scene/transform.h"
+#include "state/editor_state.h"
+#include "viewport/gizmo.h"
+#include "viewport/scene_view.h"
+#include "viewport/viewport_overlay.h"
+
+#include <vector>
+
+static bool IsIndexOf(int32_t index, size_t count) {
+    return index >= 0 && static_cast<size_t>(index) < count;
+}
+
+static const TextureImage* TextureOf(const GameObject& object) {
+    if (!object.hasTexture || !IsIndexOf(object.textureIndex, editorState.textures.size())) return nullptr;
+    return &editorState.textures[static_cast<size_t>(object.textureIndex)];
+}
+
+// What the edit mode shows of the selection is not part of the game.
+static bool IsSelected(int32_t index) { return !ShowsGame() && index == editorState.selectedIndex; }
+
+static MeshDraw MeshDrawOf(int32_t index, const MeshDraw& frame, WorldMatrices& worlds) {
+    const GameObject& object = editorState.scene[static_cast<size_t>(index)];
+    MeshDraw draw = frame;
+    draw.world = worlds.Of(index);
+    draw.selected = IsSelected(index);
+    draw.tint = object.hasColor ? object.color : 0;
+    draw.roughness = object.roughness;
+    draw.gloss = object.gloss;
+    draw.texture = TextureOf(object);
+    draw.repeat = object.textureRepeat;
+    return draw;
+}
+
+static void DrawTextOf(int32_t index, const Matrix4& viewProjection, WorldMatrices& worlds) {
+    const Vec3 position = Translation(worlds.Of(index));
+    DrawTextObject(editorState.scene[static_cast<size_t>(index)], position, viewProjection,
+                   IsSelected(index));
+}
+
+// Meshes are drawn in batches: only a text and the outline of the selection ignore depth and must come where
+// they stand in the scene. What lies beside the view is not worth sorting. `frame` holds what all objects
+// share.
+static void DrawObjects(const MeshDraw& frame, WorldMatrices& worlds) {
+    static std::vector<MeshInstance> batch;
+    batch.clear();
+    const auto drawBatch = [] {
+        DrawMeshes(batch);
+        batch.clear();
+    };
+    for (int32_t i = 0; i < static_cast<int32_t>(editorState.scene.size()); ++i) {
+        const GameObject& object = editorState.scene[static_cast<size_t>(i)];
+        const bool showsMesh = ShowsMesh(object, editorState.meshes.size());
+        if (!IsShown(object, ShowsGame()) || !(object.isText || showsMesh)) continue;
+        if (object.isText || IsSelected(i)) drawBatch();
+        if (object.isText) {
+            DrawTextOf(i, frame.viewProjection, worlds);
+            continue;
+        }
+        const Mesh& mesh = editorState.meshes[static_cast<size_t>(object.meshIndex)];
+        const MeshDraw draw = MeshDrawOf(i, frame, worlds);
+        if (draw.selected) {
+            DrawMesh(mesh, draw);
+        } else if (!IsBesideView(mesh, {draw.world, draw.viewProjection, frameBuffer.viewport})) {
+            batch.push_back({&mesh, draw});
+        }
+    }
+    drawBatch();
+}
+
+static void DrawMarkers(int32_t index, const Matrix4& viewProjection, WorldMatrices& worlds) {
+    const GameObject& object = editorState.scene[static_cast<size_t>(index)];
+    if (!IsShown(object, ShowsGame()) || !HasMarker(object)) return;
+
+    const Vec3 position = Translation(worlds.Of(index));
+    DrawMarkerIcons(object, position, viewProjection, IsSelected(index));
+}
+
+static void DrawSelectedGizmo(const FrameView& view) {
+    if (ShowsGame() || !SelectionIsValid() || !HasGizmo(SelectedObject())) return;
+    const Vec3 origin = WorldPosition(editorState.scene, editorState.selectedIndex);
+    DrawGizmo(ProjectGizmo(origin, view.viewProjection, view.viewport), editorState.gizmoDrag.axis);
+}
+
+void DrawScene(const FrameView& view) {
+    frameBuffer.viewport = view.viewport;
+    const MeshDraw frame{.eye = view.camera.position,
+                         .light = LightDirection(editorState.scene),
+                         .viewProjection = view.viewProjection};
+
+    FillRect(view.viewport, ViewportBackground(editorState.scene, editorState.selectedIndex, ShowsGame()));
+    if (!editorState.runtimeMode) DrawGrid(frame.viewProjection);
+    const auto count = static_cast<int32_t>(editorState.scene.size());
+    WorldMatrices worlds(editorState.scene);
+    DrawObjects(frame, worlds);
+    for (int32_t i = 0; i < count; ++i) DrawMarkers(i, frame.viewProjection, worlds);
+    DrawSelectedGizmo(view);
+}

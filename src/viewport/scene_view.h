@@ -1,0 +1,31 @@
+// What of a scene decides how all of it is seen: its camera, its light and its background.
+#pragma once
+
+#include "base/color.h"
+#include "state/camera_pose.h"
+#include "state/game_object.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+// True for what is shown by an icon and not in the game: entities, cameras and lights.
+bool HasMarker(const GameObject& object);
+
+// False for what no frame of this mode shows: inactive objects, and in the game those with a marker.
+bool IsShown(const GameObject& object, bool showsGame);
+
+// True when a shown object is drawn as its mesh. A Text shows its text instead.
+bool ShowsMesh(const GameObject& object, size_t meshCount);
+
+// Where the frame is seen from. In Play mode the first camera object, active or not: its world position, and
+// its own rotation without that of its parents. Else, and without a camera object, the editor's camera.
+CameraPose ActiveCamera(std::span<const GameObject> scene, const CameraPose& editorCamera, bool playMode);
+
+// The unit vector toward the light: from the own rotation of the first light object, or a fixed one without
+// any. A light that is turned by a quarter about x gives the zero vector.
+Vec3 LightDirection(std::span<const GameObject> scene);
+
+// The colour behind the scene. In Play mode of the first active camera; else of the selected object if it is
+// a camera, else of the first camera, else a fixed one.
+Pixel ViewportBackground(std::span<const GameObject> scene, int32_t selectedIndex, bool playMode);

@@ -1,0 +1,153 @@
+#include "viewport/gizmo.h"
+
+#include "render/camera.h"
+#include "support/picture.h"
+
+#include "doctest/doctest.h"
+
+#include <cmath>
+#include <vector>
+
+constexpr Pixel kOrigin{0x78E2FF};
+
+// X points right, Y up, Z nowhere: an axis that is seen from its end.
+static GizmoOnScreen Flat() {
+    return {.visible = true,
+            .origin{100, 100},
+            .tipVisible{true, true, false},
+            .tip{ScreenCorner{150, 100}, ScreenCorner{100, 50}, ScreenCorner{}}};
+}
+
+TEST_CASE("what has a mesh or a role has a gizmo, anything else has none") {
+    CHECK_FALSE(HasGizmo({}));
+    CHECK(HasGizmo({.meshIndex = 0}));
+    CHECK(HasGizmo({.isEntity = true}));
+    CHECK(HasGizmo({.isCamera = true}));
+    CHECK(HasGizmo({.isLight = true}));
+    CHECK(HasGizmo({.isText = true}));
+}
+
+TEST_CASE("the gizmo lies on world axes of 1.25 units, seen through the camera") {
+    StartPicture(200, 100);
+    const Matrix4 vp = MultiplyMatrix(ProjectionMatrix(200, 100), ViewMatrix({{0, 0, 0}, 0, 0}));
+    const GizmoOnScreen gizmo = ProjectGizmo({0, 0, 5}, vp, frameBuffer.viewport);
+    REQUIRE(gizmo.visible);
+    // 1.25 / (5 tan 35 degrees) * 50 = 17.8518 pixels.
+    const float places[][2] = {{100, 50}, {117.8518f, 50}, {100, 32.1482f}, {100, 50}};
+    const ScreenCorner corners[] = {gizmo.origin, gizmo.tip[0], gizmo.tip[1], gizmo.tip[2]};
+    for (size_t i = 0; i < 4; ++i) {
+        CHECK(std::abs(corners[i].x - places[i][0]) < 0.001f);
+        CHECK(std::abs(corners[i].y - places[i][1]) < 0.001f);
+    }
+}
+
+TEST_CASE("an object behind the camera shows no gizmo, and a tip behind it no axis") {
+    StartPicture(200, 100);
+    const Matrix4 vp = MultiplyMatrix(ProjectionMatrix(200, 100), ViewMatrix({{0, 0, 0}, 0, 0}));
+    CHECK_FALSE(ProjectGizmo({0, 0, -5}, vp, frameBuffer.viewport).visible);
+    const Matrix4 back = MultiplyMatrix(ProjectionMatrix(200, 100), ViewMatrix({{0, 0, 1}, 3.14159265f, 0}));
+    const GizmoOnScreen gizmo = ProjectGizmo({0, 0, 0.5f}, back, frameBuffer.viewport);
+    CHECK(gizmo.visible);
+    CHECK_FALSE(gizmo.tipVisible[2]);
+    StartPicture(200, 100);
+    DrawGizmo({}, 1);
+    CHECK(CountOf(Pixel{0}) == 200 * 100);
+}
+
+TEST_CASE("each axis has its colour, and a brighter one while it is dragged") {
+    const Pixel idle[] = {Pixel{0x4A4BEB}, Pixel{0x76D25F}, Pixel{0xF59152}};
+    const Pixel active[] = {Pixel{0x808AFF}, Pixel{0x7EECA0}, Pixel{0xFFB47E}};
+    GizmoOnScreen gizmo = Flat();
+    gizmo.tipVisible[2] = true;
+    gizmo.tip[2] = {60, 140};
+    for (int32_t dragged = 0; dragged <= 3; ++dragged) {
+        StartPicture(200, 200);
+        DrawGizmo(gizmo, dragged);
+        for (size_t i = 0; i < 3; ++i) {
+            const Pixel expected = dragged == static_cast<int32_t>(i) + 1 ? active[i] : idle[i];
+            const Point tip{static_cast<int32_t>(gizmo.tip[i].x), static_cast<int32_t>(gizmo.tip[i].y)};
+            CHECK(PixelAt(tip.x - 4, tip.y - 4) == expected);
+            CHECK(PixelAt(tip.x + 4, tip.y + 4) == expected);
+            CHECK(PixelAt(tip.x + 5, tip.y + 5) == Pixel{0});
+            CHECK(PixelAt((tip.x + 100) / 2, (tip.y + 100) / 2) == expected);
+        }
+        CHECK(PixelAt(95, 95) == kOrigin);
+        CHECK(PixelAt(105, 105) == kOrigin);
+        CHECK(CountOf(kOrigin) == 121);
+    }
+}
+
+TEST_CASE("a press exactly 8 pixels beside a tip grabs the axis, 9 pixels do not") {
+    CHECK(GizmoAxisAt(Flat(), {158, 100}) == 1);
+    CHECK(GizmoAxisAt(Flat(), {158, 108}) == 1);
+    CHECK(GizmoAxisAt(Flat(), {142, 92}) == 1);
+    CHECK(GizmoAxisAt(Flat(), {159, 108}) == 0);  // 12 pixels from the line too
+    CHECK(GizmoAxisAt(Flat(), {161, 100}) == 0);
+}
+
+TEST_CASE("the distance from an axis is not rounded, the square around its tip is of whole pixels") {
+    GizmoOnScreen gizmo = Flat();
+    gizmo.origin.y = gizmo.tip[0].y = 100.75f;
+    gizmo.tipVisible[1] = false;
+    CHECK(GizmoAxisAt(gizmo, {125, 110}) == 1);
+    CHECK(GizmoAxisAt(gizmo, {125, 111}) == 0);
+    CHECK(GizmoAxisAt(gizmo, {125, 91}) == 1);
+    CHECK(GizmoAxisAt(gizmo, {125, 90}) == 0);
+    CHECK(GizmoAxisAt(gizmo, {158, 92}) == 1);  // the square lies around pixel 100
+    CHECK(GizmoAxisAt(gizmo, {158, 108}) == 1);
+    CHECK(GizmoAxisAt(gizmo, {158, 91}) == 0);
+}
+
+TEST_CASE("a gizmo of parts of pixels is drawn where its points are cut to whole ones") {
+    GizmoOnScreen gizmo = Flat();
+    StartPicture(200, 200);
+    DrawGizmo(gizmo, 0);
+    const std::vector<Pixel> whole = headless.pixels;
+    for (ScreenCorner* corner : {&gizmo.origin, &gizmo.tip[0], &gizmo.tip[1]}) {
+        corner->x += 0.99f;
+        corner->y += 0.5f;
+    }
+    StartPicture(200, 200);
+    DrawGizmo(gizmo, 0);
+    CHECK(headless.pixels == whole);
+}
+
+TEST_CASE("a press up to 10 pixels from the line grabs the axis") {
+    CHECK(GizmoAxisAt(Flat(), {125, 110}) == 1);
+    CHECK(GizmoAxisAt(Flat(), {125, 111}) == 0);
+    CHECK(GizmoAxisAt(Flat(), {90, 70}) == 2);
+    CHECK(GizmoAxisAt(Flat(), {89, 70}) == 0);
+}
+
+TEST_CASE("the nearest axis wins, and of equal ones the first") {
+    CHECK(GizmoAxisAt(Flat(), {106, 98}) == 1);
+    CHECK(GizmoAxisAt(Flat(), {102, 94}) == 2);
+    CHECK(GizmoAxisAt(Flat(), {105, 95}) == 1);
+    GizmoOnScreen same = Flat();
+    same.tipVisible[2] = true;
+    same.tip[2] = same.tip[0];
+    CHECK(GizmoAxisAt(same, {150, 100}) == 1);
+    same.tip[0] = {0, 0};
+    CHECK(GizmoAxisAt(same, {150, 100}) == 3);
+}
+
+TEST_CASE("an axis seen from its end counts as the point of the origin") {
+    GizmoOnScreen gizmo = Flat();
+    gizmo.tipVisible = {false, false, true};
+    gizmo.tip[2] = gizmo.origin;
+    CHECK(GizmoAxisAt(gizmo, {100, 110}) == 3);
+    CHECK(GizmoAxisAt(gizmo, {100, 111}) == 0);
+    CHECK(GizmoAxisAt({}, {0, 0}) == 0);
+}
+
+TEST_CASE("a drag travels 1.25 units for the length of the axis, whatever the pointer does across it") {
+    float travel = -1;
+    CHECK(GizmoTravel({10, 10}, {60, 10}, 50, 0, travel));
+    CHECK(travel == 1.25f);
+    CHECK(GizmoTravel({10, 10}, {60, 90}, 50, 0, travel));
+    CHECK(travel == 1.25f);
+    CHECK(GizmoTravel({10, 10}, {10, 35}, 0, -50, travel));
+    CHECK(travel == -0.625f);
+    CHECK_FALSE(GizmoTravel({10, 10}, {60, 10}, 0.01f, 0, travel));
+    CHECK(travel == -0.625f);
+}
