@@ -1,7 +1,6 @@
 #include "base/path_text.h"
 
 #include "base/letter_case.h"
-#include "platform/files.h"
 
 #include <algorithm>
 

@@ -4,6 +4,9 @@
 #include <string>
 #include <string_view>
 
+// What stands between the components of a path.
+constexpr bool IsSeparator(wchar_t c) { return c == L'\\' || c == L'/'; }
+
 // What follows the last `\` or `/`; the whole path without one. Empty for a path that ends with a separator.
 std::wstring LastComponent(std::wstring_view path);
 

@@ -5,9 +5,6 @@
 #include <string_view>
 #include <vector>
 
-// What stands between the components of a path.
-inline bool IsSeparator(wchar_t c) { return c == L'\\' || c == L'/'; }
-
 enum class PathKind { Missing, File, Folder, Unknown };
 
 struct FolderEntry {

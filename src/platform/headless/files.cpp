@@ -1,5 +1,6 @@
 #include "platform/files.h"
 
+#include "base/path_text.h"
 #include "platform/headless/fault_injection.h"
 #include "platform/headless/native_path.h"
 

@@ -1,5 +1,6 @@
 #include "platform/files.h"
 
+#include "base/path_text.h"
 #include "platform/windows/file_bytes.h"
 #include "platform/windows/file_handle.h"
 #include "platform/windows/system_path.h"
