@@ -2,6 +2,7 @@
 
 #include "render/builtin_meshes.h"
 #include "render/camera.h"
+#include "render/mesh_measures.h"
 #include "scene/default_scenes.h"
 #include "scene/editor_camera.h"
 #include "scene/transform.h"

@@ -1,7 +1,7 @@
 // Models in Wavefront OBJ files: their vertices and faces.
 #pragma once
 
-#include "render/mesh.h"
+#include "state/mesh.h"
 
 #include <cstdint>
 #include <string>

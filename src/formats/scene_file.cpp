@@ -2,6 +2,7 @@
 
 #include "formats/object_line.h"
 #include "scene/default_scenes.h"
+#include "scene/snapshots.h"
 #include "state/editor_state.h"
 
 #include <algorithm>

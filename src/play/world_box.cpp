@@ -1,7 +1,7 @@
 #include "play/world_box.h"
 
-#include "render/mesh.h"
 #include "state/editor_state.h"
+#include "state/mesh.h"
 
 #include <cmath>
 #include <limits>

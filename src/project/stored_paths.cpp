@@ -1,6 +1,7 @@
 #include "project/stored_paths.h"
 
 #include "base/path_text.h"
+#include "scene/snapshots.h"
 #include "scene/undo.h"
 #include "state/editor_state.h"
 

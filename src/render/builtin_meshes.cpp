@@ -1,5 +1,7 @@
 #include "render/builtin_meshes.h"
 
+#include "render/mesh_measures.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdint>

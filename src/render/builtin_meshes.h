@@ -1,7 +1,7 @@
 // The seven meshes that every program start and every scene begins with.
 #pragma once
 
-#include "render/mesh.h"
+#include "state/mesh.h"
 
 #include <vector>
 

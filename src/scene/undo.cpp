@@ -2,6 +2,7 @@
 
 #include "base/limit.h"
 #include "scene/gestures.h"
+#include "scene/snapshots.h"
 #include "scene/status.h"
 #include "state/editor_state.h"
 

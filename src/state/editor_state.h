@@ -2,16 +2,16 @@
 // of.
 #pragma once
 
-#include "render/mesh.h"
-#include "scene/scene_snapshot.h"
 #include "state/asset_entry.h"
 #include "state/blueprint_node.h"
 #include "state/camera_pose.h"
 #include "state/game_object.h"
 #include "state/hit_zone.h"
 #include "state/interaction.h"
+#include "state/mesh.h"
 #include "state/panel_layout.h"
 #include "state/recent_project.h"
+#include "state/scene_snapshot.h"
 #include "state/texture_image.h"
 
 #include <array>

@@ -3,8 +3,8 @@
 
 #include "base/matrix4.h"
 #include "base/rect.h"
-#include "render/mesh.h"
 #include "state/game_object.h"
+#include "state/mesh.h"
 
 #include <cstdint>
 #include <span>

@@ -1,5 +1,6 @@
 #include "project/stored_paths.h"
 
+#include "scene/snapshots.h"
 #include "scene/undo.h"
 #include "state/editor_state.h"
 

@@ -3,7 +3,7 @@
 
 #include "base/matrix4.h"
 #include "base/rect.h"
-#include "render/mesh.h"
+#include "state/mesh.h"
 #include "state/texture_image.h"
 
 // What a mesh is drawn with. The first three stay the same for a whole frame.

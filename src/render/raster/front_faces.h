@@ -2,8 +2,8 @@
 #pragma once
 
 #include "base/matrix4.h"
-#include "render/mesh.h"
 #include "render/raster/simd_level.h"
+#include "state/mesh.h"
 
 #include <cstddef>
 #include <cstdint>

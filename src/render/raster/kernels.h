@@ -2,11 +2,11 @@
 // same bits; kernels_one.cpp is the definition.
 #pragma once
 
-#include "render/mesh.h"
 #include "render/raster/front_faces.h"
 #include "render/raster/mesh_to_draw.h"
 #include "render/raster/mesh_vertices.h"
 #include "render/raster/simd_level.h"
+#include "state/mesh.h"
 
 #include <cstddef>
 #include <cstdint>

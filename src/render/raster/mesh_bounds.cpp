@@ -1,5 +1,7 @@
 #include "render/raster/mesh_bounds.h"
 
+#include "render/mesh_measures.h"
+
 #include <algorithm>
 #include <cmath>
 

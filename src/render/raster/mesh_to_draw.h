@@ -3,9 +3,9 @@
 
 #include "base/color.h"
 #include "base/rect.h"
-#include "render/mesh.h"
 #include "render/projection.h"
 #include "render/raster/draw_mesh.h"
+#include "state/mesh.h"
 
 #include <cstddef>
 #include <cstdint>

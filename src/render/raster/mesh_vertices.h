@@ -3,9 +3,9 @@
 
 #include "base/matrix4.h"
 #include "base/rect.h"
-#include "render/mesh.h"
 #include "render/projection.h"
 #include "render/raster/simd_level.h"
+#include "state/mesh.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,6 +1,7 @@
 #include "render/raster/face_scan.h"
 
 #include "render/builtin_meshes.h"
+#include "render/mesh_measures.h"
 #include "render/raster/fill_triangle.h"
 #include "render/raster/front_faces.h"
 #include "support/picture.h"

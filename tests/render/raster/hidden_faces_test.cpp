@@ -2,6 +2,7 @@
 
 #include "render/builtin_meshes.h"
 #include "render/camera.h"
+#include "render/mesh_measures.h"
 #include "scene/transform.h"
 #include "support/picture.h"
 #include "support/plain_renderer.h"

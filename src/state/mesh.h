@@ -25,7 +25,8 @@ struct MeshBounds {
     Vec4 halfSize{};  // w is 0
 };
 
-// What drawing asks of a mesh again and again, all in object space. See MeasureMesh.
+// What drawing asks of a mesh again and again, all in object space. See MeasureMesh in
+// render/mesh_measures.h.
 struct MeshMeasures {
     // The planes of the triangles, by triangle, followed by zeros up to a multiple of sixteen: the normals
     // (p1 - p0) x (p2 - p0), and their products with a point of the plane.
@@ -41,9 +42,3 @@ struct Mesh {
     std::vector<MeshTriangle> triangles{};  // every index is a valid vertex index
     MeshMeasures measures{};                // without: the mesh is drawn the same, but more slowly
 };
-
-// To be called when a mesh is complete.
-void MeasureMesh(Mesh& mesh);
-
-// Of a mesh with vertices.
-MeshBounds BoundsOf(const Mesh& mesh);

@@ -1,4 +1,4 @@
-#include "scene/scene_snapshot.h"
+#include "scene/snapshots.h"
 
 #include "scene/same_object.h"
 

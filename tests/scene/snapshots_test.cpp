@@ -1,6 +1,7 @@
-#include "scene/scene_snapshot.h"
+#include "state/scene_snapshot.h"
 
 #include "scene/same_object.h"
+#include "scene/snapshots.h"
 #include "support/capture.h"
 #include "support/edited_scene.h"
 

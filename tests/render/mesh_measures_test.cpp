@@ -1,6 +1,7 @@
-#include "render/mesh.h"
+#include "state/mesh.h"
 
 #include "doctest/doctest.h"
+#include "render/mesh_measures.h"
 
 TEST_CASE("a mesh is measured: planes padded to sixteen, reach, longest edge and box") {
     Mesh mesh{{{{0, 0, 2}, {}}, {{0, 3, 2}, {}}, {{4, 0, 2}, {}}}, {{0, 1, 2}}};

@@ -1,4 +1,4 @@
-#include "render/mesh.h"
+#include "render/mesh_measures.h"
 
 #include <immintrin.h>
 
