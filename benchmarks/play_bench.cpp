@@ -2,9 +2,9 @@
 // other.
 #include "bench_report.h"
 
-#include "play/play_update.h"
 #include "render/builtin_meshes.h"
 #include "state/editor_state.h"
+#include "support/frame_update.h"
 #include "support/plain_play.h"
 
 #include <benchmark/benchmark.h>
@@ -48,7 +48,7 @@ static void StartGame(int32_t boxes) {
 
 static void Play(benchmark::State& state, int32_t boxes, void (*update)(float)) {
     StartGame(boxes);
-    for (int32_t frame = 0; frame < 30; ++frame) UpdatePlay(kFrameTime);
+    for (int32_t frame = 0; frame < 30; ++frame) UpdateFrame(kFrameTime);
     const EditorState start = editorState;
     int32_t frame = 0;
     for ([[maybe_unused]] auto round : state) {

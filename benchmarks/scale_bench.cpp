@@ -6,11 +6,11 @@
 #include "app/frame.h"
 #include "app/frame_view.h"
 #include "platform/headless/headless.h"
-#include "play/play_update.h"
 #include "render/frame_buffer.h"
 #include "scene/commands.h"
 #include "scene/undo.h"
 #include "state/editor_state.h"
+#include "support/frame_update.h"
 #include "viewport/gizmo_drag.h"
 #include "viewport/pick.h"
 
@@ -35,7 +35,7 @@ static void Pick() {
 // A step of a held key, and one of a drag.
 static void MoveByKey() {
     editorState.keyDown['L'] = true;
-    UpdatePlay(1.0f / 60);
+    UpdateFrame(1.0f / 60);
 }
 
 static void MoveByGizmo() {

@@ -1,12 +1,12 @@
 #include "app/main_loop.h"
 
 #include "app/frame.h"
+#include "app/update.h"
 #include "base/enough_memory.h"
 #include "blueprint/blueprint_editor.h"
 #include "platform/clock.h"
 #include "platform/dialogs.h"
 #include "platform/window.h"
-#include "play/play_update.h"
 #include "project/game_runtime.h"
 #include "project/project_hub.h"
 #include "render/frame_buffer.h"
@@ -29,9 +29,10 @@ static const wchar_t* InitialTitle() {
 }
 
 static void RunFrames(double previous) {
+    PlayCache cache;
     while (PumpMessages()) {
         const double now = MonotonicSeconds();
-        UpdatePlay(FrameTime(now - previous));
+        UpdateFrame(FrameTime(now - previous), cache);
         previous = now;
         RenderFrame();
         SleepMilliseconds(1);

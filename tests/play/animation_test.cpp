@@ -14,16 +14,16 @@ static GameObject Animated(int32_t type, float speed) {
 
 TEST_CASE("an object turns about y by its animation speed") {
     StartGame({Animated(0, 2)});
-    UpdatePlay(0.05f);
-    UpdatePlay(0.05f);
+    UpdateFrame(0.05f);
+    UpdateFrame(0.05f);
     CHECK(Object(0).rotation.y == doctest::Approx(0.2));
     CHECK(Object(0).scale == Vec3{3, 4, 5});
 }
 
 TEST_CASE("a pulse overwrites the scale with one around 1") {
     StartGame({Animated(1, 2)});
-    UpdatePlay(0.05f);
-    UpdatePlay(0.05f);
+    UpdateFrame(0.05f);
+    UpdateFrame(0.05f);
     const auto scale = doctest::Approx(1 + 0.08 * std::sin(2 * 0.1 * 3));
     CHECK(Object(0).scale.x == scale);
     CHECK(Object(0).scale.y == scale);
@@ -32,9 +32,9 @@ TEST_CASE("a pulse overwrites the scale with one around 1") {
 
 TEST_CASE("a bounce adds the same to the height in a short frame as in a long one") {
     StartGame({Animated(2, 2)});
-    UpdatePlay(0.05f);
+    UpdateFrame(0.05f);
     CHECK(Object(0).position.y == doctest::Approx(1 + 0.01 * std::sin(2 * 0.05 * 4)));
-    UpdatePlay(0);
+    UpdateFrame(0);
     CHECK(Object(0).position.y == doctest::Approx(1 + 0.02 * std::sin(2 * 0.05 * 4)));
 }
 
@@ -44,7 +44,7 @@ TEST_CASE("inactive objects animate, and cameras too; other types and objects wi
     camera.isCamera = true;
     other.animationType = 3;
     StartGame({inactive, camera, other, plain});
-    UpdatePlay(0.05f);
+    UpdateFrame(0.05f);
     CHECK(Object(0).rotation.y == doctest::Approx(0.05));
     CHECK(Object(1).rotation.y == doctest::Approx(0.05));
     CHECK(Object(2).rotation.y == 0);
@@ -55,6 +55,6 @@ TEST_CASE("an object that falls and bounces is moved by both") {
     GameObject object = Animated(2, 1);
     object.hasGravitation = true;
     StartGame({object});
-    UpdatePlay(0.05f);
+    UpdateFrame(0.05f);
     CHECK(Object(0).position.y == doctest::Approx(1 - 0.0245 + 0.01 * std::sin(0.05 * 4)));
 }

@@ -32,7 +32,7 @@ static std::vector<bool> Active() {
 
 static void PlayFrame() {
     editorState.statusMessage = L"before";
-    UpdatePlay(0.05f);
+    UpdateFrame(0.05f);
 }
 
 TEST_CASE("a collector hides its target and counts it when they touch within 0.08") {

@@ -6,19 +6,19 @@
 
 TEST_CASE("a falling object gains speed, then moves by it") {
     StartGame({{.hasGravitation = true}, {.hasGravitation = true, .gravityStrength = -2}});
-    UpdatePlay(0.05f);
+    UpdateFrame(0.05f);
     CHECK(Object(0).velocityY == doctest::Approx(-0.49));
     CHECK(Object(0).position.y == doctest::Approx(-0.0245));
     CHECK(Object(0).velocity == Vec3{});
     CHECK(Object(1).position.y == doctest::Approx(0.005));
-    UpdatePlay(0.05f);
+    UpdateFrame(0.05f);
     CHECK(Object(0).velocityY == doctest::Approx(-0.98));
     CHECK(Object(0).position.y == doctest::Approx(-0.0735));
 }
 
 TEST_CASE("a Rigidbody falls by itself, is damped, and shows its speed as both velocities") {
     StartGame({{.hasRigidbody = true, .drag = 2}});
-    UpdatePlay(0.05f);
+    UpdateFrame(0.05f);
     CHECK(Object(0).velocity.y == doctest::Approx(-0.49 * 0.9));
     CHECK(Object(0).velocityY == Object(0).velocity.y);
     CHECK(Object(0).position.y == doctest::Approx(-0.49 * 0.9 * 0.05));
@@ -31,7 +31,7 @@ TEST_CASE("drag counts from 0 to 5 per second, and stops no more than all of a s
     for (const auto [drag, dt, kept] : cases) {
         StartGame({{.gravityStrength = 0, .hasRigidbody = true, .drag = drag}});
         Object(0).velocity = {0, -2, 0};
-        UpdatePlay(dt);
+        UpdateFrame(dt);
         CHECK(Object(0).velocity.y == doctest::Approx(-2 * kept));
     }
 }
@@ -65,7 +65,7 @@ TEST_CASE(
                {.isLight = true, .hasGravitation = true, .hasRigidbody = true},
                {.meshIndex = kCubeMesh, .hasCollision = true},
                {.hasGravitation = true, .isText = true}});
-    UpdatePlay(0.05f);
+    UpdateFrame(0.05f);
     for (int32_t i = 0; i < 5; ++i) CHECK(Object(i).position == Vec3{});
     CHECK(Object(0).velocityY == 0);
     CHECK(Object(5).position.y < 0);

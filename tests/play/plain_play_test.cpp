@@ -1,5 +1,5 @@
 // The play pass against its plain twin.
-#include "play/play_update.h"
+#include "support/frame_update.h"
 
 #include "formats/obj_file.h"
 #include "formats/prefab_file.h"
@@ -178,7 +178,7 @@ static void PlayBoth(uint32_t seed, GameSize size) {
         CAPTURE(frame);
         if (frame % 30 == 0) PressKeys(random, editorState, plain);
         const float dt = random.OneIn(9) ? 0.05f : random.Between(0.001f, 0.02f);
-        UpdatePlay(dt);
+        UpdateFrame(dt);
         std::swap(editorState, plain);
         UpdatePlayPlainly(dt);
         std::swap(editorState, plain);

@@ -32,7 +32,7 @@ TEST_CASE("W, S, D and A move a player by 4 units a second, ahead, back, right a
     for (const auto [key, x, z] : cases) {
         StartGame({Player()});
         Hold({key});
-        UpdatePlay(0.05f);
+        UpdateFrame(0.05f);
         CheckPosition(x, z);
     }
 }
@@ -40,11 +40,11 @@ TEST_CASE("W, S, D and A move a player by 4 units a second, ahead, back, right a
 TEST_CASE("a player walks as it is turned, and not faster askew") {
     StartGame({Player(1.5707964f)});
     Hold({'W'});
-    UpdatePlay(0.05f);
+    UpdateFrame(0.05f);
     CheckPosition(0.2f, 0);
     StartGame({Player(0.5f)});
     Hold({'W', 'D'});
-    UpdatePlay(0.05f);
+    UpdateFrame(0.05f);
     const float askew = 0.5f + 0.7853982f;
     CheckPosition(0.2f * std::sin(askew), 0.2f * std::cos(askew));
 }
@@ -61,12 +61,12 @@ TEST_CASE("opposite keys, and none, leave a player without Rigidbody where it is
 TEST_CASE("keys push a body by 22 over its mass, and drag slows it after that") {
     StartGame({Body(2, 0.5f)});
     Hold({'D'});
-    UpdatePlay(0.05f);
+    UpdateFrame(0.05f);
     const float speed = 22.0f / 2 * 0.05f * (1 - 0.05f * 0.5f);
     CHECK(Object(0).velocity.x == doctest::Approx(speed));
     CheckPosition(speed * 0.05f, 0);
     ReleaseKeys();
-    UpdatePlay(0.05f);
+    UpdateFrame(0.05f);
     CHECK(Object(0).velocity.x == doctest::Approx(speed * (1 - 0.05f * 0.5f)));
 }
 
@@ -74,7 +74,7 @@ TEST_CASE("a body lighter than 0.1 is pushed as one of 0.1") {
     for (const float mass : {0.1f, 0.05f, 0.0f, -1.0f}) {
         StartGame({Body(mass)});
         Hold({'W'});
-        UpdatePlay(0.01f);
+        UpdateFrame(0.01f);
         CHECK(Object(0).velocity.z == doctest::Approx(22 / 0.1 * 0.01));
     }
 }
@@ -84,7 +84,7 @@ TEST_CASE("no body gets faster than 4 units a second, whatever its mass") {
         StartGame({Body(mass)});
         Hold({'W', 'D'});
         for (int32_t frame = 0; frame < 200; ++frame) {
-            UpdatePlay(0.05f);
+            UpdateFrame(0.05f);
             REQUIRE(Speed() <= 4.00001f);
         }
         CHECK(Speed() == doctest::Approx(4));
@@ -94,7 +94,7 @@ TEST_CASE("no body gets faster than 4 units a second, whatever its mass") {
 TEST_CASE("a body that was set faster is slowed to 4 in its direction, without a key") {
     StartGame({Body(1)});
     Object(0).velocity = {30, 0, -40};
-    UpdatePlay(0.05f);
+    UpdateFrame(0.05f);
     CHECK(Object(0).velocity.x == doctest::Approx(2.4));
     CHECK(Object(0).velocity.z == doctest::Approx(-3.2));
 }
@@ -121,7 +121,7 @@ TEST_CASE("every object with the script is a player, markers too, but inactive o
     other.scripts = {L"playercontroller", L"PlayerController2", L""};
     StartGame({camera, inactive, other, Player()});
     Hold({'W'});
-    UpdatePlay(0.05f);
+    UpdateFrame(0.05f);
     CHECK(Object(0).position.z == doctest::Approx(0.2));
     CHECK(Object(1).position == Vec3{});
     CHECK(Object(2).position == Vec3{});

@@ -30,7 +30,7 @@ static int32_t ObjectCount() { return static_cast<int32_t>(editorState.scene.siz
 
 static void PlayFrame() {
     editorState.statusMessage = L"before";
-    UpdatePlay(0.05f);
+    UpdateFrame(0.05f);
 }
 
 TEST_CASE("the first ten spots follow from the generator's first state, in every game") {

@@ -4,7 +4,6 @@
 #include "formats/text_file.h"
 #include "platform/files.h"
 #include "play/play_mode.h"
-#include "play/play_update.h"
 #include "project/asset_commands.h"
 #include "project/asset_import.h"
 #include "project/build_project.h"
@@ -13,6 +12,7 @@
 #include "project/save_project.h"
 #include "project/save_project_as.h"
 #include "support/folder_tree.h"
+#include "support/frame_update.h"
 #include "support/project_input.h"
 
 #include "doctest/doctest.h"
@@ -114,7 +114,7 @@ static int32_t EntryNamed(const std::wstring& name) {
 static void PlayForAWhile() {
     TapKey('P');
     for (int32_t frame = 0; frame < 5; ++frame) {
-        UpdatePlay(0.02f);
+        UpdateFrame(0.02f);
         RenderFrame();
     }
     if (!editorState.runtimeMode) TapKey('P');

@@ -5,10 +5,10 @@
 #include "formats/prefab_file.h"
 #include "formats/scene_file.h"
 #include "platform/files.h"
-#include "play/play_update.h"
 #include "project/asset_list.h"
 #include "project/stored_paths.h"
 #include "support/folder_tree.h"
+#include "support/frame_update.h"
 #include "support/project_input.h"
 
 #include "doctest/doctest.h"
@@ -302,10 +302,10 @@ TEST_CASE("what goes on after a save is a change again: a held key, a renamed te
     StartWithPrefab(folder);
     OpenThePrefab();
     HandleInput({.kind = InputKind::KeyDown, .key = 'L'});
-    UpdatePlay(0.01f);
+    UpdateFrame(0.01f);
     TapWithControl('S');
     CHECK_FALSE(editorState.prefabDirty);
-    UpdatePlay(0.01f);
+    UpdateFrame(0.01f);
     CHECK(editorState.prefabDirty);
     HandleInput({.kind = InputKind::KeyUp, .key = 'L'});
     TapWithControl('S');

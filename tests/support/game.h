@@ -2,9 +2,9 @@
 #pragma once
 
 #include "play/play_mode.h"
-#include "play/play_update.h"
 #include "render/builtin_meshes.h"
 #include "state/editor_state.h"
+#include "support/frame_update.h"
 
 #include <initializer_list>
 #include <utility>
@@ -27,5 +27,5 @@ inline void ReleaseKeys() { editorState.keyDown = {}; }
 
 // Frames of the longest time, a twentieth of a second.
 inline void PlayFrames(int32_t frames) {
-    for (int32_t i = 0; i < frames; ++i) UpdatePlay(0.05f);
+    for (int32_t i = 0; i < frames; ++i) UpdateFrame(0.05f);
 }

@@ -2,11 +2,11 @@
 #pragma once
 
 #include "app/frame_view.h"
-#include "play/play_update.h"
 #include "scene/name_entry.h"
 #include "scene/selection.h"
 #include "scene/transform.h"
 #include "support/editor_input.h"
+#include "support/frame_update.h"
 #include "viewport/gizmo.h"
 
 #include <cstddef>
@@ -164,6 +164,6 @@ struct RandomUser {
         if (what < 96) return ResizeWindow();
         if (what < 97) return LoseMouse();
         if (what < 98) return LoseFocus();
-        UpdatePlay(random.Between(0, 0.05f));
+        UpdateFrame(random.Between(0, 0.05f));
     }
 };

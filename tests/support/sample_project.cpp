@@ -5,6 +5,7 @@
 #include "platform/files.h"
 #include "project/asset_list.h"
 #include "project/project_folder.h"
+#include "support/frame_update.h"
 
 #include "doctest/doctest.h"
 
@@ -36,6 +37,6 @@ int32_t Collected(std::wstring_view name) {
 void HoldFor(int32_t sixtieths, std::initializer_list<char> keys) {
     Hold(keys);
     const auto frames = std::lround(static_cast<float>(sixtieths) / 60 / frameTime);
-    for (long i = 0; i < frames; ++i) UpdatePlay(frameTime);
+    for (long i = 0; i < frames; ++i) UpdateFrame(frameTime);
     ReleaseKeys();
 }

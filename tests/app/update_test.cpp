@@ -1,4 +1,4 @@
-#include "play/play_update.h"
+#include "app/update.h"
 
 #include "formats/prefab_file.h"
 #include "platform/headless/fault_injection.h"
@@ -10,8 +10,8 @@
 TEST_CASE("every update lets the animation clock run and flies the camera with the keys that are down") {
     editorState = EditorState{};
     editorState.keyDown['W'] = true;
-    UpdatePlay(0.05f);
-    UpdatePlay(0.05f);
+    UpdateFrame(0.05f);
+    UpdateFrame(0.05f);
     CHECK(editorState.animationTime == doctest::Approx(0.1));
     CHECK(editorState.cameraPosition.z == doctest::Approx(-10 + 0.44));
 }
@@ -22,7 +22,7 @@ TEST_CASE("behind the Project Hub and the Blueprint editor only the clock runs")
         editorState.hubVisible = hub;
         if (!hub) editorState.screen = Screen::BlueprintEditor;
         editorState.keyDown['W'] = true;
-        UpdatePlay(0.05f);
+        UpdateFrame(0.05f);
         CHECK(editorState.animationTime == 0.05f);
         CHECK(editorState.cameraPosition == Vec3{0, 4, -10});
     }
@@ -33,7 +33,7 @@ TEST_CASE("in the game no page stands before the scene") {
     editorState.runtimeMode = true;
     editorState.hubVisible = true;
     editorState.keyDown['W'] = true;
-    UpdatePlay(0.05f);
+    UpdateFrame(0.05f);
     CHECK(editorState.cameraPosition != Vec3{0, 4, -10});
 }
 
@@ -50,7 +50,7 @@ TEST_CASE("an object is moved by its keys, collects, falls and animates, in this
                 .collectTarget = L"Coin"},
                {.name = L"Coin", .position{0, 0, 2.2f}, .meshIndex = kCubeMesh}});
     Hold({'W'});
-    UpdatePlay(0.05f);
+    UpdateFrame(0.05f);
     CHECK_FALSE(Object(1).active);
     // It walked along its rotation of before the animation, which turned it by a whole radian.
     CHECK(Object(0).position.x == 0);
@@ -66,9 +66,9 @@ TEST_CASE("a collector touches where it stands before its fall") {
                 .gravityStrength = 400,
                 .collectTarget = L"Coin"},
                {.name = L"Coin", .position{0, -2.5f, 0}, .meshIndex = kCubeMesh}});
-    UpdatePlay(0.05f);
+    UpdateFrame(0.05f);
     CHECK(editorState.score == 0);
-    UpdatePlay(0.05f);
+    UpdateFrame(0.05f);
     CHECK(editorState.score == 1);
 }
 
@@ -79,7 +79,7 @@ TEST_CASE("objects act in scene order: one that moved first is met where it is n
     for (const bool aheadFirst : {true, false}) {
         StartGame(aheadFirst ? Scene{ahead, behind} : Scene{behind, ahead});
         Hold({'W'});
-        UpdatePlay(0.05f);
+        UpdateFrame(0.05f);
         const float z = Object(aheadFirst ? 1 : 0).position.z;
         CHECK(z == doctest::Approx(aheadFirst ? 0.2 : 0.099));
     }
@@ -87,14 +87,14 @@ TEST_CASE("objects act in scene order: one that moved first is met where it is n
 
 TEST_CASE("the animation clock is ahead of the objects in every frame") {
     StartGame({{.hasAnimation = true, .animationType = 1, .animationSpeed = 10}});
-    UpdatePlay(0.05f);
+    UpdateFrame(0.05f);
     CHECK(Object(0).scale.x > 1.07f);  // the sine of 1.5
 }
 
 TEST_CASE("nothing acts behind a page, in the Scene editor while it edits, or in a game that was stopped") {
     const auto falls = [] {
         const float y = Object(0).position.y;
-        UpdatePlay(0.05f);
+        UpdateFrame(0.05f);
         return Object(0).position.y < y;
     };
     StartGame({{.hasGravitation = true}});
@@ -110,7 +110,7 @@ TEST_CASE("nothing acts behind a page, in the Scene editor while it edits, or in
 TEST_CASE("an empty scene plays") {
     StartGame({});
     Hold({'W', 'L'});
-    UpdatePlay(0.05f);
+    UpdateFrame(0.05f);
     CHECK(editorState.scene.empty());
     CHECK(editorState.animationTime == 0.05f);
 }
@@ -132,7 +132,7 @@ TEST_CASE("1,000 collectors, spawners and movers share their look-ups") {
     }
     StartGame(scene);
     fileFaults.steps = 0;
-    UpdatePlay(0.05f);
+    UpdateFrame(0.05f);
     CHECK(fileFaults.steps == 2);  // each file is asked for once
 }
 
@@ -154,7 +154,7 @@ TEST_CASE("an object in a cycle of parents is met where the scene puts it that h
     const GameObject wall{.position{1, 0, 0}, .meshIndex = kCubeMesh, .parentIndex = 3, .hasCollision = true};
     StartGame({early, spawner, wall, {.position{0.25f, 0, 0}, .parentIndex = 2}, player});
     Hold({'W'});
-    UpdatePlay(0.05f);
+    UpdateFrame(0.05f);
     REQUIRE(editorState.scene.size() == 6);
     CHECK(Object(4).position.z == doctest::Approx(-1.501));
 }
