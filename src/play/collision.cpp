@@ -68,11 +68,10 @@ static Box Along(const Box& box, Vec3 way) {
 static Neighbours FindNeighbours(int32_t index, Vec3 displacement, WorldBoxes& boxes) {
     constexpr float kMargin = 0.05f;  // world units: what pushing out moves sideways and back
     constexpr size_t kMost = 32;
-    static std::vector<int32_t> numbers;
-    Neighbours found{.numbers = numbers};
+    Neighbours found{.numbers = boxes.neighbours};
     found.region = Grown(Along(WorldBox(index, boxes), displacement), kMargin);
-    found.areKnown =
-        boxes.objects[index].firstChild < 0 && FindSolids(found.region, index, kMost, boxes, numbers);
+    found.areKnown = boxes.objects[index].firstChild < 0 &&
+                     FindSolids(found.region, index, kMost, boxes, boxes.neighbours);
     return found;
 }
 

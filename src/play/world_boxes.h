@@ -24,11 +24,12 @@ struct CachedBox {
 struct WorldBoxes {
     std::vector<CachedBox> objects{};  // by object index
     WorldMatrices worlds{};
-    BoxTree solids{};                // boxes of the objects that others bump into
-    bool hasTree = false;            // made, or brought up to date, when it is first asked for
-    int32_t treeAge = 0;             // passes since it was made
-    std::vector<int32_t> late{};     // solid objects whose box in the tree may be out of date
-    std::vector<int32_t> subtree{};  // what SubtreeOf returned last, or ObjectMoved walked through
+    BoxTree solids{};                   // boxes of the objects that others bump into
+    bool hasTree = false;               // made, or brought up to date, when it is first asked for
+    int32_t treeAge = 0;                // passes since it was made
+    std::vector<int32_t> late{};        // solid objects whose box in the tree may be out of date
+    std::vector<int32_t> subtree{};     // what SubtreeOf returned last, or ObjectMoved walked through
+    std::vector<int32_t> neighbours{};  // scratch of MoveWithCollision
     uint32_t visits = 0;
     int64_t steps = 0;            // objects visited to mark what is known, and to forget it
     size_t meshCount = 0;         // of the library, when the boxes were computed
