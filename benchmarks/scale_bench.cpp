@@ -3,14 +3,15 @@
 #include "bench_report.h"
 #include "large_scene.h"
 
+#include "app/current_layout.h"
 #include "app/frame.h"
-#include "app/frame_view.h"
 #include "platform/headless/headless.h"
 #include "render/frame_buffer.h"
 #include "scene/commands.h"
 #include "scene/undo.h"
 #include "state/editor_state.h"
 #include "support/frame_update.h"
+#include "viewport/current_view.h"
 #include "viewport/gizmo_drag.h"
 #include "viewport/pick.h"
 

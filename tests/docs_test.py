@@ -211,6 +211,35 @@ def on_windows_itself_the_workflow_runs_the_platform_tests_and_starts_the_progra
     check("exit $process.ExitCode" in script, "the script does not give the program's exit code")
 
 
+def folder_of(file):
+    """The folder of src/ that a file belongs to, as the architecture page lists them."""
+    folder = os.path.dirname(file)
+    return folder if folder == "render/raster" else folder.split("/")[0]
+
+
+def every_include_leads_downward_in_the_list_of_folders():
+    order = re.findall(r"^\| `src/([\w/]+)/` \|", content(os.path.join(ROOT, "docs", "architecture.md")), re.MULTILINE)
+    sources = os.path.join(ROOT, "src")
+    upward, count, seen = [], 0, set()
+    for folder, _, names in os.walk(sources):
+        for name in names:
+            if not name.endswith((".h", ".cpp")):
+                continue
+            file = os.path.relpath(os.path.join(folder, name), sources)
+            seen.add(folder_of(file))
+            for included in re.findall(r'^#include "([^"]+/[^"]+)"', content(os.path.join(folder, name)), re.MULTILINE):
+                if included.startswith("stb/"):  # a decoder that the tests' platform uses
+                    continue
+                count += 1
+                pair = {folder_of(file), folder_of(included)}
+                if pair != {"render", "render/raster"} and \
+                        order.index(folder_of(included)) < order.index(folder_of(file)):
+                    upward.append(f"{file} includes {included}")
+    check(seen == set(order), f"folders and the list differ: {seen ^ set(order)}")
+    check(count > 800, f"only {count} includes were found")
+    check(not upward, f"{len(upward)} lead upward: {upward[:10]}")
+
+
 def example_in(language):
     return guide_pages(language)["file-formats.md"].split("```python\n")[1].split("```")[0]
 
@@ -239,6 +268,7 @@ if __name__ == "__main__":
         the_example_script_writes_a_scene_of_whole_object_lines,
         a_prefab_dropped_on_an_object_with_both_scripts_goes_where_the_guide_says,
         the_presets_that_documents_and_workflow_name_exist,
+        every_include_leads_downward_in_the_list_of_folders,
         every_step_of_the_workflow_runs_what_is_in_these_sources,
         on_windows_itself_the_workflow_runs_the_platform_tests_and_starts_the_program,
     ]) else 1)

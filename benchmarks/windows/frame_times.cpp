@@ -1,6 +1,6 @@
 // What an editor frame of the Windows program costs, part by part, in a real window of 1360 x 820 pixels.
+#include "app/current_layout.h"
 #include "app/frame.h"
-#include "app/frame_view.h"
 #include "editor/theme.h"
 #include "platform/clock.h"
 #include "platform/window.h"
@@ -8,6 +8,7 @@
 #include "render/icons.h"
 #include "scene/default_scenes.h"
 #include "state/editor_state.h"
+#include "viewport/current_view.h"
 #include "viewport/scene_drawing.h"
 
 #include <algorithm>

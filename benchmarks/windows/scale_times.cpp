@@ -1,8 +1,8 @@
 // What 100,000 objects cost the Windows program, in a real window of 1360 x 820 pixels.
 #include "large_scene.h"
 
+#include "app/current_layout.h"
 #include "app/frame.h"
-#include "app/frame_view.h"
 #include "formats/scene_file.h"
 #include "platform/clock.h"
 #include "platform/files.h"

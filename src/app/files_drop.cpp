@@ -1,6 +1,5 @@
 #include "app/files_drop.h"
 
-#include "app/frame_view.h"
 #include "base/path_text.h"
 #include "editor/drop_assignments.h"
 #include "editor/hierarchy.h"
@@ -8,6 +7,7 @@
 #include "formats/prefab_instance.h"
 #include "scene/commands.h"
 #include "state/editor_state.h"
+#include "viewport/current_view.h"
 #include "viewport/pick.h"
 
 #include <utility>

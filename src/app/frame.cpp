@@ -1,6 +1,6 @@
 #include "app/frame.h"
 
-#include "app/frame_view.h"
+#include "app/current_layout.h"
 #include "blueprint/blueprint_editor.h"
 #include "blueprint/blueprint_screen.h"
 #include "editor/bottom_panel.h"
@@ -18,6 +18,7 @@
 #include "project/project_hub.h"
 #include "render/frame_buffer.h"
 #include "state/editor_state.h"
+#include "viewport/current_view.h"
 #include "viewport/scene_drawing.h"
 
 void DrawPanels(const EditorLayout& layout) {

@@ -1,6 +1,6 @@
 // Input events become changes of the state: by the entry that owns the keyboard, then by shortcuts and mouse.
+#include "app/current_layout.h"
 #include "app/frame.h"
-#include "app/frame_view.h"
 #include "app/mouse.h"
 #include "app/shortcuts.h"
 #include "blueprint/blueprint_editor.h"

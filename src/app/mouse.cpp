@@ -1,7 +1,7 @@
 #include "app/mouse.h"
 
+#include "app/current_layout.h"
 #include "app/files_drop.h"
-#include "app/frame_view.h"
 #include "app/top_bar_actions.h"
 #include "blueprint/blueprint_editor.h"
 #include "blueprint/blueprint_mouse.h"
@@ -22,6 +22,7 @@
 #include "scene/status.h"
 #include "scene/text_entry.h"
 #include "state/editor_state.h"
+#include "viewport/current_view.h"
 #include "viewport/gizmo_drag.h"
 #include "viewport/pick.h"
 
@@ -58,6 +59,10 @@ static bool PressSplitter(Point pointer, const EditorLayout& layout) {
     return true;
 }
 
+static bool PressGizmo(Point pointer, const EditorLayout& layout) {
+    return StartGizmoDrag(pointer, layout.viewport);
+}
+
 static bool PressViewport(Point pointer, const EditorLayout& layout) {
     if (!Contains(layout.viewport, pointer)) return false;
     const int32_t picked = PickObject(CurrentPickView(layout.viewport), pointer);
@@ -69,8 +74,8 @@ static bool PressViewport(Point pointer, const EditorLayout& layout) {
 
 // From the most transient to the least: the first that takes the press has it.
 constexpr bool (*kPressTakers[])(Point, const EditorLayout&) = {
-    ClickTopBar,    ClickOpenMenu,    PressSplitter,  ClickBottomTabs, ClickInspector,
-    PressFilesPage, ClickToolPalette, StartGizmoDrag, PressViewport,   PressHierarchy,
+    ClickTopBar,    ClickOpenMenu,    PressSplitter, ClickBottomTabs, ClickInspector,
+    PressFilesPage, ClickToolPalette, PressGizmo,    PressViewport,   PressHierarchy,
 };
 
 static void PressEditor(Point pointer) {

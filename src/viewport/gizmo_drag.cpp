@@ -1,6 +1,5 @@
 #include "viewport/gizmo_drag.h"
 
-#include "app/frame_view.h"
 #include "platform/window.h"
 #include "scene/gestures.h"
 #include "scene/local_position.h"
@@ -9,6 +8,7 @@
 #include "scene/transform.h"
 #include "scene/undo.h"
 #include "state/editor_state.h"
+#include "viewport/current_view.h"
 #include "viewport/gizmo.h"
 
 #include <algorithm>
@@ -41,12 +41,12 @@ constexpr ToolDrag kToolDrags[] = {
 
 static const ToolDrag& DragOf(int32_t tool) { return kToolDrags[static_cast<size_t>(tool)]; }
 
-bool StartGizmoDrag(Point pointer, const EditorLayout& layout) {
+bool StartGizmoDrag(Point pointer, const Rect& viewport) {
     if (ShowsGame() || !SelectionIsValid() || !HasGizmo(SelectedObject())) return false;
-    if (!Contains(layout.viewport, pointer)) return false;
+    if (!Contains(viewport, pointer)) return false;
 
     const Vec3 origin = WorldPosition(editorState.scene, editorState.selectedIndex);
-    const FrameView view = CurrentView(layout.viewport);
+    const FrameView view = CurrentView(viewport);
     const GizmoOnScreen gizmo = ProjectGizmo(origin, view.viewProjection, view.viewport);
     const int32_t axis = GizmoAxisAt(gizmo, pointer);
     if (axis == 0) return false;

@@ -1,10 +1,10 @@
 // Moving, turning and scaling the selected object by an axis of its gizmo.
 #pragma once
 
-#include "editor/layout.h"
+#include "base/rect.h"
 
 // Grabs the axis under the pointer: one undo step. False when there is none.
-bool StartGizmoDrag(Point pointer, const EditorLayout& layout);
+bool StartGizmoDrag(Point pointer, const Rect& viewport);
 
 // Changes the object to where the pointer is now. Ends the drag when the object is gone.
 void MoveGizmoDrag(Point pointer);

@@ -1,7 +1,7 @@
 // Whole pictures of the editor, beside them the lists of their texts. Nothing in them is turned, so that no
 // build's sines take part.
+#include "app/current_layout.h"
 #include "app/frame.h"
-#include "app/frame_view.h"
 #include "editor/hierarchy.h"
 #include "editor/menus.h"
 #include "scene/default_scenes.h"

@@ -1,5 +1,5 @@
 // The entries that take the keyboard while they are open.
-#include "app/frame_view.h"
+#include "app/current_layout.h"
 #include "support/capture.h"
 #include "support/editor_input.h"
 

@@ -1,10 +1,11 @@
-#include "app/frame_view.h"
+#include "app/current_layout.h"
 #include "project/asset_list.h"
 #include "render/projection.h"
 #include "scene/transform.h"
 #include "support/capture.h"
 #include "support/editor_input.h"
 #include "support/project_input.h"
+#include "viewport/current_view.h"
 
 #include "doctest/doctest.h"
 

@@ -1,7 +1,7 @@
 // Projects as a user has them: in the Project Hub, and open in the editor with the Files page before them.
 #pragma once
 
-#include "app/frame_view.h"
+#include "app/current_layout.h"
 #include "base/path_text.h"
 #include "platform/headless/fault_injection.h"
 #include "project/project_hub.h"

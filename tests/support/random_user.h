@@ -1,12 +1,13 @@
 // A user who hits every key and every pixel as a source of numbers says.
 #pragma once
 
-#include "app/frame_view.h"
+#include "app/current_layout.h"
 #include "scene/name_entry.h"
 #include "scene/selection.h"
 #include "scene/transform.h"
 #include "support/editor_input.h"
 #include "support/frame_update.h"
+#include "viewport/current_view.h"
 #include "viewport/gizmo.h"
 
 #include <cstddef>

@@ -1,7 +1,8 @@
-#include "app/frame_view.h"
+#include "app/current_layout.h"
 #include "render/projection.h"
 #include "support/capture.h"
 #include "support/editor_input.h"
+#include "viewport/current_view.h"
 
 #include "doctest/doctest.h"
 

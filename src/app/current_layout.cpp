@@ -1,13 +1,8 @@
-#include "app/frame_view.h"
+#include "app/current_layout.h"
 
 #include "platform/window.h"
-#include "render/camera.h"
 #include "render/frame_buffer.h"
-#include "scene/editor_camera.h"
 #include "state/editor_state.h"
-#include "viewport/scene_view.h"
-
-bool ShowsGame() { return editorState.playMode || editorState.runtimeMode; }
 
 bool HubIsShown() { return editorState.hubVisible && !editorState.runtimeMode; }
 
@@ -33,20 +28,4 @@ EditorLayout CurrentLayout() {
 BlueprintLayout CurrentBlueprintLayout() {
     const auto [width, height] = PictureSize();
     return LayoutBlueprint(width, height);
-}
-
-FrameView CurrentView(const Rect& viewport) {
-    const CameraPose camera = ActiveCamera(editorState.scene, EditorCamera(), ShowsGame());
-    const Matrix4 projection = ProjectionMatrix(Width(viewport), Height(viewport));
-    return {camera, MultiplyMatrix(projection, ViewMatrix(camera)), viewport};
-}
-
-PickView CurrentPickView(const Rect& viewport) {
-    const FrameView view = CurrentView(viewport);
-    return {.scene = editorState.scene,
-            .meshes = editorState.meshes,
-            .viewport = view.viewport,
-            .viewProjection = view.viewProjection,
-            .eye = view.camera.position,
-            .playMode = ShowsGame()};
 }

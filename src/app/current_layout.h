@@ -1,0 +1,16 @@
+// Where everything lies in the window at its current size.
+#pragma once
+
+#include "blueprint/blueprint_layout.h"
+#include "editor/layout.h"
+#include "project/hub_layout.h"
+
+// The regions of the editor, with the panel sizes fitted to the window. The viewport is the whole client area
+// in the game.
+EditorLayout CurrentLayout();
+
+// True while the Project Hub is on the screen; the game never shows it.
+bool HubIsShown();
+
+HubLayout CurrentHubLayout();
+BlueprintLayout CurrentBlueprintLayout();
