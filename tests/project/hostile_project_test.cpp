@@ -228,7 +228,7 @@ TEST_CASE("a scene path within the project is taken with its dots and separators
         PutFile(root + L"\\project.zel", std::string("CURRENT_SCENE\t") + stored + "\n");
         PutFile(path, kVictim);
         ShowHub();
-        CHECK(OpenProject(root));
+        CHECK(OpenProject(root) == Opening::Opened);
         CHECK(editorState.scenePath == path);
         SaveProject();
         CHECK(KindOfPath(root + L"\\Files\\Scenes\\Main.scene") == PathKind::Missing);

@@ -166,7 +166,7 @@ TEST_CASE("a search for a component ends when another scene opens") {
 static bool AsksOnLeaving(const ScratchFolder& folder, const std::string& bytes, void (*edit)() = nullptr) {
     StartWithTwoScenes(folder);
     PutFile(MainScene(folder), bytes);
-    REQUIRE(OpenProject(ProjectIn(folder)));
+    REQUIRE(OpenProject(ProjectIn(folder)) == Opening::Opened);
     headless.prompts.clear();
     if (edit != nullptr) edit();
     ReturnToHub();
