@@ -92,6 +92,25 @@ static const TextureImage& Texture() {
     return image;
 }
 
+BenchScene SpheresInView(int32_t count) {
+    int32_t side = 1;
+    while (side * side * side < count) ++side;
+    const std::string name = std::to_string(count) + " spheres in view";
+    BenchScene scene = Grid(name, kSphereMesh, side, 7.0f / static_cast<float>(side), nullptr);
+    scene.objects.resize(static_cast<size_t>(count));
+    return scene;
+}
+
+BenchScene SpheresBehindWall(WallPlace place) {
+    BenchScene scene = SpheresInView(10'000);
+    if (place == WallPlace::None) return scene;
+    BenchObject wall{&Builtin(kCubeMesh), scene.objects[0].draw};
+    // Six units before the camera of the grid, turned to it.
+    wall.draw.world = LocalMatrix({0, 9.94f, -20.36f}, {0.35f, 0, 0}, {8, 8, 0.05f});
+    scene.objects.insert(place == WallPlace::First ? scene.objects.begin() : scene.objects.end(), wall);
+    return scene;
+}
+
 static BenchScene ManySpheres() {
     BenchScene scene = Grid("10,000 spheres", kSphereMesh, 22, 0.3f, nullptr);
     scene.objects.resize(10'000);

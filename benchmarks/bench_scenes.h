@@ -15,7 +15,20 @@ using BenchObject = MeshInstance;
 struct BenchScene {
     std::string name{};
     std::vector<BenchObject> objects{};  // in the order of the scene
+    int32_t width = kBenchWidth, height = kBenchHeight;
+    Pixel background = kBenchBackground;
 };
 
 // Made once; the references in them stay valid.
 const std::vector<BenchScene>& BenchScenes();
+
+// What the player sees first of the two sample projects, in windows of three sizes.
+const std::vector<BenchScene>& SampleScenes();
+
+// Spheres in a grid, all of them in view. `count` of at most 100,000.
+BenchScene SpheresInView(int32_t count);
+
+enum class WallPlace { None, First, Last };
+
+// 10,000 spheres, and a wall that hides all of them: nowhere, first in the scene or last.
+BenchScene SpheresBehindWall(WallPlace place);

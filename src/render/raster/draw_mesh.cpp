@@ -230,7 +230,8 @@ static void DrawOutline(const Mesh& mesh, const MeshVertices& vertices) {
 }
 
 // How many faces may be seen: of a mesh that nothing is drawn before, all that turn to the eye.
-static size_t FindFronts(const Mesh& mesh, const MeshDraw& draw, const MeshPlace& place, FaceLists& lists) {
+static size_t FindVisibleFronts(const Mesh& mesh, const MeshDraw& draw, const MeshPlace& place,
+                                FaceLists& lists) {
     EyeInObject eye = FindEye(mesh, draw.world, draw.eye);
     if (place.isBounded && eye.isUsable) {
         const float farthest = FarthestDepth(place.pixels);
@@ -251,7 +252,7 @@ void DrawMesh(const Mesh& mesh, const MeshDraw& draw) {
     static FaceLists lists;
     const MeshPlace place = PlaceToDraw(mesh, draw);
     if (frameBuffer.pixels == nullptr || (!draw.selected && place.isBeside)) return;
-    const size_t fronts = FindFronts(mesh, draw, place, lists);
+    const size_t fronts = FindVisibleFronts(mesh, draw, place, lists);
     if (fronts == 0 && !draw.selected) return;
     PreparePixelAccess();
     if (!draw.selected && fronts * kFewFronts < mesh.vertices.size()) {

@@ -284,7 +284,7 @@ ZEL_INLINE void FillLarge(const TriangleOfLanes& t, const Rect& box, const FillT
 // ---- The faces of a mesh, one after the other.
 
 template <typename Ink>
-ZEL_INLINE void FillFaces(const MeshToDraw& mesh, const FillTarget& target) {
+ZEL_INLINE void FillEachFace(const MeshToDraw& mesh, const FillTarget& target) {
     const FillTarget to = target;  // a copy: no store to the picture changes it
     for (size_t i = 0; i < mesh.faceCount; ++i) {
         const ScannedFace& face = mesh.faces[i];
@@ -311,7 +311,7 @@ bool CoversPixel(const ScreenCorner (&corners)[3], int32_t x, int32_t y, float& 
     return isBefore;
 }
 
-void FillFlat(const MeshToDraw& mesh, const FillTarget& to) { FillFaces<FlatInk>(mesh, to); }
-void FillTextured(const MeshToDraw& mesh, const FillTarget& to) { FillFaces<TextureInk>(mesh, to); }
+void FillFlat(const MeshToDraw& mesh, const FillTarget& to) { FillEachFace<FlatInk>(mesh, to); }
+void FillTextured(const MeshToDraw& mesh, const FillTarget& to) { FillEachFace<TextureInk>(mesh, to); }
 
 }  // namespace

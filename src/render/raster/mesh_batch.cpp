@@ -43,6 +43,35 @@ static bool AreNearlyInOrder(const std::vector<Place>& places) {
     return moved <= kNearly * count * count;
 }
 
+// How much of the view a mesh may fill, 0 .. 1: by its reach and its distance.
+static float ShareOfView(const MeshInstance& instance) {
+    const Matrix4& world = instance.draw.world;
+    float size = 0;
+    for (size_t row = 0; row < 3; ++row) {
+        for (size_t column = 0; column < 3; ++column) size += world.m[row][column] * world.m[row][column];
+    }
+    const float reach = instance.mesh->measures.reach, distance = DistanceOf(instance);
+    const float share = size * reach * reach / (distance * distance);
+    return share > 0 ? std::min(share, 1.0f) : 0.0f;
+}
+
+// True when large meshes come much later in the scene than their distance would have them, as a wall that was
+// added last before many small ones: it hides them only if it is drawn first. Of fewer meshes it would not
+// hide enough.
+static bool DoLargeOnesComeLate(std::span<const MeshInstance> instances, const std::vector<Place>& places) {
+    constexpr size_t kMany = 256;
+    constexpr double kLate = 0.2;  // of the number of meshes, in the mean by their share of the view
+    if (instances.size() < kMany) return false;
+    double late = 0, all = 0;
+    for (size_t i = 0; i < places.size(); ++i) {
+        const size_t number = NumberOf(places[i]);
+        const auto share = static_cast<double>(ShareOfView(instances[number]));
+        if (number > i) late += share * static_cast<double>(number - i);
+        all += share;
+    }
+    return late > kLate * all * static_cast<double>(places.size());
+}
+
 static void DrawInSceneOrder(std::span<const MeshInstance> instances) {
     for (const MeshInstance& instance : instances) DrawMesh(*instance.mesh, instance.draw);
 }
@@ -63,7 +92,7 @@ void DrawMeshes(std::span<const MeshInstance> instances) {
         return;
     }
     const std::vector<Place>& places = NearestFirst(instances);
-    if (AreNearlyInOrder(places)) {
+    if (AreNearlyInOrder(places) && !DoLargeOnesComeLate(instances, places)) {
         DrawInSceneOrder(instances);
     } else {
         DrawInOrder(instances, places);

@@ -198,6 +198,30 @@ TEST_CASE("meshes that stand nearly in order are drawn as they stand, without ow
     CHECK(frameBuffer.owners.numbers.empty());
 }
 
+TEST_CASE("a wall that comes last before many small meshes is drawn first") {
+    std::vector<MeshInstance> meshes;
+    for (int32_t i = 0; i < 300; ++i) {
+        MeshInstance small{&Meshes()[kSphereMesh], FrameAt({0, 0, -5})};
+        const auto across = static_cast<float>(i % 10 - 5), distance = static_cast<float>(20 + i / 10);
+        small.draw.world = LocalMatrix({across, 0, distance}, {}, {0.3f, 0.3f, 0.3f});
+        meshes.push_back(small);
+    }
+    StartFrame(SimdLevel::OneLane);
+    DrawMeshes(meshes);
+    CHECK(frameBuffer.owners.numbers.empty());  // they stand in order, and so they are drawn
+
+    MeshInstance wall{&Meshes()[kCubeMesh], FrameAt({0, 0, -5})};
+    wall.draw.world = LocalMatrix({0, 0, 2}, {}, {90, 90, 0.1f});
+    meshes.push_back(wall);
+    StartFrame(SimdLevel::OneLane);
+    DrawMeshes(meshes);
+    REQUIRE(!frameBuffer.owners.numbers.empty());
+    const Snapshot drawn = TakePicture();
+    StartFrame(SimdLevel::OneLane);
+    for (const MeshInstance& instance : meshes) DrawMeshPlainly(*instance.mesh, instance.draw);
+    CHECK(SameBits(TakePicture(), drawn));
+}
+
 TEST_CASE("a mesh at no place at all is drawn last and changes nothing") {
     std::vector<MeshInstance> walls = Walls(20);
     StartFrame(SimdLevel::OneLane);
