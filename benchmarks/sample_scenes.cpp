@@ -5,10 +5,10 @@
 #include "platform/files.h"
 #include "project/project_folder.h"
 #include "render/camera.h"
-#include "render/scene_view.h"
-#include "render/transform.h"
 #include "scene/editor_camera.h"
-#include "scene/editor_state.h"
+#include "scene/transform.h"
+#include "state/editor_state.h"
+#include "viewport/scene_view.h"
 
 #include <deque>
 

@@ -42,6 +42,7 @@ struct PlacedMesh {
     const MeshVertices& vertices;
     AxisScales scales;
     Rect viewport;
+    SimdLevel level;
 };
 
 }  // namespace
@@ -58,7 +59,7 @@ static bool IsWhole(const MeshVertices& vertices, const MeshTriangle& triangle) 
 }
 
 static ScreenFace WholeFace(const PlacedMesh& placed, const MeshTriangle& triangle, const FaceInWorld& face) {
-    const auto& [list, triangles, draw, vertices, scales, viewport] = placed;
+    const auto& [list, triangles, draw, vertices, scales, viewport, level] = placed;
     ScreenFace whole{.color = list[triangle[0]].color};
     for (size_t c = 0; c < 3; ++c) {
         const Vec3& position = list[triangle[c]].position;
@@ -72,7 +73,7 @@ static ScreenFace WholeFace(const PlacedMesh& placed, const MeshTriangle& triang
 template <typename Visit>
 static void VisitCutFace(const PlacedMesh& placed, const MeshTriangle& triangle, const FaceInWorld& face,
                          Visit visit) {
-    const auto& [list, triangles, draw, vertices, scales, viewport] = placed;
+    const auto& [list, triangles, draw, vertices, scales, viewport, level] = placed;
     std::array<ClipVertex, 3> uncut;
     for (size_t c = 0; c < 3; ++c) {
         const MeshVertex& vertex = list[triangle[c]];
@@ -95,7 +96,7 @@ static void VisitCutFace(const PlacedMesh& placed, const MeshTriangle& triangle,
 // Gives `visit` the parts of a face on the screen. None of a face that turns its back to the eye.
 template <typename Visit>
 static void VisitParts(const PlacedMesh& placed, const MeshTriangle& triangle, Visit visit) {
-    const auto& [list, triangles, draw, vertices, scales, viewport] = placed;
+    const auto& [list, triangles, draw, vertices, scales, viewport, level] = placed;
     const FaceInWorld face = PlaceFace(list.data(), triangle, draw);
     if (!(Dot(face.toEye, face.normal) > 0)) return;
     if (!LiesBeyondNearPlane(vertices, triangle)) {
@@ -121,7 +122,7 @@ static void DrawParts(const PlacedMesh& placed, const MeshTriangle& triangle) {
 // ---- The others: all faces of a mesh together.
 
 static MeshToDraw FacesToDraw(const PlacedMesh& placed, std::span<const ScannedFace> faces) {
-    const auto& [list, triangles, draw, vertices, scales, viewport] = placed;
+    const auto& [list, triangles, draw, vertices, scales, viewport, level] = placed;
     MeshToDraw whole{&draw, list.data(), triangles.data(), vertices.corners.data(), scales};
     whole.isTextured = draw.texture != nullptr;
     if (whole.isTextured) whole.texture = SourceOf(*draw.texture, draw.repeat, draw.tint);
@@ -133,8 +134,8 @@ static MeshToDraw FacesToDraw(const PlacedMesh& placed, std::span<const ScannedF
 
 // Turns many flat faces to the light together. That of a few waits, as the colour of each does, for its first
 // pixel.
-static void LightManyFaces(MeshToDraw& mesh, FaceLists& lists) {
-    const RasterKernels& kernels = KernelsOf(frameBuffer.simd);
+static void LightManyFaces(MeshToDraw& mesh, SimdLevel level, FaceLists& lists) {
+    const RasterKernels& kernels = KernelsOf(level);
     if (mesh.isTextured || kernels.lanes == 1 || mesh.faceCount < static_cast<size_t>(kernels.lanes)) return;
     Reserve(lists.lights, mesh.faceCount);
     kernels.lightFaces(mesh, lists.lights.data());
@@ -149,7 +150,7 @@ static void DrawFaceByFace(const PlacedMesh& placed, const MeshToDraw& whole) {
             MeshToDraw one = whole;
             one.faces += i;
             one.faceCount = 1;
-            FillFaces(one, one.faces->box);
+            FillFaces(one, one.faces->box, placed.level);
         } else {
             DrawParts(placed, triangle);
         }
@@ -172,9 +173,9 @@ static VertexTransform TransformOf(const MeshDraw& draw, const Rect& viewport) {
 
 // The vertices at hand, in memory that is kept from mesh to mesh.
 static const MeshVertices& Transformed(std::span<const MeshVertex> list, const MeshDraw& draw,
-                                       const Rect& viewport) {
+                                       const Rect& viewport, SimdLevel level) {
     static MeshVertices vertices;
-    TransformVertices(list, TransformOf(draw, viewport), frameBuffer.simd, vertices);
+    TransformVertices(list, TransformOf(draw, viewport), level, vertices);
     return vertices;
 }
 
@@ -185,19 +186,20 @@ static void DrawFronts(const PlacedMesh& placed, size_t fronts, FaceLists& lists
     assert(LiesWithin(covered, frameBuffer.depthTiles.area));  // what lies outside has no depth
     const std::span<const ScannedFace> faces =
         ScanFaces(placed.triangles.data(), placed.vertices, frameBuffer.viewport, FarthestDepth(covered),
-                  frameBuffer.simd, fronts, lists);
+                  placed.level, fronts, lists);
     if (faces.empty()) return;
     MeshToDraw whole = FacesToDraw(placed, faces);
     if (placed.vertices.extent.arePlain) {
-        LightManyFaces(whole, lists);
-        FillFaces(whole, covered);
+        LightManyFaces(whole, placed.level, lists);
+        FillFaces(whole, covered, placed.level);
     } else {
         DrawFaceByFace(placed, whole);
     }
 }
 
 // Draws the faces with those vertices alone that they need. They stand in the order of the mesh, as ever.
-static void DrawFewFronts(const Mesh& mesh, const MeshDraw& draw, size_t fronts, FaceLists& lists) {
+static void DrawFewFronts(const Mesh& mesh, const MeshDraw& draw, SimdLevel level, size_t fronts,
+                          FaceLists& lists) {
     auto& [vertices, triangles] = lists.few;
     vertices.clear();
     triangles.clear();
@@ -209,7 +211,8 @@ static void DrawFewFronts(const Mesh& mesh, const MeshDraw& draw, size_t fronts,
     }
     const Rect& viewport = frameBuffer.viewport;
     const PlacedMesh placed{
-        vertices, triangles, draw, Transformed(vertices, draw, viewport), WorldScales(draw.world), viewport};
+        vertices, triangles, draw, Transformed(vertices, draw, viewport, level), WorldScales(draw.world),
+        viewport, level};
     DrawFronts(placed, fronts, lists);
 }
 
@@ -231,13 +234,21 @@ static void DrawOutline(const Mesh& mesh, const MeshVertices& vertices) {
 
 // How many faces may be seen: of a mesh that nothing is drawn before, all that turn to the eye.
 static size_t FindVisibleFronts(const Mesh& mesh, const MeshDraw& draw, const MeshPlace& place,
-                                FaceLists& lists) {
+                                SimdLevel level, FaceLists& lists) {
     EyeInObject eye = FindEye(mesh, draw.world, draw.eye);
     if (place.isBounded && eye.isUsable) {
         const float farthest = FarthestDepth(place.pixels);
         eye.hiddenFrom = HiddenHeight(mesh, place, eye, frameBuffer.viewport, farthest);
     }
-    return FindFrontFaces(mesh, eye, frameBuffer.simd, lists.fronts);
+    return FindFrontFaces(mesh, eye, level, lists.fronts);
+}
+
+// Sixteen lanes do not pay for a flat mesh of few faces: most of them stay empty, and processors run the
+// other code beside them more slowly.
+static SimdLevel LevelFor(const Mesh& mesh, const MeshDraw& draw) {
+    constexpr size_t kFewFaces = 16;
+    const bool isSmall = draw.texture == nullptr && mesh.triangles.size() < kFewFaces;
+    return isSmall && frameBuffer.simd == SimdLevel::Avx512 ? SimdLevel::Avx2 : frameBuffer.simd;
 }
 
 // Where the mesh lies. Whether it is hidden costs as much to find out as drawing a mesh of few faces.
@@ -252,17 +263,18 @@ void DrawMesh(const Mesh& mesh, const MeshDraw& draw) {
     static FaceLists lists;
     const MeshPlace place = PlaceToDraw(mesh, draw);
     if (frameBuffer.pixels == nullptr || (!draw.selected && place.isBeside)) return;
-    const size_t fronts = FindVisibleFronts(mesh, draw, place, lists);
+    const SimdLevel level = LevelFor(mesh, draw);
+    const size_t fronts = FindVisibleFronts(mesh, draw, place, level, lists);
     if (fronts == 0 && !draw.selected) return;
     PreparePixelAccess();
     if (!draw.selected && fronts * kFewFronts < mesh.vertices.size()) {
-        DrawFewFronts(mesh, draw, fronts, lists);
+        DrawFewFronts(mesh, draw, level, fronts, lists);
         return;
     }
     const Rect& viewport = frameBuffer.viewport;
-    const MeshVertices& vertices = Transformed(mesh.vertices, draw, viewport);
-    DrawFronts({mesh.vertices, mesh.triangles, draw, vertices, WorldScales(draw.world), viewport}, fronts,
-               lists);
+    const MeshVertices& vertices = Transformed(mesh.vertices, draw, viewport, level);
+    DrawFronts({mesh.vertices, mesh.triangles, draw, vertices, WorldScales(draw.world), viewport, level},
+               fronts, lists);
     if (draw.selected) DrawOutline(mesh, vertices);
 }
 
@@ -270,9 +282,10 @@ bool MeshDepthAt(const Mesh& mesh, const MeshDraw& draw, const Rect& viewport, P
     const MeshPlace place = PlaceMesh(mesh, TransformOf(draw, viewport));
     if (place.isBeside || (place.isBounded && !Contains(place.pixels, pixel))) return false;
     bool covered = false;
+    const SimdLevel level = LevelFor(mesh, draw);
     const PlacedMesh placed{
-        mesh.vertices,           mesh.triangles, draw, Transformed(mesh.vertices, draw, viewport),
-        WorldScales(draw.world), viewport};
+        mesh.vertices,           mesh.triangles, draw, Transformed(mesh.vertices, draw, viewport, level),
+        WorldScales(draw.world), viewport,       level};
     for (const MeshTriangle& triangle : mesh.triangles) {
         VisitParts(placed, triangle, [&](const FaceInWorld&, const ScreenFace& part) {
             covered = CoversPixel(part.corners, pixel, depth) || covered;

@@ -98,7 +98,7 @@ ZEL_INLINE bool FillBlock(const TriangleOfLanes& t, const Products& columns, con
     Ints colors;
     if (!ink.ColorsOf(w, seen, colors)) return false;
     StoreBlock<rows>(static_cast<void*>(to.pixels + at), to.width, seen, colors);
-    StoreBlock<rows>(to.depth + at, to.width, seen, depth);
+    StoreBlock<rows>(to.depth + at, to.width, seen, depth, drawnDepth);
     if (to.owners != nullptr)
         StoreBlock<rows>(static_cast<void*>(to.owners + at), to.width, seen, Splat(to.owner));
     return true;
@@ -267,7 +267,6 @@ ZEL_INLINE bool FillBand(const TriangleOfLanes& t, const Rect& box, int32_t top,
             const Products rowsOf{
                 {Splat(band.products[0][i]), Splat(band.products[1][i]), Splat(band.products[2][i])}};
             const Floats drawnDepth = Load(to.depth + at);
-            if (!IsAny(Without(allowed, drawnDepth < t.nearest))) continue;
             if (!FillBlock<1>(t, columns, rowsOf, allowed, drawnDepth, to, at, ink)) return false;
         }
     }

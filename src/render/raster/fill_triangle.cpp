@@ -16,13 +16,13 @@ static FillTarget TargetOfFrame() {
 }
 
 // A buffer smaller than a block of pixels is drawn in one lane.
-static const RasterKernels& KernelsOfFrame() {
+static const RasterKernels& KernelsOfFrame(SimdLevel level) {
     const bool isTiny = frameBuffer.width < kWidestBlock || frameBuffer.height < kHighestBlock;
-    return KernelsOf(isTiny ? SimdLevel::OneLane : frameBuffer.simd);
+    return KernelsOf(isTiny ? SimdLevel::OneLane : level);
 }
 
-void FillFaces(const MeshToDraw& mesh, const Rect& covered) {
-    const RasterKernels& kernels = KernelsOfFrame();
+void FillFaces(const MeshToDraw& mesh, const Rect& covered, SimdLevel level) {
+    const RasterKernels& kernels = KernelsOfFrame(level);
     PrepareDepth(covered);
     (mesh.isTextured ? kernels.fillTexturedFaces : kernels.fillFlatFaces)(mesh, TargetOfFrame());
     DepthChanged(covered);
@@ -65,7 +65,7 @@ static void FillAlone(const std::array<ScreenCorner, 3>& corners, MeshToDraw mes
     mesh.faceCount = 1;
     mesh.findInk = FindKnownInk;
     mesh.knownInk = &ink;
-    FillFaces(mesh, face.box);
+    FillFaces(mesh, face.box, frameBuffer.simd);
 }
 
 void FillTriangle(const std::array<ScreenCorner, 3>& corners, Pixel color) {

@@ -4,6 +4,7 @@
 #include "base/rect.h"
 #include "render/projection.h"
 #include "render/raster/mesh_to_draw.h"
+#include "render/raster/simd_level.h"
 #include "state/texture_image.h"
 
 #include <array>
@@ -23,7 +24,7 @@ void FillTriangle(const std::array<ScreenCorner, 3>& corners, const std::array<T
                   const TextureFill& fill);
 
 // The same for the faces of a mesh that were found to have an area and a box. All boxes lie within `covered`.
-void FillFaces(const MeshToDraw& mesh, const Rect& covered);
+void FillFaces(const MeshToDraw& mesh, const Rect& covered, SimdLevel level);
 
 // Twice the signed area, square pixels: positive where the corners turn clockwise on the screen.
 float AreaOf(const std::array<ScreenCorner, 3>& corners);

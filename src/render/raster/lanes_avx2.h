@@ -163,8 +163,8 @@ ZEL_INLINE Ints LoadBlock(const void* from, int64_t stride) {
     return BitsAsInts(LoadBlock<rows>(static_cast<const float*>(from), stride));
 }
 template <int rows>
-ZEL_INLINE void StoreBlock(float* to, int64_t stride, Mask mask, Floats values) {
-    const Floats all = BitsOf(mask) == kAllLanes ? values : Select(mask, values, LoadBlock<rows>(to, stride));
+ZEL_INLINE void StoreBlock(float* to, int64_t stride, Mask mask, Floats values, Floats old) {
+    const Floats all = Select(mask, values, old);
     if constexpr (rows == 1) {
         Store(to, all);
     } else {
@@ -174,7 +174,10 @@ ZEL_INLINE void StoreBlock(float* to, int64_t stride, Mask mask, Floats values) 
 }
 template <int rows>
 ZEL_INLINE void StoreBlock(void* to, int64_t stride, Mask mask, Ints values) {
-    StoreBlock<rows>(static_cast<float*>(to), stride, mask, BitsAsFloats(values));
+    auto* first = static_cast<float*>(to);
+    const Floats bits = BitsAsFloats(values);
+    StoreBlock<rows>(first, stride, mask, bits,
+                     BitsOf(mask) == kAllLanes ? bits : LoadBlock<rows>(first, stride));
 }
 
 struct Divisor {

@@ -138,9 +138,9 @@ ZEL_INLINE Ints LoadBlock(const void* from, int64_t) {
     return Load(from);
 }
 
-// Replaces the pixels in the mask.
+// Replaces the pixels in the mask. Those of floats were loaded before, as `old`.
 template <int rows>
-ZEL_INLINE void StoreBlock(float* to, int64_t, Mask mask, Floats values) {
+ZEL_INLINE void StoreBlock(float* to, int64_t, Mask mask, Floats values, Floats) {
     if (mask.v) Store(to, values);
 }
 template <int rows>

@@ -157,13 +157,13 @@ ZEL_INLINE Ints LoadBlock(const void* from, int64_t) {
     return Load(from);
 }
 template <int rows>
-ZEL_INLINE void StoreBlock(float* to, int64_t, Mask mask, Floats values) {
-    Store(to, BitsOf(mask) == kAllLanes ? values : Select(mask, values, Load(to)));
+ZEL_INLINE void StoreBlock(float* to, int64_t, Mask mask, Floats values, Floats old) {
+    Store(to, Select(mask, values, old));
 }
 template <int rows>
 ZEL_INLINE void StoreBlock(void* to, int64_t, Mask mask, Ints values) {
     const Floats bits = BitsAsFloats(values);
-    Store(to, BitsAsInts(BitsOf(mask) == kAllLanes ? bits : Select(mask, bits, BitsAsFloats(Load(to)))));
+    Store(to, BitsOf(mask) == kAllLanes ? values : BitsAsInts(Select(mask, bits, BitsAsFloats(Load(to)))));
 }
 
 struct Divisor {

@@ -275,7 +275,7 @@ static void FillCorner(int32_t width, float depth, bool isTextured, const Textur
     mesh.faceCount = 1;
     mesh.findInk = FindAskedInk;
     timesAsked = 0;
-    FillFaces(mesh, box);
+    FillFaces(mesh, box, frameBuffer.simd);
 }
 
 TEST_CASE(
