@@ -4,7 +4,7 @@
 readonly zel_packages=(
     cmake ninja-build g++ g++-mingw-w64-x86-64-posix clang libclang-rt-14-dev
     doctest-dev libstb-dev libbenchmark-dev
-    wine wine64 xvfb xauth xdotool x11-utils openbox imagemagick fonts-open-sans python3 python3-yaml
+    wine wine64 xvfb xauth xdotool x11-utils openbox imagemagick fonts-open-sans python3 python3-yaml git
 )
 readonly zel_bench_packages=(libosmesa6-dev)           # for ./bench only, which can do without
 readonly zel_lint_packages=(clang-tidy)                # for ./lint only

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Packs the staged program for its users: the zip, its parts list (SPDX), a winget manifest and the sums of all.
 
-The same sources and the same program give the same bytes: entries are sorted, and their time is SOURCE_DATE_EPOCH
-or that of the last commit.
+The same sources and the same program give the same bytes: entries are sorted, and their time is SOURCE_DATE_EPOCH,
+or that of the last commit, or in sources without a history that of the newest file.
 """
 
 import argparse
@@ -25,6 +25,7 @@ NO_HOST = "https://example.invalid/ZelEngine"
 # The terms of what the cross compiler puts of its runtime libraries into the executable, as its packages bring them.
 NOTICES = {"licenses/gcc.txt": "/usr/share/doc/gcc-mingw-w64-base/copyright",
            "licenses/mingw-w64.txt": "/usr/share/doc/mingw-w64-x86-64-dev/copyright"}
+SOURCE_FOLDERS = ("assets", "cmake", "docs", "packaging", "sample", "src")  # what a package is made of
 LINK = re.compile(r"!?\[[^\]]*\]\(([^)\s]+)\)")
 FIRST_ZIP_SECOND, LAST_ZIP_SECOND = 315532800, 4354819199  # from 1980 to 2107, in seconds since 1970
 
@@ -69,15 +70,32 @@ def staged_program(stage):
     return executable
 
 
-def seconds_of_the_sources():
-    """Since 1970: when what is packed was made, as far as a zip can say."""
-    text = os.environ.get("SOURCE_DATE_EPOCH", "")
-    if not text:
+def seconds_of_the_last_commit():
+    """As text, empty when these sources have no history, or none that can be read."""
+    if not os.path.exists(os.path.join(ROOT, ".git")):
+        return ""  # and a repository around an unpacked archive is another's
+    try:
         log = subprocess.run(["git", "-C", ROOT, "log", "-1", "--format=%ct"], stdout=subprocess.PIPE,
                              stderr=subprocess.DEVNULL, check=False)
-        text = log.stdout.decode().strip()
+    except FileNotFoundError:
+        return ""
+    return log.stdout.decode().strip()
+
+
+def seconds_of_the_newest_source():
+    """As text. An archive of a commit gives every file the commit's time."""
+    folders = [os.path.join(ROOT, name) for name in SOURCE_FOLDERS]
+    paths = [os.path.join(folder, name) for folder in folders for name in files_below(folder)]
+    paths += [os.path.join(ROOT, name) for name in os.listdir(ROOT)]
+    return str(max(int(os.path.getmtime(path)) for path in paths
+                   if os.path.isfile(path) and "__pycache__" not in path))
+
+
+def seconds_of_the_sources():
+    """Since 1970: when what is packed was made, as far as a zip can say."""
+    text = (os.environ.get("SOURCE_DATE_EPOCH") or seconds_of_the_last_commit() or seconds_of_the_newest_source())
     if not re.fullmatch(r"\d+", text):
-        raise Refusal("the date is unknown: these sources are no git repository, so set SOURCE_DATE_EPOCH.")
+        raise Refusal(f"{text} is no date: set SOURCE_DATE_EPOCH to seconds since 1970, or to nothing.")
     return min(max(int(text), FIRST_ZIP_SECOND), LAST_ZIP_SECOND)
 
 

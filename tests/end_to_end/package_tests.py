@@ -17,7 +17,7 @@ import zipfile
 
 import yaml
 
-from program import HUB_TITLE, ROOT, STAGE, check, output_of, run_tests, running, wait_for
+from program import HUB_TITLE, ROOT, STAGE, check, run_tests, running, wait_for
 
 SECONDS = 1790000000  # the time of the packages made here
 BASE = "https://downloads.invalid/zel"
@@ -46,10 +46,10 @@ def version():
                      re.MULTILINE).group(1)
 
 
-def pack(*options, **environment):
+def pack(*options, script=os.path.join(ROOT, "packaging", "make_package.py"), **environment):
     """Runs the packing. `environment` replaces or, where it is None, removes a variable."""
     variables = dict(os.environ, SOURCE_DATE_EPOCH=str(SECONDS), ZEL_DOWNLOAD_URL=BASE) | environment
-    return subprocess.run([sys.executable, os.path.join(ROOT, "packaging", "make_package.py"), *options],
+    return subprocess.run([sys.executable, script, *options],
                           env={name: value for name, value in variables.items() if value is not None},
                           capture_output=True, text=True, check=False)
 
@@ -114,14 +114,48 @@ def entries_are_sorted_and_carry_one_time_and_plain_modes():
         check(modes == {"0o100644", "0o100755"}, f"the modes are {modes}")
 
 
-def the_time_is_that_of_the_last_commit_when_nothing_else_is_said():
-    committed = output_of("git", "-C", ROOT, "log", "-1", "--format=%ct")
-    if not committed:
-        return  # sources without a history that can be read
-    with package(SOURCE_DATE_EPOCH=None) as folder, zipfile.ZipFile(archive_of(folder)) as archive:
-        stored = {entry.date_time for entry in archive.infolist()}
-    year, month, day, hour, minute, second = time.gmtime(int(committed))[:6]
-    check(stored == {(year, month, day, hour, minute, second // 2 * 2)}, f"stored: {stored}")  # a zip counts by twos
+def commit(folder, seconds):
+    """Makes the folder a repository with all that is in it, committed at that time."""
+    git = ["git", "-C", folder, "-c", "user.name=Somebody", "-c", "user.email=somebody@example.invalid"]
+    output("git", "init", "--quiet", folder)
+    output(*git, "add", "--all")
+    subprocess.run(git + ["commit", "--quiet", "--message", "All of it"], check=True,
+                   env=dict(os.environ, GIT_AUTHOR_DATE="@1 +0000", GIT_COMMITTER_DATE=f"@{seconds} +0000"))
+
+
+def copy_of_the_sources(folder):
+    """Without their history. Every file has the same time but one, which is newer by an hour."""
+    os.mkdir(folder)
+    for name in ("assets", "cmake", "docs", "packaging", "sample", "src"):
+        shutil.copytree(os.path.join(ROOT, name), os.path.join(folder, name),
+                        ignore=shutil.ignore_patterns("__pycache__"))
+    for name in ("CMakeLists.txt", "LICENSE", "CHANGELOG.md"):
+        shutil.copy(os.path.join(ROOT, name), folder)
+    for name in files_below(folder):
+        os.utime(os.path.join(folder, name), (SECONDS, SECONDS - 3600))
+    os.utime(os.path.join(folder, "docs", "guide", "en", "index.md"), (SECONDS, SECONDS))
+
+
+def stored_times(sources):
+    """The times in a package that those sources make when the environment says nothing."""
+    out = os.path.join(sources, "dist")
+    done = pack("--stage", STAGE, "--out", out, script=os.path.join(sources, "packaging", "make_package.py"),
+                SOURCE_DATE_EPOCH=None)
+    check(done.returncode == 0, f"the packing failed: {done.stderr}")
+    with zipfile.ZipFile(archive_of(out)) as archive:
+        return {entry.date_time for entry in archive.infolist()}
+
+
+def the_time_is_that_of_the_last_commit_or_without_a_history_of_the_newest_source():
+    with scratch_folder() as folder:
+        sources = os.path.join(folder, "sources")
+        copy_of_the_sources(sources)
+        commit(folder, SECONDS + 7200)  # a repository around the sources, which is not theirs
+        stored = stored_times(sources)
+        check(stored == {time.gmtime(SECONDS)[:6]}, f"without a history: {stored}")
+        commit(sources, SECONDS + 10800)
+        stored = stored_times(sources)
+        check(stored == {time.gmtime(SECONDS + 10800)[:6]}, f"with a history: {stored}")
 
 
 def the_package_holds_the_program_its_images_every_sample_project_and_the_papers():
@@ -333,7 +367,7 @@ if __name__ == "__main__":
         the_sums_cover_and_fit_every_file_of_the_package,
         packing_twice_gives_the_same_bytes,
         entries_are_sorted_and_carry_one_time_and_plain_modes,
-        the_time_is_that_of_the_last_commit_when_nothing_else_is_said,
+        the_time_is_that_of_the_last_commit_or_without_a_history_of_the_newest_source,
         the_package_holds_the_program_its_images_every_sample_project_and_the_papers,
         the_terms_of_the_compilers_runtime_come_along,
         every_relative_link_of_the_packed_documents_leads_to_a_packed_file,
