@@ -40,6 +40,15 @@ if(ZEL_SANITIZE)
         -fno-omit-frame-pointer)
     target_link_options(zel_compiler INTERFACE ${sanitizers})
 endif()
+
+# Code of tests runs once: optimising it takes longer than it saves.
+add_library(zel_test_code INTERFACE)
+if(NOT MSVC)
+    target_compile_options(zel_test_code INTERFACE -O0)
+endif()
+
+# What a fuzzer is to find its way through.
+add_library(zel_fuzzed INTERFACE)
 if(ZEL_FUZZ)
-    target_compile_options(zel_compiler INTERFACE -fsanitize=fuzzer-no-link)
+    target_compile_options(zel_fuzzed INTERFACE -fsanitize=fuzzer-no-link)
 endif()

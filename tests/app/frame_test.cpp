@@ -8,6 +8,7 @@
 #include "state/editor_state.h"
 #include "support/capture.h"
 #include "support/picture.h"
+#include "support/source_path.h"
 
 #include "doctest/doctest.h"
 
@@ -32,9 +33,9 @@ static void StartWindow(Scene scene, int32_t width, int32_t height) {
     editorState.cameraPitch = 0;
     ReleaseCanvasImages();
     icons = {};
-    icons.entity = LoadCanvasImage(L"" ZEL_SOURCE_DIR "/LICENSE");
-    icons.camera = LoadCanvasImage(L"" ZEL_SOURCE_DIR "/CMakeLists.txt");
-    icons.light = LoadCanvasImage(L"" ZEL_SOURCE_DIR "/.gitignore");
+    icons.entity = LoadCanvasImage(SourcePath(L"LICENSE"));
+    icons.camera = LoadCanvasImage(SourcePath(L"CMakeLists.txt"));
+    icons.light = LoadCanvasImage(SourcePath(L".gitignore"));
 }
 
 // The editor in its first window with a scene that is seen from the origin along +Z.

@@ -5,6 +5,7 @@
 #include "state/editor_state.h"
 #include "support/capture.h"
 #include "support/picture.h"
+#include "support/source_path.h"
 
 #include "doctest/doctest.h"
 
@@ -179,16 +180,16 @@ TEST_CASE("cameras, entities and lights have their icon before the name, the fir
     scene[1].isEntity = scene[1].isLight = true;
     scene[2].isLight = scene[3].isLight = true;
     const EditorLayout layout = StartHierarchy(scene);
-    icons.camera = LoadCanvasImage(L"" ZEL_SOURCE_DIR "/assets/camera.png");
-    icons.entity = LoadCanvasImage(L"" ZEL_SOURCE_DIR "/assets/entity.png");
-    icons.light = LoadCanvasImage(L"" ZEL_SOURCE_DIR "/assets/light.png");
+    icons.camera = LoadCanvasImage(SourcePath(L"assets/camera.png"));
+    icons.entity = LoadCanvasImage(SourcePath(L"assets/entity.png"));
+    icons.light = LoadCanvasImage(SourcePath(L"assets/light.png"));
     DrawHierarchy(layout);
     icons = {};
     CHECK(headless.images == std::vector<DrawnImage>{
-                                 {L"" ZEL_SOURCE_DIR "/assets/camera.png", {20, 90, 38, 108}},
-                                 {L"" ZEL_SOURCE_DIR "/assets/entity.png", {20, 118, 38, 136}},
-                                 {L"" ZEL_SOURCE_DIR "/assets/light.png", {20, 146, 38, 164}},
-                                 {L"" ZEL_SOURCE_DIR "/assets/light.png", {38, 174, 56, 192}},
+                                 {SourcePath(L"assets/camera.png"), {20, 90, 38, 108}},
+                                 {SourcePath(L"assets/entity.png"), {20, 118, 38, 136}},
+                                 {SourcePath(L"assets/light.png"), {20, 146, 38, 164}},
+                                 {SourcePath(L"assets/light.png"), {38, 174, 56, 192}},
                              });
     const int32_t nameLefts[] = {44, 44, 44, 62, 20};
     for (size_t i = 0; i < 5; ++i) CHECK(headless.texts[i + 1].x == nameLefts[i]);
@@ -206,7 +207,7 @@ TEST_CASE("a text object has a badge with a T, and no icon") {
     Scene scene{Named(L"parent"), Named(L"text", 0)};
     scene[1].isText = scene[1].isLight = true;
     const EditorLayout layout = StartHierarchy(scene);
-    icons.light = LoadCanvasImage(L"" ZEL_SOURCE_DIR "/assets/light.png");
+    icons.light = LoadCanvasImage(SourcePath(L"assets/light.png"));
     DrawHierarchy(layout);
     icons = {};
     CHECK(headless.images.empty());

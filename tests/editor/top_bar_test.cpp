@@ -5,6 +5,7 @@
 #include "state/editor_state.h"
 #include "support/capture.h"
 #include "support/picture.h"
+#include "support/source_path.h"
 
 #include "doctest/doctest.h"
 
@@ -70,7 +71,7 @@ TEST_CASE("the logo is drawn at the left once it is loaded") {
     const EditorLayout layout = StartBar();
     DrawTopBar(layout);
     CHECK(headless.images.empty());
-    icons.logo = LoadCanvasImage(L"" ZEL_SOURCE_DIR "/CMakeLists.txt");
+    icons.logo = LoadCanvasImage(SourcePath(L"CMakeLists.txt"));
     REQUIRE(icons.logo >= 0);
     DrawTopBar(layout);
     REQUIRE(headless.images.size() == 1);

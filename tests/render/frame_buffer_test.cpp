@@ -2,6 +2,7 @@
 
 #include "render/panel_box.h"
 #include "support/picture.h"
+#include "support/source_path.h"
 
 #include "doctest/doctest.h"
 
@@ -137,7 +138,7 @@ TEST_CASE("what the system drew is finished before the program touches the pixel
 
 TEST_CASE("an image is finished before the program touches the pixels, like a text") {
     StartPicture(50, 20);
-    DrawImage(LoadCanvasImage(L"" ZEL_SOURCE_DIR "/CMakeLists.txt"), {0, 0, 9, 9});
+    DrawImage(LoadCanvasImage(SourcePath(L"CMakeLists.txt")), {0, 0, 9, 9});
     CHECK(headless.images.size() == 1);
     FillRect({0, 0, 1, 1}, kFill);
     CHECK(headless.flushes == 1);

@@ -5,6 +5,7 @@
 #include "state/editor_state.h"
 #include "support/picture.h"
 #include "support/scratch_folder.h"
+#include "support/source_path.h"
 
 #include "doctest/doctest.h"
 
@@ -54,7 +55,7 @@ TEST_CASE("each of the program's own icon files is read once, and its pixels bec
     const ScratchFolder folder;
     for (const wchar_t* name : kNames) {
         // Before there is a working folder of the test's own: on Windows this path has no drive.
-        const std::string bytes = FileBytes(L"" ZEL_SOURCE_DIR "/assets/" + std::wstring(name));
+        const std::string bytes = FileBytes(SourcePath(L"assets/" + std::wstring(name)));
         PutFile(folder / (std::wstring(L"program\\assets\\") + name), bytes);
     }
     StartIn(folder);

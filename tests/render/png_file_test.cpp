@@ -3,6 +3,7 @@
 #include "platform/image_decoder.h"
 #include "support/image_bytes.h"
 #include "support/scratch_folder.h"
+#include "support/source_path.h"
 
 #include "doctest/doctest.h"
 
@@ -12,9 +13,7 @@
 constexpr const wchar_t* kIconNames[] = {L"camera",      L"entity", L"light", L"files",
                                          L"c-plus-plus", L"scene",  L"obj",   L"pe"};
 
-static std::wstring IconPath(const std::wstring& name) {
-    return L"" ZEL_SOURCE_DIR "/assets/" + name + L".png";
-}
+static std::wstring IconPath(const std::wstring& name) { return SourcePath(L"assets/" + name + L".png"); }
 
 // Different in neighbouring pixels, in all four channels.
 static TestImage RandomImage(int32_t width, int32_t height, uint32_t seed) {

@@ -4,9 +4,10 @@
 #include "platform/headless/headless.h"
 #include "render/icons.h"
 #include "support/golden.h"
+#include "support/source_path.h"
 
 static CanvasImage Icon(const wchar_t* name) {
-    return LoadCanvasImage(L"" ZEL_SOURCE_DIR "/assets/" + std::wstring(name));
+    return LoadCanvasImage(SourcePath(L"assets/" + std::wstring(name)));
 }
 
 void LoadTestIcons() {

@@ -6,6 +6,7 @@
 #include "project/asset_list.h"
 #include "project/project_folder.h"
 #include "support/frame_update.h"
+#include "support/source_path.h"
 
 #include "doctest/doctest.h"
 
@@ -14,7 +15,7 @@
 
 void OpenSample(const std::wstring& name) {
     editorState = EditorState{};
-    const std::wstring folder = AbsolutePath(L"" ZEL_SOURCE_DIR "/sample/" + name);
+    const std::wstring folder = AbsolutePath(SourcePath(L"sample/" + name));
     SetProjectFolder(folder);
     REQUIRE(ReadProjectFile(folder));
     RefreshAssetList();

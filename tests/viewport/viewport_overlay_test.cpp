@@ -4,6 +4,7 @@
 #include "render/camera.h"
 #include "render/projection.h"
 #include "support/picture.h"
+#include "support/source_path.h"
 
 #include "doctest/doctest.h"
 
@@ -14,7 +15,7 @@ static Matrix4 LookingFrom(const CameraPose& camera) {
 }
 
 static CanvasImage SomeImage() {
-    const CanvasImage image = LoadCanvasImage(L"" ZEL_SOURCE_DIR "/CMakeLists.txt");
+    const CanvasImage image = LoadCanvasImage(SourcePath(L"CMakeLists.txt"));
     REQUIRE(image >= 0);
     return image;
 }

@@ -6,6 +6,7 @@
 #include "platform/windows/image_files.h"
 #include "platform/windows/kept_images.h"
 #include "platform/windows/test_folder.h"
+#include "support/source_path.h"
 
 #include <algorithm>
 #include <random>
@@ -212,7 +213,7 @@ TEST_CASE("an image is scaled by its nearest pixel, and its transparent pixels l
 }
 
 TEST_CASE("an image made of a file's pixels draws what the file draws, at every size") {
-    const std::wstring assets = L"" ZEL_SOURCE_DIR "/assets/";
+    const std::wstring assets = SourcePath(L"assets/");
     for (const wchar_t* name :
          {L"camera", L"entity", L"light", L"files", L"c-plus-plus", L"scene", L"obj", L"pe"}) {
         const std::wstring path = assets + name + L".png";
@@ -252,7 +253,7 @@ TEST_CASE("an image that is drawn again is what the system draws, on any ground"
             canvas.pixels[i] = Pixel{ground == 1 && i / canvas.width % 5 == 0 ? 0x5B5E46 : 0x2D2219 ^ noise};
         }
     };
-    const CanvasImage image = LoadCanvasImage(L"" ZEL_SOURCE_DIR "/assets/light.png");
+    const CanvasImage image = LoadCanvasImage(SourcePath(L"assets/light.png"));
     REQUIRE(image >= 0);
     const TestCanvas canvas(80, 70, 0);
     const auto count = static_cast<size_t>(canvas.width * canvas.height);
@@ -294,7 +295,7 @@ TEST_CASE("an image that is drawn again is what the system draws, on any ground"
 TEST_CASE("an image that takes the number of a released one is drawn itself") {
     const TestCanvas canvas(40, 40, 0x251F1C);
     const auto drawn = [&](const wchar_t* name) {
-        const CanvasImage image = LoadCanvasImage(L"" ZEL_SOURCE_DIR "/assets/" + std::wstring(name));
+        const CanvasImage image = LoadCanvasImage(SourcePath(L"assets/" + std::wstring(name)));
         std::fill_n(canvas.pixels, 1600, Pixel{0x251F1C});
         DrawCanvasImage(image, {4, 4, 32, 32});
         FlushCanvas();
@@ -307,7 +308,7 @@ TEST_CASE("an image that takes the number of a released one is drawn itself") {
 }
 
 TEST_CASE("more images than are kept are drawn all the same") {
-    const CanvasImage image = LoadCanvasImage(L"" ZEL_SOURCE_DIR "/assets/obj.png");
+    const CanvasImage image = LoadCanvasImage(SourcePath(L"assets/obj.png"));
     const TestCanvas canvas(400, 400, 0x251F1C);
     for (int32_t round = 0; round < 3; ++round) {
         std::fill_n(canvas.pixels, 160'000, Pixel{0x251F1C});

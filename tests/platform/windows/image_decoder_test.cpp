@@ -5,6 +5,7 @@
 #include "platform/windows/image_files.h"
 #include "platform/windows/test_folder.h"
 #include "support/gif_tiff_bytes.h"
+#include "support/source_path.h"
 
 static const std::string kTwoPixelPng = PngFile(
     2, 2, 8, 6,
@@ -29,10 +30,9 @@ static bool IsRefused(const std::string& bytes) {
     return true;
 }
 
-static std::string TestData(const char* name) {
-    const std::string path = std::string(ZEL_SOURCE_DIR "/tests/data/") + name;
+static std::string TestData(const wchar_t* name) {
     std::string bytes;
-    REQUIRE(ReadWholeFile(std::wstring(path.begin(), path.end()), bytes));
+    REQUIRE(ReadWholeFile(SourcePath(L"tests/data/" + std::wstring(name)), bytes));
     return bytes;
 }
 
@@ -53,7 +53,7 @@ TEST_CASE("a BMP is opaque, and its rows come from the top") {
 }
 
 TEST_CASE("a JPEG shows its colours") {
-    const DecodedImage image = Decode(TestData("red_blue.jpg"));
+    const DecodedImage image = Decode(TestData(L"red_blue.jpg"));
     REQUIRE(image.width == 16);
     REQUIRE(image.height == 16);
     const uint32_t left = image.argb[8 * 16 + 3], right = image.argb[8 * 16 + 12];
@@ -67,7 +67,7 @@ TEST_CASE("a JPEG shows its colours") {
 TEST_CASE("an image cut short at any byte is refused or read as far as it goes") {
     const TestFolder folder;
     const std::string bmp = BmpFile(3, 2, std::vector<uint32_t>(6, 0x123456)),
-                      jpeg = TestData("red_blue.jpg");
+                      jpeg = TestData(L"red_blue.jpg");
     for (const std::string& whole : {kTwoPixelPng, bmp, jpeg}) {
         const DecodedImage wholeImage = Decode(whole);
         for (size_t size = 0; size < whole.size(); ++size) {
