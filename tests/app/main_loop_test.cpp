@@ -17,7 +17,7 @@
 #include <optional>
 
 // The executable stands in "program", the process in "work", with data of its own.
-static void StartIn(const ScratchFolder& folder) {
+static void StartProgramIn(const ScratchFolder& folder) {
     headless = HeadlessPlatform{};
     ReleaseFrameBuffer();
     folderAnswers.executablePath = folder / L"program\\ZelEngine.exe";
@@ -55,7 +55,7 @@ static void ClickFirstProject() {
 
 TEST_CASE("a normal start shows the Project Hub before the default scene and ends with 0") {
     const ScratchFolder folder;
-    StartIn(folder);
+    StartProgramIn(folder);
     CHECK(RunProgram() == 0);
     CHECK(headless.windowIsOpen);
     CHECK(headless.title == L"ZelEngine - Projects");
@@ -76,7 +76,7 @@ TEST_CASE("a normal start shows the Project Hub before the default scene and end
 
 TEST_CASE("a first start beside a project lists it, and a click opens it") {
     const ScratchFolder folder;
-    StartIn(folder);
+    StartProgramIn(folder);
     PutProject(folder / L"work\\Project", L"From the project");
     ClickFirstProject();
     CHECK(RunProgram() == 0);
@@ -91,7 +91,7 @@ TEST_CASE("a first start beside a project lists it, and a click opens it") {
 
 TEST_CASE("the project in the working folder is saved again byte for byte, its model included") {
     const ScratchFolder folder;
-    StartIn(folder);
+    StartProgramIn(folder);
     PutFile(folder / L"work\\Project\\Files\\imported\\one.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n");
     resetScene(false);
     editorState.projectRoot = folder / L"work\\Project";
@@ -119,7 +119,7 @@ TEST_CASE("the project in the working folder is saved again byte for byte, its m
 
 TEST_CASE("a project.zel beside the executable opens straight into its game") {
     const ScratchFolder folder;
-    StartIn(folder);
+    StartProgramIn(folder);
     PutProject(folder / L"program", L"From the game");
     PutProject(folder / L"work\\Project", L"Of the editor");
     CHECK(RunProgram() == 0);
@@ -141,7 +141,7 @@ TEST_CASE("a project.zel beside the executable opens straight into its game") {
 
 TEST_CASE("moving project.zel away makes the same executable start as the editor") {
     const ScratchFolder folder;
-    StartIn(folder);
+    StartProgramIn(folder);
     PutProject(folder / L"program", L"From the game");
     RemoveTree(folder / L"program\\project.zel");
     CHECK(RunProgram() == 0);
@@ -151,7 +151,7 @@ TEST_CASE("moving project.zel away makes the same executable start as the editor
 
 TEST_CASE("a project.zel that cannot be read still starts the game, with the default scene") {
     const ScratchFolder folder;
-    StartIn(folder);
+    StartProgramIn(folder);
     PutFolder(folder / L"program\\project.zel");
     CHECK(RunProgram() == 0);
     CHECK(headless.title == L"ZelGame");
@@ -161,7 +161,7 @@ TEST_CASE("a project.zel that cannot be read still starts the game, with the def
 
 TEST_CASE("the game reads no list of projects and writes none") {
     const ScratchFolder folder;
-    StartIn(folder);
+    StartProgramIn(folder);
     PutProject(folder / L"program", L"From the game");
     CHECK(RunProgram() == 0);
     CHECK(FileBytes(folder / L"data\\ZelEngine\\recent-projects.txt") == "<missing>");
@@ -169,7 +169,7 @@ TEST_CASE("the game reads no list of projects and writes none") {
 
 TEST_CASE("a window that does not open ends the program with 1, everything released") {
     const ScratchFolder folder;
-    StartIn(folder);
+    StartProgramIn(folder);
     headless.windowOpens = false;
     CHECK(RunProgram() == 1);
     CHECK(headless.presents == 0);
@@ -179,7 +179,7 @@ TEST_CASE("a window that does not open ends the program with 1, everything relea
 
 TEST_CASE("a request to quit ends the program after the messages that came with it") {
     const ScratchFolder folder;
-    StartIn(folder);
+    StartProgramIn(folder);
     headless.input = {
         {},
         {{.kind = InputKind::KeyDown, .key = kKeyEscape}, {.kind = InputKind::MouseMove, .x = 7, .y = 9}},
@@ -192,7 +192,7 @@ TEST_CASE("a request to quit ends the program after the messages that came with 
 
 TEST_CASE("each frame takes the time since the one before, limited") {
     const ScratchFolder folder;
-    StartIn(folder);
+    StartProgramIn(folder);
     headless.input = {{}, {}, {}};
     headless.clock = {100, 100.01, 102, 102.04};  // at the start, then once a frame
     CHECK(RunProgram() == 0);
@@ -208,7 +208,7 @@ static void LimitMemory() {
 
 TEST_CASE("without memory for a command the program says so, saves nothing and ends with 1") {
     const ScratchFolder folder;
-    StartIn(folder);
+    StartProgramIn(folder);
     PutProject(folder / L"work\\Project", L"Listed");
     const EditorState before = editorState;
     editorState.scene.assign(1000, GameObject{.name = L"many"});

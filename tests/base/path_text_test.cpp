@@ -2,6 +2,7 @@
 
 #include "formats/project_paths.h"
 #include "state/editor_state.h"
+#include "support/capture.h"
 
 #include "doctest/doctest.h"
 

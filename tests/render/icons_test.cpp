@@ -17,7 +17,7 @@ static std::vector<CanvasImage> AllIcons() {
             icons.script, icons.scene,  icons.model, icons.logo};
 }
 
-static void StartIn(const ScratchFolder& folder) {
+static void StartBeside(const ScratchFolder& folder) {
     StartPicture(50, 50);
     ReleaseCanvasImages();
     icons = {};
@@ -27,7 +27,7 @@ static void StartIn(const ScratchFolder& folder) {
 
 TEST_CASE("the icons beside the executable are taken before those in the working folder") {
     const ScratchFolder folder;
-    StartIn(folder);
+    StartBeside(folder);
     for (const wchar_t* name : kNames) {
         PutFile(folder / (std::wstring(L"program\\assets\\") + name), "x");
         PutFile(folder / (std::wstring(L"work\\assets\\") + name), "x");
@@ -44,7 +44,7 @@ TEST_CASE("the icons beside the executable are taken before those in the working
 
 TEST_CASE("without a folder beside the executable the working folder's icons are taken") {
     const ScratchFolder folder;
-    StartIn(folder);
+    StartBeside(folder);
     PutFile(folder / L"work\\assets\\light.png", "x");
     LoadIcons();
     CHECK(icons.light >= 0);
@@ -58,7 +58,7 @@ TEST_CASE("each of the program's own icon files is read once, and its pixels bec
         const std::string bytes = FileBytes(SourcePath(L"assets/" + std::wstring(name)));
         PutFile(folder / (std::wstring(L"program\\assets\\") + name), bytes);
     }
-    StartIn(folder);
+    StartBeside(folder);
     fileFaults.steps = 0;
     LoadIcons();
     CHECK(fileFaults.steps == 1 + 8);  // where the folder stands, and eight files
@@ -76,7 +76,7 @@ TEST_CASE("each of the program's own icon files is read once, and its pixels bec
 
 TEST_CASE("a missing icon stays out of the picture without a message") {
     const ScratchFolder folder;
-    StartIn(folder);
+    StartBeside(folder);
     for (const wchar_t* name : kNames) {
         if (name != std::wstring(L"camera.png"))
             PutFile(folder / (std::wstring(L"program\\assets\\") + name), "x");

@@ -30,7 +30,7 @@ static std::string GifCodes(const std::vector<uint32_t>& colors) {
 std::string GifFile(int32_t width, int32_t height, const std::vector<uint32_t>& pixels) {
     std::vector<uint32_t> table = pixels;
     std::ranges::sort(table);
-    table.erase(std::ranges::unique(table).begin(), table.end());
+    table.erase(std::unique(table.begin(), table.end()), table.end());
     table.resize(4);
 
     std::string gif = "GIF89a";
