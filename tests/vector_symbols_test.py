@@ -13,8 +13,8 @@ import sys
 WIDTHS = {"one": "KernelsOneLane", "sse2": "KernelsSse2", "avx2": "KernelsAvx2", "avx512": "KernelsAvx512"}
 
 # Data that every object may hold, without code: a pointer to the C++ library's handler of exceptions, and what the
-# sanitizers keep.
-DATA = re.compile(r"^(DW\.ref\.__gxx_personality_\w+|__odr_asan.*|\.refptr\..*|\.weak\..*)$")
+# sanitizers keep, the types of called functions among it.
+DATA = re.compile(r"^(DW\.ref\.__gxx_personality_\w+|__odr_asan.*|\.refptr\..*|\.weak\..*|typeinfo (name )?for .*)$")
 
 
 def offered_by(nm, path):
