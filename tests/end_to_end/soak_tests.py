@@ -13,7 +13,7 @@ from program import ROOT, STAGE, check, output_of, run_tests, running, wait_for
 
 BOTTOM_TOP = 820 - 132
 FILES_TAB, FILES_UP = (60, BOTTOM_TOP + 24), (36, BOTTOM_TOP + 59)
-BLUEPRINTS, PREFABS, SCENES = 0, 1, 2  # their cells in the folder of the sample's files
+BLUEPRINTS, PREFABS, SCENES = 0, 2, 3  # their cells in the folder of the sample's files
 FIRST_OBJECT = (120, 92 + 9)
 COUNTER = os.path.join(ROOT, "build", "windows", "tests", "process_counts.exe")
 

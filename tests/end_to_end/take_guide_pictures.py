@@ -307,7 +307,7 @@ def show_screens():
         take(program, "scene-editor")
         program.see(program.click, *row(1), 3)  # Walker
         take(program, "object-menu", (0, 42, 340, 420))
-        program.see(program.double_click, *cell(1))  # Prefabs; the press closes the menu
+        program.see(program.double_click, *cell(2))  # Prefabs; the press closes the menu
         program.see(program.double_click, *cell(2))  # Tree.prefab
         take(program, "prefab-editor")
         program.see(program.press, "Escape")
@@ -317,7 +317,7 @@ def show_screens():
         take(program, "blueprint")
         program.see(program.press, "Escape")
         program.see(program.click, *FILES_UP)
-        program.see(program.double_click, *cell(2))  # Scenes
+        program.see(program.double_click, *cell(3))  # Scenes
         program.double_click(*cell(2))  # Stairs.scene, behind Level2 and Main
         wait_for(lambda: active_title() == "ZelEngine", "the question whether to save")
         program.press("alt+n")
