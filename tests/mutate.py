@@ -138,6 +138,8 @@ def statements(code):
     """Whole statements of one line that neither declare nor return a value."""
     for match in re.finditer(r"(?m)^( +|.*\) )([^\s][^\n;{}]*;)[ ]*$", code):
         statement = match.group(2)
+        if (code[:match.start()].rstrip() or "{")[-1] not in ";{}:":
+            continue  # the rest of one that began above
         if re.fullmatch(r"(return|break|continue);|\w[\w:.\->\[\]()*]*(\(.*\)|\+\+|--);|[\w*][\w:.\->\[\]()]*"
                         r" [-+*/|&^]?= .*;|\+\+.*;|--.*;", statement):
             if not re.match(r"(return|using|const|auto|static|constexpr|case|for|if|while) ", statement):
