@@ -1,8 +1,9 @@
 # shellcheck shell=bash disable=SC2034
 # The Debian packages that building and testing need, and how they get onto the machine. Sourced.
 
+# Of llvm the sanitizers take what gives their reports names and lines.
 readonly zel_packages=(
-    cmake ninja-build g++ g++-mingw-w64-x86-64-posix clang libclang-rt-14-dev
+    cmake ninja-build g++ g++-mingw-w64-x86-64-posix clang libclang-rt-14-dev llvm
     doctest-dev libstb-dev libbenchmark-dev
     wine wine64 xvfb xauth xdotool x11-utils openbox imagemagick fonts-open-sans python3 python3-yaml git
 )
