@@ -37,7 +37,7 @@ static GameObject Platform(int32_t number, int32_t columns) {
 // A square of boxes over platforms of five by five each, some of them in the air and some at rest.
 static void StartGame(int32_t boxes) {
     editorState = EditorState{};
-    editorState.meshes = BuildBuiltinMeshes();
+    editorState.meshes = BuiltinMeshLibrary();
     int32_t columns = 1;
     while (columns * columns < boxes) ++columns;
     for (int32_t i = 0; i < boxes; ++i) editorState.scene.push_back(FallingBox(i, columns));

@@ -14,7 +14,7 @@
 
 // Outlives the state that the projects are read into.
 struct LoadedSample {
-    std::vector<Mesh> meshes{};
+    std::vector<MeshAsset> meshes{};
     std::vector<TextureImage> textures{};
     std::vector<GameObject> objects{};
 };
@@ -40,7 +40,7 @@ static BenchScene FrameOf(const std::string& name, const LoadedSample& sample, i
     scene.width = width;
     scene.height = height;
     scene.background = ViewportBackground(sample.objects, -1, true);
-    const CameraPose camera = ActiveCamera(sample.objects, EditorCamera(), true);
+    const CameraPose camera = ActiveCamera(sample.objects, editorState.camera, true);
     MeshDraw frame{.eye = camera.position, .light = LightDirection(sample.objects)};
     frame.viewProjection = MultiplyMatrix(ProjectionMatrix(width, height), ViewMatrix(camera));
     for (size_t i = 0; i < sample.objects.size(); ++i) {
@@ -53,7 +53,7 @@ static BenchScene FrameOf(const std::string& name, const LoadedSample& sample, i
         draw.gloss = object.gloss;
         draw.texture = TextureOf(sample, object);
         draw.repeat = object.textureRepeat;
-        scene.objects.push_back({&sample.meshes[static_cast<size_t>(object.meshIndex)], draw});
+        scene.objects.push_back({&sample.meshes[static_cast<size_t>(object.meshIndex)].mesh, draw});
     }
     return scene;
 }

@@ -25,9 +25,9 @@ static float NextStep(float value, float step, float last, float first) {
 }
 
 std::wstring MeshName(int32_t meshIndex) {
-    const auto& names = editorState.meshNames;
-    if (meshIndex < 0 || static_cast<size_t>(meshIndex) >= names.size()) return L"Unknown";
-    return names[static_cast<size_t>(meshIndex)];
+    const auto& meshes = editorState.meshes;
+    if (meshIndex < 0 || static_cast<size_t>(meshIndex) >= meshes.size()) return L"Unknown";
+    return meshes[static_cast<size_t>(meshIndex)].name;
 }
 
 // The mesh after this one in the order in which a click offers them. The Ground and imported meshes are not

@@ -32,9 +32,9 @@ std::wstring MeshReferenceFromIndex(int32_t meshIndex) {
     };
     if (meshIndex >= 0 && meshIndex < kBuiltinMeshCount) return builtin(meshIndex);
 
-    const auto& sources = editorState.meshSources;
-    const bool isImported = meshIndex >= 0 && static_cast<size_t>(meshIndex) < sources.size() &&
-                            !sources[static_cast<size_t>(meshIndex)].empty();
+    const auto& meshes = editorState.meshes;
+    const bool isImported = meshIndex >= 0 && static_cast<size_t>(meshIndex) < meshes.size() &&
+                            !meshes[static_cast<size_t>(meshIndex)].source.empty();
     if (!isImported) return builtin(kCubeMesh);
-    return std::wstring(kFilePrefix) + MakeProjectRelative(sources[static_cast<size_t>(meshIndex)]);
+    return std::wstring(kFilePrefix) + MakeProjectRelative(meshes[static_cast<size_t>(meshIndex)].source);
 }

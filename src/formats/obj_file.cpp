@@ -91,9 +91,7 @@ static void FitIntoCube(Mesh& mesh) {
 }
 
 static void AppendToLibrary(Mesh mesh, const std::wstring& fullPath) {
-    editorState.meshes.push_back(std::move(mesh));
-    editorState.meshNames.push_back(NameWithoutExtension(fullPath));
-    editorState.meshSources.push_back(fullPath);
+    editorState.meshes.push_back({std::move(mesh), NameWithoutExtension(fullPath), fullPath});
 }
 
 static bool ReadModel(const std::wstring& path, Mesh& mesh) {
@@ -121,9 +119,9 @@ bool ReadObjFile(const std::wstring& path, Mesh& mesh) {
 
 KnownModels ModelsInLibrary() {
     KnownModels known;
-    const auto& sources = editorState.meshSources;
-    for (size_t i = 0; i < sources.size(); ++i) {
-        if (!sources[i].empty()) known.try_emplace(sources[i], static_cast<int32_t>(i));
+    for (int32_t index = 0; const MeshAsset& asset : editorState.meshes) {
+        if (!asset.source.empty()) known.try_emplace(asset.source, index);
+        ++index;
     }
     return known;
 }

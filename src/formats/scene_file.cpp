@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <new>
 #include <utility>
-#include <vector>
 
 constexpr std::wstring_view kHeader = L"ZELENGINE_SCENE\t1";
 
@@ -31,28 +30,6 @@ void MarkSceneSaved() {
 
 bool SceneIsSaved() { return HoldsScene(editorState.savedScene, editorState.scene); }
 
-namespace {
-
-// What a load replaces.
-struct OpenScene {
-    Scene scene{};
-    std::vector<Mesh> meshes{};
-    std::vector<std::wstring> meshNames{}, meshSources{};
-    std::vector<TextureImage> textures{};
-    int32_t selectedIndex = 0;
-};
-
-}  // namespace
-
-static void Exchange(OpenScene& other) {
-    std::swap(editorState.scene, other.scene);
-    std::swap(editorState.meshes, other.meshes);
-    std::swap(editorState.meshNames, other.meshNames);
-    std::swap(editorState.meshSources, other.meshSources);
-    std::swap(editorState.textures, other.textures);
-    std::swap(editorState.selectedIndex, other.selectedIndex);
-}
-
 static void ReadScene(TextFile& file) {
     // First, because the objects add their models and images to the fresh libraries.
     resetScene(true);
@@ -67,8 +44,8 @@ static void ReadScene(TextFile& file) {
 }
 
 bool LoadScene(const std::wstring& path) {
-    OpenScene before;
-    Exchange(before);
+    SceneContent& content = editorState;
+    SceneContent before = std::exchange(content, {});
     try {
         TextFile file;
         if (ReadTextFile(path, file)) {
@@ -78,6 +55,6 @@ bool LoadScene(const std::wstring& path) {
         }
     } catch (const std::bad_alloc&) {  // a file too large for the machine is one that cannot be read
     }
-    Exchange(before);
+    content = std::move(before);
     return false;
 }

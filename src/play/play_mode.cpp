@@ -1,13 +1,12 @@
 #include "play/play_mode.h"
 
 #include "play/score.h"
-#include "scene/editor_camera.h"
 #include "scene/gestures.h"
+#include "scene/kept_scene.h"
 #include "scene/status.h"
 #include "state/editor_state.h"
 
 #include <algorithm>
-#include <utility>
 
 void ResetGameState() {
     for (GameObject& object : editorState.scene) {
@@ -25,11 +24,7 @@ static bool IsEditingScene() {
 
 void StartPlayMode() {
     if (!IsEditingScene()) return;
-    editorState.playSnapshot = editorState.scene;
-    editorState.playSnapshotState = {
-        .taken = true, .animationTime = editorState.animationTime, .undoSteps = editorState.undoSteps};
-    editorState.playCamera = EditorCamera();
-    editorState.playSelection = editorState.selectedIndex;
+    editorState.sceneBeforePlay = KeepScene();
 
     ResetGameState();
     EndGestures();
@@ -41,17 +36,12 @@ void StopPlayMode() {
     if (!editorState.playMode) return;
     editorState.playMode = false;
     EndGestures();
-    if (!editorState.playSnapshotState.taken) {
+    if (!editorState.sceneBeforePlay) {
         SetStatus(L"Edit mode zapnuty.");
         return;
     }
-    editorState.scene = std::exchange(editorState.playSnapshot, {});
-    PlaySnapshotState before = std::exchange(editorState.playSnapshotState, {});
-    editorState.animationTime = before.animationTime;
-    // Steps of the game would bring its objects back into the scene.
-    editorState.undoSteps = std::move(before.undoSteps);
-    PlaceEditorCamera(editorState.playCamera);
+    PutSceneBack(editorState.sceneBeforePlay);
     const auto last = static_cast<int32_t>(editorState.scene.size()) - 1;
-    editorState.selectedIndex = std::min(std::max(editorState.playSelection, 0), last);
+    editorState.selectedIndex = std::min(std::max(editorState.selectedIndex, 0), last);
     SetStatus(L"Edit mode zapnuty: scena obnovena do stavu pred spustenim hry.");
 }

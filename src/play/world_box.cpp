@@ -18,8 +18,8 @@ constexpr MeshVertex kCubeCorners[] = {{{-1, -1, -1}}, {{1, -1, -1}}, {{-1, 1, -
 static const Mesh* MeshOf(const GameObject& object) {
     const auto mesh = static_cast<size_t>(object.meshIndex);
     const bool hasMesh = object.hasShape && object.meshIndex >= 0 && mesh < editorState.meshes.size() &&
-                         !editorState.meshes[mesh].vertices.empty();
-    return hasMesh ? &editorState.meshes[mesh] : nullptr;
+                         !editorState.meshes[mesh].mesh.vertices.empty();
+    return hasMesh ? &editorState.meshes[mesh].mesh : nullptr;
 }
 
 static std::span<const MeshVertex> ShapeOf(const GameObject& object) {

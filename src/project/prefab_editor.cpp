@@ -8,8 +8,8 @@
 #include "play/play_mode.h"
 #include "project/asset_creation.h"
 #include "project/other_screens.h"
-#include "scene/editor_camera.h"
 #include "scene/gestures.h"
+#include "scene/kept_scene.h"
 #include "scene/selection.h"
 #include "scene/status.h"
 #include "scene/text_entry.h"
@@ -24,10 +24,9 @@ static void EndInteraction() {
 }
 
 static void ShowPrefab(const std::wstring& path, Scene objects) {
-    editorState.prefabSnapshot = {.scene = std::exchange(editorState.scene, std::move(objects)),
-                                  .undoSteps = std::exchange(editorState.undoSteps, {})};
-    editorState.prefabSelection = editorState.selectedIndex;
-    editorState.prefabCamera = EditorCamera();
+    editorState.sceneBeforePrefab = KeepScene();
+    editorState.scene = std::move(objects);
+    editorState.undoSteps.clear();
     editorState.selectedIndex = editorState.scene.empty() ? -1 : 0;
     editorState.prefabPath = path;
     editorState.prefabName = NameWithoutExtension(path);
@@ -36,10 +35,7 @@ static void ShowPrefab(const std::wstring& path, Scene objects) {
 }
 
 static void ShowScene() {
-    editorState.scene = std::exchange(editorState.prefabSnapshot.scene, {});
-    editorState.undoSteps = std::exchange(editorState.prefabSnapshot.undoSteps, {});
-    editorState.selectedIndex = editorState.prefabSelection;
-    PlaceEditorCamera(editorState.prefabCamera);
+    PutSceneBack(editorState.sceneBeforePrefab);
     editorState.prefabPath.clear();
     editorState.prefabName.clear();
     editorState.prefabDirty = false;

@@ -34,8 +34,7 @@ void LeaveOpenProject() {
     editorState.componentSearchText.clear();
     editorState.hubVisible = false;
     editorState.playMode = false;
-    editorState.playSnapshot.clear();
-    editorState.playSnapshotState = {};
+    editorState.sceneBeforePlay.reset();
     editorState.screen = Screen::SceneEditor;
     editorState.blueprintDirty = false;
     ClearUndo();

@@ -58,7 +58,7 @@ void MoveStoredPaths(const std::wstring& from, const std::wstring& to) {
     }
     if (!editorState.prefabPath.empty())
         editorState.prefabName = NameWithoutExtension(editorState.prefabPath);
-    for (std::wstring& source : editorState.meshSources) MovePath(source, move);
+    for (MeshAsset& asset : editorState.meshes) MovePath(asset.source, move);
     for (TextureImage& texture : editorState.textures) MovePath(texture.path, move);
     for (AssetEntry& entry : editorState.fileEntries) {
         MovePath(entry.path, move);
@@ -66,10 +66,11 @@ void MoveStoredPaths(const std::wstring& from, const std::wstring& to) {
     }
 
     if (MovePathsOf(editorState.scene, move)) MarkPrefabChanged();
-    MovePathsOf(editorState.playSnapshot, move);
-    MovePathsOf(editorState.prefabSnapshot.scene, move);
-    MovePathsOf(editorState.clipboardObject, move);
     MovePathsOf(editorState.undoSteps, move);
-    MovePathsOf(editorState.prefabSnapshot.undoSteps, move);
-    MovePathsOf(editorState.playSnapshotState.undoSteps, move);
+    if (editorState.clipboardObject) MovePathsOf(*editorState.clipboardObject, move);
+    for (std::optional<KeptScene>* kept : {&editorState.sceneBeforePlay, &editorState.sceneBeforePrefab}) {
+        if (!*kept) continue;
+        MovePathsOf((*kept)->scene, move);
+        MovePathsOf((*kept)->undoSteps, move);
+    }
 }

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <utility>
 
 constexpr float kPi = 3.14159265358979f;
 constexpr int32_t kRoundSegments = 20;     // around Sphere and Capsule
@@ -203,4 +204,12 @@ std::vector<Mesh> BuildBuiltinMeshes() {
     std::vector<Mesh> meshes{Cube(), Pyramid(), Ground(), Plane(), Sphere(), Capsule(), Cylinder()};
     for (Mesh& mesh : meshes) MeasureMesh(mesh);
     return meshes;
+}
+
+std::vector<MeshAsset> BuiltinMeshLibrary() {
+    std::vector<MeshAsset> library;
+    for (Mesh& mesh : BuildBuiltinMeshes()) {
+        library.push_back({.mesh = std::move(mesh), .name = kBuiltinMeshNames[library.size()]});
+    }
+    return library;
 }

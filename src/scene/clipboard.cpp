@@ -15,18 +15,17 @@ void copySelected() {
         return;
     }
     editorState.clipboardObject = SelectedObject();
-    editorState.clipboardFull = true;
     SetStatus(L"Ctrl+C: objekt zkopirovan: " + SelectedObject().name);
 }
 
 void pasteObject() {
-    if (!editorState.clipboardFull) {
+    if (!editorState.clipboardObject) {
         SetStatus(L"Ctrl+V: schranky objektu je prazdna.");
         return;
     }
     pushUndo("Paste object");
 
-    GameObject copy = editorState.clipboardObject;
+    GameObject copy = *editorState.clipboardObject;
     copy.name += L"_Paste";
     if (!IsObjectIndex(copy.parentIndex)) copy.parentIndex = -1;
     copy.position.x += kPasteOffset;

@@ -3,8 +3,6 @@
 #include "render/builtin_meshes.h"
 #include "state/editor_state.h"
 
-#include <iterator>
-
 static Scene ProtectedObjects() {
     return {
         {.name = L"Game Camera", .position{0, 2, -7}, .rotation{-0.08f, 0, 0}, .isCamera = true},
@@ -27,9 +25,7 @@ static Scene SampleObjects() {
 }
 
 void resetScene(bool withSamples) {
-    editorState.meshes = BuildBuiltinMeshes();
-    editorState.meshNames.assign(std::begin(kBuiltinMeshNames), std::end(kBuiltinMeshNames));
-    editorState.meshSources.assign(kBuiltinMeshCount, {});
+    editorState.meshes = BuiltinMeshLibrary();
     editorState.textures.clear();
 
     editorState.scene = ProtectedObjects();

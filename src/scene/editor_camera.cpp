@@ -16,23 +16,13 @@ constexpr float kFocusDistance = 4.0f;  // world units
 constexpr float kFocusHeight = 1.4f;
 
 static void Turn(float yaw, float pitch) {
-    editorState.cameraYaw += yaw;
-    editorState.cameraPitch = Limit(editorState.cameraPitch + pitch, -kMaxPitch, kMaxPitch);
-}
-
-CameraPose EditorCamera() {
-    return {editorState.cameraPosition, editorState.cameraYaw, editorState.cameraPitch};
-}
-
-void PlaceEditorCamera(const CameraPose& pose) {
-    editorState.cameraPosition = pose.position;
-    editorState.cameraYaw = pose.yaw;
-    editorState.cameraPitch = pose.pitch;
+    editorState.camera.yaw += yaw;
+    editorState.camera.pitch = Limit(editorState.camera.pitch + pitch, -kMaxPitch, kMaxPitch);
 }
 
 Vec3 InFrontOfEditorCamera(float distance) {
-    return editorState.cameraPosition +
-           CameraForward(editorState.cameraYaw, editorState.cameraPitch) * distance;
+    return editorState.camera.position +
+           CameraForward(editorState.camera.yaw, editorState.camera.pitch) * distance;
 }
 
 void LookWithMouse(int32_t dx, int32_t dy) {
@@ -42,18 +32,18 @@ void LookWithMouse(int32_t dx, int32_t dy) {
 void FlyWithKeys(float dt) {
     Turn(KeyAxis(kKeyRight, kKeyLeft) * (kKeyTurn * dt), KeyAxis(kKeyUp, kKeyDown) * (kKeyTurn * dt));
 
-    const Vec3 forward = CameraForward(editorState.cameraYaw, editorState.cameraPitch);
+    const Vec3 forward = CameraForward(editorState.camera.yaw, editorState.camera.pitch);
     const Vec3 ahead = Normalise({forward.x, 0, forward.z});
     const Vec3 right = Normalise({ahead.z, 0, -ahead.x});
     const Vec3 move =
         ahead * KeyAxis('W', 'S') + right * KeyAxis('D', 'A') + Vec3{0, 1, 0} * KeyAxis(kKeySpace, kKeyShift);
-    editorState.cameraPosition = editorState.cameraPosition + Normalise(move) * (kFlySpeed * dt);
+    editorState.camera.position = editorState.camera.position + Normalise(move) * (kFlySpeed * dt);
 }
 
 void FocusOnObject(int32_t index) {
     const Vec3 target = WorldPosition(editorState.scene, index);
-    const Vec3 forward = CameraForward(editorState.cameraYaw, editorState.cameraPitch);
-    editorState.cameraPosition = {target.x - kFocusDistance * forward.x, target.y + kFocusHeight,
-                                  target.z - kFocusDistance * forward.z};
+    const Vec3 forward = CameraForward(editorState.camera.yaw, editorState.camera.pitch);
+    editorState.camera.position = {target.x - kFocusDistance * forward.x, target.y + kFocusHeight,
+                                   target.z - kFocusDistance * forward.z};
     SetStatus(L"Kamera priblizena na vybrany objekt.");
 }

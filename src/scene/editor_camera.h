@@ -1,12 +1,9 @@
 // The editor's own camera: looking, flying, and going to an object.
 #pragma once
 
-#include "state/camera_pose.h"
+#include "base/vec3.h"
 
 #include <cstdint>
-
-CameraPose EditorCamera();
-void PlaceEditorCamera(const CameraPose& pose);
 
 // The place `distance` units along the view direction, where new objects appear.
 Vec3 InFrontOfEditorCamera(float distance);

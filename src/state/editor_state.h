@@ -16,6 +16,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,43 +33,34 @@ struct UndoStep {
     std::string_view label{};  // of the command that made it, as written in its code; nobody is shown it
 };
 
-// What the Prefab editor keeps aside while it shows a prefab in place of the scene.
-struct PrefabSnapshot {
+// What loading a scene replaces as a whole.
+struct SceneContent {
     Scene scene{};
-    std::vector<UndoStep> undoSteps{};
+    std::vector<MeshAsset> meshes{};  // the seven built-in ones, then the imported ones
+    std::vector<TextureImage> textures{};
+    int32_t selectedIndex = 0;  // -1 nothing; range-checked by everyone who uses it
 };
 
-// What Play mode keeps aside beside the scene.
-struct PlaySnapshotState {
-    bool taken = false;       // the runtime starts to play without a snapshot
-    float animationTime = 0;  // seconds, of edit mode
+// The scene and the user's place in it, kept aside while something else is shown: a game that plays it, or a
+// prefab.
+struct KeptScene {
+    Scene scene{};
+    int32_t selectedIndex = 0;
+    CameraPose camera{};
+    float animationTime = 0;  // seconds
     std::vector<UndoStep> undoSteps{};
 };
 
 // Accessed by the window's thread only. A value: a test starts from a fresh one.
-struct EditorState {
-    // Editor camera and scene content.
-    Vec3 cameraPosition{0, 4.0f, -10.0f};
-    float cameraYaw = 0;         // radians
-    float cameraPitch = -0.24f;  // radians, -1.1 .. 1.1
-    Scene scene{};
-    std::vector<Mesh> meshes{};               // the seven built-in ones, then the imported ones
-    std::vector<std::wstring> meshNames{};    // display names, by mesh index
-    std::vector<std::wstring> meshSources{};  // full paths, empty for built-in ones, by mesh index
-    std::vector<TextureImage> textures{};
-    std::vector<UndoStep> undoSteps{};  // oldest first, at most 64
-    SceneSnapshot savedScene{};         // the objects as they were last loaded or saved
-    Scene playSnapshot{};
-    PlaySnapshotState playSnapshotState{};
-    PrefabSnapshot prefabSnapshot{};
-    GameObject clipboardObject{};
-    CameraPose playCamera{};    // the editor camera when Play mode started
-    CameraPose prefabCamera{};  // the editor camera when the Prefab editor opened
+struct EditorState : SceneContent {
+    CameraPose camera{};                           // the editor's own
+    std::vector<UndoStep> undoSteps{};             // oldest first, at most 64
+    SceneSnapshot savedScene{};                    // the objects as they were last loaded or saved
+    std::optional<KeptScene> sceneBeforePlay{};    // none in the runtime, which has no scene to go back to
+    std::optional<KeptScene> sceneBeforePrefab{};  // while a prefab is open
+    std::optional<GameObject> clipboardObject{};
 
-    // Selection and modes.
-    int32_t selectedIndex = 0;  // -1 nothing; range-checked by everyone who uses it
-    int32_t playSelection = 0;
-    int32_t prefabSelection = 0;
+    // Modes.
     std::array<bool, 256> keyDown{};  // by virtual-key code
     bool runtimeMode = false;
     bool hubVisible = false;
@@ -76,7 +68,6 @@ struct EditorState {
     Screen screen = Screen::SceneEditor;
     Tool tool = Tool::Move;
     BottomTab bottomTab = BottomTab::Console;
-    bool clipboardFull = false;
     bool prefabDirty = false;
     bool blueprintDirty = false;
     bool componentSearchActive = false;

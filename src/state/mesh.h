@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 #include <vector>
 
 struct MeshVertex {
@@ -41,4 +42,11 @@ struct Mesh {
     std::vector<MeshVertex> vertices{};
     std::vector<MeshTriangle> triangles{};  // every index is a valid vertex index
     MeshMeasures measures{};                // without: the mesh is drawn the same, but more slowly
+};
+
+// A mesh of the library that the objects of a scene refer to by index.
+struct MeshAsset {
+    Mesh mesh{};
+    std::wstring name{};    // as the Inspector shows it
+    std::wstring source{};  // full path of the model file; empty for a built-in mesh
 };

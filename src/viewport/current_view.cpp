@@ -8,7 +8,7 @@
 bool ShowsGame() { return editorState.playMode || editorState.runtimeMode; }
 
 FrameView CurrentView(const Rect& viewport) {
-    const CameraPose camera = ActiveCamera(editorState.scene, EditorCamera(), ShowsGame());
+    const CameraPose camera = ActiveCamera(editorState.scene, editorState.camera, ShowsGame());
     const Matrix4 projection = ProjectionMatrix(Width(viewport), Height(viewport));
     return {camera, MultiplyMatrix(projection, ViewMatrix(camera)), viewport};
 }

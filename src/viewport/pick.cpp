@@ -35,7 +35,7 @@ static int32_t PickMesh(const PickView& view, Point pixel) {
         const GameObject& object = view.scene[static_cast<size_t>(i)];
         if (!IsShown(object, view.playMode) || !ShowsMesh(object, view.meshes.size())) continue;
         draw.world = worlds.Of(i);
-        const Mesh& mesh = view.meshes[static_cast<size_t>(object.meshIndex)];
+        const Mesh& mesh = view.meshes[static_cast<size_t>(object.meshIndex)].mesh;
         if (MeshDepthAt(mesh, draw, view.viewport, pixel, depth)) found = i;
     }
     return found;

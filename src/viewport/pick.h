@@ -12,7 +12,7 @@
 // The picture that is picked from.
 struct PickView {
     std::span<const GameObject> scene{};
-    std::span<const Mesh> meshes{};
+    std::span<const MeshAsset> meshes{};
     Rect viewport{};  // frame buffer pixels
     Matrix4 viewProjection{};
     Vec3 eye{};

@@ -62,7 +62,7 @@ static void DrawObjects(const MeshDraw& frame, WorldMatrices& worlds) {
             DrawTextOf(i, frame.viewProjection, worlds);
             continue;
         }
-        const Mesh& mesh = editorState.meshes[static_cast<size_t>(object.meshIndex)];
+        const Mesh& mesh = editorState.meshes[static_cast<size_t>(object.meshIndex)].mesh;
         const MeshDraw draw = MeshDrawOf(i, frame, worlds);
         if (draw.selected) {
             DrawMesh(mesh, draw);

@@ -21,8 +21,8 @@ static void StartEditor(int32_t width, int32_t height) {
     editorState = EditorState{};
     resetScene(true);
     for (GameObject& object : editorState.scene) object.rotation = {};
-    editorState.cameraPosition = {0, 1, -6};
-    editorState.cameraPitch = 0;
+    editorState.camera.position = {0, 1, -6};
+    editorState.camera.pitch = 0;
     editorState.bottomTab = BottomTab::Console;
 }
 

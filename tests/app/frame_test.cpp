@@ -29,8 +29,8 @@ static void StartWindow(Scene scene, int32_t width, int32_t height) {
     resetScene(false);
     editorState.scene = std::move(scene);
     editorState.selectedIndex = -1;
-    editorState.cameraPosition = {0, 0, 0};
-    editorState.cameraPitch = 0;
+    editorState.camera.position = {0, 0, 0};
+    editorState.camera.pitch = 0;
     ReleaseCanvasImages();
     icons = {};
     icons.entity = LoadCanvasImage(SourcePath(L"LICENSE"));
@@ -95,7 +95,7 @@ TEST_CASE("the game shows no grid, no icons and no outline") {
                    {.isCamera = true, .cameraBackground = 0x445566}});
         editorState.playMode = plays;
         editorState.selectedIndex = 0;
-        editorState.cameraPosition = {0, 0, -500};
+        editorState.camera.position = {0, 0, -500};
         RenderFrame();
         CHECK(CountOf(kGridLine) == 0);
         CHECK(CountOf(kOutline) == 0);

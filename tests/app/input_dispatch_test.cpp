@@ -74,15 +74,15 @@ TEST_CASE("dragging with the right button turns the camera and says so at its en
     Start();
     Send(InputKind::RightDown, 600, 300);
     Send(InputKind::MouseMove, 610, 295);
-    CHECK(editorState.cameraYaw == doctest::Approx(0.065));
-    CHECK(editorState.cameraPitch == doctest::Approx(-0.24 + 0.0325));
+    CHECK(editorState.camera.yaw == doctest::Approx(0.065));
+    CHECK(editorState.camera.pitch == doctest::Approx(-0.24 + 0.0325));
     Send(InputKind::MouseMove, 600, 300);
-    CHECK(editorState.cameraYaw == doctest::Approx(0));
+    CHECK(editorState.camera.yaw == doctest::Approx(0));
     Send(InputKind::RightUp, 600, 300);
     CHECK(editorState.statusMessage == L"Mouse look vypnuty.");
     CHECK_FALSE(headless.mouseIsCaptured);
     Send(InputKind::MouseMove, 640, 340);
-    CHECK(editorState.cameraYaw == doctest::Approx(0));
+    CHECK(editorState.camera.yaw == doctest::Approx(0));
 }
 
 TEST_CASE("a right drag counts as moved beyond 5 pixels") {
@@ -100,7 +100,7 @@ TEST_CASE("a right press outside the viewport does not turn the camera") {
     Start();
     Send(InputKind::RightDown, 2600, 300);
     Send(InputKind::MouseMove, 100, 50);
-    CHECK(editorState.cameraYaw == 0);
+    CHECK(editorState.camera.yaw == 0);
 }
 
 TEST_CASE("losing the mouse ends mouse look without a message") {

@@ -117,7 +117,7 @@ TEST_CASE("while a name or number is typed the mouse does nothing") {
         CHECK(editorState.selectedIndex == before.selectedIndex);
         CHECK(editorState.tool == before.tool);
         CHECK(editorState.statusMessage == before.statusMessage);
-        CHECK(editorState.cameraYaw == before.cameraYaw);
+        CHECK(editorState.camera.yaw == before.camera.yaw);
         CHECK_FALSE(editorState.createMenu.open);
         CHECK_FALSE(headless.mouseIsCaptured);
     }

@@ -147,8 +147,8 @@ TEST_CASE("a tool's button is 97 by 27 pixels, and the rest of the palette takes
             CAPTURE(y);
             StartEditor();
             // A plane that fills the viewport: a press beside the palette picks it.
-            editorState.cameraPosition = {0, 0, -10};
-            editorState.cameraPitch = 0;
+            editorState.camera.position = {0, 0, -10};
+            editorState.camera.pitch = 0;
             ShowScene({{.name = L"Wall", .position{0, 0, 5}, .scale{90, 90, 1}, .meshIndex = 0}}, -1);
             Click({x, y});
 
@@ -172,8 +172,8 @@ TEST_CASE("a tool's button is 97 by 27 pixels, and the rest of the palette takes
 
 static void ShowTwoCubes() {
     StartEditor();
-    editorState.cameraPosition = {0, 0, -10};
-    editorState.cameraPitch = 0;
+    editorState.camera.position = {0, 0, -10};
+    editorState.camera.pitch = 0;
     ShowScene({{.name = L"Left", .position{-3, 0, 0}, .meshIndex = 0},
                {.name = L"Right", .position{3, 0, 0}, .meshIndex = 0}},
               -1);
@@ -368,14 +368,14 @@ TEST_CASE("a double click on the name of the selected object renames it") {
 
 TEST_CASE("a double click on a row selects the object and goes to it without turning") {
     StartEditor();
-    editorState.cameraPitch = 0;
+    editorState.camera.pitch = 0;
     DoubleClick(RowAt(4));  // the platform at 2.7, -0.25, 5.4
     CHECK(editorState.selectedIndex == 4);
     CHECK(editorState.statusMessage == L"Kamera priblizena na vybrany objekt.");
-    CHECK(editorState.cameraPosition.x == doctest::Approx(2.7));
-    CHECK(editorState.cameraPosition.y == doctest::Approx(1.15));
-    CHECK(editorState.cameraPosition.z == doctest::Approx(1.4));
-    CHECK(editorState.cameraYaw == 0);
+    CHECK(editorState.camera.position.x == doctest::Approx(2.7));
+    CHECK(editorState.camera.position.y == doctest::Approx(1.15));
+    CHECK(editorState.camera.position.z == doctest::Approx(1.4));
+    CHECK(editorState.camera.yaw == 0);
     CHECK(NothingIsDragged());
 }
 
@@ -403,10 +403,10 @@ TEST_CASE("a double click does not reach through an open menu") {
     RightClick(RowAt(0));
     REQUIRE(editorState.objectMenu.open);
     const Point title{editorState.objectMenu.corner.x + 20, editorState.objectMenu.corner.y + 20};
-    const Vec3 camera = editorState.cameraPosition;
+    const Vec3 camera = editorState.camera.position;
     DoubleClick(title);  // a row of the Hierarchy lies under it
     CHECK(editorState.objectMenu.open);
-    CHECK(editorState.cameraPosition == camera);
+    CHECK(editorState.camera.position == camera);
 }
 
 // The right button.
@@ -581,9 +581,9 @@ TEST_CASE("while the right button looks around the left one presses what it mean
     const Point fold = ZoneAt(3);
     Click(fold);
     CHECK_FALSE(editorState.scene[2].shapeExpanded);
-    const float yaw = editorState.cameraYaw;
+    const float yaw = editorState.camera.yaw;
     Move({fold.x + 20, fold.y});
-    CHECK(editorState.cameraYaw == doctest::Approx(yaw + 20 * 0.0065f));
+    CHECK(editorState.camera.yaw == doctest::Approx(yaw + 20 * 0.0065f));
     CHECK(editorState.mouseLook.armed);
     CHECK(headless.mouseIsCaptured);
     ReleaseRightAt({640, 300});
@@ -604,10 +604,10 @@ TEST_CASE("looking around ends where the view goes: in the Project Hub and on th
         toHub ? Press({960, 20}) : DoubleClick(blueprint);
         REQUIRE((toHub ? editorState.hubVisible : editorState.screen == Screen::BlueprintEditor));
         CHECK(NothingIsDragged());
-        const float yaw = editorState.cameraYaw;
+        const float yaw = editorState.camera.yaw;
         Move({640, 300});
         ReleaseRightAt({600, 300});
-        CHECK(editorState.cameraYaw == yaw);
+        CHECK(editorState.camera.yaw == yaw);
         CHECK_FALSE(editorState.createMenu.open);
     }
 }
@@ -889,7 +889,7 @@ TEST_CASE("in the game the mouse only looks around") {
     CHECK(editorState.statusMessage == message);
     PressRightAt({20, 20});
     Move({120, 20});
-    CHECK(editorState.cameraYaw == doctest::Approx(0.65));
+    CHECK(editorState.camera.yaw == doctest::Approx(0.65));
     ReleaseRightAt({120, 20});
     CHECK(editorState.statusMessage == L"Mouse look vypnuty.");
 }
@@ -898,7 +898,7 @@ TEST_CASE("looking up and down ends at 1.1 radians") {
     StartEditor();
     PressRightAt({600, 300});
     Move({600, -4000});
-    CHECK(editorState.cameraPitch == 1.1f);
+    CHECK(editorState.camera.pitch == 1.1f);
     Move({600, 9000});
-    CHECK(editorState.cameraPitch == -1.1f);
+    CHECK(editorState.camera.pitch == -1.1f);
 }

@@ -23,7 +23,8 @@ constexpr int32_t kEventsPerFrame = 50;  // about; only every so often is a pict
 
 // Undoes the step that an event has added, compares, and puts everything back.
 static bool UndoRestores(const Scene& before) {
-    std::vector<Mesh> meshes = std::exchange(editorState.meshes, {});  // large, and none of undo's business
+    std::vector<MeshAsset> meshes =
+        std::exchange(editorState.meshes, {});  // large, and none of undo's business
     EditorState after = editorState;
     const bool wasCaptured = headless.mouseIsCaptured;
     undo();
@@ -40,7 +41,7 @@ static void StartAnew(RandomUser<RandomSource>& user) {
     resetScene(user.Sometimes(2));
     if (!user.Sometimes(3)) return;
     editorState.screen = Screen::PrefabEditor;
-    editorState.prefabSnapshot.scene = editorState.scene;
+    editorState.sceneBeforePrefab = {.scene = editorState.scene};
 }
 
 TEST_CASE(

@@ -130,7 +130,7 @@ TEST_CASE("without a selection nothing is copied, duplicated or deleted") {
         CHECK(editorState.statusMessage == L"untouched");
         TapWithControl('C');
         CHECK(editorState.statusMessage == L"Ctrl+C: neni vybrany objekt.");
-        CHECK_FALSE(editorState.clipboardFull);
+        CHECK_FALSE(editorState.clipboardObject.has_value());
         CHECK(ObjectCount() == 6);
         CHECK(editorState.undoSteps.empty());
     }
@@ -173,7 +173,7 @@ TEST_CASE("what is typed with AltGr runs no command on any screen") {
 
 TEST_CASE("without Ctrl the letters of its commands do nothing, and neither does any other key") {
     StartEditor();
-    editorState.clipboardFull = true;
+    editorState.clipboardObject = GameObject{};
     for (uint32_t key = 0; key < 300; ++key) {
         const bool isCommand = key == 'G' || key == 'P' || (key >= '1' && key <= '9') || key == kKeyTab ||
                                key == kKeyDelete || key == kKeyEscape || (key >= kKeyF1 && key <= kKeyF3);
@@ -205,18 +205,18 @@ TEST_CASE("P plays and P again brings scene, camera and selection back") {
     StartEditor();
     editorState.selectedIndex = 4;
     const Scene scene = editorState.scene;
-    const Vec3 camera = editorState.cameraPosition;
+    const Vec3 camera = editorState.camera.position;
     TapKey('P');
     CHECK(editorState.playMode);
     CHECK(editorState.statusMessage == L"Play mode zapnuty: stav sceny byl ulozen.");
     editorState.scene[2].position.y = -9;
-    editorState.cameraPosition.x = 33;
+    editorState.camera.position.x = 33;
     TapKey('1');
     TapKey('G');
     TapKey('P');
     CHECK_FALSE(editorState.playMode);
     CHECK(editorState.scene == scene);
-    CHECK(editorState.cameraPosition == camera);
+    CHECK(editorState.camera.position == camera);
     CHECK(editorState.selectedIndex == 4);
     CHECK(editorState.statusMessage == L"Edit mode zapnuty: scena obnovena do stavu pred spustenim hry.");
 }

@@ -13,7 +13,7 @@ TEST_CASE("every update lets the animation clock run and flies the camera with t
     UpdateFrame(0.05f);
     UpdateFrame(0.05f);
     CHECK(editorState.animationTime == doctest::Approx(0.1));
-    CHECK(editorState.cameraPosition.z == doctest::Approx(-10 + 0.44));
+    CHECK(editorState.camera.position.z == doctest::Approx(-10 + 0.44));
 }
 
 TEST_CASE("behind the Project Hub and the Blueprint editor only the clock runs") {
@@ -24,7 +24,7 @@ TEST_CASE("behind the Project Hub and the Blueprint editor only the clock runs")
         editorState.keyDown['W'] = true;
         UpdateFrame(0.05f);
         CHECK(editorState.animationTime == 0.05f);
-        CHECK(editorState.cameraPosition == Vec3{0, 4, -10});
+        CHECK(editorState.camera.position == Vec3{0, 4, -10});
     }
 }
 
@@ -34,7 +34,7 @@ TEST_CASE("in the game no page stands before the scene") {
     editorState.hubVisible = true;
     editorState.keyDown['W'] = true;
     UpdateFrame(0.05f);
-    CHECK(editorState.cameraPosition != Vec3{0, 4, -10});
+    CHECK(editorState.camera.position != Vec3{0, 4, -10});
 }
 
 TEST_CASE("an object is moved by its keys, collects, falls and animates, in this order") {

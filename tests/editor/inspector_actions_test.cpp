@@ -587,7 +587,7 @@ TEST_CASE("meshes change in their fixed order, and what is not in it becomes a C
 
 TEST_CASE("a mesh that is not in the list is named Unknown") {
     OpenInspector({.meshIndex = 0});
-    editorState.meshNames.clear();
+    editorState.meshes.clear();
     CHECK(PressZone(36));
     CHECK(editorState.statusMessage == L"Shape mesh zmenen na: Unknown");
 }

@@ -412,7 +412,7 @@ static std::wstring ValueBeside(const wchar_t* label) {
 
 TEST_CASE("the Shape names its mesh, an imported one too, and one that is not there Unknown") {
     OpenInspector({.meshIndex = 0});
-    editorState.meshNames.push_back(L"ship");
+    editorState.meshes.push_back({.name = L"ship"});
     const struct {
         int32_t mesh;
         const wchar_t* name;

@@ -50,9 +50,7 @@ TEST_CASE("a model is loaded by its reference and written relative to the projec
 TEST_CASE("an imported mesh without a source is written as the Cube") {
     const ScratchFolder folder;
     resetScene(false);
-    editorState.meshes.emplace_back();
-    editorState.meshNames.emplace_back(L"lost");
-    editorState.meshSources.emplace_back();
+    editorState.meshes.push_back({.name = L"lost"});
     CHECK(MeshReferenceFromIndex(7) == L"builtin:Cube");
 }
 

@@ -207,9 +207,9 @@ TEST_CASE("a model is loaded once and kept under its name and its full path") {
     CHECK(LoadObjIntoLibrary(L"v1.2\\..\\v1.2\\my box.obj") == 7);
     CHECK(LoadObjIntoLibrary(folder / L"other") == 8);
     REQUIRE(editorState.meshes.size() == 9);
-    CHECK(editorState.meshNames[7] == L"my box");
-    CHECK(editorState.meshSources[7] == folder / L"v1.2\\my box.obj");
-    CHECK(editorState.meshNames[8] == L"other");
+    CHECK(editorState.meshes[7].name == L"my box");
+    CHECK(editorState.meshes[7].source == folder / L"v1.2\\my box.obj");
+    CHECK(editorState.meshes[8].name == L"other");
 
     RemoveTree(folder / L"other");
     CHECK(LoadObjIntoLibrary(folder / L"other") == 8);
@@ -251,6 +251,4 @@ TEST_CASE("a model that cannot be loaded leaves the library alone and says so") 
         CHECK(editorState.statusMessage == L"OBJ model se nepodarilo nacist.");
     }
     CHECK(editorState.meshes.size() == 7);
-    CHECK(editorState.meshNames.size() == 7);
-    CHECK(editorState.meshSources.size() == 7);
 }

@@ -26,7 +26,7 @@ TEST_CASE("a prefab placed without a parent stands 4 units before the editor's c
     const ScratchFolder folder;
     StartWithSamples();
     const std::wstring path = PutTree(folder);
-    PlaceEditorCamera({{1, 2, 3}, 0, 0});
+    editorState.camera = {{1, 2, 3}, 0, 0};
     CHECK(InstantiatePrefab(path, -1));
     REQUIRE(editorState.scene.size() == 10);
     const GameObject& root = editorState.scene[6];
@@ -37,7 +37,7 @@ TEST_CASE("a prefab placed without a parent stands 4 units before the editor's c
     CHECK(editorState.selectedIndex == 6);
     CHECK(editorState.statusMessage == L"Prefab vlozen do sceny: Tree");
 
-    PlaceEditorCamera({{1, 2, 3}, 0.5f, 0.7f});
+    editorState.camera = {{1, 2, 3}, 0.5f, 0.7f};
     CHECK(InstantiatePrefab(path, 99));
     const Vec3 placed = editorState.scene[10].position;
     CHECK(placed.x == doctest::Approx(1 + 4 * std::sin(0.5) * std::cos(0.7)));

@@ -148,7 +148,7 @@ TEST_CASE("a file that cannot be read changes nothing") {
     const ScratchFolder folder;
     resetScene(false);
     editorState.scene[0].name = L"kept";
-    editorState.meshNames.push_back(L"kept");
+    editorState.meshes.push_back({.name = L"kept"});
     editorState.selectedIndex = 1;
     PutFolder(folder / L"folder.scene");
     PutFile(folder / L"in.scene", kHeader + Line("new"));
@@ -158,7 +158,7 @@ TEST_CASE("a file that cannot be read changes nothing") {
     fileFaults = {.failStep = 1};
     CHECK_FALSE(LoadScene(folder / L"in.scene"));
     CHECK(Names() == NameList{L"kept", L"Directional Light"});
-    CHECK(editorState.meshNames.size() == 8);
+    CHECK(editorState.meshes.size() == 8);
     CHECK(editorState.selectedIndex == 1);
 }
 
@@ -199,13 +199,10 @@ TEST_CASE("a full disk, a cut-short write, a folder and a read-only file fail a 
 TEST_CASE("loading drops the meshes and textures of before") {
     const ScratchFolder folder;
     resetScene(false);
-    editorState.meshes.emplace_back();
-    editorState.meshNames.push_back(L"old");
-    editorState.meshSources.push_back(L"C:\\old.obj");
+    editorState.meshes.push_back({.name = L"old", .source = L"C:\\old.obj"});
     editorState.textures.emplace_back();
     CHECK(LoadBytes(folder, Line("one")));
     CHECK(editorState.meshes.size() == 7);
-    CHECK(editorState.meshNames.size() == 7);
     CHECK(editorState.textures.empty());
 }
 

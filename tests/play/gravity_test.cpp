@@ -99,8 +99,8 @@ TEST_CASE("an object that fell stands where it was before the game once the game
     PlayFrames(5);
     ReleaseKeys();
     CHECK(Object(0).position.y < 2);
-    CHECK(editorState.cameraPosition != Vec3{0, 4, -10});
+    CHECK(editorState.camera.position != Vec3{0, 4, -10});
     StopPlayMode();
     CHECK(Object(0).position == Vec3{1, 2, 3});
-    CHECK(editorState.cameraPosition == Vec3{0, 4, -10});
+    CHECK(editorState.camera.position == Vec3{0, 4, -10});
 }

@@ -23,7 +23,8 @@ TEST_CASE("starting to play resets the game and keeps the edited scene aside") {
     CHECK(editorState.animationTime == 0);
     CHECK(editorState.score == 0);
     CHECK(editorState.scene[6].text == L"Score: 0");
-    CHECK(editorState.playSnapshot == before);
+    REQUIRE(editorState.sceneBeforePlay.has_value());
+    CHECK(editorState.sceneBeforePlay->scene == before);
     CHECK(editorState.statusMessage == L"Play mode zapnuty: stav sceny byl ulozen.");
 }
 
@@ -32,7 +33,7 @@ TEST_CASE("stopping puts scene, camera, clock and selection back to where the ga
     editorState.scene[2].velocityY = -3;
     editorState.animationTime = 12;
     const CameraPose camera{{1, 2, 3}, 0.4f, 0.2f};
-    PlaceEditorCamera(camera);
+    editorState.camera = camera;
     editorState.selectedIndex = 4;
     const Scene before = editorState.scene;
 
@@ -40,17 +41,16 @@ TEST_CASE("stopping puts scene, camera, clock and selection back to where the ga
     editorState.scene[2].position.y = -50;
     editorState.scene.resize(3);
     editorState.animationTime = 99;
-    PlaceEditorCamera({});
+    editorState.camera = {};
     editorState.selectedIndex = 1;
     StopPlayMode();
 
     CHECK_FALSE(editorState.playMode);
     CHECK(editorState.scene == before);
-    CHECK(EditorCamera() == camera);
+    CHECK(editorState.camera == camera);
     CHECK(editorState.animationTime == 12);
     CHECK(editorState.selectedIndex == 4);
-    CHECK(editorState.playSnapshot.empty());
-    CHECK_FALSE(editorState.playSnapshotState.taken);
+    CHECK_FALSE(editorState.sceneBeforePlay.has_value());
     CHECK(editorState.statusMessage == L"Edit mode zapnuty: scena obnovena do stavu pred spustenim hry.");
 }
 
@@ -82,11 +82,12 @@ TEST_CASE("a game that the runtime started keeps its scene when it stops") {
 
 TEST_CASE("playing starts only in the Scene editor, once, and not in the runtime") {
     const auto stays = [] {
-        const Scene snapshot = editorState.playSnapshot;
+        const auto kept = [] { return editorState.sceneBeforePlay.value_or(KeptScene{}).scene; };
+        const Scene snapshot = kept();
         const bool playMode = editorState.playMode;
         editorState.statusMessage = L"before";
         StartPlayMode();
-        return editorState.playMode == playMode && editorState.playSnapshot == snapshot &&
+        return editorState.playMode == playMode && kept() == snapshot &&
                editorState.statusMessage == L"before";
     };
     StartWithSamples();

@@ -69,7 +69,7 @@ TEST_CASE("a dropped model is placed in the scene") {
     CHECK(editorState.meshes.size() == meshes + 1);
     CHECK(editorState.scene.back().name == L"Tree");
     CHECK(editorState.scene.back().meshIndex == static_cast<int32_t>(meshes));
-    CHECK(editorState.meshSources.back() == FilesIn(folder) + L"\\Tree.OBJ");
+    CHECK(editorState.meshes.back().source == FilesIn(folder) + L"\\Tree.OBJ");
     TapWithControl('Z');
     CHECK(editorState.scene.size() == objects);
 }

@@ -105,17 +105,17 @@ TEST_CASE("the Prefab editor shows the prefab's objects and gives the scene back
     TapKey('2');
     const Scene scene = editorState.scene;
     const size_t steps = editorState.undoSteps.size();
-    editorState.cameraPosition.x = 5;
+    editorState.camera.position.x = 5;
     OpenThePrefab();
     CHECK(editorState.statusMessage == L"Otevren Prefab editor: PlayerCube.prefab");
     CHECK(editorState.screen == Screen::PrefabEditor);
     REQUIRE(editorState.scene.size() == 1);
     CHECK(editorState.selectedIndex == 0);
     CHECK(editorState.undoSteps.empty());
-    CHECK(editorState.cameraPosition.x == 5);
+    CHECK(editorState.camera.position.x == 5);
     CHECK(editorState.prefabName == L"PlayerCube");
 
-    editorState.cameraPosition.x = 9;
+    editorState.camera.position.x = 9;
     TapKey(kKeyEscape);
     CHECK(editorState.statusMessage == L"Zpet do Scene editoru.");
     CHECK(headless.prompts.empty());
@@ -123,7 +123,7 @@ TEST_CASE("the Prefab editor shows the prefab's objects and gives the scene back
     CHECK(editorState.scene.size() == scene.size());
     CHECK(editorState.selectedIndex == 1);
     CHECK(editorState.undoSteps.size() == steps);
-    CHECK(editorState.cameraPosition.x == 5);
+    CHECK(editorState.camera.position.x == 5);
     CHECK_FALSE(headless.quitRequested);
 }
 

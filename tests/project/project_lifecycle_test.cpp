@@ -93,7 +93,7 @@ TEST_CASE("creating a project clears what the user was in the middle of") {
     TapWithControl('N');
     CHECK(editorState.projectRoot == ProjectIn(folder) + L"_01");
     CHECK_FALSE(editorState.playMode);
-    CHECK_FALSE(editorState.playSnapshotState.taken);
+    CHECK_FALSE(editorState.sceneBeforePlay.has_value());
     CHECK(editorState.undoSteps.empty());
     CHECK(editorState.screen == Screen::SceneEditor);
     TapWithControl('Z');

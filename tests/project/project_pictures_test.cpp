@@ -69,8 +69,8 @@ TEST_CASE("in a window of 300 x 200 the Hub shows what fits") {
 // The Files page with an item of each kind; the scene is empty.
 static void StartFilesPicture() {
     StartWindow(1000, 460);
-    editorState.cameraPosition = {0, 1, -6};  // not turned, so that no build's sines take part
-    editorState.cameraPitch = 0;
+    editorState.camera.position = {0, 1, -6};  // not turned, so that no build's sines take part
+    editorState.camera.pitch = 0;
     editorState.projectRoot = L"C:\\Game";
     editorState.filesRoot = editorState.filesFolder = L"C:\\Game\\Files";
     editorState.bottomTab = BottomTab::Files;

@@ -27,7 +27,7 @@ TEST_CASE("every path of the state follows a folder") {
     editorState.scenePath = L"C:\\P\\Files\\Scenes\\Main.scene";
     editorState.blueprintPath = L"C:\\P\\Files\\x.blueprint";
     editorState.prefabPath = L"C:\\P\\Files\\x.prefab";
-    editorState.meshSources = {L"", L"C:\\P\\Files\\m.obj", L"D:\\other.obj"};
+    editorState.meshes = {{}, {.source = L"C:\\P\\Files\\m.obj"}, {.source = L"D:\\other.obj"}};
     editorState.textures.resize(1);
     editorState.textures[0].path = L"C:\\P\\Files\\t.png";
     editorState.fileEntries = {{.name = L"t.png", .path = L"C:\\P\\Files\\t.png", .folder = L"C:\\P\\Files"}};
@@ -36,8 +36,9 @@ TEST_CASE("every path of the state follows a folder") {
     CHECK(editorState.scenePath == L"E:\\New\\Files\\Scenes\\Main.scene");
     CHECK(editorState.blueprintPath == L"E:\\New\\Files\\x.blueprint");
     CHECK(editorState.prefabPath == L"E:\\New\\Files\\x.prefab");
-    CHECK(editorState.meshSources ==
-          std::vector<std::wstring>{L"", L"E:\\New\\Files\\m.obj", L"D:\\other.obj"});
+    CHECK(editorState.meshes[0].source == L"");
+    CHECK(editorState.meshes[1].source == L"E:\\New\\Files\\m.obj");
+    CHECK(editorState.meshes[2].source == L"D:\\other.obj");
     CHECK(editorState.textures[0].path == L"E:\\New\\Files\\t.png");
     CHECK(editorState.fileEntries[0].path == L"E:\\New\\Files\\t.png");
     CHECK(editorState.fileEntries[0].folder == L"E:\\New\\Files");
@@ -48,18 +49,16 @@ TEST_CASE("the objects' paths follow wherever objects are kept") {
     const std::wstring from = L"C:\\P\\Files", to = L"C:\\P\\Assets";
     editorState.scene = SceneWithPaths(from);
     for (const char* label : {"first", "second", "third"}) pushUndo(label);
-    editorState.prefabSnapshot.undoSteps = editorState.undoSteps;
-    editorState.playSnapshotState.undoSteps = editorState.undoSteps;
-    editorState.prefabSnapshot.scene = SceneWithPaths(from);
-    editorState.playSnapshot = SceneWithPaths(from);
+    editorState.sceneBeforePrefab = {.scene = SceneWithPaths(from), .undoSteps = editorState.undoSteps};
+    editorState.sceneBeforePlay = {.scene = SceneWithPaths(from), .undoSteps = editorState.undoSteps};
     editorState.clipboardObject = ObjectWithPaths(from);
     MoveStoredPaths(from, to);
     CHECK(HasPaths(editorState.scene[1], to));
-    CHECK(HasPaths(editorState.prefabSnapshot.scene[1], to));
-    CHECK(HasPaths(editorState.playSnapshot[1], to));
-    CHECK(HasPaths(editorState.clipboardObject, to));
-    for (const auto& history : {editorState.undoSteps, editorState.prefabSnapshot.undoSteps,
-                                editorState.playSnapshotState.undoSteps}) {
+    CHECK(HasPaths(editorState.sceneBeforePrefab->scene[1], to));
+    CHECK(HasPaths(editorState.sceneBeforePlay->scene[1], to));
+    CHECK(HasPaths(*editorState.clipboardObject, to));
+    for (const auto& history : {editorState.undoSteps, editorState.sceneBeforePrefab->undoSteps,
+                                editorState.sceneBeforePlay->undoSteps}) {
         REQUIRE(history.size() == 3);
         for (const UndoStep& step : history) {
             Scene scene;

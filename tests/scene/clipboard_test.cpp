@@ -11,7 +11,7 @@ TEST_CASE("copying without a selected object says so") {
         StartWithSamples();
         editorState.selectedIndex = selected;
         copySelected();
-        CHECK_FALSE(editorState.clipboardFull);
+        CHECK_FALSE(editorState.clipboardObject.has_value());
         CHECK(editorState.statusMessage == L"Ctrl+C: neni vybrany objekt.");
     }
 }
@@ -50,7 +50,8 @@ TEST_CASE("the clipboard keeps what was copied, not what becomes of it") {
     StartWithSamples();
     copySelected();
     editorState.scene[2].name = L"Other";
-    CHECK(editorState.clipboardObject.name == L"PlayerCube");
+    REQUIRE(editorState.clipboardObject.has_value());
+    CHECK(editorState.clipboardObject->name == L"PlayerCube");
 }
 
 TEST_CASE("pasting twice gives the same name and the same place twice") {

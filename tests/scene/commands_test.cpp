@@ -86,9 +86,9 @@ TEST_CASE("every add command gives its object, its name and its message") {
     };
     for (const auto& [add, object, message] : cases) {
         StartWithSamples();
-        editorState.cameraPosition = {1, 2, 3};
-        editorState.cameraYaw = 1.5707964f;
-        editorState.cameraPitch = 0;
+        editorState.camera.position = {1, 2, 3};
+        editorState.camera.yaw = 1.5707964f;
+        editorState.camera.pitch = 0;
         const Scene before = editorState.scene;
         add();
         REQUIRE(editorState.scene.size() == 7);

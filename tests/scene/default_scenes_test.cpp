@@ -47,17 +47,17 @@ TEST_CASE("a reset with samples adds four objects and selects the turning Player
 TEST_CASE("a reset drops imported meshes and textures and names the seven built-in meshes") {
     editorState = EditorState{};
     resetScene(true);
-    editorState.meshes.push_back({});
-    editorState.meshNames.push_back(L"Imported");
-    editorState.meshSources.push_back(L"C:\\imported.obj");
+    editorState.meshes.push_back({.name = L"Imported", .source = L"C:\\imported.obj"});
     editorState.textures.push_back({.path = L"C:\\image.png", .width = 1, .height = 1});
 
     resetScene(false);
-    CHECK(editorState.meshes.size() == 7);
     const std::vector<std::wstring> names = {L"Cube",   L"Pyramid", L"Ground",  L"Plane",
                                              L"Sphere", L"Capsule", L"Cylinder"};
-    CHECK(editorState.meshNames == names);
-    CHECK(editorState.meshSources == std::vector<std::wstring>(7));
+    REQUIRE(editorState.meshes.size() == names.size());
+    for (size_t i = 0; i < names.size(); ++i) {
+        CHECK(editorState.meshes[i].name == names[i]);
+        CHECK(editorState.meshes[i].source.empty());
+    }
     CHECK(editorState.textures.empty());
 }
 
@@ -65,12 +65,11 @@ TEST_CASE("a reset leaves paths, undo history and clipboard as they are") {
     editorState = EditorState{};
     editorState.scenePath = L"elsewhere.scene";
     editorState.undoSteps = {{.selection = 1}, {.selection = 2}, {.selection = 3}};
-    editorState.clipboardObject.name = L"kept";
-    editorState.clipboardFull = true;
+    editorState.clipboardObject = {.name = L"kept"};
     resetScene(true);
     CHECK(editorState.scenePath == L"elsewhere.scene");
     REQUIRE(editorState.undoSteps.size() == 3);
     for (int32_t i = 0; i < 3; ++i) CHECK(editorState.undoSteps[static_cast<size_t>(i)].selection == i + 1);
-    CHECK(editorState.clipboardObject.name == L"kept");
-    CHECK(editorState.clipboardFull);
+    REQUIRE(editorState.clipboardObject.has_value());
+    CHECK(editorState.clipboardObject->name == L"kept");
 }

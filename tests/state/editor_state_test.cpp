@@ -8,19 +8,17 @@
 
 TEST_CASE("a fresh state is an editor without a project, a scene or anything under way") {
     const EditorState state;
-    CHECK(state.cameraPosition == Vec3{0, 4, -10});
-    CHECK(state.cameraYaw == 0);
-    CHECK(state.cameraPitch == -0.24f);
+    CHECK(state.camera.position == Vec3{0, 4, -10});
+    CHECK(state.camera.yaw == 0);
+    CHECK(state.camera.pitch == -0.24f);
     CHECK(state.scene.empty());
     CHECK(state.meshes.empty());
     CHECK(state.textures.empty());
     CHECK(state.undoSteps.empty());
-    CHECK(state.clipboardObject == GameObject{});
-    CHECK(state.playCamera == CameraPose{});
-    CHECK(state.prefabCamera == CameraPose{});
+    CHECK_FALSE(state.clipboardObject.has_value());
+    CHECK_FALSE(state.sceneBeforePlay.has_value());
+    CHECK_FALSE(state.sceneBeforePrefab.has_value());
     CHECK(state.selectedIndex == 0);
-    CHECK(state.playSelection == 0);
-    CHECK(state.prefabSelection == 0);
     CHECK(std::ranges::count(state.keyDown, true) == 0);
     CHECK_FALSE(state.runtimeMode);
     CHECK_FALSE(state.hubVisible);
@@ -28,7 +26,6 @@ TEST_CASE("a fresh state is an editor without a project, a scene or anything und
     CHECK(static_cast<int32_t>(state.screen) == 0);
     CHECK(static_cast<int32_t>(state.tool) == 0);
     CHECK(static_cast<int32_t>(state.bottomTab) == 1);
-    CHECK_FALSE(state.clipboardFull);
     CHECK_FALSE(state.prefabDirty);
     CHECK_FALSE(state.blueprintDirty);
     CHECK_FALSE(state.componentSearchActive);

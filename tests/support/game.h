@@ -12,7 +12,7 @@
 // A fresh editor that plays the objects, at rest. Their velocities may be set afterwards.
 inline void StartGame(Scene objects) {
     editorState = EditorState{};
-    editorState.meshes = BuildBuiltinMeshes();
+    editorState.meshes = BuiltinMeshLibrary();
     editorState.scene = std::move(objects);
     StartPlayMode();
 }

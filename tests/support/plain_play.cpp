@@ -30,8 +30,8 @@ static PlainBox BoxOf(int32_t i) {
     static const std::vector<MeshVertex> cube = {{{-1, -1, -1}}, {{-1, -1, 1}}, {{-1, 1, -1}}, {{-1, 1, 1}},
                                                  {{1, -1, -1}},  {{1, -1, 1}},  {{1, 1, -1}},  {{1, 1, 1}}};
     const bool meshExists = o.meshIndex >= 0 && o.meshIndex < static_cast<int32_t>(editorState.meshes.size());
-    const bool hasMesh = o.hasShape && meshExists && !editorState.meshes[o.meshIndex].vertices.empty();
-    const std::vector<MeshVertex>& vertices = hasMesh ? editorState.meshes[o.meshIndex].vertices : cube;
+    const bool hasMesh = o.hasShape && meshExists && !editorState.meshes[o.meshIndex].mesh.vertices.empty();
+    const std::vector<MeshVertex>& vertices = hasMesh ? editorState.meshes[o.meshIndex].mesh.vertices : cube;
     const Matrix4 world = WorldMatrix(Objects(), i);
     PlainBox box{};
     for (int axis = 0; axis < 3; ++axis) {

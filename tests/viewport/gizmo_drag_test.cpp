@@ -24,9 +24,9 @@ static bool IsNear(Vec3 a, Vec3 b) { return Length(a - b) < 0.0001f; }
 
 static void StartWith(Scene scene, int32_t selected) {
     StartEditor();
-    editorState.cameraPosition = {0, 0, -10};
-    editorState.cameraYaw = 0;
-    editorState.cameraPitch = 0;
+    editorState.camera.position = {0, 0, -10};
+    editorState.camera.yaw = 0;
+    editorState.camera.pitch = 0;
     ShowScene(std::move(scene), selected);
 }
 
@@ -162,7 +162,7 @@ TEST_CASE("what was grabbed of an axis stays under the pointer, however near or 
             CAPTURE(distance);
             CAPTURE(axis);
             StartWith({{.name = L"Cube", .position{0.137f, 0.071f, 0}, .meshIndex = 0}}, 0);
-            editorState.cameraPosition.z = -distance;
+            editorState.camera.position.z = -distance;
             const Vec3 along = axis == 1 ? Vec3{1.25f, 0, 0} : Vec3{0, 1.25f, 0};
             const ScreenCorner before = OnScreen(Dragged().position + along);
             // Seven pixels behind the tip, where no other axis is so near.

@@ -10,8 +10,8 @@
 
 #include "doctest/doctest.h"
 
-static const std::vector<Mesh>& Meshes() {
-    static const std::vector<Mesh> meshes = BuildBuiltinMeshes();
+static const std::vector<MeshAsset>& Meshes() {
+    static const std::vector<MeshAsset> meshes = BuiltinMeshLibrary();
     return meshes;
 }
 
@@ -193,7 +193,7 @@ TEST_CASE("what is picked at a pixel is what was drawn there") {
             const std::vector<float> before = frameBuffer.depth;
             MeshDraw draw{.viewProjection = vp};
             draw.world = WorldMatrix(scene, i);
-            DrawMesh(Meshes()[static_cast<size_t>(scene[static_cast<size_t>(i)].meshIndex)], draw);
+            DrawMesh(Meshes()[static_cast<size_t>(scene[static_cast<size_t>(i)].meshIndex)].mesh, draw);
             for (size_t p = 0; p < shown.size(); ++p) {
                 if (frameBuffer.depth[p] != before[p]) shown[p] = i;
             }
