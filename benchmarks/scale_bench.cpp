@@ -40,9 +40,7 @@ static void MoveByKey() {
 }
 
 static void MoveByGizmo() {
-    editorState.gizmoDrag = {
-        .axis = 1, .object = editorState.selectedIndex, .press = kInViewport, .screenX = 50};
-    MoveGizmoDrag(kBesideIt);
+    MoveGizmoDrag({.object = editorState.selectedIndex, .press = kInViewport, .screenX = 50}, kBesideIt);
 }
 
 static void DeleteAndUndo() {

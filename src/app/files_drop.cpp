@@ -10,8 +10,6 @@
 #include "viewport/current_view.h"
 #include "viewport/pick.h"
 
-#include <utility>
-
 namespace {
 
 struct FileDrop {
@@ -48,8 +46,7 @@ static bool IsOutsideScene(Point pointer, const EditorLayout& layout) {
     return Contains(layout.bottom, pointer) || Contains(layout.topBar, pointer);
 }
 
-void ReleaseFilesItem(Point pointer, const EditorLayout& layout) {
-    const FilesDrag drag = std::exchange(editorState.filesDrag, {});
+void ReleaseFilesItem(const FilesDrag& drag, Point pointer, const EditorLayout& layout) {
     const auto source = static_cast<size_t>(drag.source);
     if (!drag.dragging || source >= editorState.fileEntries.size()) return;
 

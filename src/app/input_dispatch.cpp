@@ -11,6 +11,7 @@
 #include "project/project_hub.h"
 #include "project/project_lifecycle.h"
 #include "scene/component_search.h"
+#include "scene/gestures.h"
 #include "scene/name_entry.h"
 #include "scene/number_entry.h"
 #include "state/editor_state.h"
@@ -107,7 +108,7 @@ static void OnCharacter(wchar_t unit) {
 }
 
 static void OnLeftDown(Point pointer) {
-    editorState.pressedInHub = HubIsShown();
+    editorState.lastPress = HubIsShown() ? PressTaker::Hub : PressTaker::Nobody;
     if (HubIsShown()) {
         HubLeftClick(pointer, CurrentHubLayout());
     } else {
@@ -119,7 +120,7 @@ static void OnLeftDown(Point pointer) {
 static void OnLeftDoubleClick(Point pointer) {
     if (HubIsShown()) {
         HubLeftClick(pointer, CurrentHubLayout());
-    } else if (!editorState.pressedInHub) {
+    } else if (editorState.lastPress != PressTaker::Hub) {
         DoubleClickLeft(pointer);
     }
 }
@@ -138,7 +139,7 @@ static void OnFilesDropped(std::span<const std::wstring> files) {
 
 static void OnFocusLost() {
     editorState.keyDown = {};
-    EndDrags();
+    DropGesture();
 }
 
 // Nobody would see what is typed into a search whose box is not there, and no shortcut would run.
@@ -161,7 +162,7 @@ static void Dispatch(const InputEvent& event) {
         case InputKind::RightDown: OnRightDown(pointer); break;
         case InputKind::RightUp: ReleaseRight(); break;
         case InputKind::FocusLost: OnFocusLost(); break;
-        case InputKind::CaptureLost: EndDrags(); break;
+        case InputKind::CaptureLost: DropGesture(); break;
         case InputKind::FilesDropped: OnFilesDropped(event.files); break;
         case InputKind::SessionEnds: SaveBlueprintChanges(); break;
     }

@@ -32,29 +32,28 @@ constexpr int32_t kLookThreshold = 5;  // pixels from the press that make a righ
 
 static bool EntryIsOpen() { return NameEntryIsOpen() || editorState.numberEntry.open; }
 
-// With the left button.
-static bool IsDragging() {
-    return editorState.panelResize.edge != 0 || editorState.gizmoDrag.axis != 0 ||
-           editorState.hierarchyDrag.pressed || editorState.filesDrag.pressed;
-}
+static bool IsLooking() { return std::holds_alternative<MouseLook>(editorState.gesture); }
 
-// Only one drag runs at a time: until it ends, the left button starts nothing else. While the right button
-// looks around it does all but drag.
-static bool IgnoresLeftButton() { return editorState.runtimeMode || EntryIsOpen() || IsDragging(); }
+// Every gesture but looking around belongs to the left button.
+static bool LeftButtonIsHeld() { return GestureIsUnderWay() && !IsLooking(); }
+
+// Until its gesture ends, the left button starts nothing else. While the right button looks around, the left
+// one does everything but drag.
+static bool IgnoresLeftButton() { return editorState.runtimeMode || EntryIsOpen() || LeftButtonIsHeld(); }
 
 static bool ClickOpenMenu(Point pointer, const EditorLayout&) {
-    editorState.pressedInMenu = ClickFilesMenus(pointer) || ClickMenus(pointer);
-    return editorState.pressedInMenu;
+    if (!ClickFilesMenus(pointer) && !ClickMenus(pointer)) return false;
+    editorState.lastPress = PressTaker::OpenMenu;
+    return true;
 }
 
 static bool PressSplitter(Point pointer, const EditorLayout& layout) {
     const PanelLayout sizes = FitPanelsToWindow(editorState.panels, layout.width, layout.height);
-    const int32_t edge = SplitterHitTest(pointer, sizes, layout.width, layout.height);
-    if (edge == 0) return false;
-    if (!DragMayStart()) return true;
+    const std::optional<PanelEdge> edge = SplitterHitTest(pointer, sizes, layout.width, layout.height);
+    if (!edge) return false;
+    if (GestureIsUnderWay()) return true;
     CloseMenus();
-    editorState.panelResize = {.edge = edge, .press = pointer, .start = sizes};
-    CaptureMouse();
+    StartGesture(PanelResize{.edge = *edge, .press = pointer, .start = sizes});
     SetStatus(L"Tahni hranu panelu pro zmenu velikosti.");
     return true;
 }
@@ -81,24 +80,18 @@ constexpr bool (*kPressTakers[])(Point, const EditorLayout&) = {
 static void PressEditor(Point pointer) {
     const EditorLayout layout = CurrentLayout();
     for (const auto take : kPressTakers) {
-        if (take(pointer, layout)) return;
+        if (take(pointer, layout)) break;
     }
-}
-
-// The press may have put another screen in the place of the view that is looked around in.
-static void EndLookWithoutView() {
-    if (!editorState.mouseLook.armed || !(HubIsShown() || BlueprintEditorIsShown())) return;
-    editorState.mouseLook = {};
-    ReleaseMouse();
+    if (editorState.lastPress == PressTaker::Editor && MenuIsOpen())
+        editorState.lastPress = PressTaker::MenuOpener;
 }
 
 void PressLeft(Point pointer) {
     if (IgnoresLeftButton()) return;
     editorState.pointer = pointer;
-    editorState.pressedInMenu = false;
+    editorState.lastPress = PressTaker::Editor;
     if (BlueprintEditorIsShown()) return PressBlueprint(pointer, CurrentBlueprintLayout());
     PressEditor(pointer);
-    EndLookWithoutView();
 }
 
 static bool IsOnNameField(Point pointer, const EditorLayout& layout) {
@@ -108,13 +101,14 @@ static bool IsOnNameField(Point pointer, const EditorLayout& layout) {
 
 void DoubleClickLeft(Point pointer) {
     if (IgnoresLeftButton()) return;
-    if (editorState.filesCreateMenu.open) return;  // the first press opened it, under the pointer
+    if (editorState.lastPress == PressTaker::MenuOpener) return;  // the menu opened under the pointer
     // A menu lies, or has just lain, over what could be double-clicked, and nodes are only pressed.
-    const bool isPress = MenuIsOpen() || editorState.pressedInMenu || BlueprintEditorIsShown();
+    const bool menuWasPressed = editorState.lastPress == PressTaker::OpenMenu;
+    const bool isPress = MenuIsOpen() || menuWasPressed || BlueprintEditorIsShown();
     if (isPress) return PressLeft(pointer);
     const EditorLayout layout = CurrentLayout();
     const int32_t row = HierarchyObjectAt(pointer, layout);
-    if (OpenFilesItemAt(pointer, layout)) return EndLookWithoutView();
+    if (OpenFilesItemAt(pointer, layout)) return;
     if (IsOnNameField(pointer, layout) && SelectionIsInspected()) {
         StartObjectRename(editorState.selectedIndex);
     } else if (IsObjectIndex(row)) {
@@ -127,37 +121,53 @@ void DoubleClickLeft(Point pointer) {
 
 static bool IsOverInspector(Point pointer) { return IsInInspectorBand(pointer, CurrentLayout()); }
 
-// A dragged object becomes a reference of the selected one when it is let go over the Inspector.
-static void ReleaseHierarchyAt(Point pointer) {
-    const HierarchyDrag drag = editorState.hierarchyDrag;
-    if (drag.dragging && IsOverInspector(pointer)) {
-        editorState.hierarchyDrag = {};
-        AssignObjectReference(drag.source);
-    } else {
-        ReleaseHierarchy();
+// Moving. One function per gesture: a new one does not compile until it has all of its own.
+
+static void Move(std::monostate, Point, Point) {}
+
+static void Move(const PanelResize& resize, Point, Point to) {
+    PanelLayout sizes = resize.start;
+    switch (resize.edge) {
+        case PanelEdge::HierarchyRight: sizes.hierarchyWidth += to.x - resize.press.x; break;
+        case PanelEdge::InspectorLeft: sizes.inspectorWidth -= to.x - resize.press.x; break;
+        case PanelEdge::BottomTop: sizes.bottomHeight -= to.y - resize.press.y; break;
     }
+    const EditorLayout layout = CurrentLayout();
+    editorState.panels = FitPanelsToWindow(sizes, layout.width, layout.height);
 }
 
-void ReleaseLeft(Point pointer) {
-    if (BlueprintEditorIsShown()) return ReleaseBlueprint();
-    if (editorState.panelResize.edge != 0) {
-        editorState.panelResize = {};
-        SetStatus(L"Velikost panelu upravena.");
-    }
-    if (editorState.filesDrag.pressed) ReleaseFilesItem(pointer, CurrentLayout());
-    if (editorState.hierarchyDrag.pressed) ReleaseHierarchyAt(pointer);
-    FinishGizmoDrag();
-    if (!editorState.mouseLook.armed) ReleaseMouse();
+static void Move(MouseLook& look, Point from, Point to) {
+    if (look.turnsView) LookWithMouse(to.x - from.x, to.y - from.y);
+    const int32_t distance = std::abs(to.x - look.press.x) + std::abs(to.y - look.press.y);
+    look.moved = look.moved || distance > kLookThreshold;
 }
 
-void PressRight(Point pointer) {
+static void Move(const GizmoDrag& drag, Point, Point to) { MoveGizmoDrag(drag, to); }
+
+static void Move(HierarchyDrag& drag, Point, Point to) {
+    DragInHierarchy(drag, to);
+    if (IsOverInspector(to)) drag.drop.reset();  // there it becomes a reference, and no row is meant
+}
+
+static void Move(FilesDrag& drag, Point, Point to) { DragFilesItem(drag, to); }
+
+static void Move(const BlueprintDrag& drag, Point, Point to) {
+    DragBlueprintNode(drag, to, CurrentBlueprintLayout());
+}
+
+void MoveMouse(Point pointer) {
+    const Point last = editorState.pointer;
     editorState.pointer = pointer;
-    if (EntryIsOpen() || IsDragging()) return;
-    if (BlueprintEditorIsShown()) return PressRightInBlueprint(pointer, CurrentBlueprintLayout());
-    editorState.mouseLook = {
-        .armed = true, .turnsView = Contains(CurrentLayout().viewport, pointer), .press = pointer};
-    CaptureMouse();
+    ShowArrowCursor();
+    if (EntryIsOpen()) return;
+    std::visit([last, pointer](auto& gesture) { Move(gesture, last, pointer); }, editorState.gesture);
 }
+
+// Letting go. The gesture has ended by then: what it does may begin or show something else.
+
+static void Release(std::monostate, Point) {}
+
+static void Release(const PanelResize&, Point) { SetStatus(L"Velikost panelu upravena."); }
 
 static void OpenMenuAt(Point pointer) {
     const EditorLayout layout = CurrentLayout();
@@ -170,11 +180,7 @@ static void OpenMenuAt(Point pointer) {
     }
 }
 
-void ReleaseRight() {
-    const MouseLook look = editorState.mouseLook;
-    if (!look.armed) return;
-    editorState.mouseLook = {};
-    ReleaseMouse();
+static void Release(const MouseLook& look, Point) {
     if (look.moved) {
         SetStatus(L"Mouse look vypnuty.");
     } else if (!editorState.runtimeMode) {
@@ -182,54 +188,43 @@ void ReleaseRight() {
     }
 }
 
-static void MovePanelEdge(Point pointer) {
-    const PanelResize& resize = editorState.panelResize;
-    PanelLayout sizes = resize.start;
-    if (resize.edge == 1) sizes.hierarchyWidth += pointer.x - resize.press.x;
-    if (resize.edge == 2) sizes.inspectorWidth -= pointer.x - resize.press.x;
-    if (resize.edge == 3) sizes.bottomHeight -= pointer.y - resize.press.y;
-    const EditorLayout layout = CurrentLayout();
-    editorState.panels = FitPanelsToWindow(sizes, layout.width, layout.height);
-}
+static void Release(const GizmoDrag& drag, Point) { FinishGizmoDrag(drag); }
 
-static void DragHierarchyTo(Point pointer) {
-    DragInHierarchy(pointer);
-    // There it becomes a reference, and no row at that height is meant.
-    if (IsOverInspector(pointer)) editorState.hierarchyDrag.dropTarget = -1;
-}
-
-static void MoveLook(Point from, Point to) {
-    MouseLook& look = editorState.mouseLook;
-    if (look.turnsView) LookWithMouse(to.x - from.x, to.y - from.y);
-    const int32_t distance = std::abs(to.x - look.press.x) + std::abs(to.y - look.press.y);
-    look.moved = look.moved || distance > kLookThreshold;
-}
-
-void MoveMouse(Point pointer) {
-    const Point last = editorState.pointer;
-    editorState.pointer = pointer;
-    ShowArrowCursor();
-    if (EntryIsOpen()) return;
-    if (BlueprintEditorIsShown()) return MoveInBlueprint(pointer, CurrentBlueprintLayout());
-    if (editorState.panelResize.edge != 0) {
-        MovePanelEdge(pointer);
-    } else if (editorState.hierarchyDrag.pressed) {
-        DragHierarchyTo(pointer);
-    } else if (editorState.filesDrag.pressed) {
-        DragFilesItem(pointer);
-    } else if (editorState.mouseLook.armed) {
-        MoveLook(last, pointer);
-    } else if (editorState.gizmoDrag.axis != 0) {
-        MoveGizmoDrag(pointer);
+// A dragged object becomes a reference of the selected one when it is let go over the Inspector.
+static void Release(const HierarchyDrag& drag, Point pointer) {
+    if (drag.dragging && IsOverInspector(pointer)) {
+        AssignObjectReference(drag.source);
+    } else {
+        ReleaseHierarchy(drag);
     }
 }
 
-void EndDrags() {
-    editorState.panelResize = {};
-    editorState.mouseLook = {};
-    editorState.gizmoDrag = {};
-    editorState.hierarchyDrag = {};
-    editorState.filesDrag = {};
-    editorState.blueprintDrag = {};
-    ReleaseMouse();
+static void Release(const FilesDrag& drag, Point pointer) {
+    ReleaseFilesItem(drag, pointer, CurrentLayout());
+}
+
+static void Release(const BlueprintDrag&, Point) { SaveBlueprintEditor(); }  // moved or not
+
+static void ReleaseGesture(Point pointer) {
+    const Gesture released = editorState.gesture;
+    DropGesture();
+    std::visit([pointer](const auto& gesture) { Release(gesture, pointer); }, released);
+}
+
+void ReleaseLeft(Point pointer) {
+    if (IsLooking()) return;
+    if (BlueprintEditorIsShown() && !GestureIsUnderWay()) return ReleaseBlueprint();
+    ReleaseGesture(pointer);
+}
+
+void PressRight(Point pointer) {
+    editorState.pointer = pointer;
+    if (EntryIsOpen() || LeftButtonIsHeld()) return;
+    if (BlueprintEditorIsShown()) return PressRightInBlueprint(pointer, CurrentBlueprintLayout());
+    const bool turnsView = Contains(CurrentLayout().viewport, pointer);
+    StartGesture(MouseLook{.turnsView = turnsView, .press = pointer});
+}
+
+void ReleaseRight() {
+    if (IsLooking()) ReleaseGesture(editorState.pointer);
 }

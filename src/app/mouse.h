@@ -9,6 +9,3 @@ void ReleaseLeft(Point pointer);
 void PressRight(Point pointer);
 void ReleaseRight();
 void MoveMouse(Point pointer);
-
-// Ends whatever is being dragged, without effect: the mouse or the focus went elsewhere.
-void EndDrags();

@@ -4,7 +4,6 @@
 #include "blueprint/blueprint_file.h"
 #include "formats/project_paths.h"
 #include "platform/dialogs.h"
-#include "platform/window.h"
 #include "play/play_mode.h"
 #include "scene/gestures.h"
 #include "scene/status.h"
@@ -21,11 +20,9 @@ bool BlueprintEditorIsShown() {
 bool OpenBlueprintEditor(const std::wstring& path) {
     if (!SaveBlueprintChanges()) return false;
     if (editorState.playMode) StopPlayMode();
-    EndGestures();
+    ForgetObjectIndices();
     CloseEntriesAndMenus();
-    editorState.blueprintDrag = {};
-    editorState.filesDrag = {};  // the press that opened it may have begun one
-    ReleaseMouse();
+    DropGesture();  // of the press that opened it, and of a view that is shown no more
 
     LoadBlueprint(path);
     editorState.screen = Screen::BlueprintEditor;
@@ -67,7 +64,7 @@ static bool AskToLoseChanges() {
 bool CloseBlueprintEditor() {
     if (editorState.screen != Screen::BlueprintEditor) return true;
     if (!SaveBlueprintChanges() && !AskToLoseChanges()) return false;
-    EndBlueprintDrag();
+    DropGesture();
     CloseMenus();
 
     editorState.screen = Screen::SceneEditor;
@@ -99,11 +96,4 @@ void MoveBlueprintNode(int32_t index, Point place) {
     node.x = place.x;
     node.y = place.y;
     editorState.blueprintDirty = true;
-}
-
-bool EndBlueprintDrag() {
-    if (!editorState.blueprintDrag.dragging) return false;
-    editorState.blueprintDrag = {};
-    ReleaseMouse();
-    return true;
 }

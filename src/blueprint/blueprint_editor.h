@@ -34,6 +34,3 @@ void AddBlueprintNode(const std::wstring& title, Point place);
 
 // Moves a node to a place of the canvas. `index` is valid.
 void MoveBlueprintNode(int32_t index, Point place);
-
-// Lets go of a node, and of the mouse. True when one was held.
-bool EndBlueprintDrag();

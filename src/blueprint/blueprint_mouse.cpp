@@ -1,7 +1,7 @@
 #include "blueprint/blueprint_mouse.h"
 
 #include "blueprint/blueprint_editor.h"
-#include "platform/window.h"
+#include "scene/gestures.h"
 #include "scene/status.h"
 #include "scene/text_entry.h"
 #include "state/editor_state.h"
@@ -34,31 +34,24 @@ static void PressNode(Point pointer, const BlueprintLayout& layout) {
     const int32_t index = NodeAt(pointer, editorState.blueprintNodes, layout);
     if (index < 0) return;
     const Rect node = NodeRect(editorState.blueprintNodes[static_cast<size_t>(index)]);
-    editorState.blueprintDrag = {
-        .dragging = true, .node = index, .grab{pointer.x - node.left, pointer.y - node.top}};
-    CaptureMouse();
+    StartGesture(BlueprintDrag{.node = index, .grab{pointer.x - node.left, pointer.y - node.top}});
     SetStatus(L"Tahni Blueprint node mysi.");
 }
 
 void PressBlueprint(Point pointer, const BlueprintLayout& layout) {
-    if (editorState.blueprintDrag.dragging) return;
     if (PressTopBar(pointer, layout) || PressAddNodeMenu(pointer, layout)) return;
     PressNode(pointer, layout);
 }
 
-void MoveInBlueprint(Point pointer, const BlueprintLayout& layout) {
-    const BlueprintDrag& drag = editorState.blueprintDrag;
-    if (!drag.dragging) return;
+void DragBlueprintNode(const BlueprintDrag& drag, Point pointer, const BlueprintLayout& layout) {
     MoveBlueprintNode(drag.node, PlaceOfDraggedNode(pointer, drag.grab, layout));
 }
 
 void ReleaseBlueprint() {
-    const bool wasHeld = EndBlueprintDrag();
-    if (wasHeld || editorState.blueprintDirty) SaveBlueprintEditor();
+    if (editorState.blueprintDirty) SaveBlueprintEditor();
 }
 
 void PressRightInBlueprint(Point pointer, const BlueprintLayout& layout) {
-    if (editorState.blueprintDrag.dragging) return;
     CloseMenus();
     if (!Contains(layout.canvas, pointer)) return;
     editorState.addNodeMenu = {.open = true, .corner = pointer};

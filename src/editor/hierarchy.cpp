@@ -2,7 +2,6 @@
 
 #include "editor/popup_menu.h"
 #include "editor/theme.h"
-#include "platform/window.h"
 #include "render/frame_buffer.h"
 #include "render/icons.h"
 #include "scene/commands.h"
@@ -83,9 +82,9 @@ static CanvasImage IconOf(const GameObject& object) {
     return -1;
 }
 
-static void DrawDropMarker(const HierarchyDrag& drag, const Rect& bar, int32_t indent) {
-    if (drag.dropAsChild) return FillRect(bar, kDropChildFill);
-    const int32_t y = drag.dropAfter ? bar.bottom : bar.top;
+static void DrawDropMarker(const DropPlace& drop, const Rect& bar, int32_t indent) {
+    if (drop.asChild) return FillRect(bar, kDropChildFill);
+    const int32_t y = drop.after ? bar.bottom : bar.top;
     FillRect({indent + 14, y, bar.right, y + kDropLineWidth}, kDropLine);
 }
 
@@ -104,12 +103,12 @@ static bool DrawSign(const GameObject& object, int32_t x, int32_t y) {
 
 static void DrawRow(const HierarchyRow& row, const EditorLayout& layout) {
     const GameObject& object = editorState.scene[static_cast<size_t>(row.objectIndex)];
-    const HierarchyDrag& drag = editorState.hierarchyDrag;
+    const auto* drag = std::get_if<HierarchyDrag>(&editorState.gesture);
     const bool selected = row.objectIndex == editorState.selectedIndex;
     const int32_t indent = kIndent * row.depth, y = row.y;
     const Rect bar{10, y - kRowAbove, std::max(46, layout.hierarchy.right - 10), y + kRowBelow};
 
-    if (drag.dragging && row.objectIndex == drag.dropTarget) DrawDropMarker(drag, bar, indent);
+    if (drag && drag->drop && row.objectIndex == drag->drop->target) DrawDropMarker(*drag->drop, bar, indent);
     if (selected) {
         FillRect(bar, kSelectedRowFill);
         FillRect({bar.left, bar.top, bar.left + 3, bar.bottom}, kAccent);
@@ -142,30 +141,27 @@ int32_t HierarchyObjectAt(Point point, const EditorLayout& layout) {
     return row && IsObjectIndex(row->objectIndex) ? row->objectIndex : -1;
 }
 
-DropPlace HierarchyDropAt(Point point, int32_t dragged) {
+std::optional<DropPlace> HierarchyDropAt(Point point, int32_t dragged) {
     const HierarchyRow* row = HierarchyRowAt(point.y);
-    if (!row || !IsObjectIndex(row->objectIndex)) return {};
-    if (IsInSubtree(editorState.scene, row->objectIndex, dragged)) return {};
+    if (!row || !IsObjectIndex(row->objectIndex)) return std::nullopt;
+    if (IsInSubtree(editorState.scene, row->objectIndex, dragged)) return std::nullopt;
     const int32_t y = point.y - row->y;
     const bool inCentre = y >= kCentreBegin && y < kCentreEnd;
     const bool rightOfMargin = point.x >= kIndent * row->depth + kChildMargin;
-    return {.target = row->objectIndex, .asChild = inCentre || rightOfMargin, .after = y > kCentre};
+    return DropPlace{.target = row->objectIndex, .asChild = inCentre || rightOfMargin, .after = y > kCentre};
 }
 
 bool PressHierarchy(Point pointer, const EditorLayout& layout) {
     if (!Contains(layout.hierarchy, pointer)) return false;
     const int32_t object = HierarchyObjectAt(pointer, layout);
-    if (object < 0 || !DragMayStart()) return true;
+    if (object < 0 || GestureIsUnderWay()) return true;
 
-    editorState.hierarchyDrag = {.pressed = true, .source = object, .press = pointer};
-    CaptureMouse();
+    StartGesture(HierarchyDrag{.source = object, .press = pointer});
     SetStatus(L"Hierarchy: pust mys pro vyber, nebo tahni pro presun.");
     return true;
 }
 
-void DragInHierarchy(Point pointer) {
-    HierarchyDrag& drag = editorState.hierarchyDrag;
-    if (!drag.pressed) return;
+void DragInHierarchy(HierarchyDrag& drag, Point pointer) {
     if (!drag.dragging) {
         const Point press = drag.press;
         if (std::abs(pointer.x - press.x) + std::abs(pointer.y - press.y) < kDragThreshold) return;
@@ -173,20 +169,12 @@ void DragInHierarchy(Point pointer) {
         CloseMenus();
         SetStatus(L"Tahni v Hierarchy: stred radku udela potomka, horni/spodni okraj meni poradi.");
     }
-    const DropPlace place = HierarchyDropAt(pointer, drag.source);
-    drag.dropTarget = place.target;
-    drag.dropAsChild = place.asChild;
-    drag.dropAfter = place.after;
+    drag.drop = HierarchyDropAt(pointer, drag.source);
 }
 
-void ReleaseHierarchy() {
-    const HierarchyDrag drag = editorState.hierarchyDrag;
-    if (!drag.pressed) return;
-    editorState.hierarchyDrag = {};
-    ReleaseMouse();
+void ReleaseHierarchy(const HierarchyDrag& drag) {
     if (drag.dragging) {
-        if (drag.dropTarget >= 0)
-            moveInHierarchy(drag.source, drag.dropTarget, drag.dropAsChild, drag.dropAfter);
+        if (drag.drop) moveInHierarchy(drag.source, drag.drop->target, drag.drop->asChild, drag.drop->after);
     } else if (IsObjectIndex(drag.source)) {
         editorState.selectedIndex = drag.source;
         SetStatus(L"Objekt vybran v Hierarchy.");

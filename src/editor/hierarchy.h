@@ -4,9 +4,11 @@
 #include "base/rect.h"
 #include "editor/layout.h"
 #include "state/game_object.h"
+#include "state/gesture.h"
 #include "state/hit_zone.h"
 
 #include <cstdint>
+#include <optional>
 
 // One row per object that a chain of parents connects to a root, parents before their children, siblings in
 // scene order. While playing, inactive objects are left out with all below them.
@@ -25,23 +27,14 @@ const HierarchyRow* HierarchyRowAt(int32_t y);
 // The object whose row is under a point of the panel. -1 without one.
 int32_t HierarchyObjectAt(Point point, const EditorLayout& layout);
 
-// Where an object would land.
-struct DropPlace {
-    int32_t target = -1;   // object index, -1 nowhere
-    bool asChild = false;  // else beside the target
-    bool after = false;    // else before it
-
-    friend constexpr bool operator==(const DropPlace&, const DropPlace&) = default;
-};
-
-// Where `dragged` would land when it is let go at a point: nowhere on itself and on what is below it.
-DropPlace HierarchyDropAt(Point point, int32_t dragged);
+// Where `dragged` would land when it is let go at a point. Nowhere on itself and on what is below it.
+std::optional<DropPlace> HierarchyDropAt(Point point, int32_t dragged);
 
 // A press of the left button: on a row it may become a drag. True when it lies inside the panel.
 bool PressHierarchy(Point pointer, const EditorLayout& layout);
 
 // Follows the pointer after a press on a row. A drag begins six pixels away from the press.
-void DragInHierarchy(Point pointer);
+void DragInHierarchy(HierarchyDrag& drag, Point pointer);
 
 // Lets go: a dragged object moves to where it would land, one that was only pressed becomes the selection.
-void ReleaseHierarchy();
+void ReleaseHierarchy(const HierarchyDrag& drag);

@@ -55,11 +55,11 @@ static bool IsNear(int32_t position, int32_t edge) {
     return position >= edge - kSplitterReach && position < edge + kSplitterReach;
 }
 
-int32_t SplitterHitTest(Point p, const PanelLayout& panels, int32_t width, int32_t height) {
+std::optional<PanelEdge> SplitterHitTest(Point p, const PanelLayout& panels, int32_t width, int32_t height) {
     const EditorLayout layout = LayoutEditor(panels, width, height);
     const bool besidePanels = p.y >= kTopBarHeight && p.y < layout.bottomTop;
-    if (besidePanels && IsNear(p.x, panels.hierarchyWidth)) return 1;
-    if (besidePanels && IsNear(p.x, layout.inspectorLeft)) return 2;
-    if (p.x >= 0 && p.x < width && IsNear(p.y, layout.bottomTop)) return 3;
-    return 0;
+    if (besidePanels && IsNear(p.x, panels.hierarchyWidth)) return PanelEdge::HierarchyRight;
+    if (besidePanels && IsNear(p.x, layout.inspectorLeft)) return PanelEdge::InspectorLeft;
+    if (p.x >= 0 && p.x < width && IsNear(p.y, layout.bottomTop)) return PanelEdge::BottomTop;
+    return std::nullopt;
 }

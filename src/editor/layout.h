@@ -2,9 +2,11 @@
 #pragma once
 
 #include "base/rect.h"
+#include "state/gesture.h"
 #include "state/panel_layout.h"
 
 #include <cstdint>
+#include <optional>
 
 constexpr int32_t kTopBarHeight = 42;
 constexpr int32_t kMinHierarchyWidth = 170, kMinInspectorWidth = 320, kMinBottomHeight = 96;
@@ -31,6 +33,5 @@ PanelLayout FitPanelsToWindow(PanelLayout panels, int32_t width, int32_t height)
 // window.
 bool IsInInspectorBand(Point p, const EditorLayout& layout);
 
-// The panel edge under a point: 1 Hierarchy's right, 2 Inspector's left, 3 bottom panel's top, 0 none. The
-// vertical ones win at a corner.
-int32_t SplitterHitTest(Point p, const PanelLayout& panels, int32_t width, int32_t height);
+// The panel edge under a point, none elsewhere. The vertical ones win at a corner.
+std::optional<PanelEdge> SplitterHitTest(Point p, const PanelLayout& panels, int32_t width, int32_t height);

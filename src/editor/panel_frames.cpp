@@ -5,9 +5,9 @@
 #include "render/panel_box.h"
 #include "state/editor_state.h"
 
-// The splitters by the numbers that SplitterHitTest gives.
-static void DrawSplitter(int32_t edge, const Rect& line) {
-    FillRect(line, editorState.panelResize.edge == edge ? kAccent : kSplitter);
+static void DrawSplitter(PanelEdge edge, const Rect& line) {
+    const auto* resize = std::get_if<PanelResize>(&editorState.gesture);
+    FillRect(line, resize && resize->edge == edge ? kAccent : kSplitter);
 }
 
 void DrawPanelFrames(const EditorLayout& layout) {
@@ -17,7 +17,7 @@ void DrawPanelFrames(const EditorLayout& layout) {
     DrawPanelBox(layout.bottom, kBottomPanelFill, kPanelLightEdge);
 
     const int32_t left = layout.hierarchy.right, right = layout.inspectorLeft, top = layout.bottomTop;
-    DrawSplitter(1, {left - 1, kTopBarHeight, left + 1, top});
-    DrawSplitter(2, {right - 1, kTopBarHeight, right + 1, top});
-    DrawSplitter(3, {0, top - 1, layout.width, top + 1});
+    DrawSplitter(PanelEdge::HierarchyRight, {left - 1, kTopBarHeight, left + 1, top});
+    DrawSplitter(PanelEdge::InspectorLeft, {right - 1, kTopBarHeight, right + 1, top});
+    DrawSplitter(PanelEdge::BottomTop, {0, top - 1, layout.width, top + 1});
 }

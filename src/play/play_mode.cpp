@@ -27,7 +27,7 @@ void StartPlayMode() {
     editorState.sceneBeforePlay = KeepScene();
 
     ResetGameState();
-    EndGestures();
+    ForgetObjectIndices();
     editorState.playMode = true;
     SetStatus(L"Play mode zapnuty: stav sceny byl ulozen.");
 }
@@ -35,7 +35,7 @@ void StartPlayMode() {
 void StopPlayMode() {
     if (!editorState.playMode) return;
     editorState.playMode = false;
-    EndGestures();
+    ForgetObjectIndices();
     if (!editorState.sceneBeforePlay) {
         SetStatus(L"Edit mode zapnuty.");
         return;

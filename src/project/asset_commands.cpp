@@ -13,6 +13,7 @@
 #include "project/prefab_editor.h"
 #include "project/scene_switch.h"
 #include "project/stored_paths.h"
+#include "scene/gestures.h"
 #include "scene/status.h"
 #include "state/editor_state.h"
 
@@ -109,6 +110,6 @@ void DeleteAsset(int32_t index) {
     }
     editorState.fileEntries.erase(editorState.fileEntries.begin() + index);
     editorState.selectedFile = -1;
-    editorState.filesDrag = {};
+    if (std::holds_alternative<FilesDrag>(editorState.gesture)) DropGesture();
     SetStatus(L"Polozka projektu byla odstranena z panelu.");
 }

@@ -5,6 +5,7 @@
 #include "base/path_text.h"
 #include "platform/files.h"
 #include "project/project_folder.h"
+#include "scene/gestures.h"
 #include "state/editor_state.h"
 
 #include <algorithm>
@@ -86,6 +87,6 @@ void RefreshAssetList() {
     const bool isThere = !selectedPath.empty() && found != list.end();
     editorState.selectedFile = isThere ? static_cast<int32_t>(found - list.begin()) : -1;
     editorState.fileEntries = std::move(list);
-    editorState.filesDrag = {};
+    if (std::holds_alternative<FilesDrag>(editorState.gesture)) DropGesture();
     editorState.filesItemMenu = {};
 }

@@ -5,7 +5,6 @@
 #include "editor/fit_text.h"
 #include "editor/theme.h"
 #include "editor/widgets.h"
-#include "platform/window.h"
 #include "project/asset_commands.h"
 #include "project/files_icons.h"
 #include "project/files_menus.h"
@@ -93,9 +92,10 @@ void DrawFilesPage(const EditorLayout& layout) {
 }
 
 void DrawFilesDrag() {
-    const FilesDrag& drag = editorState.filesDrag;
-    const auto source = static_cast<size_t>(drag.source);
-    if (!drag.dragging || source >= editorState.fileEntries.size()) return;
+    const auto* drag = std::get_if<FilesDrag>(&editorState.gesture);
+    if (!drag || !drag->dragging) return;
+    const auto source = static_cast<size_t>(drag->source);
+    if (source >= editorState.fileEntries.size()) return;
     const std::wstring name = ShownName(editorState.fileEntries[source].name);
     const Point corner{editorState.pointer.x + 14, editorState.pointer.y + 10};
     const int32_t width = MeasureCanvasText(name, 13, kNormal) + 16;
@@ -115,10 +115,9 @@ int32_t FilesItemAt(Point point, const EditorLayout& layout) {
 }
 
 static void PressItem(int32_t item, Point pointer) {
-    if (!DragMayStart()) return;
+    if (GestureIsUnderWay()) return;
     editorState.selectedFile = item;
-    editorState.filesDrag = {.pressed = true, .source = item, .press = pointer};
-    CaptureMouse();
+    StartGesture(FilesDrag{.source = item, .press = pointer});
     SetStatus(L"Vybrana polozka projektu: " + editorState.fileEntries[static_cast<size_t>(item)].name);
 }
 
@@ -135,8 +134,7 @@ bool PressFilesPage(Point pointer, const EditorLayout& layout) {
     return true;
 }
 
-void DragFilesItem(Point pointer) {
-    FilesDrag& drag = editorState.filesDrag;
+void DragFilesItem(FilesDrag& drag, Point pointer) {
     const int32_t distance = std::abs(pointer.x - drag.press.x) + std::abs(pointer.y - drag.press.y);
     drag.dragging = drag.dragging || distance >= kDragThreshold;
 }

@@ -3,6 +3,7 @@
 
 #include "base/rect.h"
 #include "editor/layout.h"
+#include "state/gesture.h"
 
 #include <cstdint>
 
@@ -21,7 +22,7 @@ int32_t FilesItemAt(Point point, const EditorLayout& layout);
 bool PressFilesPage(Point pointer, const EditorLayout& layout);
 
 // Moves the item that was pressed: it is dragged from 6 pixels on.
-void DragFilesItem(Point pointer);
+void DragFilesItem(FilesDrag& drag, Point pointer);
 
 // Opens the item under the pointer. False when there is none.
 bool OpenFilesItemAt(Point pointer, const EditorLayout& layout);

@@ -19,7 +19,7 @@
 
 // What the user was in the middle of belongs to the objects that were shown.
 static void EndInteraction() {
-    EndGestures();
+    ForgetObjectIndices();
     CloseEntriesAndMenus();
 }
 

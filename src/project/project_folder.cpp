@@ -29,7 +29,7 @@ bool MakeProjectFolders() {
 }
 
 void LeaveOpenProject() {
-    EndGestures();
+    ForgetObjectIndices();
     CloseEntriesAndMenus();
     editorState.componentSearchText.clear();
     editorState.hubVisible = false;

@@ -94,7 +94,8 @@ void ReturnToHub() {
     if (!LeaveOtherScreens()) return;
     StopPlayMode();
     if (!AskSaveOfChangedScene()) return;
-    EndGestures();
+    ForgetObjectIndices();
+    DropGesture();  // looking around too: there is no view any more
     CloseEntriesAndMenus();
     ShowHub();
     ShowTitle(L"ZelEngine - Projects");

@@ -38,7 +38,7 @@ void OpenSceneFile(const std::wstring& path) {
         SetStatus(L"Scenu se nepodarilo otevrit.");
         return;
     }
-    EndGestures();
+    ForgetObjectIndices();
     CloseEntriesAndMenus();
     ClearUndo();
     editorState.scenePath = path;

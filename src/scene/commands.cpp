@@ -150,7 +150,7 @@ void deleteSelected() {
         return;
     }
     pushUndo("Delete object");
-    EndGestures();
+    ForgetObjectIndices();
 
     Scene& scene = editorState.scene;
     RemoveObjects(MarkSubtree(scene, editorState.selectedIndex), scene);
@@ -182,7 +182,7 @@ void moveInHierarchy(int32_t dragged, int32_t target, bool dropAsChild, bool dro
     Scene& scene = editorState.scene;
     if (IsInSubtree(scene, target, dragged)) return;
     pushUndo("Reorder hierarchy");
-    EndGestures();
+    ForgetObjectIndices();
 
     GameObject& object = scene[dragged];
     const int32_t parent = dropAsChild ? target : scene[target].parentIndex;

@@ -3,13 +3,33 @@
 #include "platform/window.h"
 #include "state/editor_state.h"
 
-bool DragMayStart() { return !editorState.mouseLook.armed; }
+bool GestureIsUnderWay() { return !std::holds_alternative<std::monostate>(editorState.gesture); }
 
-void EndGestures() {
-    if (editorState.gizmoDrag.axis != 0 || editorState.hierarchyDrag.pressed) ReleaseMouse();
-    editorState.gizmoDrag = {};
+void StartGesture(const Gesture& gesture) {
+    editorState.gesture = gesture;
+    CaptureMouse();
+}
+
+void DropGesture() {
+    if (!GestureIsUnderWay()) return;
+    editorState.gesture = {};
+    ReleaseMouse();
+}
+
+// One per gesture, so that a new one does not compile before somebody has thought about it.
+static bool MeansObject(std::monostate) { return false; }
+static bool MeansObject(const PanelResize&) { return false; }
+static bool MeansObject(const MouseLook&) { return false; }
+static bool MeansObject(const GizmoDrag&) { return true; }
+static bool MeansObject(const HierarchyDrag&) { return true; }
+static bool MeansObject(const FilesDrag&) { return false; }
+static bool MeansObject(const BlueprintDrag&) { return false; }
+
+void ForgetObjectIndices() {
+    const bool meansObject =
+        std::visit([](const auto& gesture) { return MeansObject(gesture); }, editorState.gesture);
+    if (meansObject) DropGesture();
     editorState.keyboardTransform = false;
-    editorState.hierarchyDrag = {};
     editorState.objectMenu = {};
     editorState.nameEntry = {};
     editorState.numberEntry = {};

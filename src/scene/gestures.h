@@ -1,10 +1,19 @@
-// What the user is in the middle of with an object.
+// The pointer's gesture: beginning it and ending it without effect. What a gesture does is written where its
+// subject is; app/mouse calls it.
 #pragma once
 
-// False while the right button looks around: only one drag runs at a time.
-bool DragMayStart();
+#include "state/gesture.h"
 
-// Ends drags of the gizmo and in the Hierarchy with their hold on the mouse, the held keys' undo step, name
-// and number entry, and the object menu, and lets no click mean an object that the last frame drew. Called
-// when objects change their indices or are replaced.
-void EndGestures();
+// True while a button holds something. Nothing else may be grabbed then.
+bool GestureIsUnderWay();
+
+// Makes this the gesture under way and captures the mouse for it.
+void StartGesture(const Gesture& gesture);
+
+// Ends the gesture under way, if any, without effect and lets go of the mouse.
+void DropGesture();
+
+// Forgets everything that means an object by its index: gestures, the held keys' undo step, name and number
+// entry, the object menu, and what the last frame drew. Called when objects change their indices or are
+// replaced.
+void ForgetObjectIndices();

@@ -39,7 +39,7 @@ void undo() {
     const auto last = static_cast<int32_t>(editorState.scene.size()) - 1;
     editorState.selectedIndex = Limit(step.selection, 0, std::max(last, 0));
 
-    EndGestures();
+    ForgetObjectIndices();
     editorState.componentSearchActive = false;
     MarkPrefabChanged();
     SetStatus(L"Ctrl+Z: posledni zmena sceny byla vracena.");

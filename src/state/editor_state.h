@@ -6,9 +6,11 @@
 #include "state/blueprint_node.h"
 #include "state/camera_pose.h"
 #include "state/game_object.h"
+#include "state/gesture.h"
 #include "state/hit_zone.h"
 #include "state/interaction.h"
 #include "state/mesh.h"
+#include "state/modes.h"
 #include "state/panel_layout.h"
 #include "state/recent_project.h"
 #include "state/scene_snapshot.h"
@@ -20,11 +22,6 @@
 #include <string>
 #include <string_view>
 #include <vector>
-
-// The values are the numbers that the rest of the program and its documents use.
-enum class Screen : int32_t { SceneEditor = 0, BlueprintEditor = 1, PrefabEditor = 2 };
-enum class Tool : int32_t { Move = 0, Rotate = 1, Scale = 2 };
-enum class BottomTab : int32_t { Files = 0, Console = 1 };
 
 // What a change can be taken back to.
 struct UndoStep {
@@ -100,16 +97,11 @@ struct EditorState : SceneContent {
     std::wstring statusMessage = L"Ready. Software renderer bezi bez externich knihoven.";
 
     // What the user is in the middle of.
-    Point pointer{};             // last known position, pixels
-    bool pressedInHub = false;   // the last left press
-    bool pressedInMenu = false;  // likewise: a menu took it
-    PanelResize panelResize{};
-    MouseLook mouseLook{};
-    GizmoDrag gizmoDrag{};
+    Point pointer{};  // last known position, pixels
+    PressTaker lastPress = PressTaker::Nobody;
+    Gesture gesture{};
     bool keyboardTransform = false;  // a held key moves the selection: one undo step
-    HierarchyDrag hierarchyDrag{};
-    FilesDrag filesDrag{};
-    int32_t selectedFile = -1;  // index into fileEntries
+    int32_t selectedFile = -1;       // index into fileEntries
     PopupMenu createMenu{};
     PopupMenu objectMenu{};
     PopupMenu filesCreateMenu{};
@@ -120,7 +112,6 @@ struct EditorState : SceneContent {
     NumberEntry numberEntry{};
     wchar_t typedHalf = 0;               // half of a surrogate pair that waits for its other half; 0 none
     std::wstring componentSearchText{};  // at most 40 units
-    BlueprintDrag blueprintDrag{};
 };
 
 extern EditorState editorState;

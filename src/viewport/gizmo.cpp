@@ -23,6 +23,9 @@ struct AxisColors {
 
 }  // namespace
 
+constexpr GizmoAxis kAxes[] = {GizmoAxis::X, GizmoAxis::Y, GizmoAxis::Z};
+
+// By GizmoAxis.
 constexpr AxisColors kAxisColors[] = {
     {Pixel{0x4A4BEB}, Pixel{0x808AFF}},
     {Pixel{0x76D25F}, Pixel{0x7EECA0}},
@@ -33,8 +36,9 @@ bool HasGizmo(const GameObject& object) {
     return object.meshIndex >= 0 || object.isEntity || object.isCamera || object.isLight || object.isText;
 }
 
-Vec3 GizmoAxis(int32_t axis) {
-    return {axis == 1 ? 1.0f : 0.0f, axis == 2 ? 1.0f : 0.0f, axis == 3 ? 1.0f : 0.0f};
+Vec3 AxisDirection(GizmoAxis axis) {
+    return {axis == GizmoAxis::X ? 1.0f : 0.0f, axis == GizmoAxis::Y ? 1.0f : 0.0f,
+            axis == GizmoAxis::Z ? 1.0f : 0.0f};
 }
 
 GizmoOnScreen ProjectGizmo(Vec3 origin, const Matrix4& viewProjection, const Rect& viewport) {
@@ -44,9 +48,9 @@ GizmoOnScreen ProjectGizmo(Vec3 origin, const Matrix4& viewProjection, const Rec
     GizmoOnScreen gizmo;
     gizmo.visible = project(origin, gizmo.origin);
     if (!gizmo.visible) return gizmo;
-    for (int32_t axis = 1; axis <= 3; ++axis) {
-        const auto i = static_cast<size_t>(axis - 1);
-        gizmo.tipVisible[i] = project(origin + GizmoAxis(axis) * kAxisLength, gizmo.tip[i]);
+    for (const GizmoAxis axis : kAxes) {
+        const auto i = static_cast<size_t>(axis);
+        gizmo.tipVisible[i] = project(origin + AxisDirection(axis) * kAxisLength, gizmo.tip[i]);
     }
     return gizmo;
 }
@@ -60,12 +64,12 @@ static void FillSquare(Point centre, int32_t reach, Pixel color) {
     FillRect({centre.x - reach, centre.y - reach, centre.x + reach + 1, centre.y + reach + 1}, color);
 }
 
-void DrawGizmo(const GizmoOnScreen& gizmo, int32_t activeAxis) {
+void DrawGizmo(const GizmoOnScreen& gizmo, std::optional<GizmoAxis> activeAxis) {
     if (!gizmo.visible) return;
-    for (size_t i = 0; i < 3; ++i) {
+    for (const GizmoAxis axis : kAxes) {
+        const auto i = static_cast<size_t>(axis);
         if (!gizmo.tipVisible[i]) continue;
-        const bool isActive = activeAxis == static_cast<int32_t>(i) + 1;
-        const Pixel color = isActive ? kAxisColors[i].active : kAxisColors[i].idle;
+        const Pixel color = activeAxis == axis ? kAxisColors[i].active : kAxisColors[i].idle;
         DrawLine(PixelOf(gizmo.origin), PixelOf(gizmo.tip[i]), color);
         FillSquare(PixelOf(gizmo.tip[i]), 4, color);
     }
@@ -89,15 +93,15 @@ static float DistanceToAxis(Point pointer, const ScreenCorner& origin, const Scr
     return isAtTip ? 0 : DistanceToSegment(pointer, origin, tip);
 }
 
-int32_t GizmoAxisAt(const GizmoOnScreen& gizmo, Point pointer) {
-    if (!gizmo.visible) return 0;
-    int32_t found = 0;
+std::optional<GizmoAxis> GizmoAxisAt(const GizmoOnScreen& gizmo, Point pointer) {
+    std::optional<GizmoAxis> found;
+    if (!gizmo.visible) return found;
     float nearest = kLineReach;
-    for (int32_t axis = 1; axis <= 3; ++axis) {
-        const auto i = static_cast<size_t>(axis - 1);
+    for (const GizmoAxis axis : kAxes) {
+        const auto i = static_cast<size_t>(axis);
         if (!gizmo.tipVisible[i]) continue;
         const float distance = DistanceToAxis(pointer, gizmo.origin, gizmo.tip[i]);
-        if (distance < nearest || (found == 0 && distance <= nearest)) {
+        if (distance < nearest || (!found && distance <= nearest)) {
             nearest = distance;
             found = axis;
         }

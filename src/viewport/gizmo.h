@@ -5,9 +5,11 @@
 #include "base/rect.h"
 #include "render/projection.h"
 #include "state/game_object.h"
+#include "state/gesture.h"
 
 #include <array>
 #include <cstdint>
+#include <optional>
 
 // True for an object that can be grabbed: with a mesh, or an entity, a camera, a light or a text.
 bool HasGizmo(const GameObject& object);
@@ -23,15 +25,15 @@ struct GizmoOnScreen {
 
 GizmoOnScreen ProjectGizmo(Vec3 origin, const Matrix4& viewProjection, const Rect& viewport);
 
-// `activeAxis` is the one that is dragged: 1 X, 2 Y, 3 Z, 0 none.
-void DrawGizmo(const GizmoOnScreen& gizmo, int32_t activeAxis);
+// `activeAxis` is the one that is dragged.
+void DrawGizmo(const GizmoOnScreen& gizmo, std::optional<GizmoAxis> activeAxis);
 
-// The axis at a point: 1 X, 2 Y, 3 Z, 0 none. Up to 8 pixels from the pixel of a tip on both axes, else up to
-// 10 from the line; the nearest one, of equal ones the first.
-int32_t GizmoAxisAt(const GizmoOnScreen& gizmo, Point pointer);
+// The axis at a point. Up to 8 pixels from the pixel of a tip on both axes, else up to 10 from the line; the
+// nearest one, of equal ones the first.
+std::optional<GizmoAxis> GizmoAxisAt(const GizmoOnScreen& gizmo, Point pointer);
 
-// The unit vector of an axis 1 .. 3.
-Vec3 GizmoAxis(int32_t axis);
+// The unit vector of an axis.
+Vec3 AxisDirection(GizmoAxis axis);
 
 // How far along its axis a drag has come, in world units: `pointer` minus `press` along the axis's direction
 // on the screen, in pixels. False when the axis has no length on the screen.

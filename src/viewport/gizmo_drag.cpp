@@ -1,6 +1,5 @@
 #include "viewport/gizmo_drag.h"
 
-#include "platform/window.h"
 #include "scene/gestures.h"
 #include "scene/local_position.h"
 #include "scene/selection.h"
@@ -12,6 +11,7 @@
 #include "viewport/gizmo.h"
 
 #include <algorithm>
+#include <optional>
 
 constexpr float kTurnPerUnit = 1.6f;  // radians per world unit of the drag
 constexpr float kSmallestScale = 0.1f;
@@ -39,7 +39,7 @@ constexpr ToolDrag kToolDrags[] = {
      L"Scale gizmo dokoncil zmenu velikosti objektu."},
 };
 
-static const ToolDrag& DragOf(int32_t tool) { return kToolDrags[static_cast<size_t>(tool)]; }
+static const ToolDrag& DragOf(Tool tool) { return kToolDrags[static_cast<size_t>(tool)]; }
 
 bool StartGizmoDrag(Point pointer, const Rect& viewport) {
     if (ShowsGame() || !SelectionIsValid() || !HasGizmo(SelectedObject())) return false;
@@ -48,22 +48,21 @@ bool StartGizmoDrag(Point pointer, const Rect& viewport) {
     const Vec3 origin = WorldPosition(editorState.scene, editorState.selectedIndex);
     const FrameView view = CurrentView(viewport);
     const GizmoOnScreen gizmo = ProjectGizmo(origin, view.viewProjection, view.viewport);
-    const int32_t axis = GizmoAxisAt(gizmo, pointer);
-    if (axis == 0) return false;
-    if (!DragMayStart()) return true;
+    const std::optional<GizmoAxis> axis = GizmoAxisAt(gizmo, pointer);
+    if (!axis) return false;
+    if (GestureIsUnderWay()) return true;
 
     pushUndo("Gizmo transform");
-    const auto tool = static_cast<int32_t>(editorState.tool);
-    const ScreenCorner& tip = gizmo.tip[static_cast<size_t>(axis - 1)];
-    editorState.gizmoDrag = {.axis = axis,
-                             .object = editorState.selectedIndex,
-                             .tool = tool,
-                             .press = pointer,
-                             .startValue = SelectedObject().*DragOf(tool).field,
-                             .startWorldPosition = origin,
-                             .screenX = tip.x - gizmo.origin.x,
-                             .screenY = tip.y - gizmo.origin.y};
-    CaptureMouse();
+    const Tool tool = editorState.tool;
+    const ScreenCorner& tip = gizmo.tip[static_cast<size_t>(*axis)];
+    StartGesture(GizmoDrag{.axis = *axis,
+                           .object = editorState.selectedIndex,
+                           .tool = tool,
+                           .press = pointer,
+                           .startValue = SelectedObject().*DragOf(tool).field,
+                           .startWorldPosition = origin,
+                           .screenX = tip.x - gizmo.origin.x,
+                           .screenY = tip.y - gizmo.origin.y});
     SetStatus(DragOf(tool).grabbed);
     return true;
 }
@@ -73,8 +72,8 @@ static Vec3 AtLeast(Vec3 v, float low) {
 }
 
 static void ApplyDrag(GameObject& object, const GizmoDrag& drag, float travel) {
-    const Vec3 axis = GizmoAxis(drag.axis);
-    switch (static_cast<Tool>(drag.tool)) {
+    const Vec3 axis = AxisDirection(drag.axis);
+    switch (drag.tool) {
         case Tool::Move:
             object.position = LocalPositionUnder(editorState.scene, object.parentIndex,
                                                  drag.startWorldPosition + axis * travel);
@@ -84,13 +83,8 @@ static void ApplyDrag(GameObject& object, const GizmoDrag& drag, float travel) {
     }
 }
 
-void MoveGizmoDrag(Point pointer) {
-    const GizmoDrag drag = editorState.gizmoDrag;
-    if (!SelectionIsValid() || editorState.selectedIndex != drag.object) {
-        editorState.gizmoDrag = {};
-        ReleaseMouse();
-        return;
-    }
+void MoveGizmoDrag(const GizmoDrag& drag, Point pointer) {
+    if (!SelectionIsValid() || editorState.selectedIndex != drag.object) return DropGesture();
     float travel = 0;
     if (!GizmoTravel(drag.press, pointer, drag.screenX, drag.screenY, travel)) return;
     ApplyDrag(SelectedObject(), drag, travel);
@@ -98,8 +92,4 @@ void MoveGizmoDrag(Point pointer) {
     SetStatus(DragOf(drag.tool).moving);
 }
 
-void FinishGizmoDrag() {
-    if (editorState.gizmoDrag.axis == 0) return;
-    SetStatus(DragOf(editorState.gizmoDrag.tool).finished);
-    editorState.gizmoDrag = {};
-}
+void FinishGizmoDrag(const GizmoDrag& drag) { SetStatus(DragOf(drag.tool).finished); }

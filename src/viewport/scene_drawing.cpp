@@ -84,7 +84,9 @@ static void DrawMarkers(int32_t index, const Matrix4& viewProjection, WorldMatri
 static void DrawSelectedGizmo(const FrameView& view) {
     if (ShowsGame() || !SelectionIsValid() || !HasGizmo(SelectedObject())) return;
     const Vec3 origin = WorldPosition(editorState.scene, editorState.selectedIndex);
-    DrawGizmo(ProjectGizmo(origin, view.viewProjection, view.viewport), editorState.gizmoDrag.axis);
+    const auto* drag = std::get_if<GizmoDrag>(&editorState.gesture);
+    DrawGizmo(ProjectGizmo(origin, view.viewProjection, view.viewport),
+              drag ? std::optional(drag->axis) : std::nullopt);
 }
 
 void DrawScene(const FrameView& view) {

@@ -8,6 +8,7 @@
 #include "scene/name_entry.h"
 #include "scene/number_entry.h"
 #include "state/editor_state.h"
+#include "support/gestures.h"
 #include "support/golden_frame.h"
 #include "support/picture.h"
 
@@ -151,8 +152,9 @@ TEST_CASE("a dragged row shows where it would land") {
     editorState.scene[4].parentIndex = 2;
     CHECK(FrameMatchesGolden("editor_tree"));
     const auto dragTo = [](Point pointer) {
+        DropGesture();
         PressHierarchy({100, 213}, CurrentLayout());  // the Entity, below the Platform that is a child
-        DragInHierarchy(pointer);
+        DragInHierarchy(std::get<HierarchyDrag>(editorState.gesture), pointer);
     };
     dragTo({100, 92 + 28 * 3 + 9});
     CHECK(FrameMatchesGolden("editor_drag_child"));
@@ -183,8 +185,7 @@ TEST_CASE("a dragged edge, another tool and the Files tab are marked") {
     StartEditor(800, 480);
     editorState.bottomTab = BottomTab::Files;
     editorState.tool = Tool::Scale;
-    editorState.panelResize.edge = 2;
-    editorState.gizmoDrag.axis = 2;
+    Hold<PanelResize>({.edge = PanelEdge::InspectorLeft});
     CHECK(FrameMatchesGolden("editor_marks"));
 }
 

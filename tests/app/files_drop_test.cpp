@@ -1,5 +1,6 @@
 // Items of the Files page that are dragged somewhere, by press, move and release.
 #include "project/asset_list.h"
+#include "support/gestures.h"
 #include "support/image_bytes.h"
 #include "support/project_input.h"
 
@@ -168,11 +169,11 @@ TEST_CASE("a press becomes a drag six pixels away, counted along both axes") {
         Press(at);
         CHECK(headless.mouseIsCaptured);
         Move({at.x + by.x, at.y + by.y});
-        CHECK(editorState.filesDrag.dragging == drags);
+        CHECK(IsDragged<FilesDrag>() == drags);
         Move(at);
-        CHECK(editorState.filesDrag.dragging == drags);  // it stays one
+        CHECK(IsDragged<FilesDrag>() == drags);  // it stays one
         Release(at);
-        CHECK_FALSE(editorState.filesDrag.pressed);
+        CHECK_FALSE(Held<FilesDrag>());
         CHECK_FALSE(headless.mouseIsCaptured);
     }
 }
@@ -187,7 +188,7 @@ TEST_CASE("a drag that loses the mouse or the focus ends without effect") {
         lose();
         Release(kEmptySky);
         CHECK(editorState.scene.size() == objects);
-        CHECK_FALSE(editorState.filesDrag.pressed);
+        CHECK_FALSE(Held<FilesDrag>());
     }
 }
 

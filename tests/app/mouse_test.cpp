@@ -4,6 +4,7 @@
 #include "scene/transform.h"
 #include "support/capture.h"
 #include "support/editor_input.h"
+#include "support/gestures.h"
 #include "support/project_input.h"
 #include "viewport/current_view.h"
 
@@ -14,10 +15,7 @@
 #include <string>
 #include <vector>
 
-static bool NothingIsDragged() {
-    return editorState.panelResize.edge == 0 && editorState.gizmoDrag.axis == 0 &&
-           !editorState.hierarchyDrag.pressed && !editorState.mouseLook.armed && !headless.mouseIsCaptured;
-}
+static bool NothingIsDragged() { return !GestureIsUnderWay() && !headless.mouseIsCaptured; }
 
 // The pixel at the tip of the selected object's X axis.
 static Point GizmoTip() {
@@ -50,7 +48,7 @@ TEST_CASE("a panel's edge is grabbed from 3 pixels before it to 2 behind it, the
         editorState.scene.resize(2);  // nothing in the way of a press
         editorState.selectedIndex = -1;
         Press(at);
-        CHECK(editorState.panelResize.edge == edge);
+        CHECK(HeldEdge() == edge);
         CHECK(headless.mouseIsCaptured == (edge != 0));
         if (edge != 0) CHECK(editorState.statusMessage == L"Tahni hranu panelu pro zmenu velikosti.");
     }
@@ -101,7 +99,7 @@ TEST_CASE("a press on an edge closes an object's menu and begins to drag") {
     REQUIRE(editorState.objectMenu.open);
     Press({1040, 300});
     CHECK_FALSE(editorState.objectMenu.open);
-    CHECK(editorState.panelResize.edge == 2);
+    CHECK(HeldEdge() == 2);
 }
 
 // Tabs and tools.
@@ -201,7 +199,7 @@ TEST_CASE("the gizmo of the selection is grabbed before the object behind it is 
     RenderFrame();
     Press({790, 365});
     CHECK(editorState.selectedIndex == 1);
-    CHECK(editorState.gizmoDrag.axis == 1);
+    CHECK(HeldAxis() == 1);
 }
 
 TEST_CASE("a press in the viewport means what the panels of now show, before a frame shows it too") {
@@ -230,7 +228,7 @@ TEST_CASE("a wiggle of 5 pixels on a row selects it, 6 pixels drag it") {
         Press(from);
         CHECK(editorState.statusMessage == L"Hierarchy: pust mys pro vyber, nebo tahni pro presun.");
         Move(to);
-        CHECK(editorState.hierarchyDrag.dragging == dragged);
+        CHECK(IsDragged<HierarchyDrag>() == dragged);
         Release(to);
         CHECK(editorState.selectedIndex == (dragged ? 2 : 3));
         CHECK(NothingIsDragged());
@@ -302,7 +300,7 @@ TEST_CASE("a row let go right of the window is let go over the Inspector") {
         StartEditor();
         Press(RowAt(3));
         Move(at);
-        CHECK(editorState.hierarchyDrag.dropTarget == -1);
+        CHECK(HeldDrop() == std::nullopt);
         Release(at);
         CHECK(editorState.scene[2].collectTarget == L"EnemyEntity");
         CHECK(editorState.scene[3].parentIndex == -1);
@@ -313,11 +311,11 @@ TEST_CASE("over the Inspector no row is marked as the place of a drop") {
     StartEditor();
     Press(RowAt(3));
     Move(RowAt(0));
-    CHECK(editorState.hierarchyDrag.dropTarget == 0);
+    CHECK(HeldDrop().value_or(DropPlace{-1}).target == 0);
     Move({1200, RowAt(0).y});
-    CHECK(editorState.hierarchyDrag.dropTarget == -1);
+    CHECK(HeldDrop() == std::nullopt);
     Move({700, RowAt(0).y});  // beside the panel the height alone counts
-    CHECK(editorState.hierarchyDrag.dropTarget == 0);
+    CHECK(HeldDrop().value_or(DropPlace{-1}).target == 0);
 }
 
 TEST_CASE("an object is no reference of itself") {
@@ -395,7 +393,7 @@ TEST_CASE("a double click that means nothing else counts as a second press") {
     StartEditor();
     Click({230, 300});
     SendMouse(InputKind::LeftDoubleClick, {230, 300});
-    CHECK(editorState.panelResize.edge == 1);
+    CHECK(HeldEdge() == 1);
 }
 
 TEST_CASE("a double click does not reach through an open menu") {
@@ -553,12 +551,12 @@ TEST_CASE("while the right button is held the left one starts no drag") {
         PressRightAt({600, 300});
         Press(at);
         Release(at);
-        CHECK(editorState.mouseLook.armed);
+        CHECK(Held<MouseLook>());
         CHECK(headless.mouseIsCaptured);
-        CHECK(editorState.panelResize.edge == 0);
-        CHECK_FALSE(editorState.hierarchyDrag.pressed);
-        CHECK_FALSE(editorState.filesDrag.pressed);
-        CHECK(editorState.gizmoDrag.axis == 0);
+        CHECK(HeldEdge() == 0);
+        CHECK_FALSE(Held<HierarchyDrag>());
+        CHECK_FALSE(Held<FilesDrag>());
+        CHECK(HeldAxis() == 0);
         CHECK(editorState.undoSteps.empty());
         ReleaseRightAt({600, 300});
         CHECK(NothingIsDragged());
@@ -584,7 +582,7 @@ TEST_CASE("while the right button looks around the left one presses what it mean
     const float yaw = editorState.camera.yaw;
     Move({fold.x + 20, fold.y});
     CHECK(editorState.camera.yaw == doctest::Approx(yaw + 20 * 0.0065f));
-    CHECK(editorState.mouseLook.armed);
+    CHECK(Held<MouseLook>());
     CHECK(headless.mouseIsCaptured);
     ReleaseRightAt({640, 300});
     CHECK(editorState.statusMessage == L"Mouse look vypnuty.");
@@ -617,7 +615,7 @@ TEST_CASE("while something is dragged the right button does nothing") {
         StartEditor();
         Press(at);
         RightClick({600, 300});
-        CHECK_FALSE(editorState.mouseLook.armed);
+        CHECK_FALSE(Held<MouseLook>());
         CHECK_FALSE(editorState.createMenu.open);
         CHECK(headless.mouseIsCaptured);
         Release(at);
@@ -629,8 +627,8 @@ TEST_CASE("a second press without a release starts no second drag") {
     StartEditor();
     Press({230, 300});
     Press(RowAt(4));
-    CHECK(editorState.panelResize.edge == 1);
-    CHECK_FALSE(editorState.hierarchyDrag.pressed);
+    CHECK(HeldEdge() == 1);
+    CHECK_FALSE(Held<HierarchyDrag>());
     Release(RowAt(4));
     CHECK(NothingIsDragged());
 }

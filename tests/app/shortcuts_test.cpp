@@ -1,4 +1,5 @@
 #include "support/editor_input.h"
+#include "support/gestures.h"
 
 #include "doctest/doctest.h"
 
@@ -233,7 +234,7 @@ TEST_CASE("P ends what was being typed and dragged") {
     Press(RowAt(3));
     CHECK(headless.mouseIsCaptured);
     TapKey('P');
-    CHECK_FALSE(editorState.hierarchyDrag.pressed);
+    CHECK_FALSE(Held<HierarchyDrag>());
     CHECK_FALSE(headless.mouseIsCaptured);
     Release(RowAt(3));
     CHECK(editorState.selectedIndex == 2);

@@ -8,6 +8,7 @@
 #include "play/play_mode.h"
 #include "support/capture.h"
 #include "support/editor_input.h"
+#include "support/gestures.h"
 #include "support/random_scene.h"
 #include "support/scratch_folder.h"
 
@@ -56,8 +57,8 @@ TEST_CASE("opening a Blueprint shows its nodes and its path below the project") 
     editorState.createMenu.open = true;
     editorState.addNodeMenu.open = true;
     editorState.componentSearchActive = true;
-    editorState.blueprintDrag = {.dragging = true, .node = 7};
-    editorState.filesDrag.pressed = headless.mouseIsCaptured = true;
+    Hold<FilesDrag>();
+    headless.mouseIsCaptured = true;
     editorState.blueprintDirty = true;  // of no document
     CHECK(OpenBlueprintEditor(folder / L"Files\\Logic\\Doors.blueprint"));
 
@@ -69,8 +70,7 @@ TEST_CASE("opening a Blueprint shows its nodes and its path below the project") 
     CHECK(editorState.blueprintName == L"Doors.blueprint");
     CHECK(Message() == L"Otevren Blueprint editor: Doors.blueprint");
     CHECK_FALSE(editorState.blueprintDirty);
-    CHECK_FALSE(editorState.blueprintDrag.dragging);
-    CHECK_FALSE(editorState.filesDrag.pressed);
+    CHECK_FALSE(GestureIsUnderWay());
     CHECK_FALSE(headless.mouseIsCaptured);
     CHECK_FALSE(editorState.createMenu.open);
     CHECK_FALSE(editorState.addNodeMenu.open);
@@ -309,7 +309,7 @@ TEST_CASE("behind the Project Hub and in the game the Blueprint screen takes not
         const OpenBlueprint open(kTwoNodes);
         (hub ? editorState.hubVisible : editorState.runtimeMode) = true;
         Press(kOnSecond);
-        CHECK_FALSE(editorState.blueprintDrag.dragging);
+        CHECK_FALSE(Held<BlueprintDrag>());
         PressRightAt({800, 600});
         CHECK_FALSE(editorState.addNodeMenu.open);
         TapKey(kKeyEscape);
@@ -416,20 +416,20 @@ TEST_CASE("a press beside all nodes, on palette and details does nothing") {
     const OpenBlueprint open("NODE\t1\tA\t100\t100\nNODE\t2\tB\t-50\t300\nNODE\t3\tC\t800\t300\n");
     for (const Point at : {Point{700, 700}, {150, 400}, {1100, 400}, {32, 140}, {700, 20}}) {
         Press(at);
-        CHECK_FALSE(editorState.blueprintDrag.dragging);
+        CHECK_FALSE(Held<BlueprintDrag>());
         CHECK_FALSE(headless.mouseIsCaptured);
         Release(at);
     }
     CHECK(Message() == L"untouched");
     Press({231, 400});  // what the palette leaves of the second
-    CHECK(editorState.blueprintDrag.node == 1);
+    CHECK((Held<BlueprintDrag>() && Held<BlueprintDrag>()->node == 1));
 }
 
 TEST_CASE("a double click is two presses") {
     const OpenBlueprint open(kTwoNodes);
     Click(kOnFirst);
     SendMouse(InputKind::LeftDoubleClick, kOnFirst);
-    CHECK(editorState.blueprintDrag.dragging);
+    CHECK(Held<BlueprintDrag>());
     Move({345, 150});
     CHECK(PlaceOf(0) == Point{110, 100});
     Release({345, 150});
@@ -442,7 +442,7 @@ TEST_CASE("losing the mouse or the focus ends a drag, and the next release saves
         Press(kOnFirst);
         Move({435, 350});
         focus ? LoseFocus() : LoseMouse();
-        CHECK_FALSE(editorState.blueprintDrag.dragging);
+        CHECK_FALSE(Held<BlueprintDrag>());
         CHECK_FALSE(headless.mouseIsCaptured);
         Move({600, 600});
         CHECK(PlaceOf(0) == Point{200, 300});
@@ -460,7 +460,7 @@ TEST_CASE("Escape in a drag leaves and lets go of the mouse") {
     TapKey(kKeyEscape);
     CHECK_FALSE(IsOpen());
     CHECK_FALSE(headless.mouseIsCaptured);
-    CHECK_FALSE(editorState.blueprintDrag.dragging);
+    CHECK_FALSE(Held<BlueprintDrag>());
     Move({500, 400});
     Release({500, 400});
     CHECK(FileBytes(open.path) == FileOf("NODE\t1\tA\t200\t300\r\nNODE\t2\tB\t150\t120\r\n"));
@@ -473,7 +473,7 @@ TEST_CASE("in a drag the right button and another left press start nothing") {
     Press(kSceneButton);
     CHECK(IsOpen());
     CHECK_FALSE(editorState.addNodeMenu.open);
-    CHECK(editorState.blueprintDrag.node == 0);
+    CHECK((Held<BlueprintDrag>() && Held<BlueprintDrag>()->node == 0));
 }
 
 // The Add Node menu.
@@ -510,7 +510,7 @@ TEST_CASE("an item of the menu adds its node behind the others and closes the me
         RightClick({500, 300});
         Press({505, 336 + 28 * item + 12});
         CHECK_FALSE(editorState.addNodeMenu.open);
-        CHECK_FALSE(editorState.blueprintDrag.dragging);
+        CHECK_FALSE(Held<BlueprintDrag>());
         CHECK(editorState.blueprintDirty);
         REQUIRE(Nodes().size() == 3);
         CHECK(Nodes()[2].id == 10);
@@ -531,7 +531,7 @@ TEST_CASE("a press in the menu that hits no item, and one outside, only close it
         RightClick({500, 300});
         Click(at);
         CHECK_FALSE(editorState.addNodeMenu.open);
-        CHECK_FALSE(editorState.blueprintDrag.dragging);
+        CHECK_FALSE(Held<BlueprintDrag>());
         CHECK(Nodes().size() == 2);
         CHECK_FALSE(editorState.blueprintDirty);
     }
@@ -598,13 +598,12 @@ TEST_CASE("the first node of an empty document has the id 1") {
 
 // What is wrong, or nothing.
 static const char* Fault() {
-    const BlueprintDrag& drag = editorState.blueprintDrag;
-    if (headless.mouseIsCaptured != drag.dragging)
+    const auto* drag = Held<BlueprintDrag>();
+    if (headless.mouseIsCaptured != (drag != nullptr))
         return "the mouse is held without a node, or a node without it";
-    if (drag.dragging && static_cast<size_t>(drag.node) >= Nodes().size())
-        return "a node is held that is not there";
-    if (drag.dragging && editorState.addNodeMenu.open) return "a node is held under the menu";
-    if (!IsOpen() && (editorState.addNodeMenu.open || drag.dragging)) return "something outlived the screen";
+    if (drag && static_cast<size_t>(drag->node) >= Nodes().size()) return "a node is held that is not there";
+    if (drag && editorState.addNodeMenu.open) return "a node is held under the menu";
+    if (!IsOpen() && (editorState.addNodeMenu.open || drag)) return "something outlived the screen";
     if (!IsOpen() && editorState.blueprintDirty) return "changes were left behind";
     for (const BlueprintNode& node : Nodes()) {
         if (node.id < 1) return "an id below 1";

@@ -4,6 +4,7 @@
 #include "render/icons.h"
 #include "state/editor_state.h"
 #include "support/capture.h"
+#include "support/gestures.h"
 #include "support/picture.h"
 #include "support/source_path.h"
 
@@ -273,29 +274,29 @@ TEST_CASE("a drop is as a child in a row's centre and right of its margin, else 
     // "First" at y 120 with depth 1: its margin ends at x = 70. "Other" is dragged.
     struct {
         int32_t x, y;
-        DropPlace place;
+        std::optional<DropPlace> place;
     } cases[] = {
         {69, 115, {}},
-        {69, 116, {1, false, false}},
-        {69, 122, {1, false, false}},  // y + 2
-        {69, 123, {1, true, false}},   // y + 3
-        {69, 129, {1, true, false}},   // y + 9
-        {69, 130, {1, true, true}},
-        {69, 135, {1, true, true}},   // y + 15
-        {69, 136, {1, false, true}},  // y + 16
-        {69, 141, {1, false, true}},
+        {69, 116, {{1, false, false}}},
+        {69, 122, {{1, false, false}}},  // y + 2
+        {69, 123, {{1, true, false}}},   // y + 3
+        {69, 129, {{1, true, false}}},   // y + 9
+        {69, 130, {{1, true, true}}},
+        {69, 135, {{1, true, true}}},   // y + 15
+        {69, 136, {{1, false, true}}},  // y + 16
+        {69, 141, {{1, false, true}}},
         {69, 142, {}},
-        {70, 116, {1, true, false}},
-        {70, 122, {1, true, false}},
-        {70, 123, {1, true, false}},
-        {70, 136, {1, true, true}},
-        {70, 141, {1, true, true}},
-        {-500, 116, {1, false, false}},
-        {5000, 141, {1, true, true}},
-        {51, 92 - 4, {0, false, false}},  // a root's margin ends at 52
-        {52, 92 - 4, {0, true, false}},
-        {87, 148 + 21, {2, false, true}},  // two levels down at 88
-        {88, 148 + 21, {2, true, true}},
+        {70, 116, {{1, true, false}}},
+        {70, 122, {{1, true, false}}},
+        {70, 123, {{1, true, false}}},
+        {70, 136, {{1, true, true}}},
+        {70, 141, {{1, true, true}}},
+        {-500, 116, {{1, false, false}}},
+        {5000, 141, {{1, true, true}}},
+        {51, 92 - 4, {{0, false, false}}},  // a root's margin ends at 52
+        {52, 92 - 4, {{0, true, false}}},
+        {87, 148 + 21, {{2, false, true}}},  // two levels down at 88
+        {88, 148 + 21, {{2, true, true}}},
     };
     for (const auto& [x, y, place] : cases) {
         CAPTURE(x);
@@ -307,21 +308,31 @@ TEST_CASE("a drop is as a child in a row's centre and right of its margin, else 
 TEST_CASE("nothing drops onto itself or into its own subtree") {
     StartHierarchy();
     editorState.hierarchyRows = ListHierarchyRows(editorState.scene, false);
-    for (const int32_t y : {92, 120, 148, 176}) CHECK(HierarchyDropAt({20, y + 9}, 0) == DropPlace{});
+    for (const int32_t y : {92, 120, 148, 176}) CHECK(HierarchyDropAt({20, y + 9}, 0) == std::nullopt);
     CHECK(HierarchyDropAt({20, 213}, 0) == DropPlace{4, true, false});
-    CHECK(HierarchyDropAt({20, 148 + 9}, 1) == DropPlace{});
-    CHECK(HierarchyDropAt({20, 92 + 9}, 1).target == 0);   // its parent
-    CHECK(HierarchyDropAt({20, 176 + 9}, 1).target == 3);  // its sibling
+    CHECK(HierarchyDropAt({20, 148 + 9}, 1) == std::nullopt);
+    CHECK(HierarchyDropAt({20, 92 + 9}, 1).value().target == 0);   // its parent
+    CHECK(HierarchyDropAt({20, 176 + 9}, 1).value().target == 3);  // its sibling
 }
 
 TEST_CASE("a row whose object is gone is no target") {
     StartHierarchy();
     editorState.hierarchyRows = {{99, 0, 92}, {-1, 0, 120}};
-    CHECK(HierarchyDropAt({20, 100}, 0) == DropPlace{});
-    CHECK(HierarchyDropAt({20, 128}, 0) == DropPlace{});
+    CHECK(HierarchyDropAt({20, 100}, 0) == std::nullopt);
+    CHECK(HierarchyDropAt({20, 128}, 0) == std::nullopt);
 }
 
 // Draws a frame and presses the left button.
+static void DragHeldRow(Point pointer) {
+    DragInHierarchy(std::get<HierarchyDrag>(editorState.gesture), pointer);
+}
+
+static void ReleaseHeldRow() {
+    const auto drag = std::get<HierarchyDrag>(editorState.gesture);
+    DropGesture();
+    ReleaseHierarchy(drag);
+}
+
 static EditorLayout StartPress(Point press) {
     const EditorLayout layout = StartHierarchy();
     DrawHierarchy(layout);
@@ -334,12 +345,12 @@ TEST_CASE("a press on a row remembers it, captures the mouse and says what comes
     editorState.selectedIndex = 3;
     DrawHierarchy(layout);
     CHECK(PressHierarchy({100, 125}, layout));
-    const HierarchyDrag& drag = editorState.hierarchyDrag;
-    CHECK(drag.pressed);
-    CHECK_FALSE(drag.dragging);
-    CHECK(drag.source == 1);
-    CHECK(drag.dropTarget == -1);
-    CHECK(drag.press == Point{100, 125});
+    const auto* drag = Held<HierarchyDrag>();
+    REQUIRE(drag);
+    CHECK_FALSE(drag->dragging);
+    CHECK(drag->source == 1);
+    CHECK_FALSE(drag->drop.has_value());
+    CHECK(drag->press == Point{100, 125});
     CHECK(headless.mouseIsCaptured);
     CHECK(editorState.selectedIndex == 3);  // until the button is released
     CHECK(editorState.statusMessage == L"Hierarchy: pust mys pro vyber, nebo tahni pro presun.");
@@ -351,7 +362,7 @@ TEST_CASE("a press on empty space of the panel is taken and does nothing") {
     const std::wstring message = editorState.statusMessage;
     for (const Point p : {Point{100, 60}, Point{100, 115}, Point{100, 600}}) {
         CHECK(PressHierarchy(p, layout));
-        CHECK_FALSE(editorState.hierarchyDrag.pressed);
+        CHECK_FALSE(Held<HierarchyDrag>());
         CHECK_FALSE(headless.mouseIsCaptured);
         CHECK(editorState.statusMessage == message);
     }
@@ -362,7 +373,7 @@ TEST_CASE("a press beside the panel is not taken") {
     DrawHierarchy(layout);
     for (const Point p : {Point{230, 100}, Point{100, 41}, Point{100, 688}}) {
         CHECK_FALSE(PressHierarchy(p, layout));
-        CHECK_FALSE(editorState.hierarchyDrag.pressed);
+        CHECK_FALSE(Held<HierarchyDrag>());
     }
 }
 
@@ -374,19 +385,19 @@ TEST_CASE("a drag begins six pixels from the press, both directions added") {
                  {6, 0, true},  {0, -6, true}, {-3, 3, true},  {100, 100, true}};
     for (const auto& [dx, dy, drags] : cases) {
         StartPress({100, 125});
-        DragInHierarchy({100 + dx, 125 + dy});
+        DragHeldRow({100 + dx, 125 + dy});
         CAPTURE(dx);
         CAPTURE(dy);
-        CHECK(editorState.hierarchyDrag.dragging == drags);
+        CHECK(IsDragged<HierarchyDrag>() == drags);
     }
 }
 
 TEST_CASE("a drag closes the menus when it begins and says where a drop does what") {
     StartPress({100, 125});
     editorState.createMenu.open = editorState.objectMenu.open = true;
-    DragInHierarchy({105, 125});
+    DragHeldRow({105, 125});
     CHECK(editorState.createMenu.open);
-    DragInHierarchy({106, 125});
+    DragHeldRow({106, 125});
     CHECK_FALSE(editorState.createMenu.open);
     CHECK_FALSE(editorState.objectMenu.open);
     CHECK(editorState.statusMessage ==
@@ -395,54 +406,43 @@ TEST_CASE("a drag closes the menus when it begins and says where a drop does wha
 
 TEST_CASE("a drag goes on near the press once it has begun, and follows the pointer") {
     StartPress({100, 213});  // "Other"
-    DragInHierarchy({20, 101});
-    CHECK(editorState.hierarchyDrag.dropTarget == 0);
-    CHECK(editorState.hierarchyDrag.dropAsChild);
-    CHECK_FALSE(editorState.hierarchyDrag.dropAfter);
-    DragInHierarchy({20, 137});
-    CHECK(editorState.hierarchyDrag.dropTarget == 1);
-    CHECK_FALSE(editorState.hierarchyDrag.dropAsChild);
-    CHECK(editorState.hierarchyDrag.dropAfter);
-    DragInHierarchy({20, 500});
-    CHECK(editorState.hierarchyDrag.dropTarget == -1);
-    CHECK_FALSE(editorState.hierarchyDrag.dropAfter);
-    DragInHierarchy({100, 213});
-    CHECK(editorState.hierarchyDrag.dragging);
-    CHECK(editorState.hierarchyDrag.dropTarget == -1);  // itself
-}
-
-TEST_CASE("moving the pointer without a press drags nothing") {
-    StartHierarchy();
-    DragInHierarchy({500, 500});
-    CHECK_FALSE(editorState.hierarchyDrag.dragging);
+    DragHeldRow({20, 101});
+    CHECK(HeldDrop() == DropPlace{0, true, false});
+    DragHeldRow({20, 137});
+    CHECK(HeldDrop() == DropPlace{1, false, true});
+    DragHeldRow({20, 500});
+    CHECK(HeldDrop() == std::nullopt);
+    DragHeldRow({100, 213});
+    CHECK(IsDragged<HierarchyDrag>());
+    CHECK(HeldDrop() == std::nullopt);  // itself
 }
 
 TEST_CASE("releasing a row that was only pressed selects it") {
     StartPress({100, 125});
-    DragInHierarchy({103, 127});  // five pixels
-    ReleaseHierarchy();
+    DragHeldRow({103, 127});  // five pixels
+    ReleaseHeldRow();
     CHECK(editorState.selectedIndex == 1);
     CHECK(editorState.statusMessage == L"Objekt vybran v Hierarchy.");
-    CHECK_FALSE(editorState.hierarchyDrag.pressed);
+    CHECK_FALSE(Held<HierarchyDrag>());
     CHECK_FALSE(headless.mouseIsCaptured);
     CHECK(editorState.undoSteps.empty());
 }
 
 TEST_CASE("releasing over a target moves the object there as one step of the history") {
-    StartPress({100, 213});      // "Other"
-    DragInHierarchy({20, 137});  // after "First", beside it
-    ReleaseHierarchy();
+    StartPress({100, 213});  // "Other"
+    DragHeldRow({20, 137});  // after "First", beside it
+    ReleaseHeldRow();
     CHECK(editorState.statusMessage == L"Objekt byl presunut v Hierarchy.");
     CHECK(editorState.undoSteps.size() == 1);
-    CHECK_FALSE(editorState.hierarchyDrag.pressed);
+    CHECK_FALSE(Held<HierarchyDrag>());
     CHECK_FALSE(headless.mouseIsCaptured);
     REQUIRE(editorState.selectedIndex == 2);
     CHECK(editorState.scene[2].name == L"Other");
     CHECK(editorState.scene[2].parentIndex == 0);
 
     StartPress({100, 213});
-    DragInHierarchy({20, 130});  // onto "First"
-    ReleaseHierarchy();
+    DragHeldRow({20, 130});  // onto "First"
+    ReleaseHeldRow();
     CHECK(editorState.statusMessage == L"Objekt byl presunut jako potomek v Hierarchy.");
     CHECK(editorState.scene[2].name == L"Other");
     CHECK(editorState.scene[2].parentIndex == 1);
@@ -451,9 +451,9 @@ TEST_CASE("releasing over a target moves the object there as one step of the his
 TEST_CASE("releasing over a descendant or over no row drops nothing and selects nothing") {
     for (const int32_t y : {157, 600, 60}) {
         StartPress({100, 101});  // "Root"
-        DragInHierarchy({20, y});
-        CHECK(editorState.hierarchyDrag.dropTarget == -1);
-        ReleaseHierarchy();
+        DragHeldRow({20, y});
+        CHECK(HeldDrop() == std::nullopt);
+        ReleaseHeldRow();
         CHECK(editorState.scene == Family());
         CHECK(editorState.selectedIndex == -1);
         CHECK(editorState.undoSteps.empty());
@@ -464,39 +464,26 @@ TEST_CASE("releasing over a descendant or over no row drops nothing and selects 
 TEST_CASE("releasing after the object is gone selects and moves nothing") {
     StartPress({100, 213});
     editorState.scene.resize(2);
-    ReleaseHierarchy();
+    ReleaseHeldRow();
     CHECK(editorState.selectedIndex == -1);
 
     StartPress({100, 213});
-    DragInHierarchy({20, 101});
+    DragHeldRow({20, 101});
     editorState.scene.resize(2);
-    ReleaseHierarchy();
+    ReleaseHeldRow();
     CHECK(editorState.scene.size() == 2);
     CHECK(editorState.undoSteps.empty());
 }
 
-TEST_CASE("releasing without a press does nothing") {
-    StartHierarchy();
-    const std::wstring message = editorState.statusMessage;
-    ReleaseHierarchy();
-    CHECK(editorState.selectedIndex == -1);
-    CHECK(editorState.statusMessage == message);
-}
-
 // Draws the family while its object `source` is dragged over `target`.
-static void DrawDrop(int32_t source, int32_t target, bool asChild, bool after) {
+static void DrawDrop(int32_t source, std::optional<DropPlace> drop) {
     const EditorLayout layout = StartHierarchy();
-    editorState.hierarchyDrag = {.pressed = true,
-                                 .dragging = true,
-                                 .source = source,
-                                 .dropTarget = target,
-                                 .dropAsChild = asChild,
-                                 .dropAfter = after};
+    Hold<HierarchyDrag>({.source = source, .dragging = true, .drop = drop});
     DrawHierarchy(layout);
 }
 
 TEST_CASE("a drop as a child is shown as a fill of the whole row") {
-    DrawDrop(4, 1, true, true);
+    DrawDrop(4, DropPlace{1, true, true});
     CHECK(CountOf(Pixel{0x4C5423}) == 210 * 26);
     CHECK(PixelAt(10, 116) == Pixel{0x4C5423});
     CHECK(PixelAt(219, 141) == Pixel{0x4C5423});
@@ -504,11 +491,11 @@ TEST_CASE("a drop as a child is shown as a fill of the whole row") {
 }
 
 TEST_CASE("a drop beside a row is shown as a line of two pixels at its edge, indented with the row") {
-    DrawDrop(4, 1, false, false);
+    DrawDrop(4, DropPlace{1, false, false});
     CHECK(CountOf(Pixel{0x5CD2FF}) == 188 * 2);  // from 18 + 14 to 220
     CHECK(PixelAt(32, 116) == Pixel{0x5CD2FF});
     CHECK(PixelAt(219, 117) == Pixel{0x5CD2FF});
-    DrawDrop(4, 1, false, true);
+    DrawDrop(4, DropPlace{1, false, true});
     CHECK(CountOf(Pixel{0x5CD2FF}) == 188 * 2);
     CHECK(PixelAt(32, 142) == Pixel{0x5CD2FF});
     CHECK(PixelAt(219, 143) == Pixel{0x5CD2FF});
@@ -516,10 +503,10 @@ TEST_CASE("a drop beside a row is shown as a line of two pixels at its edge, ind
 }
 
 TEST_CASE("without a drag or a target no place is marked") {
-    DrawDrop(4, -1, true, false);
+    DrawDrop(4, std::nullopt);
     CHECK(CountOf(kBack) == 1360 * 820);
     const EditorLayout layout = StartHierarchy();
-    editorState.hierarchyDrag = {.pressed = true, .source = 4, .dropTarget = 1, .dropAsChild = true};
+    Hold<HierarchyDrag>({.source = 4});
     DrawHierarchy(layout);
     CHECK(CountOf(kBack) == 1360 * 820);
 }

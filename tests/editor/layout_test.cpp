@@ -1,6 +1,7 @@
 #include "editor/layout.h"
 
 #include "support/capture.h"
+#include "support/gestures.h"
 
 #include "doctest/doctest.h"
 
@@ -143,7 +144,9 @@ TEST_CASE("fitting twice changes nothing more") {
 
 TEST_CASE("an edge is grabbed three pixels to each side, the far one excluded") {
     const PanelLayout panels;
-    const auto hit = [&panels](int32_t x, int32_t y) { return SplitterHitTest({x, y}, panels, 1360, 820); };
+    const auto hit = [&panels](int32_t x, int32_t y) {
+        return NumberOf(SplitterHitTest({x, y}, panels, 1360, 820));
+    };
     struct {
         int32_t x, y, edge;
     } cases[] = {
@@ -162,12 +165,12 @@ TEST_CASE("an edge is grabbed three pixels to each side, the far one excluded") 
 
 TEST_CASE("at a corner the upright edge wins above the bottom panel's top, the level one from there on") {
     const PanelLayout panels;
-    CHECK(SplitterHitTest({232, 687}, panels, 1360, 820) == 1);
-    CHECK(SplitterHitTest({232, 688}, panels, 1360, 820) == 3);
-    CHECK(SplitterHitTest({1040, 687}, panels, 1360, 820) == 2);
-    CHECK(SplitterHitTest({1040, 688}, panels, 1360, 820) == 3);
+    CHECK(NumberOf(SplitterHitTest({232, 687}, panels, 1360, 820)) == 1);
+    CHECK(NumberOf(SplitterHitTest({232, 688}, panels, 1360, 820)) == 3);
+    CHECK(NumberOf(SplitterHitTest({1040, 687}, panels, 1360, 820)) == 2);
+    CHECK(NumberOf(SplitterHitTest({1040, 688}, panels, 1360, 820)) == 3);
 }
 
 TEST_CASE("where both upright edges meet, the Hierarchy's wins") {
-    CHECK(SplitterHitTest({230, 300}, {230, 320, 132}, 550, 820) == 1);
+    CHECK(NumberOf(SplitterHitTest({230, 300}, {230, 320, 132}, 550, 820)) == 1);
 }

@@ -2,6 +2,7 @@
 
 #include "state/editor_state.h"
 #include "support/capture.h"
+#include "support/gestures.h"
 #include "support/picture.h"
 
 #include "doctest/doctest.h"
@@ -75,7 +76,7 @@ TEST_CASE("the splitter that is dragged has the accent colour, and only that one
     const Point places[] = {{230, 300}, {1040, 300}, {600, 688}};
     for (int32_t edge = 0; edge <= 3; ++edge) {
         const EditorLayout layout = StartFrames(1360, 820);
-        editorState.panelResize.edge = edge;
+        if (edge > 0) Hold<PanelResize>({.edge = static_cast<PanelEdge>(edge - 1)});
         DrawPanelFrames(layout);
         for (int32_t i = 0; i < 3; ++i) {
             CAPTURE(edge);

@@ -4,6 +4,7 @@
 #include "scene/editor_camera.h"
 #include "scene/undo.h"
 #include "support/edited_scene.h"
+#include "support/gestures.h"
 
 #include "doctest/doctest.h"
 
@@ -107,18 +108,16 @@ TEST_CASE("playing starts only in the Scene editor, once, and not in the runtime
 TEST_CASE("starting and stopping end drags and entries") {
     StartWithSamples();
     const auto beginGestures = [] {
-        editorState.gizmoDrag.axis = 1;
+        Hold<GizmoDrag>();
         editorState.keyboardTransform = true;
-        editorState.hierarchyDrag.pressed = true;
         editorState.nameEntry.kind = NameEntry::Kind::Object;
         editorState.numberEntry.open = true;
     };
     for (const auto change : {StartPlayMode, StopPlayMode}) {
         beginGestures();
         change();
-        CHECK(editorState.gizmoDrag.axis == 0);
+        CHECK_FALSE(GestureIsUnderWay());
         CHECK_FALSE(editorState.keyboardTransform);
-        CHECK_FALSE(editorState.hierarchyDrag.pressed);
         CHECK(editorState.nameEntry.kind == NameEntry::Kind::Closed);
         CHECK_FALSE(editorState.numberEntry.open);
     }

@@ -3,6 +3,7 @@
 #include "base/path_text.h"
 #include "project/asset_list.h"
 #include "support/capture.h"
+#include "support/gestures.h"
 #include "support/project_input.h"
 
 #include "doctest/doctest.h"
@@ -235,7 +236,7 @@ TEST_CASE("an item of the folder before is not pressed before the next frame") {
     OpenFolderNamed(L"scripts");
     Press(file);
     CHECK(editorState.selectedFile == -1);
-    CHECK_FALSE(editorState.filesDrag.pressed);
+    CHECK_FALSE(Held<FilesDrag>());
 }
 
 TEST_CASE("the page is drawn in every window and with any names") {

@@ -4,6 +4,7 @@
 #include "platform/files.h"
 #include "project/save_project.h"
 #include "support/folder_tree.h"
+#include "support/gestures.h"
 #include "support/project_input.h"
 #include "support/scene_equals_file.h"
 
@@ -367,10 +368,10 @@ TEST_CASE("a drag of a file ends when another project opens") {
     const Point at = FileNamed(L"scripts");
     Press(at);
     Move({at.x + 20, at.y});
-    CHECK(editorState.filesDrag.dragging);
+    CHECK(IsDragged<FilesDrag>());
     AnswerFolder(ProjectIn(folder));
     TapWithControl('O');
-    CHECK_FALSE(editorState.filesDrag.pressed);
+    CHECK_FALSE(Held<FilesDrag>());
     Release({600, 300});
     CHECK(editorState.statusMessage == L"Projekt otevren: " + ProjectIn(folder));
 }

@@ -6,6 +6,7 @@
 #include "scene/undo.h"
 #include "support/capture.h"
 #include "support/edited_scene.h"
+#include "support/gestures.h"
 
 #include "doctest/doctest.h"
 
@@ -203,12 +204,10 @@ TEST_CASE("a cycle of parents that is not deleted stays one") {
 
 TEST_CASE("deleting ends a drag of the object and the boxes that are about it") {
     StartWithSamples();
-    editorState.gizmoDrag.axis = 1;
-    editorState.hierarchyDrag = {.pressed = true, .source = 2};
+    Hold<HierarchyDrag>({.source = 2});
     editorState.numberEntry = {.open = true, .target = 2};
     deleteSelected();
-    CHECK(editorState.gizmoDrag.axis == 0);
-    CHECK_FALSE(editorState.hierarchyDrag.pressed);
+    CHECK_FALSE(GestureIsUnderWay());
     CHECK_FALSE(editorState.numberEntry.open);
 }
 

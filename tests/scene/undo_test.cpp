@@ -8,6 +8,7 @@
 #include "scene/same_object.h"
 #include "scene/selection.h"
 #include "support/edited_scene.h"
+#include "support/gestures.h"
 
 #include "doctest/doctest.h"
 
@@ -137,17 +138,15 @@ TEST_CASE("changes and undo in the Prefab editor make the prefab unsaved") {
 TEST_CASE("undo ends drags, entries and the component search") {
     StartWithSamples();
     addCube();
-    editorState.gizmoDrag.axis = 2;
+    Hold<GizmoDrag>();
     editorState.keyboardTransform = true;
-    editorState.hierarchyDrag = {.pressed = true, .dragging = true, .source = 6};
     editorState.objectMenu = {.open = true, .item = 6};
     editorState.nameEntry = {.kind = NameEntry::Kind::Object, .target = 6, .text = L"x"};
     editorState.numberEntry = {.open = true, .target = 6};
     editorState.componentSearchActive = true;
     undo();
-    CHECK(editorState.gizmoDrag.axis == 0);
+    CHECK_FALSE(GestureIsUnderWay());
     CHECK_FALSE(editorState.keyboardTransform);
-    CHECK_FALSE(editorState.hierarchyDrag.pressed);
     CHECK_FALSE(editorState.objectMenu.open);
     CHECK(editorState.nameEntry.kind == NameEntry::Kind::Closed);
     CHECK(editorState.nameEntry.target == -1);

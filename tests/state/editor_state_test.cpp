@@ -33,7 +33,7 @@ TEST_CASE("a fresh state is an editor without a project, a scene or anything und
     CHECK(state.animationTime == 0);
     CHECK(state.randomState == 0x9E3779B9u);
     CHECK(state.panels == PanelLayout{230, 320, 132});
-    CHECK(state.panelResize.start == PanelLayout{230, 320, 132});
+    CHECK(std::holds_alternative<std::monostate>(state.gesture));
     CHECK(state.recentProjects.empty());
     CHECK(state.statusMessage == L"Ready. Software renderer bezi bez externich knihoven.");
 }

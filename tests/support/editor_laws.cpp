@@ -5,6 +5,7 @@
 #include "scene/name_entry.h"
 #include "scene/selection.h"
 #include "state/editor_state.h"
+#include "support/gestures.h"
 
 #include <algorithm>
 #include <cmath>
@@ -83,12 +84,8 @@ static const char* FaultInPanels() {
 }
 
 static const char* FaultInGestures() {
-    const bool looks = editorState.mouseLook.armed;
-    const int32_t drags = (editorState.panelResize.edge != 0) + (editorState.gizmoDrag.axis != 0) +
-                          editorState.hierarchyDrag.pressed + editorState.filesDrag.pressed +
-                          editorState.blueprintDrag.dragging + looks;
-    if (drags > 1) return "two drags at once";
-    if ((drags == 1) != headless.mouseIsCaptured) return "the mouse is held without a drag, or not in one";
+    if (GestureIsUnderWay() != headless.mouseIsCaptured)
+        return "the mouse is held without a gesture, or not in one";
     const PopupMenu* const menus[] = {&editorState.createMenu,      &editorState.objectMenu,
                                       &editorState.filesCreateMenu, &editorState.filesItemMenu,
                                       &editorState.projectMenu,     &editorState.addNodeMenu};

@@ -2,6 +2,7 @@
 #include "render/projection.h"
 #include "support/capture.h"
 #include "support/editor_input.h"
+#include "support/gestures.h"
 #include "viewport/current_view.h"
 
 #include "doctest/doctest.h"
@@ -69,7 +70,7 @@ TEST_CASE("a press grabs an axis within its reach and no further") {
         CAPTURE(at.y);
         StartWithCube();
         Press(at);
-        CHECK(editorState.gizmoDrag.axis == axis);
+        CHECK(HeldAxis() == axis);
         CHECK(headless.mouseIsCaptured == (axis != 0));
         CHECK(editorState.undoSteps.size() == (axis != 0 ? 1 : 0));
     }
@@ -169,7 +170,7 @@ TEST_CASE("what was grabbed of an axis stays under the pointer, however near or 
             const Point press{static_cast<int32_t>(before.x) + (axis == 1 ? 7 : 0),
                               static_cast<int32_t>(before.y) - (axis == 2 ? 7 : 0)};
             Press(press);
-            REQUIRE(editorState.gizmoDrag.axis == axis);
+            REQUIRE(HeldAxis() == axis);
             for (const int32_t way : {-200, -90, 1, 33, 150, 250}) {
                 CAPTURE(way);
                 const Point by{axis == 1 ? way : 0, axis == 2 ? way : 0};
@@ -219,14 +220,14 @@ TEST_CASE("whatever has a role is dragged without a mesh, what has none is not")
     }
     StartWith({{.name = L"Nothing"}}, 0);
     Press(kTipX);
-    CHECK(editorState.gizmoDrag.axis == 0);
+    CHECK(HeldAxis() == 0);
 }
 
 TEST_CASE("an object behind the camera is not grabbed") {
     StartWithCube();
     editorState.scene[0].position.z = -20;
     Press(kOrigin);
-    CHECK(editorState.gizmoDrag.axis == 0);
+    CHECK(HeldAxis() == 0);
 }
 
 TEST_CASE("an axis is grabbed inside the viewport only") {
@@ -235,22 +236,22 @@ TEST_CASE("an axis is grabbed inside the viewport only") {
     editorState.scene[0].position.x = 8;
     RenderFrame();
     Press({1050, 365});
-    CHECK(editorState.gizmoDrag.axis == 0);
+    CHECK(HeldAxis() == 0);
     Release({1050, 365});
     Press({1030, 365});
-    CHECK(editorState.gizmoDrag.axis == 1);
+    CHECK(HeldAxis() == 1);
 }
 
 TEST_CASE("nothing is grabbed while playing and without a selection") {
     StartWithCube();
     TapKey('P');
     Press(kTipX);
-    CHECK(editorState.gizmoDrag.axis == 0);
+    CHECK(HeldAxis() == 0);
     for (const int32_t selected : {-1, 1, 700}) {
         StartWithCube();
         editorState.selectedIndex = selected;
         Press(kTipX);
-        CHECK(editorState.gizmoDrag.axis == 0);
+        CHECK(HeldAxis() == 0);
         CHECK(editorState.undoSteps.empty());
     }
 }
@@ -299,7 +300,7 @@ TEST_CASE("selecting something else half way ends the drag at the next move") {
         StartDragOfFour();
         TapKey(key);
         Move({900, 100});
-        CHECK(editorState.gizmoDrag.axis == 0);
+        CHECK(HeldAxis() == 0);
         CHECK_FALSE(headless.mouseIsCaptured);
         CHECK(IsNear(editorState.scene[2].position, {kTravel, 0, 0}));
         CHECK(editorState.scene[3].position == Vec3{});
@@ -321,7 +322,7 @@ TEST_CASE("losing the mouse or the focus ends a drag where it is, without a mess
         StartDragOfFour();
         const std::wstring before = editorState.statusMessage;
         lose();
-        CHECK(editorState.gizmoDrag.axis == 0);
+        CHECK(HeldAxis() == 0);
         CHECK_FALSE(headless.mouseIsCaptured);
         Move({900, 100});
         Release({900, 100});

@@ -1,6 +1,7 @@
 #include "viewport/gizmo.h"
 
 #include "render/camera.h"
+#include "support/gestures.h"
 #include "support/picture.h"
 
 #include "doctest/doctest.h"
@@ -50,7 +51,7 @@ TEST_CASE("an object behind the camera shows no gizmo, and a tip behind it no ax
     CHECK(gizmo.visible);
     CHECK_FALSE(gizmo.tipVisible[2]);
     StartPicture(200, 100);
-    DrawGizmo({}, 1);
+    DrawGizmo({}, GizmoAxis::X);
     CHECK(CountOf(Pixel{0}) == 200 * 100);
 }
 
@@ -60,11 +61,12 @@ TEST_CASE("each axis has its colour, and a brighter one while it is dragged") {
     GizmoOnScreen gizmo = Flat();
     gizmo.tipVisible[2] = true;
     gizmo.tip[2] = {60, 140};
-    for (int32_t dragged = 0; dragged <= 3; ++dragged) {
+    using enum GizmoAxis;
+    for (const std::optional<GizmoAxis> dragged : {std::optional<GizmoAxis>(), {X}, {Y}, {Z}}) {
         StartPicture(200, 200);
         DrawGizmo(gizmo, dragged);
         for (size_t i = 0; i < 3; ++i) {
-            const Pixel expected = dragged == static_cast<int32_t>(i) + 1 ? active[i] : idle[i];
+            const Pixel expected = dragged == static_cast<GizmoAxis>(i) ? active[i] : idle[i];
             const Point tip{static_cast<int32_t>(gizmo.tip[i].x), static_cast<int32_t>(gizmo.tip[i].y)};
             CHECK(PixelAt(tip.x - 4, tip.y - 4) == expected);
             CHECK(PixelAt(tip.x + 4, tip.y + 4) == expected);
@@ -77,67 +79,71 @@ TEST_CASE("each axis has its colour, and a brighter one while it is dragged") {
     }
 }
 
+static int32_t AxisAt(const GizmoOnScreen& gizmo, Point pointer) {
+    return NumberOf(GizmoAxisAt(gizmo, pointer));
+}
+
 TEST_CASE("a press exactly 8 pixels beside a tip grabs the axis, 9 pixels do not") {
-    CHECK(GizmoAxisAt(Flat(), {158, 100}) == 1);
-    CHECK(GizmoAxisAt(Flat(), {158, 108}) == 1);
-    CHECK(GizmoAxisAt(Flat(), {142, 92}) == 1);
-    CHECK(GizmoAxisAt(Flat(), {159, 108}) == 0);  // 12 pixels from the line too
-    CHECK(GizmoAxisAt(Flat(), {161, 100}) == 0);
+    CHECK(AxisAt(Flat(), {158, 100}) == 1);
+    CHECK(AxisAt(Flat(), {158, 108}) == 1);
+    CHECK(AxisAt(Flat(), {142, 92}) == 1);
+    CHECK(AxisAt(Flat(), {159, 108}) == 0);  // 12 pixels from the line too
+    CHECK(AxisAt(Flat(), {161, 100}) == 0);
 }
 
 TEST_CASE("the distance from an axis is not rounded, the square around its tip is of whole pixels") {
     GizmoOnScreen gizmo = Flat();
     gizmo.origin.y = gizmo.tip[0].y = 100.75f;
     gizmo.tipVisible[1] = false;
-    CHECK(GizmoAxisAt(gizmo, {125, 110}) == 1);
-    CHECK(GizmoAxisAt(gizmo, {125, 111}) == 0);
-    CHECK(GizmoAxisAt(gizmo, {125, 91}) == 1);
-    CHECK(GizmoAxisAt(gizmo, {125, 90}) == 0);
-    CHECK(GizmoAxisAt(gizmo, {158, 92}) == 1);  // the square lies around pixel 100
-    CHECK(GizmoAxisAt(gizmo, {158, 108}) == 1);
-    CHECK(GizmoAxisAt(gizmo, {158, 91}) == 0);
+    CHECK(AxisAt(gizmo, {125, 110}) == 1);
+    CHECK(AxisAt(gizmo, {125, 111}) == 0);
+    CHECK(AxisAt(gizmo, {125, 91}) == 1);
+    CHECK(AxisAt(gizmo, {125, 90}) == 0);
+    CHECK(AxisAt(gizmo, {158, 92}) == 1);  // the square lies around pixel 100
+    CHECK(AxisAt(gizmo, {158, 108}) == 1);
+    CHECK(AxisAt(gizmo, {158, 91}) == 0);
 }
 
 TEST_CASE("a gizmo of parts of pixels is drawn where its points are cut to whole ones") {
     GizmoOnScreen gizmo = Flat();
     StartPicture(200, 200);
-    DrawGizmo(gizmo, 0);
+    DrawGizmo(gizmo, std::nullopt);
     const std::vector<Pixel> whole = headless.pixels;
     for (ScreenCorner* corner : {&gizmo.origin, &gizmo.tip[0], &gizmo.tip[1]}) {
         corner->x += 0.99f;
         corner->y += 0.5f;
     }
     StartPicture(200, 200);
-    DrawGizmo(gizmo, 0);
+    DrawGizmo(gizmo, std::nullopt);
     CHECK(headless.pixels == whole);
 }
 
 TEST_CASE("a press up to 10 pixels from the line grabs the axis") {
-    CHECK(GizmoAxisAt(Flat(), {125, 110}) == 1);
-    CHECK(GizmoAxisAt(Flat(), {125, 111}) == 0);
-    CHECK(GizmoAxisAt(Flat(), {90, 70}) == 2);
-    CHECK(GizmoAxisAt(Flat(), {89, 70}) == 0);
+    CHECK(AxisAt(Flat(), {125, 110}) == 1);
+    CHECK(AxisAt(Flat(), {125, 111}) == 0);
+    CHECK(AxisAt(Flat(), {90, 70}) == 2);
+    CHECK(AxisAt(Flat(), {89, 70}) == 0);
 }
 
 TEST_CASE("the nearest axis wins, and of equal ones the first") {
-    CHECK(GizmoAxisAt(Flat(), {106, 98}) == 1);
-    CHECK(GizmoAxisAt(Flat(), {102, 94}) == 2);
-    CHECK(GizmoAxisAt(Flat(), {105, 95}) == 1);
+    CHECK(AxisAt(Flat(), {106, 98}) == 1);
+    CHECK(AxisAt(Flat(), {102, 94}) == 2);
+    CHECK(AxisAt(Flat(), {105, 95}) == 1);
     GizmoOnScreen same = Flat();
     same.tipVisible[2] = true;
     same.tip[2] = same.tip[0];
-    CHECK(GizmoAxisAt(same, {150, 100}) == 1);
+    CHECK(AxisAt(same, {150, 100}) == 1);
     same.tip[0] = {0, 0};
-    CHECK(GizmoAxisAt(same, {150, 100}) == 3);
+    CHECK(AxisAt(same, {150, 100}) == 3);
 }
 
 TEST_CASE("an axis seen from its end counts as the point of the origin") {
     GizmoOnScreen gizmo = Flat();
     gizmo.tipVisible = {false, false, true};
     gizmo.tip[2] = gizmo.origin;
-    CHECK(GizmoAxisAt(gizmo, {100, 110}) == 3);
-    CHECK(GizmoAxisAt(gizmo, {100, 111}) == 0);
-    CHECK(GizmoAxisAt({}, {0, 0}) == 0);
+    CHECK(AxisAt(gizmo, {100, 110}) == 3);
+    CHECK(AxisAt(gizmo, {100, 111}) == 0);
+    CHECK(AxisAt({}, {0, 0}) == 0);
 }
 
 TEST_CASE("a drag travels 1.25 units for the length of the axis, whatever the pointer does across it") {
