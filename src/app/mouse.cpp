@@ -41,8 +41,8 @@ static bool LeftButtonIsHeld() { return GestureIsUnderWay() && !IsLooking(); }
 // one does everything but drag.
 static bool IgnoresLeftButton() { return editorState.runtimeMode || EntryIsOpen() || LeftButtonIsHeld(); }
 
-static bool ClickOpenMenu(Point pointer, const EditorLayout&) {
-    if (!ClickFilesMenus(pointer) && !ClickMenus(pointer)) return false;
+static bool ClickOpenMenu(Point pointer, const EditorLayout& layout) {
+    if (!ClickFilesMenus(pointer, layout) && !ClickMenus(pointer, layout)) return false;
     editorState.lastPress = PressTaker::OpenMenu;
     return true;
 }
@@ -52,7 +52,7 @@ static bool PressSplitter(Point pointer, const EditorLayout& layout) {
     const std::optional<PanelEdge> edge = SplitterHitTest(pointer, sizes, layout.width, layout.height);
     if (!edge) return false;
     if (GestureIsUnderWay()) return true;
-    CloseMenus();
+    CloseMenu();
     StartGesture(PanelResize{.edge = *edge, .press = pointer, .start = sizes});
     SetStatus(L"Tahni hranu panelu pro zmenu velikosti.");
     return true;

@@ -10,7 +10,7 @@
 bool ClickTopBar(Point pointer, const EditorLayout& layout) {
     const TopBarButton button = TopBarButtonAt(pointer, layout);
     if (button == TopBarButton::None) return false;
-    CloseMenus();
+    CloseMenu();
     switch (button) {
         case TopBarButton::None: break;
         case TopBarButton::CloseEditor: ClosePrefabEditor(); break;

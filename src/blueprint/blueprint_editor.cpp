@@ -21,7 +21,7 @@ bool OpenBlueprintEditor(const std::wstring& path) {
     if (!SaveBlueprintChanges()) return false;
     if (editorState.playMode) StopPlayMode();
     ForgetObjectIndices();
-    CloseEntriesAndMenus();
+    CloseEntriesAndMenu();
     DropGesture();  // of the press that opened it, and of a view that is shown no more
 
     LoadBlueprint(path);
@@ -65,7 +65,7 @@ bool CloseBlueprintEditor() {
     if (editorState.screen != Screen::BlueprintEditor) return true;
     if (!SaveBlueprintChanges() && !AskToLoseChanges()) return false;
     DropGesture();
-    CloseMenus();
+    CloseMenu();
 
     editorState.screen = Screen::SceneEditor;
     editorState.blueprintNodes.clear();

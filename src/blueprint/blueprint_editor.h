@@ -4,12 +4,8 @@
 #include "base/rect.h"
 #include "blueprint/blueprint_layout.h"
 
-#include <array>
 #include <cstdint>
 #include <string>
-
-// The titles that the Add Node menu offers.
-constexpr std::array<const wchar_t*, kAddNodeItems> kAddNodeTitles{L"Event", L"Print String", L"Branch"};
 
 // True while the Blueprint screen takes the place of the Scene editor: never in the game or behind the
 // Project Hub.

@@ -11,7 +11,6 @@ constexpr int32_t kOutputX = 180, kInputX = 10, kPinY = 65;
 constexpr int32_t kMenuWidth = 190, kMenuHeight = 122;
 constexpr int32_t kWindowEdge = 8;  // kept free around the menu
 constexpr int32_t kHighestMenu = 52;
-constexpr int32_t kFirstItem = 36, kItemPitch = 28, kItemHeight = 24;
 
 BlueprintLayout LayoutBlueprint(int32_t width, int32_t height) {
     const auto [left, top] = kCanvasOrigin;
@@ -70,22 +69,11 @@ std::array<Rect, 3> LinkSegments(const BlueprintNode& from, const BlueprintNode&
             CutSegment(middle, startY, middle, endY, canvas), CutSegment(middle, endY, endX, endY, canvas)};
 }
 
-Rect AddNodeMenuRect(Point corner, const BlueprintLayout& layout) {
-    const int32_t right = std::min(layout.width - kWindowEdge, corner.x + kMenuWidth);
-    const int32_t bottom = std::min(layout.height - kWindowEdge, corner.y + kMenuHeight);
+Rect AddNodeMenuRect(Point corner, int32_t width, int32_t height) {
+    const int32_t right = std::min(width - kWindowEdge, corner.x + kMenuWidth);
+    const int32_t bottom = std::min(height - kWindowEdge, corner.y + kMenuHeight);
     return {std::max(right - kMenuWidth, kWindowEdge), std::max(bottom - kMenuHeight, kHighestMenu), right,
             bottom};
-}
-
-Rect AddNodeItemRect(const Rect& menu, int32_t item) {
-    const int32_t top = menu.top + kFirstItem + kItemPitch * item;
-    return {menu.left + kWindowEdge, top, menu.right - kWindowEdge, std::min(top + kItemHeight, menu.bottom)};
-}
-
-int32_t AddNodeItemAt(Point point, const Rect& menu) {
-    const int32_t below = point.y - menu.top - kFirstItem;
-    const int32_t item = below / kItemPitch;
-    return below >= 0 && item < kAddNodeItems ? item : -1;
 }
 
 // `offset` below or right of `origin`, limited to low .. high.

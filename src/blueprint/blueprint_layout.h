@@ -12,7 +12,6 @@
 constexpr Point kCanvasOrigin{230, 44};
 
 constexpr int32_t kNodeWidth = 190, kNodeHeight = 82;
-constexpr int32_t kAddNodeItems = 3;
 
 struct BlueprintLayout {
     int32_t width = 0, height = 0;  // of the client area
@@ -42,14 +41,7 @@ std::array<Rect, 3> LinkSegments(const BlueprintNode& from, const BlueprintNode&
 
 // The Add Node menu with its corner at a point, moved and cut so that it stays 8 pixels inside the window and
 // below the top bar. Empty in a window that has no room.
-Rect AddNodeMenuRect(Point corner, const BlueprintLayout& layout);
-
-// The box of an item (0 .. 2), cut where the menu ends.
-Rect AddNodeItemRect(const Rect& menu, int32_t item);
-
-// The item under a point: its row across the whole menu, with the gap below it. -1 for the title and for what
-// lies below the last row. `point` lies inside the menu.
-int32_t AddNodeItemAt(Point point, const Rect& menu);
+Rect AddNodeMenuRect(Point corner, int32_t width, int32_t height);
 
 // Where on the canvas a node is added from a menu at `corner`.
 Point PlaceOfAddedNode(Point corner, const BlueprintLayout& layout);

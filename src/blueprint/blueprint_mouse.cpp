@@ -1,6 +1,7 @@
 #include "blueprint/blueprint_mouse.h"
 
 #include "blueprint/blueprint_editor.h"
+#include "editor/popup_menu.h"
 #include "scene/gestures.h"
 #include "scene/status.h"
 #include "scene/text_entry.h"
@@ -9,7 +10,7 @@
 static bool PressTopBar(Point pointer, const BlueprintLayout& layout) {
     const bool onScene = Contains(layout.sceneButton, pointer), onSave = Contains(layout.saveButton, pointer);
     if (!onScene && !onSave) return false;
-    CloseMenus();
+    CloseMenu();
     if (onScene) {
         CloseBlueprintEditor();
     } else {
@@ -18,17 +19,32 @@ static bool PressTopBar(Point pointer, const BlueprintLayout& layout) {
     return true;
 }
 
-static bool PressAddNodeMenu(Point pointer, const BlueprintLayout& layout) {
-    const PopupMenu pressed = editorState.addNodeMenu;
-    if (!pressed.open) return false;
-    CloseMenus();
-    const Rect menu = AddNodeMenuRect(pressed.corner, layout);
-    if (!Contains(menu, pointer)) return true;
-    const int32_t item = AddNodeItemAt(pointer, menu);
-    if (item < 0) return true;
-    AddBlueprintNode(kAddNodeTitles[static_cast<size_t>(item)], PlaceOfAddedNode(pressed.corner, layout));
-    return true;
+static void AddNode(const wchar_t* title, const MenuChoice& choice) {
+    const BlueprintLayout layout = LayoutBlueprint(choice.area.width, choice.area.height);
+    AddBlueprintNode(title, PlaceOfAddedNode(choice.menu.corner, layout));
 }
+
+constexpr MenuItem kAddNodeItems[] = {
+    {36, L"Event", [](const MenuChoice& choice) { AddNode(L"Event", choice); }},
+    {64, L"Print String", [](const MenuChoice& choice) { AddNode(L"Print String", choice); }},
+    {92, L"Branch", [](const MenuChoice& choice) { AddNode(L"Branch", choice); }},
+};
+
+constexpr MenuTable kAddNodeMenu{
+    .kind = MenuKind::AddNode,
+    .title = L"Add Node",
+    .titleTop = 10,
+    .titleHeight = 14,
+    .titleColor{0xF6F2EE},
+    .box = [](Point corner,
+              const MenuArea& area) { return AddNodeMenuRect(corner, area.width, area.height); },
+    .beside = PressBesideItems::Closes,
+    .takesPressOutside = true,
+    .items = kAddNodeItems};
+
+static MenuArea AreaOf(const BlueprintLayout& layout) { return {layout.width, layout.height}; }
+
+void DrawAddNodeMenu(const BlueprintLayout& layout) { DrawMenu(kAddNodeMenu, AreaOf(layout)); }
 
 static void PressNode(Point pointer, const BlueprintLayout& layout) {
     const int32_t index = NodeAt(pointer, editorState.blueprintNodes, layout);
@@ -39,7 +55,7 @@ static void PressNode(Point pointer, const BlueprintLayout& layout) {
 }
 
 void PressBlueprint(Point pointer, const BlueprintLayout& layout) {
-    if (PressTopBar(pointer, layout) || PressAddNodeMenu(pointer, layout)) return;
+    if (PressTopBar(pointer, layout) || ClickMenu(kAddNodeMenu, pointer, AreaOf(layout))) return;
     PressNode(pointer, layout);
 }
 
@@ -52,8 +68,8 @@ void ReleaseBlueprint() {
 }
 
 void PressRightInBlueprint(Point pointer, const BlueprintLayout& layout) {
-    CloseMenus();
+    CloseMenu();
     if (!Contains(layout.canvas, pointer)) return;
-    editorState.addNodeMenu = {.open = true, .corner = pointer};
+    OpenMenu(kAddNodeMenu, -1, pointer, AreaOf(layout));
     SetStatus(L"Blueprint: vyber node k pridani.");
 }

@@ -8,6 +8,9 @@
 // The left button: the two buttons of the top bar, then the menu while it is open, then the nodes.
 void PressBlueprint(Point pointer, const BlueprintLayout& layout);
 
+// The Add Node menu, while it is open.
+void DrawAddNodeMenu(const BlueprintLayout& layout);
+
 // Takes a held node along.
 void DragBlueprintNode(const BlueprintDrag& drag, Point pointer, const BlueprintLayout& layout);
 

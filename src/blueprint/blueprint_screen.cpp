@@ -1,6 +1,7 @@
 #include "blueprint/blueprint_screen.h"
 
 #include "blueprint/blueprint_editor.h"
+#include "blueprint/blueprint_mouse.h"
 #include "blueprint/visible_nodes.h"
 #include "editor/fit_text.h"
 #include "editor/theme.h"
@@ -21,12 +22,10 @@ constexpr Pixel kNodeFill{0x302A28}, kNodeEdge{0x60524A}, kNodeHeader{0x4A3D36},
 constexpr Pixel kExecution{0x7DBE4B};  // links and pins
 
 constexpr TextColor kTitleText{0xF4F0EC}, kSideTitle{0xEEE9E5}, kSideLabel{0xA0938A}, kSideText{0xE8E2DC};
-constexpr TextColor kPinLabel{0xB0A298}, kAddNodeTitle{0xF6F2EE};
+constexpr TextColor kPinLabel{0xB0A298};
 
 constexpr int32_t kGridStep = 32;  // pixels
 constexpr int32_t kTextGap = 12;   // between a text and what it must not run into
-
-constexpr int32_t kItemTextHeight = 18;  // pixels that an item of the menu needs for its text
 
 constexpr TextFont kNodeFont{14, kSemiBold};
 constexpr int32_t kNodeTextLeft = 14, kNodeHeaderHeight = 26;
@@ -142,21 +141,6 @@ static void DrawDetails(const Rect& details) {
     DrawText(left + 18, 182, L"Nodes", kSideLabel, 13, kNormal);
     DrawText(left + 30, 208, std::to_wstring(editorState.blueprintNodes.size()), kSideText, 16, kSemiBold);
     DrawStatus(left + 18, 252, boxRight - left - 18);
-}
-
-static void DrawAddNodeMenu(const BlueprintLayout& layout) {
-    if (!editorState.addNodeMenu.open) return;
-    const Rect menu = AddNodeMenuRect(editorState.addNodeMenu.corner, layout);
-    if (Width(menu) <= 0 || Height(menu) <= 0) return;
-    DrawPanelBox(menu, kMenuFill, kMenuLightEdge);
-    DrawText(menu.left + 12, menu.top + 10, L"Add Node", kAddNodeTitle, 14, kSemiBold);
-    for (int32_t item = 0; item < kAddNodeItems; ++item) {
-        const Rect box = AddNodeItemRect(menu, item);
-        if (Height(box) < kItemTextHeight) return;
-        DrawPanelBox(box, kMenuItemFill, kMenuItemEdge);
-        DrawText(menu.left + 16, box.top + 4, kAddNodeTitles[static_cast<size_t>(item)], kMenuText, 14,
-                 kSemiBold);
-    }
 }
 
 void DrawBlueprintScreen(const BlueprintLayout& layout) {

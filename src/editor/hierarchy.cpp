@@ -166,7 +166,7 @@ void DragInHierarchy(HierarchyDrag& drag, Point pointer) {
         const Point press = drag.press;
         if (std::abs(pointer.x - press.x) + std::abs(pointer.y - press.y) < kDragThreshold) return;
         drag.dragging = true;
-        CloseMenus();
+        CloseMenu();
         SetStatus(L"Tahni v Hierarchy: stred radku udela potomka, horni/spodni okraj meni poradi.");
     }
     drag.drop = HierarchyDropAt(pointer, drag.source);

@@ -4,72 +4,84 @@
 #include "scene/commands.h"
 #include "scene/name_entry.h"
 #include "scene/selection.h"
+#include "scene/status.h"
 #include "state/editor_state.h"
 
 #include <algorithm>
 
 // The menu's object, or the last one when the scene has become shorter while the menu was open.
-static void SelectMenuObject(int32_t object) {
-    editorState.selectedIndex = std::min(object, static_cast<int32_t>(editorState.scene.size()) - 1);
+static void SelectMenuObject(const MenuChoice& choice) {
+    const auto last = static_cast<int32_t>(editorState.scene.size()) - 1;
+    editorState.selectedIndex = std::min(choice.menu.item, last);
 }
 
-static void CreateChild(int32_t) { addChild(editorState.selectedIndex); }
+static void CreateChild(const MenuChoice&) { addChild(editorState.selectedIndex); }
 
-static void Rename(int32_t) {
+static void Rename(const MenuChoice&) {
     if (SelectionIsValid()) StartObjectRename(editorState.selectedIndex);
 }
 
-static void Duplicate(int32_t) { duplicateSelected(); }
-static void Delete(int32_t) { deleteSelected(); }
+static void Duplicate(const MenuChoice&) { duplicateSelected(); }
+static void Delete(const MenuChoice&) { deleteSelected(); }
 
 constexpr MenuItem kObjectItems[] = {
-    {L"Create Child", CreateChild},
-    {L"Rename", Rename},
-    {L"Duplicate", Duplicate},
-    {L"Delete", Delete},
+    {34, L"Create Child", CreateChild},
+    {62, L"Rename", Rename},
+    {90, L"Duplicate", Duplicate},
+    {118, L"Delete", Delete},
 };
 
+// clang-format off
 constexpr MenuItem kCreateItems[] = {
-    {L"Object", [](int32_t) { addCube(); }},   {L"Entity", [](int32_t) { addEntity(); }},
-    {L"Camera", [](int32_t) { addCamera(); }}, {L"Light", [](int32_t) { addLight(); }},
-    {L"Plane", [](int32_t) { addPlane(); }},   {L"Text", [](int32_t) { addText(); }},
+    {34,  L"Object", [](const MenuChoice&) { addCube(); }},
+    {62,  L"Entity", [](const MenuChoice&) { addEntity(); }},
+    {90,  L"Camera", [](const MenuChoice&) { addCamera(); }},
+    {118, L"Light",  [](const MenuChoice&) { addLight(); }},
+    {146, L"Plane",  [](const MenuChoice&) { addPlane(); }},
+    {174, L"Text",   [](const MenuChoice&) { addText(); }},
 };
+// clang-format on
 
-constexpr MenuTable kObjectMenu{.state = &EditorState::objectMenu,
+constexpr MenuTable kObjectMenu{.kind = MenuKind::Object,
                                 .title = L"Hierarchy",
-                                .openMessage = L"Otevreno menu objektu v Hierarchy.",
                                 .width = 178,
                                 .height = 150,
                                 .keptRight = 188,
                                 .keptBelow = 160,
-                                .firstItem = 34,
+                                .cutAt = kMenuCut,
                                 .choose = SelectMenuObject,
-                                .closesBesideItems = true,
-                                .takesPressOutside = false,
                                 .items = kObjectItems};
 
-constexpr MenuTable kCreateMenu{.state = &EditorState::createMenu,
+constexpr MenuTable kCreateMenu{.kind = MenuKind::Create,
                                 .title = L"Vytvorit",
-                                .openMessage = L"Otevreno Create menu.",
                                 .width = 170,
                                 .height = 206,
                                 .keptRight = 180,
                                 .keptBelow = 188,
-                                .firstItem = 32,  // two pixels above where it is drawn
-                                .closesBesideItems = false,
+                                .cutAt = kMenuCut,
+                                .pressAbove = 2,
+                                .beside = PressBesideItems::StaysOpen,
                                 .takesPressOutside = true,
                                 .items = kCreateItems};
 
+static MenuArea AreaOf(const EditorLayout& layout) { return {layout.width, layout.height}; }
+
 void OpenObjectMenu(int32_t object, Point pointer, const EditorLayout& layout) {
     editorState.selectedIndex = object;
-    OpenMenu(kObjectMenu, object, pointer, layout);
+    OpenMenu(kObjectMenu, object, pointer, AreaOf(layout));
+    SetStatus(L"Otevreno menu objektu v Hierarchy.");
 }
 
-void OpenCreateMenu(Point pointer, const EditorLayout& layout) { OpenMenu(kCreateMenu, -1, pointer, layout); }
+void OpenCreateMenu(Point pointer, const EditorLayout& layout) {
+    OpenMenu(kCreateMenu, -1, pointer, AreaOf(layout));
+    SetStatus(L"Otevreno Create menu.");
+}
 
 void DrawMenus(const EditorLayout& layout) {
-    DrawMenu(kObjectMenu, layout);
-    DrawMenu(kCreateMenu, layout);
+    DrawMenu(kObjectMenu, AreaOf(layout));
+    DrawMenu(kCreateMenu, AreaOf(layout));
 }
 
-bool ClickMenus(Point pointer) { return ClickMenu(kObjectMenu, pointer) || ClickMenu(kCreateMenu, pointer); }
+bool ClickMenus(Point pointer, const EditorLayout& layout) {
+    return ClickMenu(kObjectMenu, pointer, AreaOf(layout)) || ClickMenu(kCreateMenu, pointer, AreaOf(layout));
+}

@@ -15,4 +15,4 @@ void OpenCreateMenu(Point pointer, const EditorLayout& layout);
 void DrawMenus(const EditorLayout& layout);
 
 // A press while one may be open. True when it goes no further.
-bool ClickMenus(Point pointer);
+bool ClickMenus(Point pointer, const EditorLayout& layout);

@@ -1,60 +1,95 @@
 #include "editor/popup_menu.h"
 
-#include "editor/theme.h"
 #include "render/frame_buffer.h"
 #include "render/panel_box.h"
-#include "scene/status.h"
 #include "scene/text_entry.h"
 
 #include <algorithm>
 
-constexpr int32_t kTitleHeight = 34;  // pixels
-constexpr int32_t kItemPitch = 28, kItemHeight = 24;
-constexpr int32_t kMargin = 8;      // between an item and the box
-constexpr int32_t kWindowEdge = 6;  // kept free right of and below the box
+constexpr int32_t kTitlePress = 34;       // pixels of a menu's top that belong to its title
+constexpr int32_t kItemPitch = 28;        // from one item to the next
+constexpr int32_t kMargin = 8;            // between an item and the box
+constexpr int32_t kLeastItemHeight = 18;  // what a label needs
 
-void OpenMenu(const MenuTable& menu, int32_t item, Point pointer, const EditorLayout& layout) {
-    CloseMenus();
-    const Point corner{std::clamp(pointer.x, 0, std::max(layout.width - menu.keptRight, 0)),
-                       std::clamp(pointer.y, 0, std::max(layout.height - menu.keptBelow, 0))};
-    editorState.*menu.state = {.open = true, .corner = corner, .item = item};
-    SetStatus(menu.openMessage);
+// The menu that is open, when it is this one.
+static const PopupMenu* Opened(const MenuTable& menu) {
+    return MenuIsOpen(menu.kind) ? &*editorState.menu : nullptr;
 }
 
-void DrawMenu(const MenuTable& menu, const EditorLayout& layout) {
-    const PopupMenu& state = editorState.*menu.state;
-    if (!state.open) return;
-    const auto [left, top] = state.corner;
-    const int32_t right = std::min(layout.width - kWindowEdge, left + menu.width);
-    const int32_t bottom = std::min(layout.height - kWindowEdge, top + menu.height);
-    DrawPanelBox({left, top, right, bottom}, kMenuFill, kMenuLightEdge);
-    DrawText(left + 12, top + 8, menu.title, kMenuTitle, 15, kSemiBold);
+static Rect BoxOf(const MenuTable& menu, Point corner, const MenuArea& area) {
+    if (menu.box) return menu.box(corner, area);
+    return {corner.x, corner.y, corner.x + menu.width, corner.y + menu.height};
+}
 
-    int32_t y = top + kTitleHeight;
+void OpenMenu(const MenuTable& menu, int32_t item, Point pointer, const MenuArea& area) {
+    const auto place = [](int32_t position, int32_t room, int32_t kept) {
+        return kept > 0 ? std::clamp(position, 0, std::max(room - kept, 0)) : position;
+    };
+    const Point corner{place(pointer.x, area.width, menu.keptRight),
+                       place(pointer.y, area.height, menu.keptBelow)};
+    editorState.menu = {.kind = menu.kind, .corner = corner, .openedAt = pointer, .item = item};
+}
+
+Rect MenuItemRect(const MenuItem& item, const Rect& box) {
+    const int32_t top = box.top + item.top;
+    return {box.left + kMargin, top, box.right - kMargin, std::min(top + item.height, box.bottom)};
+}
+
+// The item under the pointer is lit up, once the pointer has moved: a menu opens under it.
+static bool IsLit(const Rect& place, const PopupMenu& opened) {
+    return editorState.pointer != opened.openedAt && Contains(place, editorState.pointer);
+}
+
+static void DrawItem(const MenuItem& item, const MenuTable& menu, const Rect& place, bool isLit) {
+    DrawPanelBox(place, isLit ? kLitFill : kMenuItemFill, isLit ? kLitEdge : kMenuItemEdge);
+    DrawText(place.left + kMargin, place.top + menu.textTop, item.label, item.color, 14, kSemiBold);
+}
+
+void DrawMenu(const MenuTable& menu, const MenuArea& area) {
+    const PopupMenu* opened = Opened(menu);
+    if (!opened) return;
+    const Rect whole = BoxOf(menu, opened->corner, area);
+    Rect box = whole;
+    if (menu.cutAt > 0) {
+        box.right = std::min(box.right, area.width - menu.cutAt);
+        box.bottom = std::min(box.bottom, area.height - menu.cutAt);
+    }
+    if (Width(box) <= 0 || Height(box) <= 0) return;
+    DrawPanelBox(box, kMenuFill, kMenuLightEdge);
+    DrawText(box.left + 12, box.top + menu.titleTop, menu.title, menu.titleColor, menu.titleHeight,
+             kSemiBold);
     for (const MenuItem& item : menu.items) {
-        DrawPanelBox({left + kMargin, y, right - kMargin, y + kItemHeight}, kMenuItemFill, kMenuItemEdge);
-        DrawText(left + 16, y + 4, item.label, kMenuText, 14, kSemiBold);
-        y += kItemPitch;
+        const Rect place = MenuItemRect(item, {box.left, whole.top, box.right, whole.bottom});
+        if (Height(place) < kLeastItemHeight) return;
+        DrawItem(item, menu, place, IsLit(place, *opened));
     }
 }
 
-bool ClickMenu(const MenuTable& menu, Point pointer) {
-    const PopupMenu pressed = editorState.*menu.state;
-    if (!pressed.open) return false;
+static const MenuItem* ItemAt(const MenuTable& menu, const Rect& box, Point pointer) {
+    for (const MenuItem& item : menu.items) {
+        const int32_t top = box.top + item.top - menu.pressAbove;
+        const Rect row{box.left, top, box.right, top + kItemPitch};
+        if (Contains(menu.pressOnBoxOnly ? MenuItemRect(item, box) : row, pointer)) return &item;
+    }
+    return nullptr;
+}
 
-    const auto [left, top] = pressed.corner;
-    if (!Contains({left, top, left + menu.width, top + menu.height}, pointer)) {
-        editorState.*menu.state = {};
+bool ClickMenu(const MenuTable& menu, Point pointer, const MenuArea& area) {
+    if (!Opened(menu)) return false;
+    const MenuChoice choice{*Opened(menu), area};
+
+    const Rect box = BoxOf(menu, choice.menu.corner, area);
+    if (!Contains(box, pointer)) {
+        CloseMenu();
         return menu.takesPressOutside;
     }
-    const int32_t below = pointer.y - top;
-    if (below < kTitleHeight) return true;
+    const bool onTitle = pointer.y - box.top < kTitlePress;
+    if (onTitle && menu.beside != PressBesideItems::Closes) return true;
 
-    const auto item = static_cast<size_t>((below - menu.firstItem) / kItemPitch);
-    const bool isItem = item < menu.items.size();
-    if (!isItem && !menu.closesBesideItems) return true;
-    editorState.*menu.state = {};
-    if (menu.choose) menu.choose(pressed.item);
-    if (isItem) menu.items[item].run(pressed.item);
+    const MenuItem* item = ItemAt(menu, box, pointer);
+    if (!item && menu.beside == PressBesideItems::StaysOpen) return true;
+    CloseMenu();
+    if (menu.choose) menu.choose(choice);
+    if (item) item->run(choice);
     return true;
 }

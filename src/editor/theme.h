@@ -66,6 +66,8 @@ constexpr Pixel kSelectedFileEdge{0xFFAA69};
 // Menus and entries.
 constexpr Pixel kMenuFill{0x312924};
 constexpr Pixel kMenuLightEdge{0x786A60};
+constexpr Pixel kLitFill{0x3A302A};  // under the pointer
+constexpr Pixel kLitEdge{0xE6AA50};
 constexpr Pixel kMenuItemFill{0x342C27};
 constexpr Pixel kMenuItemEdge{0x564A42};
 constexpr Pixel kEntryBackdrop{0x181412};

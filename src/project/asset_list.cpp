@@ -6,6 +6,7 @@
 #include "platform/files.h"
 #include "project/project_folder.h"
 #include "scene/gestures.h"
+#include "scene/text_entry.h"
 #include "state/editor_state.h"
 
 #include <algorithm>
@@ -88,5 +89,5 @@ void RefreshAssetList() {
     editorState.selectedFile = isThere ? static_cast<int32_t>(found - list.begin()) : -1;
     editorState.fileEntries = std::move(list);
     if (std::holds_alternative<FilesDrag>(editorState.gesture)) DropGesture();
-    editorState.filesItemMenu = {};
+    if (MenuIsOpen(MenuKind::FilesItem)) CloseMenu();
 }

@@ -5,55 +5,68 @@
 #include "project/asset_creation.h"
 #include "project/prefab_editor.h"
 #include "scene/name_entry.h"
+#include "scene/status.h"
 #include "state/editor_state.h"
 
-static void Rename(int32_t item) {
-    if (item < 0 || static_cast<size_t>(item) >= editorState.fileEntries.size()) return;
-    StartFileRename(item, editorState.fileEntries[static_cast<size_t>(item)].name);
+static void Open(const MenuChoice& choice) { OpenAsset(choice.menu.item); }
+static void Duplicate(const MenuChoice& choice) { DuplicateAsset(choice.menu.item); }
+static void Delete(const MenuChoice& choice) { DeleteAsset(choice.menu.item); }
+
+static void Rename(const MenuChoice& choice) {
+    const auto item = static_cast<size_t>(choice.menu.item);
+    if (item >= editorState.fileEntries.size()) return;
+    StartFileRename(choice.menu.item, editorState.fileEntries[item].name);
 }
 
 constexpr MenuItem kItemItems[] = {
-    {L"Otevrit", OpenAsset},
-    {L"Prejmenovat", Rename},
-    {L"Duplikovat", DuplicateAsset},
-    {L"Odstranit", DeleteAsset},
+    {34, L"Otevrit", Open},
+    {62, L"Prejmenovat", Rename},
+    {90, L"Duplikovat", Duplicate},
+    {118, L"Odstranit", Delete},
 };
 
+// clang-format off
 constexpr MenuItem kCreateItems[] = {
-    {L"Vytvorit slozku", [](int32_t) { CreateFolderAsset(); }},
-    {L"Vytvorit script", [](int32_t) { CreateScriptAsset(); }},
-    {L"Vytvorit scene", [](int32_t) { CreateSceneAsset(); }},
-    {L"Vytvorit blueprint", [](int32_t) { CreateBlueprintAsset(); }},
-    {L"Vytvorit prefab", [](int32_t) { SavePrefabFromSelection(); }},
+    {34,  L"Vytvorit slozku",    [](const MenuChoice&) { CreateFolderAsset(); }},
+    {62,  L"Vytvorit script",    [](const MenuChoice&) { CreateScriptAsset(); }},
+    {90,  L"Vytvorit scene",     [](const MenuChoice&) { CreateSceneAsset(); }},
+    {118, L"Vytvorit blueprint", [](const MenuChoice&) { CreateBlueprintAsset(); }},
+    {146, L"Vytvorit prefab",    [](const MenuChoice&) { SavePrefabFromSelection(); }},
 };
+// clang-format on
 
-constexpr MenuTable kItemMenu{.state = &EditorState::filesItemMenu,
+constexpr MenuTable kItemMenu{.kind = MenuKind::FilesItem,
                               .title = L"Soubor",
-                              .openMessage = L"Otevreno menu polozky projektu.",
                               .width = 168,
                               .height = 150,
                               .keptRight = 178,
                               .keptBelow = 160,
+                              .cutAt = kMenuCut,
                               .items = kItemItems};
 
-constexpr MenuTable kCreateMenu{.state = &EditorState::filesCreateMenu,
+constexpr MenuTable kCreateMenu{.kind = MenuKind::FilesCreate,
                                 .title = L"Files",
-                                .openMessage = L"Otevreno Files menu pro vytvoreni nove polozky.",
                                 .width = 194,
                                 .height = 178,
                                 .keptRight = 204,
                                 .keptBelow = 188,
+                                .cutAt = kMenuCut,
                                 .items = kCreateItems};
 
+static MenuArea AreaOf(const EditorLayout& layout) { return {layout.width, layout.height}; }
+
 void OpenFilesMenu(int32_t item, Point pointer, const EditorLayout& layout) {
-    OpenMenu(item >= 0 ? kItemMenu : kCreateMenu, item, pointer, layout);
+    const bool isAboutItem = item >= 0;
+    OpenMenu(isAboutItem ? kItemMenu : kCreateMenu, item, pointer, AreaOf(layout));
+    SetStatus(isAboutItem ? L"Otevreno menu polozky projektu."
+                          : L"Otevreno Files menu pro vytvoreni nove polozky.");
 }
 
 void DrawFilesMenus(const EditorLayout& layout) {
-    DrawMenu(kItemMenu, layout);
-    DrawMenu(kCreateMenu, layout);
+    DrawMenu(kItemMenu, AreaOf(layout));
+    DrawMenu(kCreateMenu, AreaOf(layout));
 }
 
-bool ClickFilesMenus(Point pointer) {
-    return ClickMenu(kItemMenu, pointer) || ClickMenu(kCreateMenu, pointer);
+bool ClickFilesMenus(Point pointer, const EditorLayout& layout) {
+    return ClickMenu(kItemMenu, pointer, AreaOf(layout)) || ClickMenu(kCreateMenu, pointer, AreaOf(layout));
 }

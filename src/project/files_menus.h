@@ -13,4 +13,4 @@ void OpenFilesMenu(int32_t item, Point pointer, const EditorLayout& layout);
 void DrawFilesMenus(const EditorLayout& layout);
 
 // A press while one may be open. True when it goes no further.
-bool ClickFilesMenus(Point pointer);
+bool ClickFilesMenus(Point pointer, const EditorLayout& layout);

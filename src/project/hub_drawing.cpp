@@ -6,17 +6,17 @@
 #include "render/frame_buffer.h"
 #include "render/icons.h"
 #include "render/panel_box.h"
+#include "scene/text_entry.h"
 #include "state/editor_state.h"
 
 constexpr Pixel kHubFill{0x1A1613}, kHubRailFill{0x15120F};
 constexpr Pixel kCardFill{0x2D2622}, kCardEdge{0x4C423A};
-constexpr Pixel kLitFill{0x3A302A}, kLitEdge{0xE6AA50};
-constexpr TextColor kHubTitle{0xF4F0EC}, kHubText{0xDCD5CD}, kHubQuietText{0xA69A91}, kDangerText{0x7A7AF0};
+constexpr TextColor kHubTitle{0xF4F0EC}, kHubText{0xDCD5CD}, kHubQuietText{0xA69A91};
 constexpr TextFont kSmall{13, kNormal};
 constexpr int32_t kLine = 18;  // pixels from one line of small text to the next
 
 static bool IsUnderPointer(const Rect& rect) {
-    return !editorState.projectMenu.open && Contains(rect, editorState.pointer);
+    return !MenuIsOpen(MenuKind::Project) && Contains(rect, editorState.pointer);
 }
 
 static void DrawCard(const Rect& rect, bool isLit) {
@@ -120,22 +120,6 @@ static void DrawTemplates(const HubLayout& layout) {
     DrawText(left, panel.bottom - 70, L"Projects are saved locally", kHubText, 14, kSemiBold);
     DrawWrapped(left, panel.bottom - 50, room,
                 L"Otevrene a nove projekty se automaticky pridaji do seznamu.");
-}
-
-static void DrawMenuItem(const Rect& place, const std::wstring& label, TextColor color) {
-    const bool isLit = Contains(place, editorState.pointer);
-    DrawPanelBox(place, isLit ? kLitFill : kMenuItemFill, isLit ? kLitEdge : kMenuItemEdge);
-    DrawText(place.left + 8, place.top + 5, label, color, 14, kSemiBold);
-}
-
-static void DrawProjectMenu(const HubLayout& layout) {
-    if (!editorState.projectMenu.open) return;
-    const ProjectMenuLayout menu =
-        LayoutProjectMenu(editorState.projectMenu.corner, layout.width, layout.height);
-    DrawPanelBox(menu.box, kMenuFill, kMenuLightEdge);
-    DrawText(menu.box.left + 12, menu.box.top + 10, L"Project", kMenuTitle, 15, kSemiBold);
-    DrawMenuItem(menu.remove, L"Odebrat ze seznamu", kMenuText);
-    DrawMenuItem(menu.recycle, L"Smazat projekt z disku", kDangerText);
 }
 
 void DrawProjectHub(const HubLayout& layout) {

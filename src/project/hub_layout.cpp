@@ -46,11 +46,8 @@ HubLayout LayoutHub(int32_t width, int32_t height, size_t projects) {
     return layout;
 }
 
-ProjectMenuLayout LayoutProjectMenu(Point corner, int32_t width, int32_t height) {
+Rect ProjectMenuRect(Point corner, int32_t width, int32_t height) {
     const int32_t left = std::max(std::min(corner.x, width - kMenuEdge - kMenuWidth), kMenuEdge);
     const int32_t top = std::max(std::min(corner.y, height - kMenuEdge - kMenuHeight), kMenuEdge);
-    const int32_t right = left + kMenuWidth;
-    return {.box = {left, top, right, top + kMenuHeight},
-            .remove = {left + kMenuEdge, top + 36, right - kMenuEdge, top + 62},
-            .recycle = {left + kMenuEdge, top + 68, right - kMenuEdge, top + 96}};
+    return {left, top, left + kMenuWidth, top + kMenuHeight};
 }

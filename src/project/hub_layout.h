@@ -22,11 +22,5 @@ struct HubLayout {
 // For `projects` entries. Rows that do not fit into one column go on in a second one.
 HubLayout LayoutHub(int32_t width, int32_t height, size_t projects);
 
-// The project's menu, opened at `corner` and moved into the window, and its two items.
-struct ProjectMenuLayout {
-    Rect box{};
-    Rect remove{};
-    Rect recycle{};
-};
-
-ProjectMenuLayout LayoutProjectMenu(Point corner, int32_t width, int32_t height);
+// The project's menu, opened at `corner` and moved so that it stays 8 pixels inside the window.
+Rect ProjectMenuRect(Point corner, int32_t width, int32_t height);

@@ -20,7 +20,7 @@
 // What the user was in the middle of belongs to the objects that were shown.
 static void EndInteraction() {
     ForgetObjectIndices();
-    CloseEntriesAndMenus();
+    CloseEntriesAndMenu();
 }
 
 static void ShowPrefab(const std::wstring& path, Scene objects) {

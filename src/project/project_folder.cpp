@@ -30,7 +30,7 @@ bool MakeProjectFolders() {
 
 void LeaveOpenProject() {
     ForgetObjectIndices();
-    CloseEntriesAndMenus();
+    CloseEntriesAndMenu();
     editorState.componentSearchText.clear();
     editorState.hubVisible = false;
     editorState.playMode = false;

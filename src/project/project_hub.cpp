@@ -1,5 +1,6 @@
 #include "project/project_hub.h"
 
+#include "editor/popup_menu.h"
 #include "formats/recent_projects.h"
 #include "play/play_mode.h"
 #include "project/other_screens.h"
@@ -13,6 +14,8 @@
 #include "state/editor_state.h"
 
 #include <algorithm>
+
+constexpr TextColor kDangerText{0x7A7AF0};
 
 static bool IsInWindow(Point point, const HubLayout& layout) {
     return Contains({0, 0, layout.width, layout.height}, point);
@@ -31,20 +34,33 @@ int32_t ProjectRowAt(Point point) {
     return project != projects.end() ? static_cast<int32_t>(project - projects.begin()) : -1;
 }
 
-// True when the click lay inside the open menu.
-static bool ClickProjectMenu(Point pointer, const HubLayout& layout) {
-    const PopupMenu menu = editorState.projectMenu;
-    if (!menu.open) return false;
-    const ProjectMenuLayout place = LayoutProjectMenu(menu.corner, layout.width, layout.height);
-    if (!Contains(place.box, pointer)) {
-        editorState.projectMenu = {};
-        return false;
-    }
-    if (!IsProjectIndex(menu.item)) return true;
-    if (Contains(place.remove, pointer)) RemoveProjectFromList(menu.item);
-    if (Contains(place.recycle, pointer)) DeleteProjectFromDisk(menu.item);
-    return true;
+static void Remove(const MenuChoice& choice) {
+    if (IsProjectIndex(choice.menu.item)) RemoveProjectFromList(choice.menu.item);
 }
+
+static void Delete(const MenuChoice& choice) {
+    if (IsProjectIndex(choice.menu.item)) DeleteProjectFromDisk(choice.menu.item);
+}
+
+constexpr MenuItem kProjectItems[] = {
+    {.top = 36, .label = L"Odebrat ze seznamu", .run = Remove, .height = 26},
+    {.top = 68, .label = L"Smazat projekt z disku", .run = Delete, .height = 28, .color = kDangerText},
+};
+
+constexpr MenuTable kProjectMenu{
+    .kind = MenuKind::Project,
+    .title = L"Project",
+    .titleTop = 10,
+    .textTop = 5,
+    .box = [](Point corner,
+              const MenuArea& area) { return ProjectMenuRect(corner, area.width, area.height); },
+    .pressOnBoxOnly = true,
+    .beside = PressBesideItems::StaysOpen,
+    .items = kProjectItems};
+
+static MenuArea AreaOf(const HubLayout& layout) { return {layout.width, layout.height}; }
+
+void DrawProjectMenu(const HubLayout& layout) { DrawMenu(kProjectMenu, AreaOf(layout)); }
 
 // A folder that is no project any more leaves the list.
 static void OpenListed(int32_t index) {
@@ -57,7 +73,7 @@ static void OpenListed(int32_t index) {
 
 bool HubLeftClick(Point pointer, const HubLayout& layout) {
     if (!IsInWindow(pointer, layout)) return false;
-    if (ClickProjectMenu(pointer, layout)) return true;
+    if (ClickMenu(kProjectMenu, pointer, AreaOf(layout))) return true;
     const int32_t row = ProjectRowAt(pointer);
     if (Contains(layout.openButton, pointer)) {
         OpenProjectDialog();
@@ -75,10 +91,10 @@ bool HubRightClick(Point pointer, const HubLayout& layout) {
     if (!IsInWindow(pointer, layout)) return false;
     const int32_t row = ProjectRowAt(pointer);
     if (!IsProjectIndex(row)) {
-        editorState.projectMenu = {};
+        CloseMenu();
         return true;
     }
-    editorState.projectMenu = {.open = true, .corner = pointer, .item = row};
+    OpenMenu(kProjectMenu, row, pointer, AreaOf(layout));
     SetStatus(L"Project menu: " + editorState.recentProjects[static_cast<size_t>(row)].name);
     return true;
 }
@@ -96,7 +112,7 @@ void ReturnToHub() {
     if (!AskSaveOfChangedScene()) return;
     ForgetObjectIndices();
     DropGesture();  // looking around too: there is no view any more
-    CloseEntriesAndMenus();
+    CloseEntriesAndMenu();
     ShowHub();
     ShowTitle(L"ZelEngine - Projects");
     SetStatus(L"Project Hub otevren.");

@@ -9,6 +9,9 @@
 // The whole screen. What lies under the pointer and can be clicked is lit up.
 void DrawProjectHub(const HubLayout& layout);
 
+// The menu of a project, while it is open.
+void DrawProjectMenu(const HubLayout& layout);
+
 // Each takes a click: true when it lay in the client area.
 bool HubLeftClick(Point pointer, const HubLayout& layout);
 bool HubRightClick(Point pointer, const HubLayout& layout);

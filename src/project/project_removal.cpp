@@ -6,13 +6,14 @@
 #include "platform/files.h"
 #include "platform/folders.h"
 #include "scene/status.h"
+#include "scene/text_entry.h"
 #include "state/editor_state.h"
 
 // By its path: while a question is open or the folder moves, the list may have changed.
 static void TakeOffList(const std::wstring& path) {
     std::erase_if(editorState.recentProjects,
                   [&path](const RecentProject& entry) { return entry.path == path; });
-    editorState.projectMenu = {};
+    CloseMenu();
     SaveRecentProjects();
 }
 
@@ -24,7 +25,7 @@ void RemoveProjectFromList(int32_t index) {
 
 void DeleteProjectFromDisk(int32_t index) {
     const std::wstring path = editorState.recentProjects[static_cast<size_t>(index)].path;
-    editorState.projectMenu = {};
+    CloseMenu();
     const Answer answer =
         AskYesNo(L"Smazat projekt z disku?\n\n" + path + L"\n\nSlozka bude presunuta do kose Windows.",
                  L"ZelEngine - smazat projekt");

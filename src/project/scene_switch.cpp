@@ -39,7 +39,7 @@ void OpenSceneFile(const std::wstring& path) {
         return;
     }
     ForgetObjectIndices();
-    CloseEntriesAndMenus();
+    CloseEntriesAndMenu();
     ClearUndo();
     editorState.scenePath = path;
     SetStatus(L"Otevrena scena: " + path);

@@ -1,6 +1,7 @@
 #include "scene/gestures.h"
 
 #include "platform/window.h"
+#include "scene/text_entry.h"
 #include "state/editor_state.h"
 
 bool GestureIsUnderWay() { return !std::holds_alternative<std::monostate>(editorState.gesture); }
@@ -30,7 +31,7 @@ void ForgetObjectIndices() {
         std::visit([](const auto& gesture) { return MeansObject(gesture); }, editorState.gesture);
     if (meansObject) DropGesture();
     editorState.keyboardTransform = false;
-    editorState.objectMenu = {};
+    if (MenuIsOpen(MenuKind::Object)) CloseMenu();
     editorState.nameEntry = {};
     editorState.numberEntry = {};
     editorState.typedHalf = 0;

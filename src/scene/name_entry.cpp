@@ -16,7 +16,7 @@ constexpr auto kNameHint = L"Napis novy nazev, Enter potvrdi a Esc zrusi.";
 
 static void Start(NameEntry::Kind kind, int32_t target, const std::wstring& text) {
     NameEntry entry{.kind = kind, .target = target, .text = text};
-    CloseEntriesAndMenus();
+    CloseEntriesAndMenu();
     editorState.nameEntry = std::move(entry);
 }
 

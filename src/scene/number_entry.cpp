@@ -47,7 +47,7 @@ static void Close() { editorState.numberEntry = {}; }
 
 void StartNumberEntry(int32_t object, NumberEntry::Field field, int32_t component) {
     assert(IsObjectIndex(object));
-    CloseEntriesAndMenus();
+    CloseEntriesAndMenu();
     const float value = EditedNumber(editorState.scene[object], field, component);
     editorState.numberEntry = {
         .open = true, .target = object, .field = field, .component = component, .text = Fixed(value, 2)};

@@ -2,23 +2,14 @@
 
 #include "state/editor_state.h"
 
-#include <algorithm>
+bool MenuIsOpen() { return editorState.menu.has_value(); }
 
-constexpr PopupMenu EditorState::*kMenus[] = {
-    &EditorState::createMenu,    &EditorState::objectMenu,  &EditorState::filesCreateMenu,
-    &EditorState::filesItemMenu, &EditorState::projectMenu, &EditorState::addNodeMenu,
-};
+bool MenuIsOpen(MenuKind kind) { return editorState.menu && editorState.menu->kind == kind; }
 
-bool MenuIsOpen() {
-    return std::ranges::any_of(kMenus, [](const auto menu) { return (editorState.*menu).open; });
-}
+void CloseMenu() { editorState.menu.reset(); }
 
-void CloseMenus() {
-    for (const auto menu : kMenus) editorState.*menu = {};
-}
-
-void CloseEntriesAndMenus() {
-    CloseMenus();
+void CloseEntriesAndMenu() {
+    CloseMenu();
     editorState.nameEntry = {};
     editorState.numberEntry = {};
     editorState.typedHalf = 0;

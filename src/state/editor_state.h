@@ -102,12 +102,7 @@ struct EditorState : SceneContent {
     Gesture gesture{};
     bool keyboardTransform = false;  // a held key moves the selection: one undo step
     int32_t selectedFile = -1;       // index into fileEntries
-    PopupMenu createMenu{};
-    PopupMenu objectMenu{};
-    PopupMenu filesCreateMenu{};
-    PopupMenu filesItemMenu{};
-    PopupMenu projectMenu{};
-    PopupMenu addNodeMenu{};
+    std::optional<PopupMenu> menu{};
     NameEntry nameEntry{};
     NumberEntry numberEntry{};
     wchar_t typedHalf = 0;               // half of a surrogate pair that waits for its other half; 0 none

@@ -7,11 +7,14 @@
 #include <cstdint>
 #include <string>
 
-// A pop-up menu, for an object or an item where the menu is about one.
+enum class MenuKind : int32_t { Create, Object, FilesCreate, FilesItem, Project, AddNode };
+
+// The pop-up menu that is open.
 struct PopupMenu {
-    bool open = false;
+    MenuKind kind{};
     Point corner{};     // top left, pixels
-    int32_t item = -1;  // object, Files item or project it was opened for
+    Point openedAt{};   // where the pointer was
+    int32_t item = -1;  // object, Files item or project that it is about; -1 for none
 };
 
 // The box in which names and texts are typed.

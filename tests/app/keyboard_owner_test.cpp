@@ -2,6 +2,7 @@
 #include "app/current_layout.h"
 #include "support/capture.h"
 #include "support/editor_input.h"
+#include "support/open_menu.h"
 
 #include "doctest/doctest.h"
 
@@ -118,7 +119,7 @@ TEST_CASE("while a name or number is typed the mouse does nothing") {
         CHECK(editorState.tool == before.tool);
         CHECK(editorState.statusMessage == before.statusMessage);
         CHECK(editorState.camera.yaw == before.camera.yaw);
-        CHECK_FALSE(editorState.createMenu.open);
+        CHECK_FALSE(MenuIsOpen(MenuKind::Create));
         CHECK_FALSE(headless.mouseIsCaptured);
     }
 }

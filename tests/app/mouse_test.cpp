@@ -5,6 +5,7 @@
 #include "support/capture.h"
 #include "support/editor_input.h"
 #include "support/gestures.h"
+#include "support/open_menu.h"
 #include "support/project_input.h"
 #include "viewport/current_view.h"
 
@@ -96,9 +97,9 @@ TEST_CASE("an edge that is dragged back comes back, also from beyond its limits"
 TEST_CASE("a press on an edge closes an object's menu and begins to drag") {
     StartEditor();
     RightClick(RowAt(2));
-    REQUIRE(editorState.objectMenu.open);
+    REQUIRE(MenuIsOpen(MenuKind::Object));
     Press({1040, 300});
-    CHECK_FALSE(editorState.objectMenu.open);
+    CHECK_FALSE(MenuIsOpen(MenuKind::Object));
     CHECK(HeldEdge() == 2);
 }
 
@@ -399,11 +400,11 @@ TEST_CASE("a double click that means nothing else counts as a second press") {
 TEST_CASE("a double click does not reach through an open menu") {
     StartEditor();
     RightClick(RowAt(0));
-    REQUIRE(editorState.objectMenu.open);
-    const Point title{editorState.objectMenu.corner.x + 20, editorState.objectMenu.corner.y + 20};
+    REQUIRE(MenuIsOpen(MenuKind::Object));
+    const Point title{OpenMenuState().corner.x + 20, OpenMenuState().corner.y + 20};
     const Vec3 camera = editorState.camera.position;
     DoubleClick(title);  // a row of the Hierarchy lies under it
-    CHECK(editorState.objectMenu.open);
+    CHECK(MenuIsOpen(MenuKind::Object));
     CHECK(editorState.camera.position == camera);
 }
 
@@ -413,16 +414,16 @@ TEST_CASE("a right click opens the menu of a row, or else the Create menu, at th
     StartEditor();
     PressRightAt(RowAt(3));
     ReleaseRightAt({RowAt(3).x + 2, RowAt(3).y});
-    CHECK(editorState.objectMenu.open);
-    CHECK(editorState.objectMenu.corner == RowAt(3));
-    CHECK(editorState.objectMenu.item == 3);
+    CHECK(MenuIsOpen(MenuKind::Object));
+    CHECK(OpenMenuState().corner == RowAt(3));
+    CHECK(OpenMenuState().item == 3);
     CHECK(editorState.selectedIndex == 3);
     CHECK(editorState.statusMessage == L"Otevreno menu objektu v Hierarchy.");
     for (const Point at : {Point{60, 500}, Point{600, 300}, Point{1100, 300}, Point{600, 20}}) {
         RightClick(at);
-        CHECK(editorState.createMenu.open);
-        CHECK_FALSE(editorState.objectMenu.open);
-        CHECK(editorState.createMenu.corner == at);
+        CHECK(MenuIsOpen(MenuKind::Create));
+        CHECK_FALSE(MenuIsOpen(MenuKind::Object));
+        CHECK(OpenMenuState().corner == at);
         CHECK(editorState.statusMessage == L"Otevreno Create menu.");
     }
     CHECK(NothingIsDragged());
@@ -439,12 +440,12 @@ TEST_CASE("the Create menu stays inside the window in every corner and works the
         CAPTURE(at.y);
         StartEditor();
         RightClick(at);
-        REQUIRE(editorState.createMenu.open);
-        CHECK(editorState.createMenu.corner == corner);
+        REQUIRE(MenuIsOpen(MenuKind::Create));
+        CHECK(OpenMenuState().corner == corner);
         RenderFrame();
         Click({corner.x + 20, corner.y + 40});
         CHECK(editorState.scene.size() == 7);
-        CHECK_FALSE(editorState.createMenu.open);
+        CHECK_FALSE(MenuIsOpen(MenuKind::Create));
     }
 }
 
@@ -452,9 +453,9 @@ TEST_CASE("the menu of a row at the window's lower end stays inside the window a
     StartEditor();
     ShowScene(Scene(30), 0);
     RightClick({100, 687});  // on row 21, at y 680
-    REQUIRE(editorState.objectMenu.open);
-    CHECK(editorState.objectMenu.item == 21);
-    CHECK(editorState.objectMenu.corner == Point{100, 660});
+    REQUIRE(MenuIsOpen(MenuKind::Object));
+    CHECK(OpenMenuState().item == 21);
+    CHECK(OpenMenuState().corner == Point{100, 660});
     Click({120, 660 + 118});
     CHECK(editorState.scene.size() == 29);
     CHECK(editorState.statusMessage == L"Vybrany objekt byl smazan.");
@@ -492,7 +493,7 @@ TEST_CASE("each height in the Create menu means its kind of object") {
         StartEditor();
         RightClick({600, 300});
         Click({600 + at.x, 300 + at.y});
-        CHECK(editorState.createMenu.open == stays);
+        CHECK(MenuIsOpen(MenuKind::Create) == stays);
         CHECK(editorState.scene.size() == (*name ? 7 : 6));
         if (*name) CHECK(editorState.scene.back().name == name);
         CHECK(editorState.selectedIndex == (*name ? 6 : 2));  // nothing behind the menu was picked
@@ -503,12 +504,12 @@ TEST_CASE("a press outside the Create menu goes no further, one outside an objec
     StartEditor();
     RightClick({600, 300});
     Click(RowAt(4));
-    CHECK_FALSE(editorState.createMenu.open);
+    CHECK_FALSE(MenuIsOpen(MenuKind::Create));
     CHECK(editorState.selectedIndex == 2);
 
     RightClick(RowAt(0));
     Click({260, 100});
-    CHECK_FALSE(editorState.objectMenu.open);
+    CHECK_FALSE(MenuIsOpen(MenuKind::Object));
     CHECK(editorState.tool == Tool::Rotate);
 }
 
@@ -527,7 +528,7 @@ TEST_CASE("each height in an object's menu means its command") {
         StartEditor();
         RightClick(RowAt(3));
         Click({RowAt(3).x + 5, RowAt(3).y + y});
-        CHECK(editorState.objectMenu.open == stays);
+        CHECK(MenuIsOpen(MenuKind::Object) == stays);
         CHECK(editorState.scene.size() == objects);
         CHECK((editorState.nameEntry.kind == NameEntry::Kind::Object) == renames);
         if (renames) CHECK(editorState.nameEntry.target == 3);
@@ -560,7 +561,7 @@ TEST_CASE("while the right button is held the left one starts no drag") {
         CHECK(editorState.undoSteps.empty());
         ReleaseRightAt({600, 300});
         CHECK(NothingIsDragged());
-        CHECK(editorState.createMenu.open);
+        CHECK(MenuIsOpen(MenuKind::Create));
         Click({700, 20});  // closes the menu
     }
     CHECK(editorState.selectedIndex == 2);
@@ -587,7 +588,7 @@ TEST_CASE("while the right button looks around the left one presses what it mean
     ReleaseRightAt({640, 300});
     CHECK(editorState.statusMessage == L"Mouse look vypnuty.");
     CHECK(NothingIsDragged());
-    CHECK_FALSE(editorState.createMenu.open);
+    CHECK_FALSE(MenuIsOpen(MenuKind::Create));
 }
 
 TEST_CASE("looking around ends where the view goes: in the Project Hub and on the Blueprint screen") {
@@ -606,7 +607,7 @@ TEST_CASE("looking around ends where the view goes: in the Project Hub and on th
         Move({640, 300});
         ReleaseRightAt({600, 300});
         CHECK(editorState.camera.yaw == yaw);
-        CHECK_FALSE(editorState.createMenu.open);
+        CHECK_FALSE(MenuIsOpen(MenuKind::Create));
     }
 }
 
@@ -616,7 +617,7 @@ TEST_CASE("while something is dragged the right button does nothing") {
         Press(at);
         RightClick({600, 300});
         CHECK_FALSE(Held<MouseLook>());
-        CHECK_FALSE(editorState.createMenu.open);
+        CHECK_FALSE(MenuIsOpen(MenuKind::Create));
         CHECK(headless.mouseIsCaptured);
         Release(at);
         CHECK(NothingIsDragged());
@@ -664,7 +665,7 @@ TEST_CASE("a release without a press says and does nothing") {
     Release({600, 300});
     ReleaseRightAt({600, 300});
     CHECK(editorState.statusMessage == L"untouched");
-    CHECK_FALSE(editorState.createMenu.open);
+    CHECK_FALSE(MenuIsOpen(MenuKind::Create));
 }
 
 // Windows and scenes of every kind.
@@ -690,8 +691,8 @@ TEST_CASE("presses outside the window do nothing but open the Create menu") {
         CHECK(editorState.statusMessage == L"untouched");
         CHECK(NothingIsDragged());
         RightClick(at);
-        CHECK(editorState.createMenu.open);
-        editorState.createMenu = {};
+        CHECK(MenuIsOpen(MenuKind::Create));
+        CloseMenu();
         editorState.statusMessage = L"untouched";
     }
     CHECK(editorState.scene == scene);
@@ -785,8 +786,8 @@ TEST_CASE("the rows of a frame before stay safe when their objects are gone") {
         DoubleClick(RowAt(row));
         Drag(RowAt(0), RowAt(row));
         RightClick(RowAt(row));
-        CHECK(editorState.createMenu.open);
-        editorState.createMenu = {};
+        CHECK(MenuIsOpen(MenuKind::Create));
+        CloseMenu();
     }
     CHECK(editorState.scene.size() == 2);
     CHECK(editorState.selectedIndex == 2);
@@ -882,8 +883,8 @@ TEST_CASE("in the game the mouse only looks around") {
     }
     CHECK(editorState.scene == scene);
     CHECK(editorState.selectedIndex == 2);
-    CHECK_FALSE(editorState.createMenu.open);
-    CHECK_FALSE(editorState.objectMenu.open);
+    CHECK_FALSE(MenuIsOpen(MenuKind::Create));
+    CHECK_FALSE(MenuIsOpen(MenuKind::Object));
     CHECK(editorState.statusMessage == message);
     PressRightAt({20, 20});
     Move({120, 20});

@@ -9,6 +9,7 @@
 #include "support/capture.h"
 #include "support/editor_input.h"
 #include "support/gestures.h"
+#include "support/open_menu.h"
 #include "support/random_scene.h"
 #include "support/scratch_folder.h"
 
@@ -54,8 +55,7 @@ TEST_CASE("opening a Blueprint shows its nodes and its path below the project") 
     StartEditor();
     editorState.projectRoot = folder.path;
     PutFile(folder / L"Files\\Logic\\Doors.blueprint", "NODE\t4\tA\t1\t2\n");
-    editorState.createMenu.open = true;
-    editorState.addNodeMenu.open = true;
+    editorState.menu = PopupMenu{.kind = MenuKind::AddNode};
     editorState.componentSearchActive = true;
     Hold<FilesDrag>();
     headless.mouseIsCaptured = true;
@@ -72,8 +72,8 @@ TEST_CASE("opening a Blueprint shows its nodes and its path below the project") 
     CHECK_FALSE(editorState.blueprintDirty);
     CHECK_FALSE(GestureIsUnderWay());
     CHECK_FALSE(headless.mouseIsCaptured);
-    CHECK_FALSE(editorState.createMenu.open);
-    CHECK_FALSE(editorState.addNodeMenu.open);
+    CHECK_FALSE(MenuIsOpen(MenuKind::Create));
+    CHECK_FALSE(MenuIsOpen(MenuKind::AddNode));
     CHECK_FALSE(editorState.componentSearchActive);
 }
 
@@ -200,7 +200,7 @@ TEST_CASE("Escape and the Scene button go back to the Scene editor") {
         CHECK(Message() == L"Zpet do Scene editoru.");
         CHECK_FALSE(headless.quitRequested);
         CHECK(editorState.blueprintPath.empty());
-        CHECK_FALSE(editorState.addNodeMenu.open);
+        CHECK_FALSE(MenuIsOpen(MenuKind::AddNode));
         CHECK(FileBytes(open.path) == "ZELENGINE_BLUEPRINT\t1\n" + std::string(kTwoNodes));
     }
 }
@@ -311,7 +311,7 @@ TEST_CASE("behind the Project Hub and in the game the Blueprint screen takes not
         Press(kOnSecond);
         CHECK_FALSE(Held<BlueprintDrag>());
         PressRightAt({800, 600});
-        CHECK_FALSE(editorState.addNodeMenu.open);
+        CHECK_FALSE(MenuIsOpen(MenuKind::AddNode));
         TapKey(kKeyEscape);
         CHECK(IsOpen());
     }
@@ -472,11 +472,32 @@ TEST_CASE("in a drag the right button and another left press start nothing") {
     RightClick({800, 600});
     Press(kSceneButton);
     CHECK(IsOpen());
-    CHECK_FALSE(editorState.addNodeMenu.open);
+    CHECK_FALSE(MenuIsOpen(MenuKind::AddNode));
     CHECK((Held<BlueprintDrag>() && Held<BlueprintDrag>()->node == 0));
 }
 
 // The Add Node menu.
+
+TEST_CASE("an item's row is 28 pixels high, across the menu, from 36 below the menu's top") {
+    const OpenBlueprint open(kTwoNodes);
+    struct {
+        int32_t y, item;  // from the menu's top
+    } cases[] = {{0, -1}, {9, -1}, {35, -1}, {36, 0},   {63, 0},  {64, 1},
+                 {91, 1}, {92, 2}, {119, 2}, {120, -1}, {121, -1}};
+    const std::wstring titles[] = {L"Event", L"Print String", L"Branch"};
+    for (const auto& [y, item] : cases) {
+        for (const int32_t x : {500, 689}) {
+            CAPTURE(x);
+            CAPTURE(y);
+            const size_t before = Nodes().size();
+            RightClick({500, 300});
+            Press({x, 300 + y});
+            REQUIRE(Nodes().size() == before + (item >= 0 ? 1 : 0));
+            if (item >= 0) CHECK(Nodes().back().title == titles[item]);
+            Release({x, 300 + y});
+        }
+    }
+}
 
 TEST_CASE("the right button opens the menu on the canvas and closes it elsewhere") {
     struct {
@@ -495,8 +516,8 @@ TEST_CASE("the right button opens the menu on the canvas and closes it elsewhere
             if (before) RightClick({700, 300});
             editorState.statusMessage = L"before";
             RightClick(at);
-            CHECK(editorState.addNodeMenu.open == opens);
-            if (opens) CHECK(editorState.addNodeMenu.corner == at);
+            CHECK(MenuIsOpen(MenuKind::AddNode) == opens);
+            if (opens) CHECK(OpenMenuState().corner == at);
             CHECK(Message() == (opens ? L"Blueprint: vyber node k pridani." : L"before"));
             CHECK_FALSE(headless.mouseIsCaptured);
         }
@@ -509,7 +530,7 @@ TEST_CASE("an item of the menu adds its node behind the others and closes the me
         const OpenBlueprint open("NODE\t9\tA\t1\t2\nNODE\t4\tB\t3\t4\n");
         RightClick({500, 300});
         Press({505, 336 + 28 * item + 12});
-        CHECK_FALSE(editorState.addNodeMenu.open);
+        CHECK_FALSE(MenuIsOpen(MenuKind::AddNode));
         CHECK_FALSE(Held<BlueprintDrag>());
         CHECK(editorState.blueprintDirty);
         REQUIRE(Nodes().size() == 3);
@@ -530,7 +551,7 @@ TEST_CASE("a press in the menu that hits no item, and one outside, only close it
         const OpenBlueprint open(kTwoNodes);
         RightClick({500, 300});
         Click(at);
-        CHECK_FALSE(editorState.addNodeMenu.open);
+        CHECK_FALSE(MenuIsOpen(MenuKind::AddNode));
         CHECK_FALSE(Held<BlueprintDrag>());
         CHECK(Nodes().size() == 2);
         CHECK_FALSE(editorState.blueprintDirty);
@@ -556,7 +577,7 @@ TEST_CASE("the menu lies over the nodes, the buttons of the top bar over the men
     RightClick({300, 100});
     Click(kSaveButton);
     CHECK(Message() == L"Blueprint ulozen: Doors.blueprint");
-    CHECK_FALSE(editorState.addNodeMenu.open);
+    CHECK_FALSE(MenuIsOpen(MenuKind::AddNode));
 }
 
 TEST_CASE("a menu at the edges is pressed where it is drawn") {
@@ -602,8 +623,8 @@ static const char* Fault() {
     if (headless.mouseIsCaptured != (drag != nullptr))
         return "the mouse is held without a node, or a node without it";
     if (drag && static_cast<size_t>(drag->node) >= Nodes().size()) return "a node is held that is not there";
-    if (drag && editorState.addNodeMenu.open) return "a node is held under the menu";
-    if (!IsOpen() && (editorState.addNodeMenu.open || drag)) return "something outlived the screen";
+    if (drag && MenuIsOpen(MenuKind::AddNode)) return "a node is held under the menu";
+    if (!IsOpen() && (MenuIsOpen(MenuKind::AddNode) || drag)) return "something outlived the screen";
     if (!IsOpen() && editorState.blueprintDirty) return "changes were left behind";
     for (const BlueprintNode& node : Nodes()) {
         if (node.id < 1) return "an id below 1";

@@ -122,26 +122,10 @@ TEST_CASE("the Add Node menu stays 8 pixels inside the window and below the top 
     for (const auto& [width, height, corner, menu] : cases) {
         CAPTURE(corner.x);
         CAPTURE(corner.y);
-        CHECK(AddNodeMenuRect(corner, LayoutBlueprint(width, height)) == menu);
+        CHECK(AddNodeMenuRect(corner, width, height) == menu);
     }
-    const Rect none = AddNodeMenuRect({240, 45}, LayoutBlueprint(300, 50));
+    const Rect none = AddNodeMenuRect({240, 45}, 300, 50);
     CHECK(none.bottom < none.top);
-}
-
-TEST_CASE("an item's row is 28 pixels high, from 36 below the menu's top") {
-    const Rect menu{400, 300, 590, 422};
-    struct {
-        int32_t y, item;
-    } cases[] = {{300, -1}, {309, -1}, {335, -1}, {336, 0},  {363, 0}, {364, 1},
-                 {391, 1},  {392, 2},  {419, 2},  {420, -1}, {421, -1}};
-    for (const auto& [y, item] : cases) {
-        CAPTURE(y);
-        CHECK(AddNodeItemAt({400, y}, menu) == item);
-        CHECK(AddNodeItemAt({589, y}, menu) == item);
-    }
-    CHECK(AddNodeItemRect(menu, 0) == Rect{408, 336, 582, 360});
-    CHECK(AddNodeItemRect(menu, 2) == Rect{408, 392, 582, 416});
-    CHECK(AddNodeItemRect({230, 52, 420, 166}, 2) == Rect{238, 144, 412, 166});
 }
 
 TEST_CASE("a node is added at the menu's corner, within limits of its own") {

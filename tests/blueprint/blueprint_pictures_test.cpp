@@ -38,7 +38,9 @@ static bool DrawsGolden(const std::string& name) {
     return MatchesGolden(name) && sameTexts;
 }
 
-static void OpenMenuAt(Point corner) { editorState.addNodeMenu = {.open = true, .corner = corner}; }
+static void OpenMenuAt(Point corner) {
+    editorState.menu = PopupMenu{.kind = MenuKind::AddNode, .corner = corner};
+}
 
 static std::vector<BlueprintNode> ThreeNodes() {
     return {{1, L"Event BeginPlay", 40, 60}, {2, L"Branch", 300, 260}, {3, L"Print String", 60, 340}};

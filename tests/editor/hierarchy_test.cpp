@@ -5,6 +5,7 @@
 #include "state/editor_state.h"
 #include "support/capture.h"
 #include "support/gestures.h"
+#include "support/open_menu.h"
 #include "support/picture.h"
 #include "support/source_path.h"
 
@@ -394,12 +395,11 @@ TEST_CASE("a drag begins six pixels from the press, both directions added") {
 
 TEST_CASE("a drag closes the menus when it begins and says where a drop does what") {
     StartPress({100, 125});
-    editorState.createMenu.open = editorState.objectMenu.open = true;
+    editorState.menu = PopupMenu{.kind = MenuKind::Create};
     DragHeldRow({105, 125});
-    CHECK(editorState.createMenu.open);
+    CHECK(MenuIsOpen(MenuKind::Create));
     DragHeldRow({106, 125});
-    CHECK_FALSE(editorState.createMenu.open);
-    CHECK_FALSE(editorState.objectMenu.open);
+    CHECK_FALSE(MenuIsOpen(MenuKind::Create));
     CHECK(editorState.statusMessage ==
           L"Tahni v Hierarchy: stred radku udela potomka, horni/spodni okraj meni poradi.");
 }

@@ -1,6 +1,7 @@
 #include "editor/menus.h"
 
 #include "state/editor_state.h"
+#include "support/open_menu.h"
 #include "support/picture.h"
 
 #include "doctest/doctest.h"
@@ -25,40 +26,42 @@ static std::vector<std::wstring> Labels() {
     return labels;
 }
 
+static bool PressMenus(Point pointer) { return ClickMenus(pointer, LayoutEditor({}, 1360, 820)); }
+
 TEST_CASE("the object menu opens at the pointer and selects its object") {
     const EditorLayout layout = StartMenus();
-    editorState.createMenu.open = true;
+    editorState.menu = PopupMenu{.kind = MenuKind::Create};
     OpenObjectMenu(2, {100, 130}, layout);
-    CHECK(editorState.objectMenu.open);
-    CHECK(editorState.objectMenu.item == 2);
-    CHECK(editorState.objectMenu.corner == Point{100, 130});
+    CHECK(MenuIsOpen(MenuKind::Object));
+    CHECK(OpenMenuState().item == 2);
+    CHECK(OpenMenuState().corner == Point{100, 130});
     CHECK(editorState.selectedIndex == 2);
-    CHECK_FALSE(editorState.createMenu.open);
+    CHECK_FALSE(MenuIsOpen(MenuKind::Create));
     CHECK(editorState.statusMessage == L"Otevreno menu objektu v Hierarchy.");
 }
 
 TEST_CASE("the Create menu opens at the pointer and leaves the selection") {
     const EditorLayout layout = StartMenus();
     editorState.selectedIndex = 1;
-    editorState.objectMenu.open = true;
+    editorState.menu = PopupMenu{.kind = MenuKind::Object};
     OpenCreateMenu({600, 300}, layout);
-    CHECK(editorState.createMenu.open);
-    CHECK(editorState.createMenu.corner == Point{600, 300});
+    CHECK(MenuIsOpen(MenuKind::Create));
+    CHECK(OpenMenuState().corner == Point{600, 300});
     CHECK(editorState.selectedIndex == 1);
-    CHECK_FALSE(editorState.objectMenu.open);
+    CHECK_FALSE(MenuIsOpen(MenuKind::Object));
     CHECK(editorState.statusMessage == L"Otevreno Create menu.");
 }
 
 TEST_CASE("the object menu keeps 188 and 160 pixels to the edges, the Create menu 180 and 188") {
     const EditorLayout layout = StartMenus();
     OpenObjectMenu(2, {1359, 819}, layout);
-    CHECK(editorState.objectMenu.corner == Point{1360 - 188, 820 - 160});
+    CHECK(OpenMenuState().corner == Point{1360 - 188, 820 - 160});
     OpenCreateMenu({1359, 819}, layout);
-    CHECK(editorState.createMenu.corner == Point{1360 - 180, 820 - 188});
+    CHECK(OpenMenuState().corner == Point{1360 - 180, 820 - 188});
     OpenObjectMenu(2, {-5, -5}, layout);
-    CHECK(editorState.objectMenu.corner == Point{0, 0});
+    CHECK(OpenMenuState().corner == Point{0, 0});
     OpenCreateMenu({50, 50}, StartMenus(100, 100));
-    CHECK(editorState.createMenu.corner == Point{0, 0});
+    CHECK(OpenMenuState().corner == Point{0, 0});
 }
 
 TEST_CASE("the object menu is a box of 178 by 150 with four items") {
@@ -90,15 +93,15 @@ TEST_CASE("without an open menu nothing is drawn and no press is taken") {
     const EditorLayout layout = StartMenus();
     DrawMenus(layout);
     CHECK(headless.texts.empty());
-    CHECK_FALSE(ClickMenus({100, 100}));
+    CHECK_FALSE(PressMenus({100, 100}));
 }
 
 // Opens the object menu of `object` at (100, 130) and clicks its row.
 static void ClickObjectRow(int32_t object, int32_t row) {
     OpenObjectMenu(object, {100, 130}, StartMenus());
     editorState.selectedIndex = 0;  // something else was selected meanwhile
-    CHECK(ClickMenus({150, 130 + 34 + 28 * row + 12}));
-    CHECK_FALSE(editorState.objectMenu.open);
+    CHECK(PressMenus({150, 130 + 34 + 28 * row + 12}));
+    CHECK_FALSE(MenuIsOpen(MenuKind::Object));
 }
 
 TEST_CASE("Create Child makes a child of the menu's object") {
@@ -136,8 +139,8 @@ TEST_CASE("below its items the object menu selects its object and closes") {
     for (const int32_t below : {146, 149}) {  // 34 and four rows of 28, and its last pixel
         OpenObjectMenu(2, {100, 130}, StartMenus());
         editorState.selectedIndex = 1;  // by a key, while the menu is open
-        CHECK(ClickMenus({150, 130 + below}));
-        CHECK_FALSE(editorState.objectMenu.open);
+        CHECK(PressMenus({150, 130 + below}));
+        CHECK_FALSE(MenuIsOpen(MenuKind::Object));
         CHECK(editorState.selectedIndex == 2);
         CHECK(editorState.scene.size() == 4);
         CHECK(editorState.undoSteps.empty());
@@ -148,7 +151,7 @@ TEST_CASE("a press in the title of the object menu and one outside leave the sel
     for (const Point at : {Point{150, 163}, Point{150, 280}}) {
         OpenObjectMenu(2, {100, 130}, StartMenus());
         editorState.selectedIndex = 1;
-        ClickMenus(at);
+        PressMenus(at);
         CHECK(editorState.selectedIndex == 1);
     }
 }
@@ -156,7 +159,7 @@ TEST_CASE("a press in the title of the object menu and one outside leave the sel
 TEST_CASE("the object menu of an object that is gone works on the last one") {
     OpenObjectMenu(3, {100, 130}, StartMenus());
     editorState.scene.resize(3);
-    CHECK(ClickMenus({150, 130 + 34 + 28 * 2}));
+    CHECK(PressMenus({150, 130 + 34 + 28 * 2}));
     REQUIRE(editorState.scene.size() == 4);
     CHECK(editorState.scene[3].name == L"Box_Copy");
 }
@@ -165,7 +168,7 @@ TEST_CASE("in a scene that has become empty the object menu makes a cube and not
     for (int32_t row = 0; row < 4; ++row) {
         OpenObjectMenu(3, {100, 130}, StartMenus());
         editorState.scene.clear();
-        CHECK(ClickMenus({150, 130 + 34 + 28 * row}));
+        CHECK(PressMenus({150, 130 + 34 + 28 * row}));
         CHECK(editorState.scene.size() == (row == 0 ? 1 : 0));
         CHECK(editorState.nameEntry.kind == NameEntry::Kind::Closed);
     }
@@ -182,8 +185,8 @@ TEST_CASE("each row of the Create menu makes its object, 28 pixels from 32 below
         for (const int32_t below : {first, last}) {
             OpenCreateMenu({600, 300}, StartMenus());
             CAPTURE(below);
-            CHECK(ClickMenus({650, 300 + below}));
-            CHECK_FALSE(editorState.createMenu.open);
+            CHECK(PressMenus({650, 300 + below}));
+            CHECK_FALSE(MenuIsOpen(MenuKind::Create));
             REQUIRE(editorState.scene.size() == 5);
             CHECK(editorState.scene[4].name == name);
             CHECK(editorState.selectedIndex == 4);
@@ -195,8 +198,8 @@ TEST_CASE("each row of the Create menu makes its object, 28 pixels from 32 below
 TEST_CASE("in its title and below its items the Create menu stays open") {
     for (const int32_t below : {0, 33, 200, 205}) {
         OpenCreateMenu({600, 300}, StartMenus());
-        CHECK(ClickMenus({650, 300 + below}));
-        CHECK(editorState.createMenu.open);
+        CHECK(PressMenus({650, 300 + below}));
+        CHECK(MenuIsOpen(MenuKind::Create));
         CHECK(editorState.scene.size() == 4);
     }
 }
@@ -205,13 +208,13 @@ TEST_CASE("a press outside the Create menu only closes it, one outside the objec
     const EditorLayout layout = StartMenus();
     for (const Point outside : {Point{599, 400}, Point{770, 400}, Point{650, 299}, Point{650, 506}}) {
         OpenCreateMenu({600, 300}, layout);
-        CHECK(ClickMenus(outside));
-        CHECK_FALSE(editorState.createMenu.open);
+        CHECK(PressMenus(outside));
+        CHECK_FALSE(MenuIsOpen(MenuKind::Create));
     }
     for (const Point outside : {Point{99, 200}, Point{278, 200}, Point{150, 129}, Point{150, 280}}) {
         OpenObjectMenu(2, {100, 130}, layout);
-        CHECK_FALSE(ClickMenus(outside));
-        CHECK_FALSE(editorState.objectMenu.open);
+        CHECK_FALSE(PressMenus(outside));
+        CHECK_FALSE(MenuIsOpen(MenuKind::Object));
     }
     CHECK(editorState.scene.size() == 4);
 }

@@ -1,6 +1,7 @@
 #include "editor/popup_menu.h"
 
 #include "scene/text_entry.h"
+#include "support/open_menu.h"
 #include "support/picture.h"
 
 #include "doctest/doctest.h"
@@ -12,50 +13,49 @@ constexpr Pixel kBack{0x102030};
 
 static std::vector<std::string> ran;  // by the items of the menus below
 
-static void RunFirst(int32_t item) { ran.push_back("first of " + std::to_string(item)); }
-
-// Items may open a dialog: no menu may still be open when they run.
-static void RunSecond(int32_t item) {
-    ran.push_back("second of " + std::to_string(item) + (editorState.filesItemMenu.open ? ", open" : ""));
+static void RunFirst(const MenuChoice& choice) {
+    ran.push_back("first of " + std::to_string(choice.menu.item));
 }
 
-constexpr MenuItem kItems[] = {{L"First", RunFirst}, {L"Second", RunSecond}};
+// Items may open a dialog: no menu may still be open when they run.
+static void RunSecond(const MenuChoice& choice) {
+    ran.push_back("second of " + std::to_string(choice.menu.item) +
+                  (MenuIsOpen(MenuKind::FilesItem) ? ", open" : ""));
+}
 
-constexpr MenuTable kStrict{.state = &EditorState::filesItemMenu,
+constexpr MenuItem kItems[] = {{34, L"First", RunFirst}, {62, L"Second", RunSecond}};
+
+constexpr MenuTable kStrict{.kind = MenuKind::FilesItem,
                             .title = L"Title",
-                            .openMessage = L"Opened.",
                             .width = 100,
                             .height = 120,
                             .keptRight = 110,
                             .keptBelow = 130,
-                            .firstItem = 34,
-                            .closesBesideItems = true,
-                            .takesPressOutside = false,
+                            .cutAt = kMenuCut,
                             .items = kItems};
 
 static constexpr MenuTable Loose() {
     MenuTable menu = kStrict;
-    menu.firstItem = 32;
-    menu.closesBesideItems = false;
+    menu.pressAbove = 2;
+    menu.beside = PressBesideItems::StaysOpen;
     menu.takesPressOutside = true;
     return menu;
 }
 
-static EditorLayout StartMenus(int32_t width = 800, int32_t height = 600) {
+static MenuArea StartMenus(int32_t width = 800, int32_t height = 600) {
     editorState = EditorState{};
     ran.clear();
     StartPicture(width, height, kBack);
-    return LayoutEditor(editorState.panels, width, height);
+    return {width, height};
 }
 
-static const PopupMenu& State() { return editorState.filesItemMenu; }
+static bool IsOpen() { return MenuIsOpen(MenuKind::FilesItem); }
 
-TEST_CASE("opening a menu puts its corner at the pointer and says so") {
+TEST_CASE("opening a menu puts its corner at the pointer") {
     OpenMenu(kStrict, 7, {200, 150}, StartMenus());
-    CHECK(State().open);
-    CHECK(State().item == 7);
-    CHECK(State().corner == Point{200, 150});
-    CHECK(editorState.statusMessage == L"Opened.");
+    CHECK(IsOpen());
+    CHECK(OpenMenuState().item == 7);
+    CHECK(OpenMenuState().corner == Point{200, 150});
 }
 
 TEST_CASE("a menu's corner keeps its distance from the window's edges, and stays in a small window") {
@@ -74,31 +74,23 @@ TEST_CASE("a menu's corner keeps its distance from the window's edges, and stays
         {4000, 3000, {3999, 2999}, {3890, 2870}},
     };
     for (const auto& [width, height, pointer, corner] : cases) {
-        OpenMenu(kStrict, 0, pointer, LayoutEditor({}, width, height));
-        CHECK(State().corner == corner);
+        OpenMenu(kStrict, 0, pointer, {width, height});
+        CHECK(OpenMenuState().corner == corner);
     }
 }
 
 TEST_CASE("opening a menu closes every other one") {
-    const EditorLayout layout = StartMenus();
-    for (PopupMenu EditorState::*menu :
-         {&EditorState::createMenu, &EditorState::objectMenu, &EditorState::filesCreateMenu,
-          &EditorState::filesItemMenu, &EditorState::projectMenu, &EditorState::addNodeMenu}) {
-        (editorState.*menu).open = true;
-    }
+    const MenuArea layout = StartMenus();
+    editorState.menu = PopupMenu{.kind = MenuKind::Create};
     OpenMenu(kStrict, 0, {1, 1}, layout);
-    CHECK(editorState.filesItemMenu.open);
-    CHECK_FALSE(editorState.createMenu.open);
-    CHECK_FALSE(editorState.objectMenu.open);
-    CHECK_FALSE(editorState.filesCreateMenu.open);
-    CHECK_FALSE(editorState.projectMenu.open);
-    CHECK_FALSE(editorState.addNodeMenu.open);
-    CloseMenus();
-    CHECK_FALSE(editorState.filesItemMenu.open);
+    CHECK(MenuIsOpen(MenuKind::FilesItem));
+    CHECK_FALSE(MenuIsOpen(MenuKind::Create));
+    CloseMenu();
+    CHECK_FALSE(MenuIsOpen(MenuKind::FilesItem));
 }
 
 TEST_CASE("a menu is a box with a title and a box for each item") {
-    const EditorLayout layout = StartMenus();
+    const MenuArea layout = StartMenus();
     OpenMenu(kStrict, 0, {200, 150}, layout);
     DrawMenu(kStrict, layout);
     CHECK(headless.texts == std::vector<DrawnText>{
@@ -128,17 +120,17 @@ TEST_CASE("a menu is a box with a title and a box for each item") {
 }
 
 TEST_CASE("a menu that is closed draws nothing and takes no press") {
-    const EditorLayout layout = StartMenus();
+    const MenuArea layout = StartMenus();
     DrawMenu(kStrict, layout);
     CHECK(headless.texts.empty());
     CHECK(CountOf(kBack) == 800 * 600);
-    CHECK_FALSE(ClickMenu(kStrict, {10, 50}));
-    CHECK_FALSE(ClickMenu(Loose(), {10, 50}));
+    CHECK_FALSE(ClickMenu(kStrict, {10, 50}, {800, 600}));
+    CHECK_FALSE(ClickMenu(Loose(), {10, 50}, {800, 600}));
     CHECK(ran.empty());
 }
 
 TEST_CASE("a menu's box ends six pixels before the window's right and bottom edges") {
-    const EditorLayout layout = StartMenus(90, 100);
+    const MenuArea layout = StartMenus(90, 100);
     OpenMenu(kStrict, 0, {0, 0}, layout);
     DrawMenu(kStrict, layout);
     CHECK(PixelAt(83, 30) == Pixel{0x14100D});
@@ -156,8 +148,8 @@ TEST_CASE("a press on an item closes the menu, then runs the item for what the m
     } cases[] = {{34, "first of 7"}, {61, "first of 7"}, {62, "second of 7"}, {89, "second of 7"}};
     for (const auto& [below, expected] : cases) {
         OpenMenu(kStrict, 7, {200, 150}, StartMenus());
-        CHECK(ClickMenu(kStrict, {299, 150 + below}));
-        CHECK_FALSE(State().open);
+        CHECK(ClickMenu(kStrict, {299, 150 + below}, {800, 600}));
+        CHECK_FALSE(IsOpen());
         CHECK(ran == std::vector<std::string>{expected});
     }
 }
@@ -169,8 +161,8 @@ TEST_CASE("a menu may be hit two pixels above its drawn items, yet never in its 
     } cases[] = {{34, "first of 7"}, {59, "first of 7"}, {60, "second of 7"}, {87, "second of 7"}};
     for (const auto& [below, expected] : cases) {
         OpenMenu(Loose(), 7, {200, 150}, StartMenus());
-        CHECK(ClickMenu(Loose(), {200, 150 + below}));
-        CHECK_FALSE(State().open);
+        CHECK(ClickMenu(Loose(), {200, 150 + below}, {800, 600}));
+        CHECK_FALSE(IsOpen());
         CHECK(ran == std::vector<std::string>{expected});
     }
 }
@@ -179,8 +171,8 @@ TEST_CASE("a press in the title is taken and leaves the menu open") {
     for (const MenuTable& menu : {kStrict, Loose()}) {
         for (const int32_t below : {0, 20, 33}) {
             OpenMenu(menu, 7, {200, 150}, StartMenus());
-            CHECK(ClickMenu(menu, {250, 150 + below}));
-            CHECK(State().open);
+            CHECK(ClickMenu(menu, {250, 150 + below}, {800, 600}));
+            CHECK(IsOpen());
             CHECK(ran.empty());
         }
     }
@@ -189,11 +181,11 @@ TEST_CASE("a press in the title is taken and leaves the menu open") {
 TEST_CASE("a press below the items is taken, and closes the menu or leaves it open by the menu's rule") {
     for (const int32_t below : {90, 119}) {
         OpenMenu(kStrict, 7, {200, 150}, StartMenus());
-        CHECK(ClickMenu(kStrict, {250, 150 + below}));
-        CHECK_FALSE(State().open);
+        CHECK(ClickMenu(kStrict, {250, 150 + below}, {800, 600}));
+        CHECK_FALSE(IsOpen());
         OpenMenu(Loose(), 7, {200, 150}, StartMenus());
-        CHECK(ClickMenu(Loose(), {250, 150 + below}));
-        CHECK(State().open);
+        CHECK(ClickMenu(Loose(), {250, 150 + below}, {800, 600}));
+        CHECK(IsOpen());
         CHECK(ran.empty());
     }
 }
@@ -201,21 +193,68 @@ TEST_CASE("a press below the items is taken, and closes the menu or leaves it op
 TEST_CASE("a press outside closes the menu, and is taken or passed on by the menu's rule") {
     for (const Point outside : {Point{199, 200}, Point{300, 200}, Point{250, 149}, Point{250, 270}}) {
         OpenMenu(kStrict, 7, {200, 150}, StartMenus());
-        CHECK_FALSE(ClickMenu(kStrict, outside));
-        CHECK_FALSE(State().open);
+        CHECK_FALSE(ClickMenu(kStrict, outside, {800, 600}));
+        CHECK_FALSE(IsOpen());
         OpenMenu(Loose(), 7, {200, 150}, StartMenus());
-        CHECK(ClickMenu(Loose(), outside));
-        CHECK_FALSE(State().open);
+        CHECK(ClickMenu(Loose(), outside, {800, 600}));
+        CHECK_FALSE(IsOpen());
         CHECK(ran.empty());
     }
 }
 
 TEST_CASE("a menu is hit as a whole where the window's edge cuts it") {
-    const EditorLayout layout = StartMenus(90, 100);
+    const MenuArea layout = StartMenus(90, 100);
     OpenMenu(kStrict, 7, {0, 0}, layout);
-    CHECK(ClickMenu(kStrict, {88, 98}));
-    CHECK_FALSE(State().open);
+    CHECK(ClickMenu(kStrict, {88, 98}, {800, 600}));
+    CHECK_FALSE(IsOpen());
     OpenMenu(kStrict, 7, {0, 0}, layout);
-    CHECK(ClickMenu(kStrict, {88, 40}));
+    CHECK(ClickMenu(kStrict, {88, 40}, {800, 600}));
     CHECK(ran == std::vector<std::string>{"first of 7"});
+}
+
+TEST_CASE("an item's box ends 8 pixels beside the menu, and where the menu ends") {
+    const MenuItem item{.top = 92, .height = 24};
+    CHECK(MenuItemRect(item, {400, 300, 590, 422}) == Rect{408, 392, 582, 416});
+    CHECK(MenuItemRect(item, {230, 52, 420, 166}) == Rect{238, 144, 412, 166});
+}
+
+TEST_CASE("an item that takes presses on its box only leaves the rest to the menu") {
+    MenuTable menu = kStrict;
+    menu.pressOnBoxOnly = true;
+    menu.beside = PressBesideItems::StaysOpen;
+    struct {
+        Point at;
+        bool hits;
+    } cases[] = {{{207, 184}, false}, {{208, 184}, true}, {{291, 184}, true}, {{292, 184}, false},
+                 {{250, 183}, false}, {{250, 207}, true}, {{250, 208}, false}};
+    for (const auto& [at, hits] : cases) {
+        CAPTURE(at);
+        OpenMenu(menu, 7, {200, 150}, StartMenus());
+        CHECK(ClickMenu(menu, at, {800, 600}));
+        CHECK(IsOpen() == !hits);
+        CHECK(ran.size() == (hits ? 1 : 0));
+    }
+}
+
+TEST_CASE("the item under the pointer is lit up, but not before the pointer has moved") {
+    const struct {
+        Point opened, pointer;
+        int32_t lit;  // item, -1 none
+    } cases[] = {{{200, 150}, {208, 184}, 0},  {{200, 150}, {291, 207}, 0},  {{200, 150}, {250, 208}, -1},
+                 {{200, 150}, {250, 212}, 1},  {{200, 150}, {207, 190}, -1}, {{200, 150}, {200, 150}, -1},
+                 {{799, 510}, {799, 510}, -1}, {{720, 560}, {720, 560}, -1}, {{720, 560}, {720, 559}, 1}};
+    for (const auto& [opened, pointer, lit] : cases) {
+        CAPTURE(opened);
+        CAPTURE(pointer);
+        const MenuArea area = StartMenus();
+        OpenMenu(kStrict, 0, opened, area);
+        editorState.pointer = pointer;
+        DrawMenu(kStrict, area);
+        const Point corner = OpenMenuState().corner;
+        for (int32_t item = 0; item < 2; ++item) {
+            const int32_t y = corner.y + 34 + 28 * item;
+            CHECK(PixelAt(corner.x + 50, y) == (item == lit ? Pixel{0xE6AA50} : Pixel{0x564A42}));
+            CHECK(PixelAt(corner.x + 50, y + 3) == (item == lit ? Pixel{0x3A302A} : Pixel{0x342C27}));
+        }
+    }
 }

@@ -3,6 +3,7 @@
 #include "platform/files.h"
 #include "project/asset_list.h"
 #include "support/folder_tree.h"
+#include "support/open_menu.h"
 #include "support/project_input.h"
 
 #include "doctest/doctest.h"
@@ -49,7 +50,7 @@ TEST_CASE("the create menu makes each kind of item, lists it and selects it") {
         CHECK(IsShown(creation.name));
         ChooseCreate(creation.item);
         CHECK(LastEntry().name == creation.second);
-        CHECK_FALSE(editorState.filesCreateMenu.open);
+        CHECK_FALSE(MenuIsOpen(MenuKind::FilesCreate));
     }
 }
 

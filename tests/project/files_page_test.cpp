@@ -4,6 +4,7 @@
 #include "project/asset_list.h"
 #include "support/capture.h"
 #include "support/gestures.h"
+#include "support/open_menu.h"
 #include "support/project_input.h"
 
 #include "doctest/doctest.h"
@@ -87,10 +88,10 @@ TEST_CASE("a cell is hit from 6 pixels above its corner to 51 below, and 98 pixe
         const int32_t item = FilesItemAt({corner.x + x, corner.y + y}, CurrentLayout());
         CHECK((item >= 0) == hits);
         RightClick({corner.x + x, corner.y + y});
-        CHECK(editorState.filesItemMenu.open == hits);
-        CHECK(editorState.filesCreateMenu.open == !hits);
-        editorState.filesItemMenu = {};
-        editorState.filesCreateMenu = {};
+        CHECK(MenuIsOpen(MenuKind::FilesItem) == hits);
+        CHECK(MenuIsOpen(MenuKind::FilesCreate) == !hits);
+        CloseMenu();
+        CloseMenu();
     }
 }
 
@@ -106,12 +107,12 @@ TEST_CASE("a press on empty space opens the create menu, on the path bar nothing
     const ScratchFolder folder;
     StartProject(folder);
     Click(EmptyFilesPlace());
-    CHECK(editorState.filesCreateMenu.open);
+    CHECK(MenuIsOpen(MenuKind::FilesCreate));
     CHECK(editorState.statusMessage == L"Otevreno Files menu pro vytvoreni nove polozky.");
     CHECK(IsDrawn(L"Vytvorit blueprint"));
     StartProject(folder);
     Click({500, CurrentLayout().bottomTop + 60});
-    CHECK_FALSE(editorState.filesCreateMenu.open);
+    CHECK_FALSE(MenuIsOpen(MenuKind::FilesCreate));
     CHECK(editorState.statusMessage == L"untouched");
 }
 
@@ -119,13 +120,13 @@ TEST_CASE("a double click on empty space opens the create menu and chooses nothi
     const ScratchFolder folder;
     StartProject(folder);
     for (const int32_t y : {800, 780, 770}) {
-        editorState.filesCreateMenu = {};
+        CloseMenu();
         DoubleClick({1100, y});
-        CHECK(editorState.filesCreateMenu.open);
+        CHECK(MenuIsOpen(MenuKind::FilesCreate));
         CHECK(editorState.fileEntries.size() == 5);
         CHECK(editorState.statusMessage == L"Otevreno Files menu pro vytvoreni nove polozky.");
     }
-    Click(MenuItemAt(editorState.filesCreateMenu, 0));
+    Click(MenuItemAt(OpenMenuState(), 0));
     CHECK(editorState.fileEntries.size() == 6);
 }
 
@@ -133,11 +134,11 @@ TEST_CASE("a right click on an item selects it and opens its menu in place of an
     const ScratchFolder folder;
     StartProject(folder);
     RightClick(RowAt(3));
-    CHECK(editorState.objectMenu.open);
+    CHECK(MenuIsOpen(MenuKind::Object));
     RightClick(FileNamed(L"imported"));
     CHECK(editorState.statusMessage == L"Otevreno menu polozky projektu.");
-    CHECK_FALSE(editorState.objectMenu.open);
-    CHECK(editorState.filesItemMenu.open);
+    CHECK_FALSE(MenuIsOpen(MenuKind::Object));
+    CHECK(MenuIsOpen(MenuKind::FilesItem));
     CHECK(editorState.fileEntries[static_cast<size_t>(editorState.selectedFile)].name == L"imported");
     for (const wchar_t* label : {L"Soubor", L"Otevrit", L"Prejmenovat", L"Duplikovat", L"Odstranit"}) {
         CHECK(IsDrawn(label));
@@ -148,22 +149,22 @@ TEST_CASE("the menus of the page keep their corner away from the window's end") 
     const ScratchFolder folder;
     StartProject(folder);
     RightClick({1359, 819});
-    CHECK(editorState.filesCreateMenu.corner == Point{1360 - 204, 820 - 188});
+    CHECK(OpenMenuState().corner == Point{1360 - 204, 820 - 188});
     PutFiles(folder, 12);
     RightClick({18 + 11 * 108 + 90, CornerOf(L"f110.txt").y + 40});
-    CHECK(editorState.filesItemMenu.open);
-    CHECK(editorState.filesItemMenu.corner == Point{1360 - 178, 820 - 160});
+    CHECK(MenuIsOpen(MenuKind::FilesItem));
+    CHECK(OpenMenuState().corner == Point{1360 - 178, 820 - 160});
 }
 
 TEST_CASE("the title of a menu keeps it open, and a press outside closes it and goes on") {
     const ScratchFolder folder;
     StartProject(folder);
     RightClick(FileNamed(L"imported"));
-    const Point corner = editorState.filesItemMenu.corner;
+    const Point corner = OpenMenuState().corner;
     Click({corner.x + 20, corner.y + 33});
-    CHECK(editorState.filesItemMenu.open);
+    CHECK(MenuIsOpen(MenuKind::FilesItem));
     Click(FileNamed(L"scripts"));
-    CHECK_FALSE(editorState.filesItemMenu.open);
+    CHECK_FALSE(MenuIsOpen(MenuKind::FilesItem));
     CHECK(editorState.statusMessage == L"Vybrana polozka projektu: scripts");
 }
 
@@ -175,9 +176,9 @@ TEST_CASE("while the Console is shown the page takes no click") {
     CHECK(editorState.statusMessage == L"Prepnuto na Console.");
     RenderFrame();
     RightClick(at);
-    CHECK_FALSE(editorState.filesItemMenu.open);
-    CHECK_FALSE(editorState.filesCreateMenu.open);
-    CHECK_FALSE(editorState.createMenu.open);
+    CHECK_FALSE(MenuIsOpen(MenuKind::FilesItem));
+    CHECK_FALSE(MenuIsOpen(MenuKind::FilesCreate));
+    CHECK_FALSE(MenuIsOpen(MenuKind::Create));
     Click(at);
     DoubleClick(at);
     CHECK(editorState.filesFolder == FilesIn(folder));
@@ -204,10 +205,10 @@ TEST_CASE("a list that has become shorter since the last frame takes no click be
     const Point at = FileNamed(L"scripts");
     editorState.fileEntries.clear();
     for (const auto press : {Click, RightClick, DoubleClick}) {
-        editorState.filesCreateMenu = {};
+        CloseMenu();
         press(at);
         CHECK(editorState.selectedFile == -1);
-        CHECK_FALSE(editorState.filesItemMenu.open);
+        CHECK_FALSE(MenuIsOpen(MenuKind::FilesItem));
     }
     RenderFrame();
 }
@@ -219,7 +220,7 @@ TEST_CASE("a list that has changed since the last frame takes a click on what wa
     const Point first = FileNamed(L"f100.txt"), second = FileNamed(L"f101.txt"),
                 third = FileNamed(L"f102.txt");
     RightClick(first);
-    Click(MenuItemAt(editorState.filesItemMenu, static_cast<int32_t>(FileItem::Delete)));
+    Click(MenuItemAt(OpenMenuState(), static_cast<int32_t>(FileItem::Delete)));
     Click(third);
     CHECK(editorState.statusMessage == L"Vybrana polozka projektu: f102.txt");
     Click(second);
@@ -258,11 +259,11 @@ TEST_CASE("the second press of a double click on a menu's row opens nothing that
     const Point item = FileNamed(L"imported");
     RightClick(item);
     RenderFrame();
-    REQUIRE(editorState.filesItemMenu.open);
+    REQUIRE(MenuIsOpen(MenuKind::FilesItem));
     // The menu for an item near the window's lower edge lies over the item.
-    const Point row = MenuItemAt(editorState.filesItemMenu, 2);
+    const Point row = MenuItemAt(OpenMenuState(), 2);
     Click(row);
-    REQUIRE_FALSE(editorState.filesItemMenu.open);
+    REQUIRE_FALSE(MenuIsOpen(MenuKind::FilesItem));
     RenderFrame();
     editorState.filesCells = {
         {{row.x - 5, row.y - 5, row.x + 5, row.y + 5}, editorState.fileEntries.at(1).path}};

@@ -5,6 +5,7 @@
 #include "project/project_removal.h"
 #include "support/capture.h"
 #include "support/folder_tree.h"
+#include "support/open_menu.h"
 #include "support/project_input.h"
 
 #include "doctest/doctest.h"
@@ -168,7 +169,7 @@ TEST_CASE("two clicks before the next frame open no project that was not shown t
     CHECK(editorState.hubVisible);
     RightClick(row);
     CHECK(editorState.hubVisible);
-    CHECK_FALSE(editorState.projectMenu.open);
+    CHECK_FALSE(MenuIsOpen(MenuKind::Project));
     RenderFrame();
     Click(row);
     CHECK(editorState.projectRoot == folder / L"projects\\Third");
@@ -214,14 +215,13 @@ TEST_CASE("a right click on a row opens its menu, and elsewhere closes it") {
     StartHub(folder);
     ListProjects(folder, {L"First", L"Second"});
     RightClick(ProjectRow(1));
-    CHECK(editorState.projectMenu.open);
-    CHECK(editorState.projectMenu.item == 1);
+    CHECK(MenuIsOpen(MenuKind::Project));
+    CHECK(OpenMenuState().item == 1);
     CHECK(editorState.statusMessage == L"Project menu: Second");
     CHECK(IsDrawn(L"Odebrat ze seznamu"));
     CHECK(IsDrawn(L"Smazat projekt z disku"));
     RightClick({700, 600});
-    CHECK_FALSE(editorState.projectMenu.open);
-    CHECK(editorState.projectMenu.item == -1);
+    CHECK_FALSE(MenuIsOpen(MenuKind::Project));
     CHECK_FALSE(IsDrawn(L"Odebrat ze seznamu"));
 }
 
@@ -236,7 +236,7 @@ TEST_CASE("the project's menu stays 8 pixels inside the window") {
                  {{0, 0}, 1360, 820, {8, 8}},
                  {{150, 90}, 200, 100, {8, 8}}};
     for (const auto& [opened, width, height, corner] : cases) {
-        const Rect box = LayoutProjectMenu(opened, width, height).box;
+        const Rect box = ProjectMenuRect(opened, width, height);
         CHECK(box == Rect{corner.x, corner.y, corner.x + 246, corner.y + 112});
     }
 }
@@ -259,7 +259,7 @@ TEST_CASE("the items of the project's menu react between their edges, and nothin
         Click({corner.x + x, corner.y + y});
         CHECK(ListedNames().size() == (item == 1 ? 1 : 2));
         CHECK(headless.prompts.size() == (item == 2 ? 1 : 0));
-        CHECK(editorState.projectMenu.open == (item == 0));
+        CHECK(MenuIsOpen(MenuKind::Project) == (item == 0));
         CHECK(editorState.hubVisible);
     }
 }
@@ -270,7 +270,7 @@ TEST_CASE("a click outside the project's menu closes it and goes on to what lies
     ListProjects(folder, {L"First"});
     RightClick(ProjectRow(0));
     Click(OpenOther());
-    CHECK_FALSE(editorState.projectMenu.open);
+    CHECK_FALSE(MenuIsOpen(MenuKind::Project));
     CHECK(headless.prompts == Names{L"Vyber slozku ZelEngine projektu"});
 }
 
@@ -280,7 +280,7 @@ TEST_CASE("a project taken off the list keeps its folder") {
     ListProjects(folder, {L"First", L"Second"});
     PutFile(folder / L"projects\\First\\Files\\a.txt", "a");
     RightClick(ProjectRow(0));
-    const Point corner = editorState.projectMenu.corner;
+    const Point corner = OpenMenuState().corner;
     Click({corner.x + 50, corner.y + 50});
     CHECK(editorState.statusMessage == L"Projekt odebran ze seznamu: " + (folder / L"projects\\First"));
     CHECK(ListedNames() == Names{L"Second"});

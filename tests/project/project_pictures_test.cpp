@@ -46,7 +46,7 @@ TEST_CASE("the Hub shows twelve projects in two columns") {
 
 TEST_CASE("the project's menu in the bottom right corner stays inside the window") {
     StartHubPicture(1360, 820, 3);
-    editorState.projectMenu = {.open = true, .corner = {1359, 819}, .item = 2};
+    editorState.menu = PopupMenu{.kind = MenuKind::Project, .corner = {1359, 819}, .item = 2};
     CHECK(FrameMatchesGolden("hub_menu_in_corner"));
 }
 

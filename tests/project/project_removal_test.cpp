@@ -1,6 +1,7 @@
 #include "project/project_removal.h"
 
 #include "formats/recent_projects.h"
+#include "support/open_menu.h"
 #include "support/project_input.h"
 
 #include "doctest/doctest.h"
@@ -15,7 +16,7 @@ static std::wstring DeleteListed(const ScratchFolder& folder, Answer answer) {
     RenderFrame();
     RightClick(ProjectRow(0));
     Answers({answer});
-    const Point corner = editorState.projectMenu.corner;
+    const Point corner = OpenMenuState().corner;
     Click({corner.x + 50, corner.y + 80});
     return project;
 }
@@ -36,7 +37,7 @@ TEST_CASE("a project that shall not be deleted stays, on the disk and in the lis
     DeleteListed(folder, Answer::No);
     CHECK(headless.recycled.empty());
     CHECK(editorState.recentProjects.size() == 1);
-    CHECK_FALSE(editorState.projectMenu.open);
+    CHECK_FALSE(MenuIsOpen(MenuKind::Project));
     CHECK(editorState.statusMessage == L"Smazani projektu zruseno.");
 }
 

@@ -195,7 +195,7 @@ TEST_CASE("frames of the whole editor are the same with and without kept texts")
         [] { editorState.selectedIndex = 0; },
         [] { addText(); },
         [] {
-            editorState.createMenu = {.open = true, .corner{200, 100}};
+            editorState.menu = PopupMenu{.kind = MenuKind::Create, .corner{200, 100}};
         },
         [] { editorState.nameEntry = {.kind = NameEntry::Kind::Object, .target = 2, .text = L"Žluťoučký"}; },
         [] { editorState.playMode = true; },

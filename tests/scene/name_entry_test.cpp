@@ -2,6 +2,7 @@
 
 #include "scene/undo.h"
 #include "support/edited_scene.h"
+#include "support/open_menu.h"
 
 #include "doctest/doctest.h"
 
@@ -176,18 +177,15 @@ TEST_CASE("an empty name for a file leaves the box open") {
     CHECK(editorState.statusMessage == L"Nazev souboru nesmi byt prazdny.");
 }
 
-TEST_CASE("a name entry closes the other entries and every menu") {
+TEST_CASE("a name entry closes the other entries and the menu") {
     StartWithSamples();
     editorState.numberEntry.open = true;
     editorState.componentSearchActive = true;
-    PopupMenu* const menus[] = {&editorState.createMenu,      &editorState.objectMenu,
-                                &editorState.filesCreateMenu, &editorState.filesItemMenu,
-                                &editorState.projectMenu,     &editorState.addNodeMenu};
-    for (PopupMenu* menu : menus) menu->open = true;
+    editorState.menu = PopupMenu{};
     StartObjectRename(2);
     CHECK_FALSE(editorState.numberEntry.open);
     CHECK_FALSE(editorState.componentSearchActive);
-    for (const PopupMenu* menu : menus) CHECK_FALSE(menu->open);
+    CHECK_FALSE(MenuIsOpen());
 }
 
 TEST_CASE("committing a closed name entry does nothing") {

@@ -2,6 +2,7 @@
 
 #include "scene/undo.h"
 #include "support/edited_scene.h"
+#include "support/open_menu.h"
 
 #include "doctest/doctest.h"
 
@@ -172,11 +173,11 @@ TEST_CASE("a number entry closes the name entry, the search and the menus") {
     StartWithSamples();
     editorState.nameEntry.kind = NameEntry::Kind::Object;
     editorState.componentSearchActive = true;
-    editorState.createMenu.open = true;
+    editorState.menu = PopupMenu{.kind = MenuKind::Create};
     StartNumberEntry(2, Field::Position, 0);
     CHECK(editorState.nameEntry.kind == NameEntry::Kind::Closed);
     CHECK_FALSE(editorState.componentSearchActive);
-    CHECK_FALSE(editorState.createMenu.open);
+    CHECK_FALSE(MenuIsOpen(MenuKind::Create));
 }
 
 TEST_CASE("committing a closed number entry does nothing") {

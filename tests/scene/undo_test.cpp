@@ -9,6 +9,7 @@
 #include "scene/selection.h"
 #include "support/edited_scene.h"
 #include "support/gestures.h"
+#include "support/open_menu.h"
 
 #include "doctest/doctest.h"
 
@@ -140,14 +141,14 @@ TEST_CASE("undo ends drags, entries and the component search") {
     addCube();
     Hold<GizmoDrag>();
     editorState.keyboardTransform = true;
-    editorState.objectMenu = {.open = true, .item = 6};
+    editorState.menu = PopupMenu{.kind = MenuKind::Object, .item = 6};
     editorState.nameEntry = {.kind = NameEntry::Kind::Object, .target = 6, .text = L"x"};
     editorState.numberEntry = {.open = true, .target = 6};
     editorState.componentSearchActive = true;
     undo();
     CHECK_FALSE(GestureIsUnderWay());
     CHECK_FALSE(editorState.keyboardTransform);
-    CHECK_FALSE(editorState.objectMenu.open);
+    CHECK_FALSE(MenuIsOpen(MenuKind::Object));
     CHECK(editorState.nameEntry.kind == NameEntry::Kind::Closed);
     CHECK(editorState.nameEntry.target == -1);
     CHECK_FALSE(editorState.numberEntry.open);

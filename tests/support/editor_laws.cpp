@@ -86,10 +86,6 @@ static const char* FaultInPanels() {
 static const char* FaultInGestures() {
     if (GestureIsUnderWay() != headless.mouseIsCaptured)
         return "the mouse is held without a gesture, or not in one";
-    const PopupMenu* const menus[] = {&editorState.createMenu,      &editorState.objectMenu,
-                                      &editorState.filesCreateMenu, &editorState.filesItemMenu,
-                                      &editorState.projectMenu,     &editorState.addNodeMenu};
-    if (std::ranges::count_if(menus, &PopupMenu::open) > 1) return "two menus are open";
     return nullptr;
 }
 

@@ -7,6 +7,7 @@
 #include "project/project_hub.h"
 #include "project/project_lifecycle.h"
 #include "support/editor_input.h"
+#include "support/open_menu.h"
 #include "support/scratch_folder.h"
 
 #include "doctest/doctest.h"
@@ -95,12 +96,12 @@ enum class FileItem : int32_t { Open, Rename, Duplicate, Delete };
 
 inline void ChooseCreate(CreateItem item) {
     RightClick(EmptyFilesPlace());
-    Click(MenuItemAt(editorState.filesCreateMenu, static_cast<int32_t>(item)));
+    Click(MenuItemAt(OpenMenuState(), static_cast<int32_t>(item)));
 }
 
 inline void ChooseForFile(const std::wstring& name, FileItem item) {
     RightClick(FileNamed(name));
-    Click(MenuItemAt(editorState.filesItemMenu, static_cast<int32_t>(item)));
+    Click(MenuItemAt(OpenMenuState(), static_cast<int32_t>(item)));
 }
 
 inline void RenameFileTo(const std::wstring& name, const std::wstring& newName) {

@@ -7,6 +7,7 @@
 #include "scene/transform.h"
 #include "support/editor_input.h"
 #include "support/frame_update.h"
+#include "support/open_menu.h"
 #include "viewport/current_view.h"
 #include "viewport/gizmo.h"
 
@@ -65,9 +66,10 @@ struct RandomUser {
                     at = {tip.x + off.x, tip.y + off.y};
                 }
         }
-        const PopupMenu& menu = editorState.createMenu.open ? editorState.createMenu : editorState.objectMenu;
-        if (menu.open && !Sometimes(4)) {
-            at = {menu.corner.x + random.IntBetween(-5, 190), menu.corner.y + random.IntBetween(-5, 210)};
+        const bool menuIsOpen = MenuIsOpen(MenuKind::Create) || MenuIsOpen(MenuKind::Object);
+        if (menuIsOpen && !Sometimes(4)) {
+            const Point corner = editorState.menu->corner;
+            at = {corner.x + random.IntBetween(-5, 190), corner.y + random.IntBetween(-5, 210)};
         }
         return at;
     }
