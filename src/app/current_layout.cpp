@@ -2,9 +2,8 @@
 
 #include "platform/window.h"
 #include "render/frame_buffer.h"
+#include "scene/shown_screen.h"
 #include "state/editor_state.h"
-
-bool HubIsShown() { return editorState.hubVisible && !editorState.runtimeMode; }
 
 // A minimised window has no size; the picture keeps the one that it had.
 static ClientSize PictureSize() {
@@ -21,7 +20,7 @@ HubLayout CurrentHubLayout() {
 EditorLayout CurrentLayout() {
     const auto [width, height] = PictureSize();
     EditorLayout layout = LayoutEditor(FitPanelsToWindow(editorState.panels, width, height), width, height);
-    if (editorState.runtimeMode) layout.viewport = {0, 0, width, height};
+    if (ShownScreen() == Shown::Game) layout.viewport = {0, 0, width, height};
     return layout;
 }
 

@@ -9,8 +9,5 @@
 // in the game.
 EditorLayout CurrentLayout();
 
-// True while the Project Hub is on the screen; the game never shows it.
-bool HubIsShown();
-
 HubLayout CurrentHubLayout();
 BlueprintLayout CurrentBlueprintLayout();

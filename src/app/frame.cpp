@@ -17,6 +17,7 @@
 #include "project/files_page.h"
 #include "project/project_hub.h"
 #include "render/frame_buffer.h"
+#include "scene/shown_screen.h"
 #include "state/editor_state.h"
 #include "viewport/current_view.h"
 #include "viewport/scene_drawing.h"
@@ -48,16 +49,16 @@ static void DrawEditorOrGame(const EditorLayout& layout) {
     ClearDepth(layout.viewport);
     FillAround(layout.viewport);
     DrawScene(CurrentView(layout.viewport));
-    if (!editorState.runtimeMode) DrawPanels(layout);
+    if (ShownScreen() != Shown::Game) DrawPanels(layout);
 }
 
 static void DrawCurrentScreen() {
-    if (HubIsShown()) {
-        DrawProjectHub(CurrentHubLayout());
-    } else if (BlueprintEditorIsShown()) {
-        DrawBlueprintScreen(CurrentBlueprintLayout());
-    } else {
-        DrawEditorOrGame(CurrentLayout());
+    switch (ShownScreen()) {
+        case Shown::Hub: return DrawProjectHub(CurrentHubLayout());
+        case Shown::Blueprint: return DrawBlueprintScreen(CurrentBlueprintLayout());
+        case Shown::Prefab:
+        case Shown::Scene:
+        case Shown::Game: return DrawEditorOrGame(CurrentLayout());
     }
 }
 

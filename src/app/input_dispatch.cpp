@@ -14,6 +14,7 @@
 #include "scene/gestures.h"
 #include "scene/name_entry.h"
 #include "scene/number_entry.h"
+#include "scene/shown_screen.h"
 #include "state/editor_state.h"
 
 #include <optional>
@@ -66,9 +67,7 @@ static void SendToOwner(const KeyboardOwner& owner, uint32_t key) {
 static bool HasKeyState(uint32_t key) { return key < editorState.keyDown.size(); }
 
 // In the other editors it leads back to the Scene editor.
-static bool EscapeEndsProgram() {
-    return editorState.screen == Screen::SceneEditor || editorState.runtimeMode;
-}
+static bool EscapeEndsProgram() { return ShownScreen() == Shown::Scene || ShownScreen() == Shown::Game; }
 
 // The Project Hub has few keys. What is held there does not move anything.
 static void OnHubKeyDown(uint32_t key, bool isRepeat) {
@@ -79,12 +78,12 @@ static void OnHubKeyDown(uint32_t key, bool isRepeat) {
 }
 
 static void OnKeyDown(uint32_t key, bool isRepeat) {
-    if (HubIsShown()) return OnHubKeyDown(key, isRepeat);
+    if (ShownScreen() == Shown::Hub) return OnHubKeyDown(key, isRepeat);
     if (const KeyboardOwner* owner = OpenKeyboardOwner()) {
         SendToOwner(*owner, key);
         return;
     }
-    if (BlueprintEditorIsShown()) {
+    if (ShownScreen() == Shown::Blueprint) {
         if (!isRepeat) handleKeyDown(key);
         return;
     }
@@ -108,8 +107,8 @@ static void OnCharacter(wchar_t unit) {
 }
 
 static void OnLeftDown(Point pointer) {
-    editorState.lastPress = HubIsShown() ? PressTaker::Hub : PressTaker::Nobody;
-    if (HubIsShown()) {
+    editorState.lastPress = ShownScreen() == Shown::Hub ? PressTaker::Hub : PressTaker::Nobody;
+    if (ShownScreen() == Shown::Hub) {
         HubLeftClick(pointer, CurrentHubLayout());
     } else {
         PressLeft(pointer);
@@ -118,7 +117,7 @@ static void OnLeftDown(Point pointer) {
 
 // The first press of a double click may have opened a project: the second one is not meant for its editor.
 static void OnLeftDoubleClick(Point pointer) {
-    if (HubIsShown()) {
+    if (ShownScreen() == Shown::Hub) {
         HubLeftClick(pointer, CurrentHubLayout());
     } else if (editorState.lastPress != PressTaker::Hub) {
         DoubleClickLeft(pointer);
@@ -126,7 +125,7 @@ static void OnLeftDoubleClick(Point pointer) {
 }
 
 static void OnRightDown(Point pointer) {
-    if (HubIsShown()) {
+    if (ShownScreen() == Shown::Hub) {
         HubRightClick(pointer, CurrentHubLayout());
     } else {
         PressRight(pointer);
@@ -134,7 +133,7 @@ static void OnRightDown(Point pointer) {
 }
 
 static void OnFilesDropped(std::span<const std::wstring> files) {
-    if (!HubIsShown() && !editorState.runtimeMode) ImportDroppedFiles(files);
+    if (ShownScreen() != Shown::Hub && ShownScreen() != Shown::Game) ImportDroppedFiles(files);
 }
 
 static void OnFocusLost() {

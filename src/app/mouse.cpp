@@ -19,6 +19,7 @@
 #include "scene/gestures.h"
 #include "scene/name_entry.h"
 #include "scene/selection.h"
+#include "scene/shown_screen.h"
 #include "scene/status.h"
 #include "scene/text_entry.h"
 #include "state/editor_state.h"
@@ -39,7 +40,9 @@ static bool LeftButtonIsHeld() { return GestureIsUnderWay() && !IsLooking(); }
 
 // Until its gesture ends, the left button starts nothing else. While the right button looks around, the left
 // one does everything but drag.
-static bool IgnoresLeftButton() { return editorState.runtimeMode || EntryIsOpen() || LeftButtonIsHeld(); }
+static bool IgnoresLeftButton() {
+    return ShownScreen() == Shown::Game || EntryIsOpen() || LeftButtonIsHeld();
+}
 
 static bool ClickOpenMenu(Point pointer, const EditorLayout& layout) {
     if (!ClickFilesMenus(pointer, layout) && !ClickMenus(pointer, layout)) return false;
@@ -90,7 +93,7 @@ void PressLeft(Point pointer) {
     if (IgnoresLeftButton()) return;
     editorState.pointer = pointer;
     editorState.lastPress = PressTaker::Editor;
-    if (BlueprintEditorIsShown()) return PressBlueprint(pointer, CurrentBlueprintLayout());
+    if (ShownScreen() == Shown::Blueprint) return PressBlueprint(pointer, CurrentBlueprintLayout());
     PressEditor(pointer);
 }
 
@@ -104,7 +107,7 @@ void DoubleClickLeft(Point pointer) {
     if (editorState.lastPress == PressTaker::MenuOpener) return;  // the menu opened under the pointer
     // A menu lies, or has just lain, over what could be double-clicked, and nodes are only pressed.
     const bool menuWasPressed = editorState.lastPress == PressTaker::OpenMenu;
-    const bool isPress = MenuIsOpen() || menuWasPressed || BlueprintEditorIsShown();
+    const bool isPress = MenuIsOpen() || menuWasPressed || ShownScreen() == Shown::Blueprint;
     if (isPress) return PressLeft(pointer);
     const EditorLayout layout = CurrentLayout();
     const int32_t row = HierarchyObjectAt(pointer, layout);
@@ -183,7 +186,7 @@ static void OpenMenuAt(Point pointer) {
 static void Release(const MouseLook& look, Point) {
     if (look.moved) {
         SetStatus(L"Mouse look vypnuty.");
-    } else if (!editorState.runtimeMode) {
+    } else if (ShownScreen() != Shown::Game) {
         OpenMenuAt(look.press);
     }
 }
@@ -213,14 +216,14 @@ static void ReleaseGesture(Point pointer) {
 
 void ReleaseLeft(Point pointer) {
     if (IsLooking()) return;
-    if (BlueprintEditorIsShown() && !GestureIsUnderWay()) return ReleaseBlueprint();
+    if (ShownScreen() == Shown::Blueprint && !GestureIsUnderWay()) return ReleaseBlueprint();
     ReleaseGesture(pointer);
 }
 
 void PressRight(Point pointer) {
     editorState.pointer = pointer;
     if (EntryIsOpen() || LeftButtonIsHeld()) return;
-    if (BlueprintEditorIsShown()) return PressRightInBlueprint(pointer, CurrentBlueprintLayout());
+    if (ShownScreen() == Shown::Blueprint) return PressRightInBlueprint(pointer, CurrentBlueprintLayout());
     const bool turnsView = Contains(CurrentLayout().viewport, pointer);
     StartGesture(MouseLook{.turnsView = turnsView, .press = pointer});
 }

@@ -12,14 +12,15 @@
 #include "scene/clipboard.h"
 #include "scene/commands.h"
 #include "scene/selection.h"
+#include "scene/shown_screen.h"
 #include "scene/status.h"
 #include "scene/undo.h"
 #include "state/editor_state.h"
 
 static bool Everywhere() { return true; }
 
-static bool InBlueprint() { return BlueprintEditorIsShown(); }
-static bool InPrefab() { return editorState.screen == Screen::PrefabEditor && !editorState.runtimeMode; }
+static bool InBlueprint() { return ShownScreen() == Shown::Blueprint; }
+static bool InPrefab() { return ShownScreen() == Shown::Prefab; }
 
 static void Ignore() {}
 
@@ -63,7 +64,7 @@ static void SelectScale() { SelectTool(Tool::Scale); }
 static void TogglePlayMode() {
     if (editorState.playMode) {
         StopPlayMode();
-    } else if (!editorState.runtimeMode) {
+    } else if (ShownScreen() != Shown::Game) {
         StartPlayMode();
     }
 }

@@ -2,12 +2,12 @@
 
 #include "scene/editor_camera.h"
 #include "scene/keyboard_transform.h"
+#include "scene/shown_screen.h"
 #include "state/editor_state.h"
 
 // The Project Hub, outside the game, and the Blueprint editor take the keys for themselves.
 static bool FullScreenPageIsShown() {
-    return !editorState.runtimeMode &&
-           (editorState.hubVisible || editorState.screen == Screen::BlueprintEditor);
+    return ShownScreen() == Shown::Hub || ShownScreen() == Shown::Blueprint;
 }
 
 void UpdateFrame(float dt, PlayCache& cache) {

@@ -12,11 +12,6 @@
 
 #include <algorithm>
 
-bool BlueprintEditorIsShown() {
-    return editorState.screen == Screen::BlueprintEditor && !editorState.runtimeMode &&
-           !editorState.hubVisible;
-}
-
 bool OpenBlueprintEditor(const std::wstring& path) {
     if (!SaveBlueprintChanges()) return false;
     if (editorState.playMode) StopPlayMode();

@@ -7,10 +7,6 @@
 #include <cstdint>
 #include <string>
 
-// True while the Blueprint screen takes the place of the Scene editor: never in the game or behind the
-// Project Hub.
-bool BlueprintEditorIsShown();
-
 // Shows a Blueprint. A game stops first, and one that is open already is saved when it has unsaved changes.
 // False when that fails: the first one then stays open. The Prefab editor must be closed.
 bool OpenBlueprintEditor(const std::wstring& path);

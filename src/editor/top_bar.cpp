@@ -4,6 +4,7 @@
 #include "editor/widgets.h"
 #include "render/frame_buffer.h"
 #include "render/icons.h"
+#include "scene/shown_screen.h"
 #include "state/editor_state.h"
 
 constexpr int32_t kNarrowWidth = 760;  // pixels; up to here the right side stays empty
@@ -30,10 +31,10 @@ constexpr BarButton kButtons[] = {
 };
 // clang-format on
 
-static bool IsInPrefabEditor() { return editorState.screen == Screen::PrefabEditor; }
+static bool IsInPrefabEditor() { return ShownScreen() == Shown::Prefab; }
 
 static bool IsShown(const BarButton& button, const EditorLayout& layout) {
-    if (editorState.runtimeMode || button.isInPrefabEditor != IsInPrefabEditor()) return false;
+    if (ShownScreen() == Shown::Game || button.isInPrefabEditor != IsInPrefabEditor()) return false;
     return !button.isOnTheRight || layout.width > kNarrowWidth;
 }
 

@@ -3,6 +3,7 @@
 #include "play/score.h"
 #include "scene/gestures.h"
 #include "scene/kept_scene.h"
+#include "scene/shown_screen.h"
 #include "scene/status.h"
 #include "state/editor_state.h"
 
@@ -18,9 +19,7 @@ void ResetGameState() {
     ShowScore();
 }
 
-static bool IsEditingScene() {
-    return !editorState.playMode && !editorState.runtimeMode && editorState.screen == Screen::SceneEditor;
-}
+static bool IsEditingScene() { return !editorState.playMode && ShownScreen() == Shown::Scene; }
 
 void StartPlayMode() {
     if (!IsEditingScene()) return;

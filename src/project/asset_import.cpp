@@ -10,6 +10,7 @@
 #include "project/folder_copy.h"
 #include "project/project_folder.h"
 #include "scene/commands.h"
+#include "scene/shown_screen.h"
 #include "scene/status.h"
 #include "state/editor_state.h"
 
@@ -49,7 +50,7 @@ void ImportDroppedFiles(std::span<const std::wstring> paths) {
     for (const std::wstring& path : paths) {
         if (!ImportFile(path)) continue;
         ++imported;
-        if (AssetKindOf(path) == AssetKind::Model && !BlueprintEditorIsShown()) {
+        if (AssetKindOf(path) == AssetKind::Model && ShownScreen() != Shown::Blueprint) {
             PlaceModel(JoinPath(editorState.filesFolder, LastComponent(path)));
         }
     }

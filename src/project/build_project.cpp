@@ -9,11 +9,12 @@
 #include "project/folder_copy.h"
 #include "project/other_screens.h"
 #include "project/project_folder.h"
+#include "scene/shown_screen.h"
 #include "scene/status.h"
 #include "state/editor_state.h"
 
 static bool RefuseInPlayMode() {
-    if (!editorState.playMode || editorState.runtimeMode) return false;
+    if (!editorState.playMode || ShownScreen() == Shown::Game) return false;
     SetStatus(L"Nejdriv vypni Play Mode, potom sestav projekt.");
     return true;
 }

@@ -16,6 +16,7 @@
 #include "project/project_folder.h"
 #include "project/scene_switch.h"
 #include "scene/default_scenes.h"
+#include "scene/shown_screen.h"
 #include "scene/status.h"
 #include "state/editor_state.h"
 
@@ -35,7 +36,7 @@ static_assert(kPlayerController.size() == 151);
 // Closes the other editors and the game, and lets the user save what would be lost. False to stay.
 static bool LeaveScene() {
     if (!LeaveOtherScreens()) return false;
-    if (editorState.hubVisible || editorState.runtimeMode) return true;
+    if (ShownScreen() == Shown::Hub || ShownScreen() == Shown::Game) return true;
     StopPlayMode();
     return AskSaveOfChangedScene();
 }

@@ -3,6 +3,7 @@
 #include "formats/project_file.h"
 #include "formats/scene_file.h"
 #include "project/project_folder.h"
+#include "scene/shown_screen.h"
 #include "scene/status.h"
 #include "state/editor_state.h"
 
@@ -17,7 +18,7 @@ static void ReportSaved(bool sceneSaved, bool projectWritten) {
 }
 
 bool RefuseSaveInPlayMode() {
-    if (!editorState.playMode || editorState.runtimeMode) return false;
+    if (!editorState.playMode || ShownScreen() == Shown::Game) return false;
     SetStatus(L"Nejdriv vypni Play Mode. Runtime zmeny se do projektu neukladaji.");
     return true;
 }

@@ -4,6 +4,7 @@
 #include "render/raster/mesh_batch.h"
 #include "render/raster/mesh_bounds.h"
 #include "scene/selection.h"
+#include "scene/shown_screen.h"
 #include "scene/transform.h"
 #include "state/editor_state.h"
 #include "viewport/gizmo.h"
@@ -96,7 +97,7 @@ void DrawScene(const FrameView& view) {
                          .viewProjection = view.viewProjection};
 
     FillRect(view.viewport, ViewportBackground(editorState.scene, editorState.selectedIndex, ShowsGame()));
-    if (!editorState.runtimeMode) DrawGrid(frame.viewProjection);
+    if (ShownScreen() != Shown::Game) DrawGrid(frame.viewProjection);
     const auto count = static_cast<int32_t>(editorState.scene.size());
     WorldMatrices worlds(editorState.scene);
     DrawObjects(frame, worlds);
