@@ -1,8 +1,8 @@
 #include "bench_scenes.h"
 
 #include "render/builtin_meshes.h"
-#include "render/camera.h"
-#include "render/mesh_measures.h"
+#include "render/raster/camera.h"
+#include "render/raster/mesh_measures.h"
 #include "scene/default_scenes.h"
 #include "scene/editor_camera.h"
 #include "scene/transform.h"

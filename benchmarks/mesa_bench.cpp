@@ -29,7 +29,7 @@ static bool LooksSame(Pixel a, Pixel b) {
 static void DrawOwnFrame(const BenchScene& scene) {
     EnsureSize(kBenchWidth, kBenchHeight);
     Clear(kBenchBackground);
-    for (const BenchObject& object : scene.objects) DrawMesh(*object.mesh, object.draw);
+    for (const BenchObject& object : scene.objects) DrawMesh(*object.mesh, object.draw, frameBuffer);
 }
 
 // How many percent of the pixels that one of the pictures has something in look different in the other.

@@ -1,7 +1,7 @@
 #include "mesa_geometry.h"
 
 #include "base/limit.h"
-#include "render/raster/surface.h"
+#include "render/raster/face_ink.h"
 
 #include <cmath>
 #include <map>

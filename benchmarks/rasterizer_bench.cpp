@@ -37,14 +37,17 @@ static void DrawInOrder(const std::vector<MeshInstance>& objects) {
 constexpr FrameWay kPlainWay{ClearPlainly, DrawInOrder<DrawMeshPlainly>};
 static void DrawNothing(const std::vector<MeshInstance>&) {}
 
-constexpr FrameWay kSceneOrder{Clear, DrawInOrder<DrawMesh>};
-constexpr FrameWay kProgramWay{Clear, [](const std::vector<MeshInstance>& objects) { DrawMeshes(objects); }};
+static void DrawInFrame(const Mesh& mesh, const MeshDraw& draw) { DrawMesh(mesh, draw, frameBuffer); }
+
+constexpr FrameWay kSceneOrder{Clear, DrawInOrder<DrawInFrame>};
+constexpr FrameWay kProgramWay{
+    Clear, [](const std::vector<MeshInstance>& objects) { DrawMeshes(objects, frameBuffer); }};
 
 static void MeasureFrame(benchmark::State& state, const BenchScene& scene, const FrameWay& way,
                          SimdLevel level) {
     EnsureSize(scene.width, scene.height);
     frameBuffer.simd = level;
-    PrepareDepth(frameBuffer.viewport);
+    PrepareDepth(frameBuffer.viewport, frameBuffer);
     MeasureBest(state, [&] {
         way.clear(scene.background);
         way.draw(scene.objects);

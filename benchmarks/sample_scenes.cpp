@@ -4,7 +4,7 @@
 #include "formats/project_file.h"
 #include "platform/files.h"
 #include "project/project_folder.h"
-#include "render/camera.h"
+#include "render/raster/camera.h"
 #include "scene/editor_camera.h"
 #include "scene/transform.h"
 #include "state/editor_state.h"

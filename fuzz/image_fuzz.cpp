@@ -1,8 +1,8 @@
 // Any bytes are a texture or none; a texture has the size that its header promises, and a texel for each
 // pixel.
+#include "formats/texture_file.h"
 #include "fuzz_input.h"
 #include "platform/image_header.h"
-#include "render/textures.h"
 
 #include <cstdlib>
 #include <string_view>

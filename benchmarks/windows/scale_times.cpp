@@ -30,7 +30,7 @@ static double Median(size_t rounds, Work work) {
         PumpMessages();
         const double start = MonotonicSeconds();
         work();
-        PreparePixelAccess();  // what the system still has to draw belongs to the work
+        PreparePixelAccess(frameBuffer);  // what the system still has to draw belongs to the work
         times.push_back((MonotonicSeconds() - start) * 1000);
     }
     std::ranges::nth_element(times, times.begin() + static_cast<std::ptrdiff_t>(rounds / 2));
@@ -84,7 +84,7 @@ int main() {
     StartPlatform();
     LoadIcons();
     if (!OpenMainWindow(L"ZelEngine", {1360, 820})) return 1;
-    frameBuffer.keepsTexts = true;
+    frameBuffer.cachesTexts = true;
     std::printf("100,000 objects: medians, and parts of the panels of 1,000 or of the frame\n");
     PrintTree("all roots", Tree::Roots);
     PrintTree("under one parent", Tree::OneParent);

@@ -46,7 +46,7 @@ static void FillAround(const Rect& viewport) {
 }
 
 static void DrawEditorOrGame(const EditorLayout& layout) {
-    ClearDepth(layout.viewport);
+    ClearDepth(layout.viewport, frameBuffer);
     FillAround(layout.viewport);
     DrawScene(CurrentView(layout.viewport));
     if (ShownScreen() != Shown::Game) DrawPanels(layout);

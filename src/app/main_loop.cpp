@@ -57,7 +57,7 @@ static bool RunUntilAsked() {
 
 int RunProgram() {
     StartPlatform();
-    frameBuffer.keepsTexts = true;
+    frameBuffer.cachesTexts = true;
     bool isGood = false, hasMemory = false;
     WithEnoughMemory([&] {
         isGood = RunUntilAsked();

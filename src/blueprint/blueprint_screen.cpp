@@ -7,7 +7,6 @@
 #include "editor/theme.h"
 #include "editor/widgets.h"
 #include "render/frame_buffer.h"
-#include "render/panel_box.h"
 #include "state/editor_state.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 #include "editor/drop_assignments.h"
 
 #include "base/path_text.h"
+#include "formats/texture_file.h"
 #include "render/builtin_meshes.h"
-#include "render/textures.h"
 #include "scene/gameplay_scripts.h"
 #include "scene/selection.h"
 #include "scene/status.h"

@@ -3,7 +3,6 @@
 #include "editor/fit_text.h"
 #include "editor/theme.h"
 #include "render/frame_buffer.h"
-#include "render/panel_box.h"
 #include "state/editor_state.h"
 
 #include <algorithm>

@@ -5,7 +5,6 @@
 #include "editor/theme.h"
 #include "editor/widgets.h"
 #include "render/frame_buffer.h"
-#include "render/panel_box.h"
 #include "scene/component_search.h"
 #include "scene/selection.h"
 #include "scene/status.h"

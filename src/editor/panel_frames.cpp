@@ -2,7 +2,6 @@
 
 #include "editor/theme.h"
 #include "render/frame_buffer.h"
-#include "render/panel_box.h"
 #include "state/editor_state.h"
 
 static void DrawSplitter(PanelEdge edge, const Rect& line) {

@@ -1,7 +1,6 @@
 #include "editor/popup_menu.h"
 
 #include "render/frame_buffer.h"
-#include "render/panel_box.h"
 #include "scene/text_entry.h"
 
 #include <algorithm>

@@ -3,7 +3,6 @@
 #include "editor/theme.h"
 #include "editor/widgets.h"
 #include "render/frame_buffer.h"
-#include "render/panel_box.h"
 #include "scene/status.h"
 
 namespace {

@@ -4,7 +4,6 @@
 #include "base/numbers.h"
 #include "editor/theme.h"
 #include "render/frame_buffer.h"
-#include "render/panel_box.h"
 
 #include <algorithm>
 #include <cmath>
@@ -186,7 +185,7 @@ static void CopyRow(Point first, std::span<const Pixel> row) {
 void DrawColorWheel(Point centre, int32_t radius, uint32_t color) {
     constexpr Pixel kMark{0xFFFFFF}, kMarkRim{0x14100D};
     if (frameBuffer.pixels == nullptr) return;
-    PreparePixelAccess();
+    PreparePixelAccess(frameBuffer);
     int32_t y = centre.y - radius;
     for (const std::vector<Pixel>& row : KeptWheel(radius)) {
         CopyRow({centre.x - static_cast<int32_t>(row.size()) / 2, y++}, row);

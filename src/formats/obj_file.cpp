@@ -5,7 +5,7 @@
 #include "base/path_text.h"
 #include "formats/text_file.h"
 #include "platform/files.h"
-#include "render/mesh_measures.h"
+#include "render/raster/mesh_measures.h"
 #include "scene/status.h"
 #include "state/editor_state.h"
 

@@ -3,7 +3,7 @@
 
 #include "formats/obj_file.h"
 #include "formats/text_file.h"
-#include "render/textures.h"
+#include "formats/texture_file.h"
 #include "state/game_object.h"
 
 #include <span>

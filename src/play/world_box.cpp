@@ -9,7 +9,6 @@
 
 constexpr float kThinnest = 0.04f;  // world units
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
-constexpr uint64_t kNoMesh = std::numeric_limits<uint64_t>::max();
 
 constexpr MeshVertex kCubeCorners[] = {{{-1, -1, -1}}, {{1, -1, -1}}, {{-1, 1, -1}}, {{1, 1, -1}},
                                        {{-1, -1, 1}},  {{1, -1, 1}},  {{-1, 1, 1}},  {{1, 1, 1}}};
@@ -28,9 +27,11 @@ static std::span<const MeshVertex> ShapeOf(const GameObject& object) {
     return mesh->vertices;
 }
 
-static uint64_t SerialOf(const GameObject& object) {
+// A mesh that was not measured has no identity: nothing tells whether it is the same one later.
+static int32_t ShapeNumber(const GameObject& object) {
     const Mesh* mesh = MeshOf(object);
-    return mesh == nullptr ? kNoMesh : mesh->measures.serial;
+    if (mesh == nullptr) return kCubeShape;
+    return mesh->measures.identity == nullptr ? kUnknownShape : object.meshIndex;
 }
 
 static Box BoxAround(std::span<const MeshVertex> shape, const Matrix4& world) {
@@ -70,8 +71,8 @@ Box WorldBox(int32_t index) {
 
 // The place of an object without parent is its position, and its rotation and scale are all that turns it.
 static const Box& ExtentOfRoot(const GameObject& object, TurnedShape& shape) {
-    const uint64_t mesh = SerialOf(object);
-    const bool isSame = shape.mesh != 0 && shape.mesh == mesh && shape.isOfRoot &&
+    const int32_t mesh = ShapeNumber(object);
+    const bool isSame = shape.mesh != kUnknownShape && shape.mesh == mesh && shape.isOfRoot &&
                         shape.rotation == object.rotation && shape.scale == object.scale;
     if (!isSame) {
         const Matrix4 turn = LocalMatrix({}, object.rotation, object.scale);
@@ -85,9 +86,10 @@ static const Box& ExtentOfRoot(const GameObject& object, TurnedShape& shape) {
 }
 
 static const Box& ExtentOfChild(const GameObject& object, const Matrix4& world, TurnedShape& shape) {
-    const uint64_t mesh = SerialOf(object);
+    const int32_t mesh = ShapeNumber(object);
     const Matrix4 turn = WithoutTranslation(world);
-    const bool isSame = shape.mesh != 0 && shape.mesh == mesh && !shape.isOfRoot && shape.world == turn;
+    const bool isSame =
+        shape.mesh != kUnknownShape && shape.mesh == mesh && !shape.isOfRoot && shape.world == turn;
     if (!isSame) shape = {.world = turn, .extent = BoxAround(ShapeOf(object), turn), .mesh = mesh};
     return shape.extent;
 }

@@ -7,13 +7,16 @@
 
 #include <cstdint>
 
+// In place of the index of a mesh.
+constexpr int32_t kCubeShape = -1, kUnknownShape = -2;
+
 // The extent of an object's shape, turned and scaled, so that a shape that only moves need not be walked
-// again.
+// again. Good as long as the mesh library is the same.
 struct TurnedShape {
-    Vec3 rotation{}, scale{};  // of an object without parent
-    Matrix4 world{};           // of one with parents; its translation does not matter
-    Box extent{};              // around the shape, seen from the translation
-    uint64_t mesh = 0;  // the serial of its mesh, kNoMesh for the cube in place of one; 0: nothing is known
+    Vec3 rotation{}, scale{};      // of an object without parent
+    Matrix4 world{};               // of one with parents; its translation does not matter
+    Box extent{};                  // around the shape, seen from the translation
+    int32_t mesh = kUnknownShape;  // index of its mesh, kCubeShape for the cube in place of one
     bool isOfRoot = false;
 };
 

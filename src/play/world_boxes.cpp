@@ -75,13 +75,19 @@ static void TakeIn(int32_t first, WorldBoxes& boxes) {
     }
 }
 
+static MeshIdentities MeshesOfLibrary() {
+    MeshIdentities identities;
+    for (const MeshAsset& asset : editorState.meshes) identities.push_back(asset.mesh.measures.identity);
+    return identities;
+}
+
 // An added object may come with new meshes, or become the parent of one that named it before it was there,
 // and it lengthens the way through a cycle of parents: then nothing that was known holds for sure.
 static void KeepUpWithScene(WorldBoxes& boxes) {
     const auto known = static_cast<int32_t>(boxes.objects.size());
     if (known == ObjectCount()) return;
-    if (boxes.dependsOnCount || boxes.meshCount != editorState.meshes.size()) {
-        boxes = {.meshCount = editorState.meshes.size()};
+    if (boxes.dependsOnCount || boxes.meshes.size() != editorState.meshes.size()) {
+        boxes = {.meshes = MeshesOfLibrary()};
         TakeIn(0, boxes);
     } else {
         TakeIn(known, boxes);
@@ -89,7 +95,11 @@ static void KeepUpWithScene(WorldBoxes& boxes) {
 }
 
 void StartPass(WorldBoxes& boxes) {
-    if (boxes.objects.size() != editorState.scene.size()) {
+    const bool isSame = std::ranges::equal(boxes.meshes, editorState.meshes,
+                                           [](const auto& identity, const MeshAsset& asset) {
+                                               return identity == asset.mesh.measures.identity;
+                                           });
+    if (!isSame || boxes.objects.size() != editorState.scene.size()) {
         boxes = {};
         return;
     }
@@ -98,7 +108,6 @@ void StartPass(WorldBoxes& boxes) {
     boxes.hasTree = false;
     boxes.late.clear();
     boxes.visits = 0;
-    boxes.meshCount = editorState.meshes.size();
     boxes.dependsOnCount = false;
     TakeIn(0, boxes);
 }

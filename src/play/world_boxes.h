@@ -3,10 +3,14 @@
 
 #include "play/box_tree.h"
 #include "play/world_box.h"
+#include "state/mesh.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <vector>
+
+using MeshIdentities = std::vector<std::shared_ptr<const MeshMark>>;
 
 struct CachedBox {
     Box box{};
@@ -32,7 +36,7 @@ struct WorldBoxes {
     std::vector<int32_t> neighbours{};  // scratch of MoveWithCollision
     uint32_t visits = 0;
     int64_t steps = 0;            // objects visited to mark what is known, and to forget it
-    size_t meshCount = 0;         // of the library, when the boxes were computed
+    MeshIdentities meshes{};      // of the library, when the boxes were computed
     bool dependsOnCount = false;  // damaged parents: an added object may change older boxes
 };
 

@@ -9,7 +9,6 @@
 #include "project/files_icons.h"
 #include "project/files_menus.h"
 #include "render/frame_buffer.h"
-#include "render/panel_box.h"
 #include "scene/gestures.h"
 #include "scene/status.h"
 #include "state/editor_state.h"

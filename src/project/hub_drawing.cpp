@@ -5,7 +5,6 @@
 #include "project/project_hub.h"
 #include "render/frame_buffer.h"
 #include "render/icons.h"
-#include "render/panel_box.h"
 #include "scene/text_entry.h"
 #include "state/editor_state.h"
 

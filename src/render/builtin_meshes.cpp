@@ -1,6 +1,6 @@
 #include "render/builtin_meshes.h"
 
-#include "render/mesh_measures.h"
+#include "render/raster/mesh_measures.h"
 
 #include <algorithm>
 #include <cmath>

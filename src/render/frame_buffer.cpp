@@ -2,7 +2,6 @@
 
 #include "base/enough_memory.h"
 #include "render/raster/kernels.h"
-#include "render/text_runs.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -13,7 +12,7 @@ FrameBuffer frameBuffer;
 static bool MakeDepth() {
     FrameBuffer& fb = frameBuffer;
     fb.depth.assign(static_cast<size_t>(fb.width) * static_cast<size_t>(fb.height), kFarDepth);
-    ClearDepth(fb.viewport);
+    ClearDepth(fb.viewport, fb);
     return true;
 }
 
@@ -33,19 +32,12 @@ bool EnsureSize(int32_t width, int32_t height) {
 
 void ReleaseFrameBuffer() {
     DestroyCanvas();
-    ForgetKeptTexts();
     frameBuffer = FrameBuffer{};
-}
-
-void PreparePixelAccess() {
-    if (!frameBuffer.systemDrew) return;
-    FlushCanvas();
-    frameBuffer.systemDrew = false;
 }
 
 void Clear(Pixel color) {
     FillRect({0, 0, frameBuffer.width, frameBuffer.height}, color);
-    ClearDepth({0, 0, frameBuffer.width, frameBuffer.height});
+    ClearDepth({0, 0, frameBuffer.width, frameBuffer.height}, frameBuffer);
 }
 
 void FillRect(const Rect& rect, Pixel color) {
@@ -56,16 +48,28 @@ void FillRect(const Rect& rect, Pixel color) {
     const int32_t bottom = std::clamp(rect.bottom, 0, frameBuffer.height);
     if (left >= right || top >= bottom) return;
 
-    PreparePixelAccess();
+    PreparePixelAccess(frameBuffer);
     Pixel* first = frameBuffer.pixels + static_cast<ptrdiff_t>(top) * frameBuffer.width + left;
     KernelsOf(frameBuffer.simd)
         .clearBlock(first, frameBuffer.width, right - left, bottom - top, static_cast<uint32_t>(color));
 }
 
+void DrawPanelBox(const Rect& rect, Pixel fill, Pixel light) {
+    const auto [left, top, right, bottom] = rect;
+    FillRect(rect, fill);
+    FillRect({left, top, right, top + 1}, light);
+    FillRect({left, top + 1, right, top + 2}, kBoxSecondLine);
+    FillRect({left, bottom - 1, right, bottom}, kBoxDarkEdge);
+    FillRect({left, top, left + 1, bottom}, light);
+    FillRect({right - 1, top, right, bottom}, kBoxDarkEdge);
+}
+
 void DrawText(int32_t x, int32_t y, const std::wstring& text, TextColor color, int32_t height,
               int32_t weight) {
     if (frameBuffer.pixels == nullptr) return;
-    if (frameBuffer.keepsTexts && DrawKeptText(x, y, text, color, height, weight)) return;
+    const TextStyle style{color, height, weight};
+    if (frameBuffer.cachesTexts && DrawCachedText({x, y}, text, style, frameBuffer.texts, frameBuffer))
+        return;
     DrawCanvasText(x, y, text, color, height, weight);
     frameBuffer.systemDrew = true;
 }

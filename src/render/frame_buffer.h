@@ -2,32 +2,19 @@
 // writes whole pixels.
 #pragma once
 
-#include "base/color.h"
-#include "base/rect.h"
 #include "platform/canvas.h"
-#include "render/raster/depth_tiles.h"
-#include "render/raster/simd_level.h"
+#include "render/raster/surface.h"
+#include "render/text_runs.h"
 
 #include <cstdint>
 #include <string>
-#include <vector>
 
-struct FrameBuffer {
-    Pixel* pixels = nullptr;        // width x height, row 0 at the top; null: nothing may be drawn
-    int32_t width = 0, height = 0;  // pixels
-    std::vector<float> depth{};     // width x height; 1 is far, nothing drawn yet: see PrepareDepth
-    DepthTiles depthTiles{};
-    PixelOwners owners{};
-    Rect viewport{};                   // what lines and 3D drawing are confined to; inside the buffer
-    SimdLevel simd = BestSimdLevel();  // how triangles are filled
-    bool keepsTexts = false;           // texts are drawn out of kept pixels where that changes nothing
-    bool systemDrew = false;           // the system drew last: see PreparePixelAccess
+struct FrameBuffer : Surface {
+    bool cachesTexts = false;  // texts are drawn out of cached pixels where that changes nothing
+    TextRunCache texts{};
 };
 
 extern FrameBuffer frameBuffer;
-
-// The depth of a pixel that nothing was drawn to.
-constexpr float kFarDepth = 1.0f;
 
 // Makes the buffer `width` x `height`, with every depth far, unless it has that size. A side below 1 leaves
 // the old buffer: a minimised window keeps its picture. False when there is nothing to draw into, for want of
@@ -37,15 +24,20 @@ bool EnsureSize(int32_t width, int32_t height);
 // Gives the buffer's memory back: the frame buffer is then as it was before its first size.
 void ReleaseFrameBuffer();
 
-// To be called before pixels are read or written directly: what the system drew before is then in them.
-void PreparePixelAccess();
-
 // Fills everything and makes every depth far.
 void Clear(Pixel color);
 
 // Fills left <= x < right, top <= y < bottom as far as it lies inside the buffer. Nothing for an empty
 // rectangle.
 void FillRect(const Rect& rect, Pixel color);
+
+// The two bevel colours that every panel box has.
+constexpr Pixel kBoxSecondLine{0x443B36};
+constexpr Pixel kBoxDarkEdge{0x14100D};
+
+// The bevelled box that panels, menus and viewport labels share: `fill`, with `light` along the top and left
+// edges.
+void DrawPanelBox(const Rect& rect, Pixel fill, Pixel light);
 
 // Text with its top left corner at (x, y). `height` is the cell height in pixels, `weight` 400 or 600.
 void DrawText(int32_t x, int32_t y, const std::wstring& text, TextColor color, int32_t height,

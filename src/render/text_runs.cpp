@@ -1,14 +1,10 @@
 #include "render/text_runs.h"
 
 #include "platform/canvas.h"
-#include "render/frame_buffer.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <functional>
-#include <string_view>
-#include <unordered_map>
-#include <vector>
+#include <utility>
 
 constexpr uint32_t kColorBits = 0xFFFFFF;  // the system leaves anything in a pixel's fourth byte
 constexpr uint32_t kHalfOfEachChannel = 0x808080;
@@ -16,81 +12,28 @@ constexpr size_t kLongestText = 256;  // units; longer ones are rare, and large
 constexpr size_t kMostRuns = 8192;
 constexpr size_t kMostPixels = 2'000'000;  // 8 MB
 
-namespace {
-
-struct RunStyle {
-    TextColor color{};
-    int32_t height = 0, weight = 0;
-    uint32_t background = 0;  // 0x00RRGGBB
-
-    friend bool operator==(const RunStyle&, const RunStyle&) = default;
-};
-
-// A run is looked up without a copy of its text.
-struct RunView {
-    std::wstring_view text{};
-    RunStyle style{};
-
-    friend bool operator==(const RunView&, const RunView&) = default;
-};
-
-struct RunKey {
-    std::wstring text{};
-    RunStyle style{};
-
-    operator RunView() const { return {text, style}; }
-};
-
-struct RunHash {
-    using is_transparent = void;
-
-    size_t operator()(const RunView& run) const {
-        size_t hash = std::hash<std::wstring_view>{}(run.text);
-        const auto shape = static_cast<uint32_t>(run.style.height * 1024 + run.style.weight);
-        for (uint32_t part : {static_cast<uint32_t>(run.style.color), run.style.background, shape}) {
-            hash = (hash ^ part) * 0x9E3779B97F4A7C15u;
-        }
-        return hash;
+size_t TextRunHash::operator()(const TextRunView& run) const {
+    size_t hash = std::hash<std::wstring_view>{}(run.text);
+    const auto shape = static_cast<uint32_t>(run.style.height * 1024 + run.style.weight);
+    for (uint32_t part : {static_cast<uint32_t>(run.style.color), run.background, shape}) {
+        hash = (hash ^ part) * 0x9E3779B97F4A7C15u;
     }
-};
-
-struct RunsAreEqual {
-    using is_transparent = void;
-
-    bool operator()(const RunView& a, const RunView& b) const { return a == b; }
-};
-
-enum class RunState { AskedOnce, Kept, NotKeepable };
-
-struct TextRun {
-    RunState state = RunState::AskedOnce;
-    Rect ink{};                   // around all that the text leaves, from the text's corner
-    std::vector<Pixel> pixels{};  // of `ink`, row by row
-};
-
-struct KeptTexts {
-    std::unordered_map<RunKey, TextRun, RunHash, RunsAreEqual> runs{};
-    size_t pixels = 0;  // of all runs
-};
-
-KeptTexts kept;
-
-}  // namespace
+    return hash;
+}
 
 static uint32_t ColorOf(Pixel pixel) { return static_cast<uint32_t>(pixel) & kColorBits; }
 
-static const Pixel* PixelsFrom(int32_t x, int32_t y) {
-    return frameBuffer.pixels + static_cast<ptrdiff_t>(y) * frameBuffer.width + x;
+static Pixel* PixelsFrom(Point p, const Surface& surface) {
+    return surface.pixels + static_cast<ptrdiff_t>(p.y) * surface.width + p.x;
 }
 
-static bool IsInsideBuffer(const Rect& rect) {
-    return rect.left >= 0 && rect.top >= 0 && rect.right <= frameBuffer.width &&
-           rect.bottom <= frameBuffer.height;
+static bool IsInside(const Rect& rect, const Surface& surface) {
+    return rect.left >= 0 && rect.top >= 0 && rect.right <= surface.width && rect.bottom <= surface.height;
 }
 
-static bool IsOfOneColor(const Rect& rect, uint32_t color) {
+static bool IsOfOneColor(const Rect& rect, uint32_t color, const Surface& surface) {
     for (int32_t y = rect.top; y < rect.bottom; ++y) {
-        const Pixel* row = PixelsFrom(rect.left, y);
+        const Pixel* row = PixelsFrom({rect.left, y}, surface);
         uint32_t difference = 0;
         for (int32_t i = 0; i < Width(rect); ++i) difference |= ColorOf(row[i]) ^ color;
         if (difference != 0) return false;
@@ -98,8 +41,8 @@ static bool IsOfOneColor(const Rect& rect, uint32_t color) {
     return true;
 }
 
-static Rect Moved(const Rect& rect, int32_t x, int32_t y) {
-    return {rect.left + x, rect.top + y, rect.right + x, rect.bottom + y};
+static Rect Moved(const Rect& rect, Point by) {
+    return {rect.left + by.x, rect.top + by.y, rect.right + by.x, rect.bottom + by.y};
 }
 
 static size_t IndexIn(const TextPicture& picture, int32_t x, int32_t y) {
@@ -146,61 +89,66 @@ static bool Fits(const Rect& part, const TextPicture& picture) {
 }
 
 // The margin is the text's height: slanted letters, accents and long tails reach out of the cell.
-static bool Rasterize(const RunView& view, uint32_t background, TextPicture& picture) {
-    const RunStyle& style = view.style;
+static bool Rasterize(const TextRunView& view, uint32_t background, TextPicture& picture) {
+    const TextStyle& style = view.style;
     return RasterizeText(std::wstring(view.text), style.color, style.height, style.weight, Pixel{background},
                          style.height, picture);
 }
 
-static void Keep(const RunView& view, TextRun& run) {
-    run.state = RunState::NotKeepable;
-    const uint32_t ground = view.style.background, otherGround = ground ^ kHalfOfEachChannel;
+static void Rasterize(const TextRunView& view, TextRun& run) {
+    run.state = TextRunState::NotCacheable;
+    const uint32_t ground = view.background, otherGround = ground ^ kHalfOfEachChannel;
     TextPicture picture, other;
     if (!Rasterize(view, ground, picture) || !Rasterize(view, otherGround, other)) return;
     if (picture.width != other.width || picture.height != other.height) return;
     const Rect ink = WithRim(InkOf(picture, ground, other, otherGround));
     if (!Fits(ink, picture)) return;
 
-    run.state = RunState::Kept;
-    run.ink = Moved(ink, -view.style.height, -view.style.height);
+    run.state = TextRunState::Cached;
+    run.ink = Moved(ink, {-view.style.height, -view.style.height});
     run.pixels = Cut(picture, ink);
-    kept.pixels += run.pixels.size();
 }
 
 // Null for a text that is asked for the first time, and for one that must always be drawn.
-static const TextRun* FindKeptRun(const RunView& view) {
-    const auto found = kept.runs.find(view);
-    if (found == kept.runs.end()) {
-        if (kept.runs.size() >= kMostRuns || kept.pixels >= kMostPixels) ForgetKeptTexts();
-        kept.runs.try_emplace({std::wstring(view.text), view.style});
+//
+// A text seen once may be gone in the next frame, as a counter's is: only the second question pays for two
+// pictures of it. A full cache is emptied whole. What is shown comes back within two frames, and nothing has
+// to be noted about when a run was used last.
+static const TextRun* FindRun(const TextRunView& view, TextRunCache& cache) {
+    const auto found = cache.runs.find(view);
+    if (found == cache.runs.end()) {
+        if (cache.runs.size() >= kMostRuns || cache.pixels >= kMostPixels) cache = {};
+        cache.runs.try_emplace({std::wstring(view.text), view.style, view.background});
         return nullptr;
     }
     TextRun& run = found->second;
-    if (run.state == RunState::AskedOnce) Keep(view, run);
-    return run.state == RunState::Kept ? &run : nullptr;
+    if (run.state == TextRunState::AskedOnce) {
+        Rasterize(view, run);
+        cache.pixels += run.pixels.size();
+    }
+    return run.state == TextRunState::Cached ? &run : nullptr;
 }
 
-static void CopyRun(const TextRun& run, const Rect& place) {
+static void CopyRun(const TextRun& run, const Rect& place, const Surface& surface) {
     for (int32_t y = 0; y < Height(place); ++y) {
         const ptrdiff_t from = static_cast<ptrdiff_t>(y) * Width(place);
-        Pixel* to =
-            frameBuffer.pixels + static_cast<ptrdiff_t>(place.top + y) * frameBuffer.width + place.left;
-        std::copy_n(run.pixels.data() + from, Width(place), to);
+        std::copy_n(run.pixels.data() + from, Width(place), PixelsFrom({place.left, place.top + y}, surface));
     }
 }
 
-bool DrawKeptText(int32_t x, int32_t y, const std::wstring& text, TextColor color, int32_t height,
-                  int32_t weight) {
-    if (text.size() > kLongestText || !IsInsideBuffer({x, y, x + 1, y + 1})) return false;
-    PreparePixelAccess();
-    const uint32_t background = ColorOf(*PixelsFrom(x, y));
-    const TextRun* run = FindKeptRun({text, {color, height, weight, background}});
+// The cached pixels hold the text blended with one colour, so they stand for it only where every pixel below
+// has that colour now: it is part of the key, and all of the place is compared with it.
+bool DrawCachedText(Point corner, const std::wstring& text, const TextStyle& style, TextRunCache& cache,
+                    Surface& surface) {
+    if (text.size() > kLongestText || !IsInside({corner.x, corner.y, corner.x + 1, corner.y + 1}, surface))
+        return false;
+    PreparePixelAccess(surface);
+    const uint32_t background = ColorOf(*PixelsFrom(corner, surface));
+    const TextRun* run = FindRun({text, style, background}, cache);
     if (run == nullptr) return false;
 
-    const Rect place = Moved(run->ink, x, y);
-    if (!IsInsideBuffer(place) || !IsOfOneColor(place, background)) return false;
-    CopyRun(*run, place);
+    const Rect place = Moved(run->ink, corner);
+    if (!IsInside(place, surface) || !IsOfOneColor(place, background, surface)) return false;
+    CopyRun(*run, place, surface);
     return true;
 }
-
-void ForgetKeptTexts() { kept = {}; }

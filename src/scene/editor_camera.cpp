@@ -2,7 +2,7 @@
 
 #include "base/limit.h"
 #include "platform/window.h"
-#include "render/camera.h"
+#include "render/raster/camera.h"
 #include "scene/held_keys.h"
 #include "scene/status.h"
 #include "scene/transform.h"

@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -26,8 +27,11 @@ struct MeshBounds {
     Vec4 halfSize{};  // w is 0
 };
 
+// Nobody looks into one: its place in memory tells meshes apart.
+struct MeshMark {};
+
 // What drawing asks of a mesh again and again, all in object space. See MeasureMesh in
-// render/mesh_measures.h.
+// render/raster/mesh_measures.h.
 struct MeshMeasures {
     // The planes of the triangles, by triangle, followed by zeros up to a multiple of sixteen: the normals
     // (p1 - p0) x (p2 - p0), and their products with a point of the plane.
@@ -35,7 +39,8 @@ struct MeshMeasures {
     MeshBounds bounds{};
     float reach = 0;        // no vertex is farther from the origin
     float longestEdge = 0;  // no edge of a triangle is longer
-    uint64_t serial = 0;    // of no other measured mesh but copies; 0: not measured
+    // The same for copies of a mesh and for no other mesh, as long as somebody holds it. Null: not measured.
+    std::shared_ptr<const MeshMark> identity{};
 };
 
 struct Mesh {

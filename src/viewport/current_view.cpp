@@ -1,6 +1,6 @@
 #include "viewport/current_view.h"
 
-#include "render/camera.h"
+#include "render/raster/camera.h"
 #include "scene/editor_camera.h"
 #include "state/editor_state.h"
 #include "viewport/scene_view.h"

@@ -1,8 +1,8 @@
 #include "viewport/gizmo.h"
 
 #include "render/frame_buffer.h"
-#include "render/line.h"
-#include "render/projection.h"
+#include "render/raster/camera.h"
+#include "render/raster/line.h"
 
 #include <algorithm>
 #include <cmath>
@@ -70,7 +70,7 @@ void DrawGizmo(const GizmoOnScreen& gizmo, std::optional<GizmoAxis> activeAxis) 
         const auto i = static_cast<size_t>(axis);
         if (!gizmo.tipVisible[i]) continue;
         const Pixel color = activeAxis == axis ? kAxisColors[i].active : kAxisColors[i].idle;
-        DrawLine(PixelOf(gizmo.origin), PixelOf(gizmo.tip[i]), color);
+        DrawLine(PixelOf(gizmo.origin), PixelOf(gizmo.tip[i]), color, frameBuffer);
         FillSquare(PixelOf(gizmo.tip[i]), 4, color);
     }
     FillSquare(PixelOf(gizmo.origin), 5, kOriginMark);

@@ -3,7 +3,7 @@
 
 #include "base/matrix4.h"
 #include "base/rect.h"
-#include "render/projection.h"
+#include "render/raster/camera.h"
 #include "state/game_object.h"
 #include "state/gesture.h"
 

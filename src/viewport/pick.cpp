@@ -1,7 +1,7 @@
 #include "viewport/pick.h"
 
 #include "render/frame_buffer.h"
-#include "render/projection.h"
+#include "render/raster/camera.h"
 #include "render/raster/draw_mesh.h"
 #include "scene/transform.h"
 #include "viewport/scene_view.h"
@@ -28,7 +28,7 @@ static int32_t PickOverlay(const PickView& view, Point pixel) {
 
 static int32_t PickMesh(const PickView& view, Point pixel) {
     int32_t found = -1;
-    float depth = kFarDepth;
+    PickedPixel picked{view.viewport, pixel};
     WorldMatrices worlds(view.scene);
     MeshDraw draw{.eye = view.eye, .viewProjection = view.viewProjection};
     for (int32_t i = 0; i < static_cast<int32_t>(view.scene.size()); ++i) {
@@ -36,7 +36,7 @@ static int32_t PickMesh(const PickView& view, Point pixel) {
         if (!IsShown(object, view.playMode) || !ShowsMesh(object, view.meshes.size())) continue;
         draw.world = worlds.Of(i);
         const Mesh& mesh = view.meshes[static_cast<size_t>(object.meshIndex)].mesh;
-        if (MeshDepthAt(mesh, draw, view.viewport, pixel, depth)) found = i;
+        if (MeshCoversPixel(mesh, draw, picked, frameBuffer)) found = i;
     }
     return found;
 }

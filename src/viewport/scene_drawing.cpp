@@ -1,6 +1,7 @@
 #include "viewport/scene_drawing.h"
 
 #include "render/frame_buffer.h"
+#include "render/raster/draw_mesh.h"
 #include "render/raster/mesh_batch.h"
 #include "render/raster/mesh_bounds.h"
 #include "scene/selection.h"
@@ -44,21 +45,22 @@ static void DrawTextOf(int32_t index, const Matrix4& viewProjection, WorldMatric
                    IsSelected(index));
 }
 
+static void DrawBatch(std::vector<MeshInstance>& batch) {
+    DrawMeshes(batch, frameBuffer);
+    batch.clear();
+}
+
 // Meshes are drawn in batches: only a text and the outline of the selection ignore depth and must come where
 // they stand in the scene. What lies beside the view is not worth sorting. `frame` holds what all objects
 // share.
 static void DrawObjects(const MeshDraw& frame, WorldMatrices& worlds) {
-    static std::vector<MeshInstance> batch;
+    std::vector<MeshInstance>& batch = frameBuffer.scratch.batch;
     batch.clear();
-    const auto drawBatch = [] {
-        DrawMeshes(batch);
-        batch.clear();
-    };
     for (int32_t i = 0; i < static_cast<int32_t>(editorState.scene.size()); ++i) {
         const GameObject& object = editorState.scene[static_cast<size_t>(i)];
         const bool showsMesh = ShowsMesh(object, editorState.meshes.size());
         if (!IsShown(object, ShowsGame()) || !(object.isText || showsMesh)) continue;
-        if (object.isText || IsSelected(i)) drawBatch();
+        if (object.isText || IsSelected(i)) DrawBatch(batch);
         if (object.isText) {
             DrawTextOf(i, frame.viewProjection, worlds);
             continue;
@@ -66,12 +68,12 @@ static void DrawObjects(const MeshDraw& frame, WorldMatrices& worlds) {
         const Mesh& mesh = editorState.meshes[static_cast<size_t>(object.meshIndex)].mesh;
         const MeshDraw draw = MeshDrawOf(i, frame, worlds);
         if (draw.selected) {
-            DrawMesh(mesh, draw);
+            DrawMesh(mesh, draw, frameBuffer);
         } else if (!IsBesideView(mesh, {draw.world, draw.viewProjection, frameBuffer.viewport})) {
             batch.push_back({&mesh, draw});
         }
     }
-    drawBatch();
+    DrawBatch(batch);
 }
 
 static void DrawMarkers(int32_t index, const Matrix4& viewProjection, WorldMatrices& worlds) {

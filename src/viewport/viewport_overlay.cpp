@@ -3,9 +3,8 @@
 #include "base/limit.h"
 #include "render/frame_buffer.h"
 #include "render/icons.h"
-#include "render/line.h"
-#include "render/panel_box.h"
-#include "render/projection.h"
+#include "render/raster/camera.h"
+#include "render/raster/line.h"
 
 #include <algorithm>
 #include <cmath>
@@ -29,7 +28,7 @@ static void DrawWorldLine(const Matrix4& viewProjection, Vec3 from, Vec3 to, Pix
     Point a, b;
     if (!ProjectToPixel(viewProjection, from, frameBuffer.viewport, a)) return;
     if (!ProjectToPixel(viewProjection, to, frameBuffer.viewport, b)) return;
-    DrawLine(a, b, color);
+    DrawLine(a, b, color, frameBuffer);
 }
 
 void DrawGrid(const Matrix4& viewProjection) {

@@ -336,7 +336,7 @@ TEST_CASE("nothing of an earlier frame is left in the next one") {
             CHECK(headless.pixels == first);
             CHECK(CountOf(kOld) == 0);
             const Rect& view = frameBuffer.viewport;
-            PrepareDepth(view);
+            PrepareDepth(view, frameBuffer);
             for (int32_t y = view.top; y < view.bottom; ++y) {
                 for (int32_t x = view.left; x < view.right; ++x) REQUIRE(DepthAt(x, y) == kFarDepth);
             }

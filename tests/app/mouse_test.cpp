@@ -1,6 +1,6 @@
 #include "app/current_layout.h"
 #include "project/asset_list.h"
-#include "render/projection.h"
+#include "render/raster/camera.h"
 #include "scene/transform.h"
 #include "support/capture.h"
 #include "support/editor_input.h"

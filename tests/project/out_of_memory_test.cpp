@@ -7,12 +7,12 @@
 #include "formats/project_file.h"
 #include "formats/recent_projects.h"
 #include "formats/scene_file.h"
+#include "formats/texture_file.h"
 #include "platform/files.h"
 #include "project/asset_list.h"
 #include "project/prefab_editor.h"
 #include "project/save_project.h"
 #include "render/frame_buffer.h"
-#include "render/textures.h"
 #include "support/allocation_limit.h"
 #include "support/image_bytes.h"
 #include "support/project_input.h"
@@ -175,7 +175,7 @@ TEST_CASE("a window that memory does not suffice for shows nothing until there i
         const AllocationLimit limit(1'000'000);
         CHECK_FALSE(EnsureSize(2000, 2000));
         CHECK(EnsureSize(200, 200));
-        ClearDepth({10, 10, 190, 190});
+        ClearDepth({10, 10, 190, 190}, frameBuffer);
     }
     ReleaseFrameBuffer();
 }
@@ -186,7 +186,7 @@ TEST_CASE("clearing the depth of a part of the window takes no memory") {
     REQUIRE(EnsureSize(333, 222));
     const AllocationLimit limit(0);
     for (const Rect& area : {Rect{0, 0, 333, 222}, {1, 1, 333, 222}, {100, 50, 120, 222}, {0, 0, 0, 0}})
-        ClearDepth(area);
+        ClearDepth(area, frameBuffer);
 }
 
 // Files whose folder stands must all be whole.

@@ -1,6 +1,5 @@
 #include "render/frame_buffer.h"
 
-#include "render/panel_box.h"
 #include "support/picture.h"
 #include "support/source_path.h"
 
@@ -47,7 +46,7 @@ TEST_CASE("clearing fills every pixel and makes every depth far") {
     std::fill(frameBuffer.depth.begin(), frameBuffer.depth.end(), 0.25f);
     Clear(kFill);
     CHECK(CountOf(kFill) == 35);
-    PrepareDepth({0, 0, frameBuffer.width, frameBuffer.height});
+    PrepareDepth({0, 0, frameBuffer.width, frameBuffer.height}, frameBuffer);
     CHECK(frameBuffer.depth == std::vector<float>(35, 1.0f));
 }
 

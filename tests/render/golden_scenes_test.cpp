@@ -74,7 +74,8 @@ static bool DrawsTheGoldenPicture(const std::string& name, const std::vector<Dra
     const std::vector<float> plainDepth = frameBuffer.depth;
 
     StartPicture(200, 150, Pixel{0x2D2219});
-    for (const DrawnMesh& object : scene) DrawMesh(meshes[static_cast<size_t>(object.mesh)], object.draw);
+    for (const DrawnMesh& object : scene)
+        DrawMesh(meshes[static_cast<size_t>(object.mesh)], object.draw, frameBuffer);
     CHECK(headless.pixels == plainPixels);
     CHECK(frameBuffer.depth == plainDepth);
     return MatchesGolden(name);

@@ -18,7 +18,7 @@ constexpr TextColor kInk{0x78E2FF};
 static void StartTexts(int32_t width = 300, int32_t height = 100) {
     StartPicture(width, height, kGround);
     headless.paintsTexts = true;
-    frameBuffer.keepsTexts = true;
+    frameBuffer.cachesTexts = true;
 }
 
 // How many texts the system drew while `draw` ran.
@@ -118,10 +118,10 @@ TEST_CASE("without keeping, and after forgetting, every text is drawn by the sys
     StartTexts();
     DrawHello();
     DrawHello();
-    ForgetKeptTexts();
+    frameBuffer.texts = {};
     Clear(kGround);
     CHECK(SystemTexts([] { DrawHello(); }) == 1);
-    frameBuffer.keepsTexts = false;
+    frameBuffer.cachesTexts = false;
     for (int32_t i = 0; i < 3; ++i) CHECK(SystemTexts([] { DrawHello(); }) == 1);
 }
 
@@ -147,7 +147,7 @@ TEST_CASE("twenty thousand different texts are drawn right although not all are 
     Clear(kGround);
     DrawText(5, 1, L"19999", kInk, 8, kNormal);
     const std::vector<Pixel> kept = headless.pixels;
-    frameBuffer.keepsTexts = false;
+    frameBuffer.cachesTexts = false;
     Clear(kGround);
     DrawText(5, 1, L"19999", kInk, 8, kNormal);
     CHECK(headless.pixels == kept);
@@ -175,10 +175,10 @@ TEST_CASE("pages of random boxes and texts are the same with and without kept te
     for (uint32_t seed = 1; seed <= 50; ++seed) {
         CAPTURE(seed);
         StartTexts();
-        frameBuffer.keepsTexts = false;
+        frameBuffer.cachesTexts = false;
         DrawRandomPage(seed);
         const std::vector<Pixel> plain = headless.pixels;
-        frameBuffer.keepsTexts = true;
+        frameBuffer.cachesTexts = true;
         size_t drawn = 0;
         for (int32_t round = 0; round < 3; ++round) {
             Clear(kGround);
@@ -210,7 +210,7 @@ TEST_CASE("frames of the whole editor are the same with and without kept texts")
         RenderFrame();
         const std::vector<Pixel> plain = headless.pixels;
         const size_t all = headless.texts.size();
-        frameBuffer.keepsTexts = true;
+        frameBuffer.cachesTexts = true;
         RenderFrame();
         for (int32_t frame = 0; frame < 3; ++frame) {
             const size_t drawn = SystemTexts(RenderFrame);

@@ -1,7 +1,7 @@
 #include "scene/commands.h"
 
 #include "render/builtin_meshes.h"
-#include "render/camera.h"
+#include "render/raster/camera.h"
 #include "scene/transform.h"
 #include "scene/undo.h"
 #include "support/capture.h"

@@ -14,7 +14,7 @@ inline void StartPicture(int32_t width, int32_t height, Pixel background = Pixel
     frameBuffer.simd = BestSimdLevel();
     EnsureSize(width, height);
     Clear(background);
-    PrepareDepth(frameBuffer.viewport);
+    PrepareDepth(frameBuffer.viewport, frameBuffer);
 }
 
 inline Pixel PixelAt(int32_t x, int32_t y) {

@@ -1,7 +1,7 @@
 #include "support/plain_renderer.h"
 
 #include "render/frame_buffer.h"
-#include "render/line.h"
+#include "render/raster/line.h"
 
 #include <algorithm>
 #include <cmath>
@@ -122,13 +122,13 @@ static void Fill(const std::array<ScreenCorner, 3>& s, Pixel color, const std::a
 }
 
 void FillTrianglePlainly(const std::array<ScreenCorner, 3>& corners, Pixel color) {
-    PrepareDepth(frameBuffer.viewport);
+    PrepareDepth(frameBuffer.viewport, frameBuffer);
     Fill(corners, color, nullptr, nullptr);
 }
 
 void FillTrianglePlainly(const std::array<ScreenCorner, 3>& corners,
                          const std::array<TexturePoint, 3>& points, const TextureFill& fill) {
-    PrepareDepth(frameBuffer.viewport);
+    PrepareDepth(frameBuffer.viewport, frameBuffer);
     Fill(corners, {}, &points, &fill);
 }
 
@@ -212,13 +212,13 @@ static void DrawOutlinePlainly(const Mesh& mesh, const MeshDraw& draw) {
                 visible = visible && Project({clip.x, clip.y, clip.z, clip.w, 0, 0, 0, 0, 0}, s);
                 if (visible) ends[e] = {static_cast<int32_t>(s.x), static_cast<int32_t>(s.y)};
             }
-            if (visible) DrawLine(ends[0], ends[1], Pixel{0x56D6FF});
+            if (visible) DrawLine(ends[0], ends[1], Pixel{0x56D6FF}, frameBuffer);
         }
     }
 }
 
 void DrawMeshPlainly(const Mesh& mesh, const MeshDraw& draw) {
-    PrepareDepth(frameBuffer.viewport);
+    PrepareDepth(frameBuffer.viewport, frameBuffer);
     DrawFacesPlainly(mesh, draw);
     if (draw.selected) DrawOutlinePlainly(mesh, draw);
 }

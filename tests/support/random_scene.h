@@ -1,7 +1,7 @@
 // Random triangles and objects for property tests.
 #pragma once
 
-#include "render/projection.h"
+#include "render/raster/camera.h"
 
 #include <array>
 #include <cstdint>

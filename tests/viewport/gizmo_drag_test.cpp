@@ -1,5 +1,5 @@
 #include "app/current_layout.h"
-#include "render/projection.h"
+#include "render/raster/camera.h"
 #include "support/capture.h"
 #include "support/editor_input.h"
 #include "support/gestures.h"

@@ -1,6 +1,6 @@
 #include "viewport/gizmo.h"
 
-#include "render/camera.h"
+#include "render/raster/camera.h"
 #include "support/gestures.h"
 #include "support/picture.h"
 

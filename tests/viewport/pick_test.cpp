@@ -1,8 +1,8 @@
 #include "viewport/pick.h"
 
 #include "render/builtin_meshes.h"
-#include "render/camera.h"
 #include "render/icons.h"
+#include "render/raster/camera.h"
 #include "render/raster/draw_mesh.h"
 #include "scene/transform.h"
 #include "support/picture.h"
@@ -193,7 +193,8 @@ TEST_CASE("what is picked at a pixel is what was drawn there") {
             const std::vector<float> before = frameBuffer.depth;
             MeshDraw draw{.viewProjection = vp};
             draw.world = WorldMatrix(scene, i);
-            DrawMesh(Meshes()[static_cast<size_t>(scene[static_cast<size_t>(i)].meshIndex)].mesh, draw);
+            DrawMesh(Meshes()[static_cast<size_t>(scene[static_cast<size_t>(i)].meshIndex)].mesh, draw,
+                     frameBuffer);
             for (size_t p = 0; p < shown.size(); ++p) {
                 if (frameBuffer.depth[p] != before[p]) shown[p] = i;
             }

@@ -1,8 +1,7 @@
 #include "viewport/viewport_overlay.h"
 
 #include "platform/files.h"
-#include "render/camera.h"
-#include "render/projection.h"
+#include "render/raster/camera.h"
 #include "support/picture.h"
 #include "support/source_path.h"
 

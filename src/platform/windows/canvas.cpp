@@ -3,31 +3,18 @@
 #include "platform/windows/canvas_device.h"
 #include "platform/windows/main_window.h"
 
-namespace {
-
-struct Canvas {
-    HDC device = nullptr;           // made once, kept until the program ends
-    HGDIOBJ firstBitmap = nullptr;  // what the device held when it was made
-    HBITMAP bitmap = nullptr;
-    CanvasPixels pixels{};  // of `bitmap`
-};
-
-Canvas canvas;
-
-}  // namespace
+Canvas windowCanvas;
 
 // A bitmap can only be deleted while no device context holds it.
 static void DeleteBitmap() {
-    if (!canvas.bitmap) return;
-    SelectObject(canvas.device, canvas.firstBitmap);
-    DeleteObject(canvas.bitmap);
-    canvas.bitmap = nullptr;
-    canvas.pixels = {};
+    if (!windowCanvas.bitmap) return;
+    SelectObject(windowCanvas.device, windowCanvas.firstBitmap);
+    DeleteObject(windowCanvas.bitmap);
+    windowCanvas.bitmap = nullptr;
+    windowCanvas.pixels = {};
 }
 
-HDC CanvasDevice() { return canvas.bitmap ? canvas.device : nullptr; }
-
-CanvasPixels PixelsOfCanvas() { return canvas.pixels; }
+HDC CanvasDevice() { return windowCanvas.bitmap ? windowCanvas.device : nullptr; }
 
 BITMAPINFO TopDownPixels(int32_t width, int32_t height) {
     BITMAPINFO info{};
@@ -42,36 +29,37 @@ BITMAPINFO TopDownPixels(int32_t width, int32_t height) {
 
 Pixel* CreateCanvas(int32_t width, int32_t height) {
     const HDC windowDevice = GetDC(MainWindow());
-    if (!canvas.device) canvas.device = CreateCompatibleDC(windowDevice);
+    if (!windowCanvas.device) windowCanvas.device = CreateCompatibleDC(windowDevice);
     DeleteBitmap();
     const BITMAPINFO info = TopDownPixels(width, height);
     void* pixels = nullptr;
     const HBITMAP bitmap = CreateDIBSection(windowDevice, &info, DIB_RGB_COLORS, &pixels, nullptr, 0);
     ReleaseDC(MainWindow(), windowDevice);
-    if (!bitmap || !canvas.device) {
+    if (!bitmap || !windowCanvas.device) {
         DeleteObject(bitmap);
         return nullptr;
     }
 
-    const HGDIOBJ previous = SelectObject(canvas.device, bitmap);
-    if (!canvas.firstBitmap) canvas.firstBitmap = previous;
-    canvas.bitmap = bitmap;
-    canvas.pixels = {static_cast<Pixel*>(pixels), width, height};
-    return canvas.pixels.first;
+    const HGDIOBJ previous = SelectObject(windowCanvas.device, bitmap);
+    if (!windowCanvas.firstBitmap) windowCanvas.firstBitmap = previous;
+    windowCanvas.bitmap = bitmap;
+    windowCanvas.pixels = {static_cast<Pixel*>(pixels), width, height};
+    return windowCanvas.pixels.first;
 }
 
 void DestroyCanvas() {
     DeleteBitmap();
-    ReleaseCanvasFonts();
-    if (canvas.device) DeleteDC(canvas.device);
-    canvas = {};
+    for (const CanvasFont& made : windowCanvas.fonts) DeleteObject(made.font);
+    if (windowCanvas.device) DeleteDC(windowCanvas.device);
+    windowCanvas = {};
 }
 
 void FlushCanvas() { GdiFlush(); }
 
 void PresentCanvas() {
-    if (!canvas.bitmap || !MainWindow()) return;
+    if (!windowCanvas.bitmap || !MainWindow()) return;
     const HDC windowDevice = GetDC(MainWindow());
-    BitBlt(windowDevice, 0, 0, canvas.pixels.width, canvas.pixels.height, canvas.device, 0, 0, SRCCOPY);
+    BitBlt(windowDevice, 0, 0, windowCanvas.pixels.width, windowCanvas.pixels.height, windowCanvas.device, 0,
+           0, SRCCOPY);
     ReleaseDC(MainWindow(), windowDevice);
 }

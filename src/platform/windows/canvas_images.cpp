@@ -1,7 +1,7 @@
 #include "platform/canvas.h"
+#include "platform/windows/cached_images.h"
 #include "platform/windows/canvas_device.h"
 #include "platform/windows/gdi_plus.h"
-#include "platform/windows/kept_images.h"
 #include "platform/windows/window_icon.h"
 
 #include <algorithm>
@@ -10,7 +10,7 @@
 
 static std::vector<Gdiplus::GpImage*> images;  // indexed by CanvasImage
 
-static CanvasImage Keep(Gdiplus::GpImage* image) {
+static CanvasImage Add(Gdiplus::GpImage* image) {
     images.push_back(image);
     return static_cast<CanvasImage>(images.size()) - 1;
 }
@@ -45,13 +45,13 @@ CanvasImage LoadCanvasImage(const std::wstring& path) {
 
     Gdiplus::GpImage* image = nullptr;
     if (gdiPlus->GdipLoadImageFromFile(path.c_str(), &image) != Gdiplus::Ok) return -1;
-    return Keep(image);
+    return Add(image);
 }
 
 CanvasImage MakeCanvasImage(const DecodedImage& pixels) {
     const GdiPlusCalls* gdiPlus = GdiPlus();
     Gdiplus::GpBitmap* bitmap = gdiPlus ? BitmapOf(*gdiPlus, pixels) : nullptr;
-    return bitmap ? Keep(bitmap) : -1;
+    return bitmap ? Add(bitmap) : -1;
 }
 
 // By the system, which may fail. `image` and `rect` are valid.
@@ -69,7 +69,7 @@ static bool DrawAnew(CanvasImage image, const Rect& rect) {
 void DrawCanvasImage(CanvasImage image, const Rect& rect) {
     if (!CanvasDevice() || image < 0 || image >= static_cast<CanvasImage>(images.size())) return;
     if (Width(rect) <= 0 || Height(rect) <= 0) return;
-    if (!DrawKeptImage(image, rect)) KeepImage(image, rect, DrawAnew);
+    if (!DrawCachedImage(image, rect)) CacheImage(image, rect, DrawAnew);
 }
 
 void ReleaseCanvasImages() {
@@ -77,6 +77,6 @@ void ReleaseCanvasImages() {
         for (Gdiplus::GpImage* image : images) gdiPlus->GdipDisposeImage(image);
     }
     images.clear();
-    ForgetKeptImages();
+    windowCanvas.cachedImages = {};
     ReleaseWindowIcons();
 }

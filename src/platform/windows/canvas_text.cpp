@@ -3,16 +3,8 @@
 #include "platform/windows/canvas_device.h"
 
 #include <algorithm>
-#include <vector>
 
 namespace {
-
-struct CanvasFont {
-    int32_t height = 0, weight = 0;
-    HFONT font = nullptr;
-};
-
-std::vector<CanvasFont> fonts;
 
 // A device context with a bitmap of its own, for the time of one text.
 struct TextBitmap {
@@ -47,11 +39,11 @@ static HFONT MakeFont(int32_t height, int32_t weight) {
 
 // Fonts are few and are asked for a hundred times a frame, so each is made once.
 static HFONT FindFont(int32_t height, int32_t weight) {
-    for (const CanvasFont& known : fonts) {
+    for (const CanvasFont& known : windowCanvas.fonts) {
         if (known.height == height && known.weight == weight) return known.font;
     }
     const HFONT font = MakeFont(height, weight);
-    if (font) fonts.push_back({height, weight, font});
+    if (font) windowCanvas.fonts.push_back({height, weight, font});
     return font;
 }
 
@@ -70,11 +62,6 @@ static SIZE Extent(HDC device, HFONT font, const std::wstring& text) {
     if (!GetTextExtentPoint32W(device, text.c_str(), static_cast<int>(text.size()), &extent)) extent = {};
     SelectObject(device, previous);
     return extent;
-}
-
-void ReleaseCanvasFonts() {
-    for (const CanvasFont& known : fonts) DeleteObject(known.font);
-    fonts.clear();
 }
 
 void DrawCanvasText(int32_t x, int32_t y, const std::wstring& text, TextColor color, int32_t height,

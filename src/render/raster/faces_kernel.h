@@ -7,7 +7,6 @@
 // bring back; whatever is not certain goes on to the exact tests of the fill.
 #pragma once
 
-#include "render/raster/depth_rounding.h"
 #include "render/raster/kernels.h"
 #include "render/raster/lanes.h"
 

@@ -1,31 +1,31 @@
 #include "render/raster/fill_triangle.h"
 
-#include "render/frame_buffer.h"
 #include "render/raster/face_ink.h"
 #include "render/raster/kernels.h"
 
 #include <algorithm>
 #include <cmath>
 
-static FillTarget TargetOfFrame() {
-    FrameBuffer& fb = frameBuffer;
-    FillTarget to{fb.pixels, fb.depth.data(), fb.width, fb.height};
-    if (fb.owners.areKept) to.owners = fb.owners.numbers.data();
-    to.owner = fb.owners.current;
+static FillTarget TargetOf(Surface& surface) {
+    FillTarget to{surface.pixels, surface.depth.data(), surface.width, surface.height};
+    if (surface.owners.areKept) to.owners = surface.owners.numbers.data();
+    to.owner = surface.owners.current;
     return to;
 }
 
-// A buffer smaller than a block of pixels is drawn in one lane.
-static const RasterKernels& KernelsOfFrame(SimdLevel level) {
-    const bool isTiny = frameBuffer.width < kWidestBlock || frameBuffer.height < kHighestBlock;
-    return KernelsOf(isTiny ? SimdLevel::OneLane : level);
+// A surface smaller than a block of pixels is drawn in one lane.
+static SimdLevel LevelThatFits(SimdLevel level, const Surface& surface) {
+    const bool isTiny = surface.width < kWidestBlock || surface.height < kHighestBlock;
+    return isTiny ? SimdLevel::OneLane : level;
 }
 
-void FillFaces(const MeshToDraw& mesh, const Rect& covered, SimdLevel level) {
-    const RasterKernels& kernels = KernelsOfFrame(level);
-    PrepareDepth(covered);
-    (mesh.isTextured ? kernels.fillTexturedFaces : kernels.fillFlatFaces)(mesh, TargetOfFrame());
-    DepthChanged(covered);
+// The depths are kept in tiles: those that the mesh may touch are written first if they are still those of an
+// earlier frame, and marked afterwards, because their farthest depth may have changed.
+void FillFaces(const MeshToDraw& mesh, const Rect& covered, SimdLevel level, Surface& surface) {
+    const RasterKernels& kernels = KernelsOf(LevelThatFits(level, surface));
+    PrepareDepth(covered, surface);
+    (mesh.isTextured ? kernels.fillTexturedFaces : kernels.fillFlatFaces)(mesh, TargetOf(surface));
+    DepthChanged(covered, surface);
 }
 
 TextureSource SourceOf(const TextureImage& image, bool repeat, uint32_t tint) {
@@ -43,10 +43,9 @@ static bool HasArea(const std::array<ScreenCorner, 3>& corners) {
 }
 
 // The triangle's box within the viewport. False when it is empty.
-static bool BoxOf(const std::array<ScreenCorner, 3>& corners, Rect& box) {
+static bool BoxOf(const std::array<ScreenCorner, 3>& corners, const Rect& viewport, Rect& box) {
     const auto [minX, maxX] = std::minmax({corners[0].x, corners[1].x, corners[2].x});
     const auto [minY, maxY] = std::minmax({corners[0].y, corners[1].y, corners[2].y});
-    const Rect& viewport = frameBuffer.viewport;
     box = {std::max(viewport.left, static_cast<int32_t>(std::floor(minX))),
            std::max(viewport.top, static_cast<int32_t>(std::floor(minY))),
            std::min(static_cast<int32_t>(std::ceil(maxX)) + 1, viewport.right),
@@ -55,34 +54,35 @@ static bool BoxOf(const std::array<ScreenCorner, 3>& corners, Rect& box) {
 }
 
 // Draws a mesh of one face, whose corners are its vertices.
-static void FillAlone(const std::array<ScreenCorner, 3>& corners, MeshToDraw mesh, const FaceInk& ink) {
+static void FillAlone(const std::array<ScreenCorner, 3>& corners, MeshToDraw mesh, const FaceInk& ink,
+                      Surface& surface) {
     constexpr MeshTriangle kTriangle{0, 1, 2};
     ScannedFace face;
-    if (frameBuffer.pixels == nullptr || !HasArea(corners) || !BoxOf(corners, face.box)) return;
+    if (surface.pixels == nullptr || !HasArea(corners) || !BoxOf(corners, surface.viewport, face.box)) return;
     mesh.triangles = &kTriangle;
     mesh.corners = corners.data();
     mesh.faces = &face;
     mesh.faceCount = 1;
     mesh.findInk = FindKnownInk;
     mesh.knownInk = &ink;
-    FillFaces(mesh, face.box, frameBuffer.simd);
+    FillFaces(mesh, face.box, surface.simd, surface);
 }
 
-void FillTriangle(const std::array<ScreenCorner, 3>& corners, Pixel color) {
+void FillTriangle(const std::array<ScreenCorner, 3>& corners, Pixel color, Surface& surface) {
     FaceInk ink;
     ink.color = color;
-    FillAlone(corners, {}, ink);
+    FillAlone(corners, {}, ink, surface);
 }
 
 void FillTriangle(const std::array<ScreenCorner, 3>& corners, const std::array<TexturePoint, 3>& points,
-                  const TextureFill& fill) {
+                  const TextureFill& fill, Surface& surface) {
     MeshToDraw mesh;
     mesh.isTextured = true;
     mesh.texture = SourceOf(*fill.texture, fill.repeat, fill.tint);
     FaceInk ink;
     std::ranges::copy(points, ink.points);
     ink.brightness = fill.brightness;
-    FillAlone(corners, mesh, ink);
+    FillAlone(corners, mesh, ink, surface);
 }
 
 bool CoversPixel(const std::array<ScreenCorner, 3>& corners, Point pixel, float& depth) {

@@ -1,10 +1,7 @@
 // Single triangles on the screen, whose colours are known.
 #pragma once
 
-#include "base/rect.h"
-#include "render/projection.h"
-#include "render/raster/mesh_to_draw.h"
-#include "render/raster/simd_level.h"
+#include "render/raster/surface.h"
 #include "state/texture_image.h"
 
 #include <array>
@@ -17,14 +14,14 @@ struct TextureFill {
     float brightness = 1;  // limited when it is applied
 };
 
-// Fill the pixels of the frame buffer's viewport whose centres lie inside, edges included, where the triangle
+// Fill the pixels of the surface's viewport whose centres lie inside, edges included, where the triangle
 // is strictly nearer than what was drawn. Both windings are filled. Nothing without an area.
-void FillTriangle(const std::array<ScreenCorner, 3>& corners, Pixel color);
+void FillTriangle(const std::array<ScreenCorner, 3>& corners, Pixel color, Surface& surface);
 void FillTriangle(const std::array<ScreenCorner, 3>& corners, const std::array<TexturePoint, 3>& points,
-                  const TextureFill& fill);
+                  const TextureFill& fill, Surface& surface);
 
 // The same for the faces of a mesh that were found to have an area and a box. All boxes lie within `covered`.
-void FillFaces(const MeshToDraw& mesh, const Rect& covered, SimdLevel level);
+void FillFaces(const MeshToDraw& mesh, const Rect& covered, SimdLevel level, Surface& surface);
 
 // Twice the signed area, square pixels: positive where the corners turn clockwise on the screen.
 float AreaOf(const std::array<ScreenCorner, 3>& corners);

@@ -4,12 +4,12 @@
 // the depth test, it finds the face's colour, or its texture coordinates and light, and keeps them in
 // registers for the pixels that follow. A face may then turn out not to be drawn: the exact test of its back
 // is part of the finding. The ink of a textured face takes the weights of the pixels, looks up the texels,
-// tints and lights them, all in the words of surface.h.
+// tints and lights them, all in the words of face_ink.h.
 #pragma once
 
+#include "render/raster/face_ink.h"
 #include "render/raster/kernels.h"
 #include "render/raster/lanes.h"
-#include "render/raster/surface.h"
 
 namespace {
 

@@ -2,10 +2,7 @@
 // same bits; kernels_one.cpp is the definition.
 #pragma once
 
-#include "render/raster/front_faces.h"
 #include "render/raster/mesh_to_draw.h"
-#include "render/raster/mesh_vertices.h"
-#include "render/raster/simd_level.h"
 #include "state/mesh.h"
 
 #include <cstddef>
@@ -19,6 +16,19 @@ constexpr float kSmallestArea = 0.0001f;
 
 // Interpolated 1 / w below which a textured pixel is skipped.
 constexpr float kSmallestQ = 1e-6f;
+
+// Pixels from a corner of a triangle to the farthest centre that is looked at.
+constexpr float kBoxMargin = 1.5f;
+
+// How far rounding moves the depth of a triangle's pixels. It moves the sum of a pixel's three weights off 1,
+// by at most 3 * 8 * 2^-24 * size^2 / area from the edges and a third of that from the area, in a box of
+// `size` pixels: so much less than the least depth of its corners a pixel of the face may have. This is a
+// little more; the second one is for the products and sums of depths.
+constexpr float kDepthRounding = 40 * 0x1p-24f, kSumRounding = 16 * 0x1p-24f;
+
+// Of numbers smaller than this rounding takes more than its part, down to all: the bound on a depth goes down
+// by as much. It changes no other.
+constexpr float kVanishing = 0x1p-126f;
 
 // Lists that kernels write to have room for as many elements more.
 constexpr size_t kListMargin = kMostLanes;
@@ -101,9 +111,6 @@ struct RasterKernels {
     // The greatest depth of such a block, at least 0.
     float (*farthestOf)(const float* first, int64_t stride, int32_t width, int32_t height);
 };
-
-// Of a level that the processor has.
-const RasterKernels& KernelsOf(SimdLevel level);
 
 const RasterKernels& KernelsOneLane();
 const RasterKernels& KernelsSse2();

@@ -1,6 +1,6 @@
 #include "render/raster/mesh_batch.h"
 
-#include "render/frame_buffer.h"
+#include "render/raster/draw_mesh.h"
 
 #include <algorithm>
 #include <bit>
@@ -23,13 +23,11 @@ static uint32_t OrderOf(float number) {
 
 static size_t NumberOf(Place place) { return static_cast<uint32_t>(place); }
 
-static const std::vector<Place>& NearestFirst(std::span<const MeshInstance> instances) {
-    static std::vector<Place> places;
+static void SortNearestFirst(std::span<const MeshInstance> instances, std::vector<Place>& places) {
     places.clear();
     for (const MeshInstance& instance : instances)
         places.push_back(Place{OrderOf(DistanceOf(instance))} << 32 | places.size());
     std::ranges::sort(places);
-    return places;
 }
 
 // True when the order of the scene is near enough to that of the distances: keeping the owners of pixels
@@ -72,29 +70,33 @@ static bool DoLargeOnesComeLate(std::span<const MeshInstance> instances, const s
     return late > kLate * all * static_cast<double>(places.size());
 }
 
-static void DrawInSceneOrder(std::span<const MeshInstance> instances) {
-    for (const MeshInstance& instance : instances) DrawMesh(*instance.mesh, instance.draw);
+static void DrawInSceneOrder(std::span<const MeshInstance> instances, Surface& surface) {
+    for (const MeshInstance& instance : instances) DrawMesh(*instance.mesh, instance.draw, surface);
 }
 
-static void DrawInOrder(std::span<const MeshInstance> instances, const std::vector<Place>& places) {
-    KeepOwners();
+// Of two meshes at the same depth the first in the scene is visible, whichever is drawn first: the pixels
+// remember whose depth they hold.
+static void DrawInOrder(std::span<const MeshInstance> instances, const std::vector<Place>& places,
+                        Surface& surface) {
+    KeepOwners(surface);
     for (const Place place : places) {
         const MeshInstance& instance = instances[NumberOf(place)];
-        frameBuffer.owners.current = static_cast<int32_t>(NumberOf(place));
-        DrawMesh(*instance.mesh, instance.draw);
+        surface.owners.current = static_cast<int32_t>(NumberOf(place));
+        DrawMesh(*instance.mesh, instance.draw, surface);
     }
-    ForgetOwners();
+    ForgetOwners(surface);
 }
 
-void DrawMeshes(std::span<const MeshInstance> instances) {
+void DrawMeshes(std::span<const MeshInstance> instances, Surface& surface) {
     if (instances.size() < kFewestToSort) {
-        DrawInSceneOrder(instances);
+        DrawInSceneOrder(instances, surface);
         return;
     }
-    const std::vector<Place>& places = NearestFirst(instances);
+    std::vector<Place>& places = surface.scratch.order;
+    SortNearestFirst(instances, places);
     if (AreNearlyInOrder(places) && !DoLargeOnesComeLate(instances, places)) {
-        DrawInSceneOrder(instances);
+        DrawInSceneOrder(instances, surface);
     } else {
-        DrawInOrder(instances, places);
+        DrawInOrder(instances, places, surface);
     }
 }

@@ -1,6 +1,6 @@
 #include "render/raster/mesh_bounds.h"
 
-#include "render/mesh_measures.h"
+#include "render/raster/mesh_measures.h"
 
 #include <algorithm>
 #include <cmath>
@@ -167,6 +167,6 @@ MeshPlace PlaceMesh(const Mesh& mesh, const VertexTransform& transform) {
     place.moved =
         std::max(Moved(box.sizes.x, box.sizes.w, w.low, across, halfWidth, static_cast<float>(viewport.left)),
                  Moved(box.sizes.y, box.sizes.w, w.low, down, halfHeight, static_cast<float>(viewport.top)));
-    place.isBounded = mesh.measures.serial != 0;
+    place.isBounded = mesh.measures.identity != nullptr;
     return place;
 }

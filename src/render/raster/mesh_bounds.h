@@ -1,8 +1,7 @@
 // Where a whole mesh lies for the view, by the box around its vertices.
 #pragma once
 
-#include "render/raster/mesh_vertices.h"
-#include "state/mesh.h"
+#include "render/raster/mesh_to_draw.h"
 
 // True when it is certain that no face of the mesh shows a pixel, because all of it lies beyond one side of
 // the viewport or behind the eye. Says so with a wide margin: an eighth of the viewport.

@@ -1,14 +1,100 @@
-// One mesh on its way to the picture: what the stages of drawing hand to one another.
+// A mesh on its way to the picture: what the stages of drawing hand to one another, in their order.
 #pragma once
 
 #include "base/color.h"
+#include "base/matrix4.h"
 #include "base/rect.h"
-#include "render/projection.h"
-#include "render/raster/draw_mesh.h"
+#include "render/raster/camera.h"
 #include "state/mesh.h"
+#include "state/texture_image.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
+#include <vector>
+
+// What a mesh is drawn with. The first three stay the same for a whole frame.
+struct MeshDraw {
+    Vec3 eye{};                             // world space
+    Vec3 light{};                           // unit vector toward the light, or zero
+    Matrix4 viewProjection{};               // world to clip space
+    Matrix4 world{};                        // object to world space
+    bool selected = false;                  // with an outline over everything
+    uint32_t tint = 0;                      // 0x00BBGGRR; 0 for none
+    float roughness = 0.72f;                // 0 .. 1
+    float gloss = 0.18f;                    // 0 .. 1
+    const TextureImage* texture = nullptr;  // null for the vertex colours
+    bool repeat = false;                    // the texture is tiled, one tile per two world units
+};
+
+struct MeshInstance {
+    const Mesh* mesh = nullptr;
+    MeshDraw draw{};
+};
+
+// ---- The vertices.
+
+// How the vertices of a mesh are transformed: to the world, then to the screen.
+struct VertexTransform {
+    Matrix4 world{};
+    Matrix4 viewProjection{};
+    Rect viewport{};
+};
+
+// What a kernel writes, by vertex: see MeshVertices.
+struct VertexLists {
+    ScreenCorner* corners = nullptr;
+    uint8_t* visible = nullptr;
+    uint8_t* beyondNearPlane = nullptr;
+};
+
+// Where the corners of a mesh lie.
+struct VertexExtent {
+    float left = 0, top = 0, right = 0, bottom = 0;  // pixels; only when all are plain
+    bool arePlain = false;                           // all of them: see MeshVertices::IsPlain
+};
+
+// The vertices of one mesh, each transformed once. By vertex, and a margin at the end of each list: see
+// kListMargin.
+struct MeshVertices {
+    std::vector<ScreenCorner> corners{};     // only where visible
+    std::vector<uint8_t> visible{};          // 1 where the projection accepted the vertex
+    std::vector<uint8_t> beyondNearPlane{};  // 1 where clip z >= 0
+    VertexExtent extent{};
+    std::vector<ScreenCorner> plainCorners{};  // not a number where a vertex is not plain; see PlainCorners
+
+    bool IsPlain(size_t i) const { return visible[i] && beyondNearPlane[i]; }
+
+    // By vertex: as in `corners` where it is plain, else not a number.
+    const ScreenCorner* PlainCorners() const {
+        return extent.arePlain ? corners.data() : plainCorners.data();
+    }
+};
+
+// ---- Which faces are visible.
+
+// The eye as the faces of a mesh see it.
+struct EyeInObject {
+    Vec3 position{};   // object space
+    float inside = 1;  // -1 where the matrix turns the mesh inside out
+    // By the length of a face's normal farther behind its plane than this, no rounding brings the eye before
+    // it. One bound for all faces: beside a long edge small faces are hardly ever left out.
+    float certainty = 0;
+    // A face is hidden where the eye is higher before its plane than this: see HiddenHeight.
+    float hiddenFrom = std::numeric_limits<float>::infinity();
+    bool isUsable = false;  // false: nothing is known of any face
+};
+
+// A face that may be visible.
+struct ScannedFace {
+    uint32_t triangle = 0;  // index into the mesh's triangles
+    Rect box{};         // the face covers nothing of the viewport outside it; not empty, inside the buffer
+    float nearest = 0;  // no pixel of it lies before this depth
+    // Edge functions at its pixels are zero or no smaller than 2^-69, and not all three zero: see Divisor.
+    bool isOrdinary = false;
+};
+
+// ---- What colours a face.
 
 // Texture coordinates of a corner, v upwards.
 struct TexturePoint {
@@ -20,13 +106,12 @@ struct AxisScales {
     float x = 1, y = 1, z = 1;
 };
 
-// A face that may show.
-struct ScannedFace {
-    uint32_t triangle = 0;  // index into the mesh's triangles
-    Rect box{};         // the face covers nothing of the viewport outside it; not empty, inside the buffer
-    float nearest = 0;  // no pixel of it lies before this depth
-    // Edge functions at its pixels are zero or no smaller than 2^-69, and not all three zero: see Divisor.
-    bool isOrdinary = false;
+// A texture as the fill samples it.
+struct TextureSource {
+    const Pixel* texels = nullptr;  // null: white
+    int32_t width = 0, height = 0;  // pixels
+    bool repeat = false;
+    uint32_t tint = 0;  // 0x00BBGGRR, 0 for none
 };
 
 // Cosines of angles to a face's normal.
@@ -36,28 +121,21 @@ struct FaceLight {
     float halfway = 0;  // between light and eye
 };
 
-// What colours a face.
 struct FaceInk {
     Pixel color{};             // of a flat face
     TexturePoint points[3]{};  // of a textured one, by corner
     float brightness = 1;      // of a textured one; limited when it is applied
 };
 
-// A texture as the fill samples it.
-struct TextureSource {
-    const Pixel* texels = nullptr;  // null: white
-    int32_t width = 0, height = 0;  // pixels
-    bool repeat = false;
-    uint32_t tint = 0;  // 0x00BBGGRR, 0 for none
-};
+// ---- The fill.
 
 struct MeshToDraw;
 
 // Finds the ink of a face by its place in the list. False: the face is not drawn.
 using FindFaceInk = bool (*)(const MeshToDraw& mesh, size_t face, FaceInk& ink);
 
-// Faces of one mesh, in the order of drawing. Drawing asks for the ink of a face when the first of its pixels
-// has passed the depth test: most faces show none.
+// Faces of one mesh, in the order of drawing. The fill asks for the ink of a face when the first of its
+// pixels has passed the depth test: most faces have no visible pixel.
 struct MeshToDraw {
     const MeshDraw* draw = nullptr;
     const MeshVertex* vertices = nullptr;     // of the mesh
@@ -71,4 +149,24 @@ struct MeshToDraw {
     const FaceLight* lights = nullptr;  // by face; null: each is found when it is needed
     FindFaceInk findInk = nullptr;
     const FaceInk* knownInk = nullptr;  // for a `findInk` that only hands it on
+};
+
+// ---- Memory.
+
+// Some faces of a mesh and the vertices that they need, each as often as it is needed.
+struct MeshPart {
+    std::vector<MeshVertex> vertices{};
+    std::vector<MeshTriangle> triangles{};
+};
+
+// Memory that drawing uses again for the next mesh and the next frame. What it holds means nothing between
+// two calls.
+struct MeshScratch {
+    MeshVertices vertices{};
+    std::vector<uint32_t> fronts{};  // faces that may turn to the eye
+    std::vector<ScannedFace> visible{};
+    std::vector<FaceLight> lights{};
+    MeshPart few{};
+    std::vector<uint64_t> order{};      // of a batch: see DrawMeshes
+    std::vector<MeshInstance> batch{};  // for whoever collects the meshes that DrawMeshes draws
 };

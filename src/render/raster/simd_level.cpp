@@ -1,5 +1,7 @@
 #include "render/raster/simd_level.h"
 
+#include "render/raster/kernels.h"
+
 #include <cstddef>
 #include <cstdint>
 
@@ -50,8 +52,13 @@ static uint64_t SavedRegisters() {
 
 static bool HasAll(uint64_t set, uint64_t wanted) { return (set & wanted) == wanted; }
 
+std::string NameOf(SimdLevel level) {
+    constexpr const char* kNames[] = {"one lane", "SSE2", "AVX2", "AVX-512"};
+    return kNames[static_cast<size_t>(level)];
+}
+
 // A processor may have registers that the system does not save: both are asked.
-static SimdLevel FindBestLevel() {
+SimdLevel BestSimdLevel() {
     constexpr uint32_t kFma = 1u << 12, kPopcnt = 1u << 23, kOsUsesXsave = 1u << 27, kAvx = 1u << 28;
     constexpr uint32_t kAvx2 = 1u << 5;
     constexpr uint32_t kAvx512 = 1u << 16 | 1u << 17 | 1u << 30 | 1u << 31;  // F, DQ, BW, VL
@@ -64,14 +71,14 @@ static SimdLevel FindBestLevel() {
     return SimdLevel::Avx512;
 }
 
-std::string NameOf(SimdLevel level) {
-    constexpr const char* kNames[] = {"one lane", "SSE2", "AVX2", "AVX-512"};
-    return kNames[static_cast<size_t>(level)];
-}
-
-SimdLevel BestSimdLevel() {
-    static const SimdLevel best = FindBestLevel();
-    return best;
+const RasterKernels& KernelsOf(SimdLevel level) {
+    switch (level) {
+        case SimdLevel::Avx512: return KernelsAvx512();
+        case SimdLevel::Avx2: return KernelsAvx2();
+        case SimdLevel::Sse2: return KernelsSse2();
+        case SimdLevel::OneLane: break;
+    }
+    return KernelsOneLane();
 }
 
 std::span<const SimdLevel> AllSimdLevels() { return kLevels; }

@@ -1,4 +1,4 @@
-// Which vectors the rasterizer works with.
+// Which vectors the rasterizer works with, and its loops written with them.
 #pragma once
 
 #include <span>
@@ -13,6 +13,11 @@ std::string NameOf(SimdLevel level);
 // The widest level that this processor has, and whose registers the operating system saves. SSE2 is the floor
 // of 64-bit processors.
 SimdLevel BestSimdLevel();
+
+struct RasterKernels;
+
+// Of a level that the processor has: see kernels.h.
+const RasterKernels& KernelsOf(SimdLevel level);
 
 // Every level, the narrowest first, and those of them that this processor has.
 std::span<const SimdLevel> AllSimdLevels();

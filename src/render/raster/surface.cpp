@@ -1,50 +1,160 @@
 #include "render/raster/surface.h"
 
-#include "base/limit.h"
+#include "platform/canvas.h"
+#include "render/raster/kernels.h"
 
 #include <algorithm>
-#include <cmath>
+#include <bit>
+#include <limits>
 
-constexpr float kAmbient = 0.3f;
-constexpr Pixel kWhite{0xFFFFFF};
+namespace {
 
-float Brightness(float lightCosine, float halfwayCosine, float roughness, float gloss) {
-    const float diffuse = std::max(lightCosine, 0.0f), specular = std::max(halfwayCosine, 0.0f);
-    return kAmbient + (0.62f - 0.12f * roughness) * diffuse +
-           gloss * (1.15f - 0.55f * roughness) * std::pow(specular, (1 - roughness) * 72 + 8);
+// Tile numbers; right and bottom are exclusive.
+using TileRange = Rect;
+
+}  // namespace
+
+void PreparePixelAccess(Surface& surface) {
+    if (!surface.systemDrew) return;
+    FlushCanvas();
+    surface.systemDrew = false;
 }
 
-float FaceBrightness(Vec3 normal, Vec3 toEye, Vec3 light, float roughness, float gloss) {
-    return Brightness(Dot(normal, light), Dot(normal, Normalise(light + toEye)), roughness, gloss);
+static int32_t CountOf(int32_t pixels, int32_t size) { return std::max(0, (pixels + size - 1) / size); }
+
+// Writes no depth: each tile is marked stale, and is written when something is drawn to it. A frame that
+// leaves half of its tiles alone clears half of its depths.
+void ClearDepth(const Rect& area, Surface& surface) {
+    DepthTiles& tiles = surface.depthTiles;
+    tiles.area = area;
+    tiles.columns = CountOf(Width(area), kTileWidth);
+    tiles.rows = CountOf(Height(area), kTileHeight);
+    const auto count = static_cast<size_t>(tiles.columns) * static_cast<size_t>(tiles.rows);
+    tiles.farthest.assign(count, kFarDepth);
+    tiles.isChanged.assign(count, 0);
+    tiles.isStale.assign(count, 1);
+    tiles.staleCount = count;
 }
 
-Pixel Tinted(Pixel color, uint32_t tint) {
-    if (tint == 0) return color;
-    const auto c = static_cast<uint32_t>(color);
-    // The halves of what differs, without a carry from one channel into the next.
-    return Pixel{((c & tint) + (((c ^ tint) & 0xFEFEFE) >> 1)) & 0xFFFFFF};
+// The tiles that hold pixels of the rectangle.
+static TileRange TilesOf(const Rect& rect, const DepthTiles& tiles) {
+    const Rect& area = tiles.area;
+    const int32_t left = std::max(rect.left, area.left) - area.left,
+                  top = std::max(rect.top, area.top) - area.top;
+    const int32_t right = std::min(rect.right, area.right) - area.left,
+                  bottom = std::min(rect.bottom, area.bottom) - area.top;
+    if (left >= right || top >= bottom) return {};
+    return {left / kTileWidth, top / kTileHeight, CountOf(right, kTileWidth), CountOf(bottom, kTileHeight)};
 }
 
-Pixel Lit(Pixel color, float brightness) {
-    const float factor = Limit(brightness, kDarkest, kBrightest);
-    const auto c = static_cast<uint32_t>(color);
-    const auto channel = [c, factor](int shift) {
-        const float lit = static_cast<float>(c >> shift & 0xFF) * factor;
-        return static_cast<uint32_t>(std::min(lit, 255.0f)) << shift;
-    };
-    return Pixel{channel(16) | channel(8) | channel(0)};
+static size_t IndexOf(int32_t column, int32_t row, const DepthTiles& tiles) {
+    return static_cast<size_t>(row) * static_cast<size_t>(tiles.columns) + static_cast<size_t>(column);
 }
 
-static float Wrapped(float coordinate, bool repeat) {
-    return Limit(repeat ? coordinate - std::floor(coordinate) : coordinate, 0.0f, 1.0f);
+// The pixels of a tile.
+static Rect PixelsOf(int32_t column, int32_t row, const DepthTiles& tiles) {
+    const Rect& area = tiles.area;
+    const int32_t left = area.left + column * kTileWidth, top = area.top + row * kTileHeight;
+    return {left, top, std::min(left + kTileWidth, area.right), std::min(top + kTileHeight, area.bottom)};
 }
 
-Pixel SampleTexture(const TextureImage& texture, float u, float v, bool repeat) {
-    if (texture.texels.empty()) return kWhite;
-    const float across = Wrapped(u, repeat) * static_cast<float>(texture.width - 1);
-    const float down = (1 - Wrapped(v, repeat)) * static_cast<float>(texture.height - 1);
-    const int32_t column = std::clamp(static_cast<int32_t>(across), 0, texture.width - 1);
-    const int32_t row = std::clamp(static_cast<int32_t>(down), 0, texture.height - 1);
-    return texture
-        .texels[static_cast<size_t>(row) * static_cast<size_t>(texture.width) + static_cast<size_t>(column)];
+namespace {
+
+// Numbers that the pixels of the surface have, and which tiles of them are stale.
+template <typename Value>
+struct TiledValues {
+    std::vector<Value>& values;
+    std::vector<uint8_t>& isStale;
+    Value cleared;
+};
+
+}  // namespace
+
+// Writes the stale tiles of a rectangle, those that follow one another in a row together: in rows as long as
+// possible, memory is written in the order that caches expect. Gives how many tiles that were.
+template <typename Value>
+static size_t WriteStale(const TiledValues<Value>& tiled, const Rect& rect, const Surface& surface) {
+    const DepthTiles& tiles = surface.depthTiles;
+    const TileRange range = TilesOf(rect, tiles);
+    size_t written = 0;
+    for (int32_t row = range.top; row < range.bottom; ++row) {
+        uint8_t* isStale = tiled.isStale.data() + IndexOf(0, row, tiles);
+        for (int32_t column = range.left; column < range.right; ++column) {
+            const int32_t first = column;
+            for (; column < range.right && isStale[column] != 0; ++column) isStale[column] = 0;
+            if (column == first) continue;
+            const Rect begin = PixelsOf(first, row, tiles), end = PixelsOf(column - 1, row, tiles);
+            Value* corner =
+                tiled.values.data() + static_cast<ptrdiff_t>(begin.top) * surface.width + begin.left;
+            KernelsOf(surface.simd)
+                .clearBlock(corner, surface.width, end.right - begin.left, Height(begin),
+                            std::bit_cast<uint32_t>(tiled.cleared));
+            written += static_cast<size_t>(column - first);
+        }
+    }
+    return written;
+}
+
+// Nobody's number is the least: it wins every tie.
+constexpr int32_t kNobody = std::numeric_limits<int32_t>::min();
+
+void PrepareDepth(const Rect& rect, Surface& surface) {
+    DepthTiles& tiles = surface.depthTiles;
+    PixelOwners& owners = surface.owners;
+    if (tiles.staleCount > 0) {
+        const TiledValues<float> depths{surface.depth, tiles.isStale, kFarDepth};
+        tiles.staleCount -= WriteStale(depths, rect, surface);
+    }
+    if (owners.areKept) {
+        const TiledValues<int32_t> numbers{owners.numbers, owners.areStale, kNobody};
+        WriteStale(numbers, rect, surface);
+    }
+}
+
+void KeepOwners(Surface& surface) {
+    PixelOwners& owners = surface.owners;
+    owners.areKept = true;
+    owners.numbers.resize(surface.depth.size());
+    owners.areStale.assign(surface.depthTiles.isStale.size(), 1);
+}
+
+void ForgetOwners(Surface& surface) { surface.owners.areKept = false; }
+
+void DepthChanged(const Rect& rect, Surface& surface) {
+    DepthTiles& tiles = surface.depthTiles;
+    const TileRange range = TilesOf(rect, tiles);
+    for (int32_t row = range.top; row < range.bottom; ++row) {
+        std::fill_n(tiles.isChanged.data() + IndexOf(range.left, row, tiles), range.right - range.left,
+                    uint8_t{1});
+    }
+}
+
+static float FarthestOf(const Rect& pixels, const Surface& surface) {
+    const float* first =
+        surface.depth.data() + static_cast<ptrdiff_t>(pixels.top) * surface.width + pixels.left;
+    return KernelsOf(surface.simd).farthestOf(first, surface.width, Width(pixels), Height(pixels));
+}
+
+static float FarthestOfTile(int32_t column, int32_t row, Surface& surface) {
+    DepthTiles& tiles = surface.depthTiles;
+    const size_t tile = IndexOf(column, row, tiles);
+    if (tiles.isChanged[tile] != 0) {
+        tiles.farthest[tile] = FarthestOf(PixelsOf(column, row, tiles), surface);
+        tiles.isChanged[tile] = 0;
+    }
+    return tiles.farthest[tile];
+}
+
+// Only tiles that were drawn to since they were asked last are looked at pixel by pixel, and the first far
+// one ends the search: most questions are about a part of the view where nothing stands yet.
+float FarthestDepth(const Rect& rect, Surface& surface) {
+    const TileRange range = TilesOf(rect, surface.depthTiles);
+    float farthest = 0;
+    for (int32_t row = range.top; row < range.bottom; ++row) {
+        for (int32_t column = range.left; column < range.right; ++column) {
+            farthest = std::max(farthest, FarthestOfTile(column, row, surface));
+            if (farthest >= kFarDepth) return kFarDepth;
+        }
+    }
+    return farthest;
 }

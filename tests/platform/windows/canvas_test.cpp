@@ -4,7 +4,6 @@
 #include "platform/files.h"
 #include "platform/windows/canvas_device.h"
 #include "platform/windows/image_files.h"
-#include "platform/windows/kept_images.h"
 #include "platform/windows/test_folder.h"
 #include "support/source_path.h"
 
@@ -267,7 +266,7 @@ TEST_CASE("an image that is drawn again is what the system draws, on any ground"
                 return std::vector<Pixel>(canvas.pixels, canvas.pixels + count);
             };
             const auto drawn = [&](bool isForgotten) {
-                if (isForgotten) ForgetKeptImages();
+                if (isForgotten) windowCanvas.cachedImages = {};
                 std::ranges::copy(under, canvas.pixels);
                 return draw();
             };
@@ -283,7 +282,7 @@ TEST_CASE("an image that is drawn again is what the system draws, on any ground"
                 changed[at] = Pixel{static_cast<uint32_t>(changed[at]) ^ 0x0000FF};
                 std::ranges::copy(changed, canvas.pixels);
                 const std::vector<Pixel> kept = draw();
-                ForgetKeptImages();
+                windowCanvas.cachedImages = {};
                 std::ranges::copy(changed, canvas.pixels);
                 CHECK(kept == draw());
             }

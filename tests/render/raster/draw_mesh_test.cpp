@@ -1,7 +1,7 @@
 #include "render/raster/draw_mesh.h"
 
 #include "render/builtin_meshes.h"
-#include "render/camera.h"
+#include "render/raster/camera.h"
 #include "scene/transform.h"
 #include "support/picture.h"
 #include "support/plain_renderer.h"
@@ -74,7 +74,7 @@ TEST_CASE("a mesh is drawn as the plain renderer draws it, bit for bit, in rando
         for (SimdLevel level : TestedLevels()) {
             StartPicture(width, height, Pixel{0x2D2219});
             frameBuffer.simd = level;
-            DrawMesh(mesh, draw);
+            DrawMesh(mesh, draw, frameBuffer);
             CAPTURE(round);
             REQUIRE(headless.pixels == pixels);
             REQUIRE(std::memcmp(frameBuffer.depth.data(), depth.data(), depth.size() * sizeof(float)) == 0);
@@ -86,12 +86,12 @@ TEST_CASE("a closed mesh shows its front and not its inside") {
     StartPicture(60, 60);
     MeshDraw draw = LookingAhead();
     draw.world = At(0, 0, 5);
-    DrawMesh(Builtin(kCubeMesh), draw);
+    DrawMesh(Builtin(kCubeMesh), draw, frameBuffer);
     CHECK(PixelAt(30, 30) != Pixel{0});
 
     StartPicture(60, 60);
     draw.world = At(0, 0, 0, 3);  // the eye is inside
-    DrawMesh(Builtin(kCubeMesh), draw);
+    DrawMesh(Builtin(kCubeMesh), draw, frameBuffer);
     CHECK(CountOf(Pixel{0}) == 3600);
 }
 
@@ -99,7 +99,7 @@ TEST_CASE("an odd number of negative scales turns a mesh inside out") {
     StartPicture(60, 60);
     MeshDraw draw = LookingAhead();
     draw.world = LocalMatrix({0, 0, 5}, {}, {-1, 1, 1});
-    DrawMesh(Builtin(kCubeMesh), draw);
+    DrawMesh(Builtin(kCubeMesh), draw, frameBuffer);
     // The far face at z = 6 is seen from inside instead of the near one at z = 4.
     CHECK(DepthAt(30, 30) == doctest::Approx(1.001001 - 0.1001001 / 6).epsilon(1e-5));
 }
@@ -111,7 +111,7 @@ TEST_CASE("the colour of a face is that of its first vertex, lit and truncated")
     draw.roughness = 1;
     // The near face is the cube's back: both its triangles begin with vertex 0, 0x5053EF. The light comes
     // from the eye: 0.3 + 0.5 = 0.8.
-    DrawMesh(Builtin(kCubeMesh), draw);
+    DrawMesh(Builtin(kCubeMesh), draw, frameBuffer);
     CHECK(PixelAt(30, 30) == Pixel{0x4042BF});  // 80, 83 and 239 times 0.8
     CHECK(PixelAt(25, 34) == Pixel{0x4042BF});
 }
@@ -122,14 +122,14 @@ TEST_CASE("a tint of 0 leaves the colours, any other is averaged byte by byte") 
     draw.world = At(0, 0, 5);
     draw.roughness = 1;
     draw.tint = 0x0000FF;  // red in the object's order, blue in the pixel's
-    DrawMesh(Builtin(kCubeMesh), draw);
+    DrawMesh(Builtin(kCubeMesh), draw, frameBuffer);
     CHECK(PixelAt(30, 30) == Pixel{0x2020C5});  // 40, 41 and 247 times 0.8
 }
 
 TEST_CASE("a triangle behind the camera is not drawn, one across the near plane is drawn as two") {
     StartPicture(60, 60);
     const MeshDraw draw = LookingAhead();
-    DrawMesh(FrontTriangle({-5, -5, -1}, {5, -5, -1}, {0, 5, -1}), draw);
+    DrawMesh(FrontTriangle({-5, -5, -1}, {5, -5, -1}, {0, 5, -1}), draw, frameBuffer);
     CHECK(CountOf(Pixel{0}) == 3600);
 
     // A floor half a unit below the eye, from behind it to far ahead.
@@ -137,7 +137,7 @@ TEST_CASE("a triangle behind the camera is not drawn, one across the near plane 
                 {{50, -0.5f, -20}, Pixel{0x646464}},
                 {{0, -0.5f, 90}, Pixel{0x646464}}},
                {{0, 2, 1}}};
-    DrawMesh(floor, draw);
+    DrawMesh(floor, draw, frameBuffer);
     CHECK(CountOf(Pixel{0}) < 3600);
     CHECK(PixelAt(30, 59) != Pixel{0});  // right below the eye
     CHECK(PixelAt(30, 20) == Pixel{0});  // above the horizon
@@ -146,11 +146,11 @@ TEST_CASE("a triangle behind the camera is not drawn, one across the near plane 
 TEST_CASE("a triangle with a corner beyond the depth range vanishes whole") {
     StartPicture(60, 60);
     const MeshDraw draw = LookingAhead();
-    DrawMesh(FrontTriangle({-5, -5, 50}, {5, -5, 50}, {0, 5, 50}), draw);
+    DrawMesh(FrontTriangle({-5, -5, 50}, {5, -5, 50}, {0, 5, 50}), draw, frameBuffer);
     CHECK(CountOf(Pixel{0}) < 3600);
     StartPicture(60, 60);
     // (far / (far - near)) * (1 - near / 600000) lies above 1.001.
-    DrawMesh(FrontTriangle({-5, -5, 50}, {5, -5, 50}, {0, 500, 600000}), draw);
+    DrawMesh(FrontTriangle({-5, -5, 50}, {5, -5, 50}, {0, 500, 600000}), draw, frameBuffer);
     CHECK(CountOf(Pixel{0}) == 3600);
 }
 
@@ -162,7 +162,7 @@ TEST_CASE("a stretched texture covers the -1 .. 1 extent of a face once") {
     draw.texture = &image;
     draw.light = {0, 0, 0};  // 0.3 ambient only
     draw.world = LocalMatrix({0, 0, 5}, {}, {2, 2, 2});
-    DrawMesh(FrontTriangle({-1, -1, 0}, {-1, 3, 0}, {3, -1, 0}), draw);
+    DrawMesh(FrontTriangle({-1, -1, 0}, {-1, 3, 0}, {3, -1, 0}), draw, frameBuffer);
     const auto redAt = [](int32_t x, int32_t y) { return static_cast<uint32_t>(PixelAt(x, y)) >> 16; };
     // One object unit is 2 / (5 tan 35 degrees) * 100 = 57 pixels. Half of it off the middle lie u = 0.25 and
     // 0.75, columns 0 and 1, and v = 0.75 and 0.25, rows 0 and 1.
@@ -193,7 +193,7 @@ TEST_CASE("a repeated texture shows one tile per two world units, so twice as of
         draw.light = {0, 0, 0};
         draw.repeat = true;
         draw.world = LocalMatrix({0, 0, 9}, {}, {scaleX, 4, 1});
-        DrawMesh(Builtin(kCubeMesh), draw);
+        DrawMesh(Builtin(kCubeMesh), draw, frameBuffer);
         CHECK(RunsOf(Pixel{0x001E00}) == tiles);  // 100 * 0.3
     }
 }
@@ -206,7 +206,7 @@ TEST_CASE("a texture of one pixel colours the whole face with it") {
     draw.roughness = 0;
     draw.light = {0, 0, -1};
     draw.world = At(0, 0, 3);
-    DrawMesh(Builtin(kCubeMesh), draw);
+    DrawMesh(Builtin(kCubeMesh), draw, frameBuffer);
     CHECK(CountOf(Pixel{0x0E1D2C}) > 100);  // 16, 32 and 48 times 0.92
     CHECK(CountOf(Pixel{0x0E1D2C}) + CountOf(Pixel{0}) == 3600);
 }
@@ -215,10 +215,10 @@ TEST_CASE("the outline of a selected object shows through what stands before it"
     StartPicture(60, 60);
     MeshDraw draw = LookingAhead();
     draw.world = At(0, 0, 3, 0.9f);
-    DrawMesh(Builtin(kCubeMesh), draw);
+    DrawMesh(Builtin(kCubeMesh), draw, frameBuffer);
     draw.world = At(0, 0, 9);
     draw.selected = true;
-    DrawMesh(Builtin(kCubeMesh), draw);
+    DrawMesh(Builtin(kCubeMesh), draw, frameBuffer);
     CHECK(CountOf(Pixel{0x56D6FF}) > 20);
 }
 
@@ -227,7 +227,7 @@ TEST_CASE("an outline edge with one end behind the camera vanishes whole") {
     MeshDraw draw = LookingAhead();
     draw.selected = true;
     Mesh mesh{{{{0, 0, 5}, {}}, {{1, 0, 5}, {}}, {{0, 0, -5}, {}}}, {{0, 1, 2}}};
-    DrawMesh(mesh, draw);
+    DrawMesh(mesh, draw, frameBuffer);
     const int32_t oneEdge = CountOf(Pixel{0x56D6FF});
     CHECK(oneEdge > 0);
     CHECK(oneEdge < 20);  // only the edge between the two visible ends
@@ -237,8 +237,8 @@ TEST_CASE("a mesh without triangles draws nothing, selected or not") {
     StartPicture(60, 60);
     MeshDraw draw = LookingAhead();
     draw.selected = true;
-    DrawMesh({}, draw);
-    DrawMesh({{{{0, 0, 5}, {}}}, {}}, draw);
+    DrawMesh({}, draw, frameBuffer);
+    DrawMesh({{{{0, 0, 5}, {}}}, {}}, draw, frameBuffer);
     CHECK(CountOf(Pixel{0}) == 3600);
 }
 
@@ -264,7 +264,7 @@ TEST_CASE("a face at 45 degrees takes its texture along y before x, and along x 
         draw.texture = &image;
         draw.light = {0, 0, 0};  // 0.3 ambient only
         draw.world = At(place.x, place.y, place.z);
-        DrawMesh({{{corners[0], {}}, {corners[1], {}}, {corners[2], {}}}, {{0, 1, 2}}}, draw);
+        DrawMesh({{{corners[0], {}}, {corners[1], {}}, {corners[2], {}}}, {{0, 1, 2}}}, draw, frameBuffer);
         Point pixel;
         REQUIRE(ProjectToPixel(draw.viewProjection, place + point, frameBuffer.viewport, pixel));
         CHECK(PixelAt(pixel.x, pixel.y) == Pixel{red << 16});
@@ -282,7 +282,7 @@ TEST_CASE("a repeated texture counts a world scale as at least 0.001") {
     draw.light = {0, 0, 0};
     draw.repeat = true;
     draw.world = LocalMatrix({0, 0, 5}, {}, {0.0005f, 1, 1});
-    DrawMesh(wide, draw);
+    DrawMesh(wide, draw, frameBuffer);
     CHECK(RunsOf(Pixel{0x001E00}) == 4);  // 8000 * 0.001 / 2
 }
 
@@ -290,18 +290,18 @@ TEST_CASE("a face whose first corner lies at the eye turns nothing to it") {
     const Mesh mesh = FrontTriangle({-1, -1, 5}, {1, -1, 5}, {0, 1, 5});
     StartPicture(60, 60);
     MeshDraw draw = LookingAhead();
-    DrawMesh(mesh, draw);
+    DrawMesh(mesh, draw, frameBuffer);
     CHECK(CountOf(Pixel{0}) < 3600);
     StartPicture(60, 60);
     draw.eye = {-1, -1, 5};
-    DrawMesh(mesh, draw);
+    DrawMesh(mesh, draw, frameBuffer);
     CHECK(CountOf(Pixel{0}) == 3600);
 }
 
 TEST_CASE("a text drawn before a mesh is finished first") {
     StartPicture(60, 60);
     DrawText(0, 0, L"a", TextColor{0}, 13, 400);
-    DrawMesh(FrontTriangle({-1, -1, 5}, {1, -1, 5}, {0, 1, 5}), LookingAhead());
+    DrawMesh(FrontTriangle({-1, -1, 5}, {1, -1, 5}, {0, 1, 5}), LookingAhead(), frameBuffer);
     CHECK(headless.flushes == 1);
 }
 
@@ -315,7 +315,7 @@ TEST_CASE("a camera that looks straight up or down sees no mesh") {
             for (int32_t mesh = 0; mesh < kBuiltinMeshCount; ++mesh) {
                 for (float y : {-5.0f, -0.5f, 0.0f, 0.5f, 5.0f}) {
                     draw.world = At(0.3f, y, -0.2f);
-                    DrawMesh(Builtin(static_cast<BuiltinMesh>(mesh)), draw);
+                    DrawMesh(Builtin(static_cast<BuiltinMesh>(mesh)), draw, frameBuffer);
                 }
             }
             CHECK(CountOf(Pixel{0}) == 3600);
@@ -334,9 +334,9 @@ TEST_CASE("transforms that overflow or are not numbers neither crash nor draw") 
             draw.texture = &image;
             draw.repeat = true;
             draw.world = world;
-            DrawMesh(Builtin(kSphereMesh), draw);
+            DrawMesh(Builtin(kSphereMesh), draw, frameBuffer);
             draw.texture = nullptr;
-            DrawMesh(Builtin(kCubeMesh), draw);
+            DrawMesh(Builtin(kCubeMesh), draw, frameBuffer);
             CAPTURE(bad);
             CHECK(CountOf(Pixel{0}) == 3600);
             CHECK(frameBuffer.depth == std::vector<float>(3600, 1.0f));

@@ -8,7 +8,106 @@
 
 #include "doctest/doctest.h"
 
+#include <cmath>
 #include <cstring>
+#include <limits>
+
+constexpr Vec3 kUp{0, 1, 0};
+
+TEST_CASE("a face that looks at the light is 0.3 ambient and 0.62 diffuse, less 0.12 when rough") {
+    CHECK(FaceBrightness(kUp, {1, 0, 0}, kUp, 0, 0) == doctest::Approx(0.92));
+    CHECK(FaceBrightness(kUp, {1, 0, 0}, kUp, 1, 0) == doctest::Approx(0.80));
+    CHECK(FaceBrightness(kUp, {1, 0, 0}, {0, -1, 0}, 0, 0) == doctest::Approx(0.3));
+}
+
+TEST_CASE("the highlight has exponent 80 when smooth and 8 when rough") {
+    // Light straight above, eye 60 degrees off: halfway is 30 degrees off the normal.
+    const Vec3 eye{std::sin(1.0471976f), std::cos(1.0471976f), 0};
+    const double c = std::cos(0.5235988);
+    CHECK(FaceBrightness(kUp, eye, kUp, 0, 1) ==
+          doctest::Approx(0.92 + 1.15 * std::pow(c, 80)).epsilon(1e-5));
+    CHECK(FaceBrightness(kUp, eye, kUp, 1, 1) == doctest::Approx(0.80 + 0.60 * std::pow(c, 8)).epsilon(1e-5));
+    CHECK(FaceBrightness(kUp, kUp, kUp, 0.5f, 0.5f) == doctest::Approx(0.3 + 0.56 + 0.5 * 0.875));
+}
+
+TEST_CASE("a face that is turned away from the light can shine") {
+    const Vec3 light = Normalise({1, -0.1f, 0}), eye = Normalise({-1, 0.8f, 0});
+    CHECK(Dot(kUp, light) < 0);
+    CHECK(FaceBrightness(kUp, eye, light, 1, 1) > 0.3f);
+}
+
+TEST_CASE("a tint is averaged byte by byte, rounded down, and 0 means none") {
+    CHECK(Tinted(Pixel{0x102030}, 0) == Pixel{0x102030});
+    CHECK(Tinted(Pixel{0x000000}, 0xFFFFFF) == Pixel{0x7F7F7F});
+    CHECK(Tinted(Pixel{0xFF00FF}, 0x000100) == Pixel{0x7F007F});
+    // Low byte with low byte, no exchange of red and blue.
+    CHECK(Tinted(Pixel{0x5053EF}, 0xC4CD4E) == Pixel{0x8A909E});
+    for (uint32_t a = 0; a < 256; a += 5) {
+        for (uint32_t b = 1; b < 256; b += 3) {
+            const Pixel tinted = Tinted(Pixel{a << 16 | 0xFF00 | a}, b << 16 | 0xFF00 | b);
+            CHECK(tinted == Pixel{(a + b) / 2 << 16 | 0xFF00 | (a + b) / 2});
+        }
+    }
+}
+
+TEST_CASE("brightness is limited to 0.22 .. 1.6, and channels to 255, truncated") {
+    CHECK(Lit(Pixel{0x646464}, 1) == Pixel{0x646464});
+    CHECK(Lit(Pixel{0x640A01}, 0) == Pixel{0x160200});     // 100, 10 and 1 times 0.22
+    CHECK(Lit(Pixel{0x640A01}, 9) == Pixel{0xA01001});     // times 1.6
+    CHECK(Lit(Pixel{0xC8FFA0}, 1.6f) == Pixel{0xFFFFFF});  // 320, 408 and 256
+    CHECK(Lit(Pixel{0x030303}, 0.5f) == Pixel{0x010101});  // 1.5
+}
+
+TEST_CASE("a brightness that is not a number counts as the darkest") {
+    CHECK(Lit(Pixel{0x646464}, std::numeric_limits<float>::quiet_NaN()) == Pixel{0x161616});
+    CHECK(Lit(Pixel{0x646464}, std::numeric_limits<float>::infinity()) == Pixel{0xA0A0A0});
+}
+
+static TextureImage Image(int32_t width, int32_t height) {
+    TextureImage image{.width = width, .height = height};
+    for (int32_t i = 0; i < width * height; ++i) image.texels.push_back(Pixel{static_cast<uint32_t>(i)});
+    return image;
+}
+
+TEST_CASE("u runs to the right and v upwards, the last column and the bottom row only at the very end") {
+    const TextureImage image = Image(4, 3);
+    struct {
+        float u, v;
+        uint32_t texel;
+    } cases[] = {
+        {0, 1, 0},     {0.99f, 1, 2}, {1, 1, 3},  {0, 0.49f, 4},
+        {0, 0.01f, 4}, {0, 0, 8},     {1, 0, 11}, {0.34f, 0.5f, 5},
+    };
+    for (auto [u, v, texel] : cases) CHECK(SampleTexture(image, u, v, false) == Pixel{texel});
+}
+
+TEST_CASE("stretching limits coordinates, repeating takes their fraction") {
+    const TextureImage image = Image(5, 1);
+    CHECK(SampleTexture(image, -3, 0, false) == Pixel{0});
+    CHECK(SampleTexture(image, 7, 0, false) == Pixel{4});
+    CHECK(SampleTexture(image, 7.25f, 0, true) == Pixel{1});
+    CHECK(SampleTexture(image, -0.25f, 0, true) == Pixel{3});  // 0.75
+    CHECK(SampleTexture(image, 2, 0, true) == Pixel{0});
+}
+
+TEST_CASE("an image without texels is white, one of a single pixel is that pixel everywhere") {
+    CHECK(SampleTexture({}, 0.5f, 0.5f, true) == Pixel{0xFFFFFF});
+    const TextureImage image{.width = 1, .height = 1, .texels{Pixel{0x123456}}};
+    for (float at : {-2.0f, 0.0f, 0.3f, 1.0f, 9.5f}) {
+        CHECK(SampleTexture(image, at, at, true) == Pixel{0x123456});
+        CHECK(SampleTexture(image, at, at, false) == Pixel{0x123456});
+    }
+}
+
+TEST_CASE("texture coordinates that are not numbers or are infinite pick a texel of the image") {
+    const TextureImage image = Image(4, 4);
+    const float nan = std::numeric_limits<float>::quiet_NaN(), inf = std::numeric_limits<float>::infinity();
+    for (float bad : {nan, inf, -inf, 1e38f, -1e38f}) {
+        for (bool repeat : {false, true})
+            CHECK(static_cast<uint32_t>(SampleTexture(image, bad, bad, repeat)) < 16);
+    }
+    CHECK(SampleTexture(image, nan, nan, true) == Pixel{12});  // as 0, 0
+}
 
 TEST_CASE("the faces of a list have the same cosines to eye and light together as alone, bit for bit") {
     constexpr uint32_t kSeed = 5772;

@@ -85,9 +85,9 @@ TEST_CASE("every fill gives the pixels and depths of the plain one on random tri
             frameBuffer.viewport = viewport;
             frameBuffer.simd = level;
             if (textured) {
-                FillTriangle(corners, points, fill);
+                FillTriangle(corners, points, fill, frameBuffer);
             } else {
-                FillTriangle(corners, kRed);
+                FillTriangle(corners, kRed, frameBuffer);
             }
             CAPTURE(round);
             REQUIRE(SameBits(TakePicture(), expected));
@@ -107,7 +107,7 @@ TEST_CASE("texture coordinates beyond any image are the same in every fill") {
                 for (size_t i = 0; i < 9; ++i) image.texels[i] = Pixel{static_cast<uint32_t>(i) * 20};
                 const TextureFill fill{&image, repeat, 0, 1};
                 FillTriangle({{{0, 0, 0.5f, 1}, {64, 0, 0.5f, 1}, {0, 16, 0.5f, 1}}},
-                             {{{-scale, scale}, {scale, scale}, {scale, -scale}}}, fill);
+                             {{{-scale, scale}, {scale, scale}, {scale, -scale}}}, fill, frameBuffer);
                 pictures.push_back(TakePicture());
             }
             for (const Snapshot& picture : pictures) CHECK(SameBits(picture, pictures.front()));
@@ -126,7 +126,7 @@ TEST_CASE("a side of 2^24 texels and more is never read past its end") {
         frameBuffer.simd = level;
         const TextureFill fill{&image, false, 0, 1};
         FillTriangle({{{0, 0, 0.5f, 1}, {64, 0, 0.5f, 1}, {0, 16, 0.5f, 1}}}, {{{2, 0}, {2, 0}, {2, 0}}},
-                     fill);
+                     fill, frameBuffer);
         CHECK(CountOf(Pixel{0x00FF00}) == 64);
     }
 }
@@ -136,7 +136,7 @@ TEST_CASE("a triangle covers the pixels whose centres it holds, edges included, 
         StartPicture(10, 10);
         Corners corners{{{1.5f, 1.5f, 0.5f, 1}, {6.5f, 1.5f, 0.5f, 1}, {1.5f, 6.5f, 0.5f, 1}}};
         if (reversed) std::swap(corners[1], corners[2]);
-        FillTriangle(corners, kRed);
+        FillTriangle(corners, kRed, frameBuffer);
         CHECK(CountOf(kRed) == 21);  // 6 + 5 + 4 + 3 + 2 + 1 centres, those on the three edges included
         CHECK(PixelAt(1, 1) == kRed);
         CHECK(PixelAt(6, 1) == kRed);
@@ -147,8 +147,9 @@ TEST_CASE("a triangle covers the pixels whose centres it holds, edges included, 
 
 TEST_CASE("of two triangles that share an edge at the same depth, the first keeps the edge's pixels") {
     StartPicture(10, 10);
-    FillTriangle({{{0.5f, 0.5f, 0.5f, 1}, {8.5f, 0.5f, 0.5f, 1}, {0.5f, 8.5f, 0.5f, 1}}}, kRed);
-    FillTriangle({{{8.5f, 0.5f, 0.5f, 1}, {8.5f, 8.5f, 0.5f, 1}, {0.5f, 8.5f, 0.5f, 1}}}, kGreen);
+    FillTriangle({{{0.5f, 0.5f, 0.5f, 1}, {8.5f, 0.5f, 0.5f, 1}, {0.5f, 8.5f, 0.5f, 1}}}, kRed, frameBuffer);
+    FillTriangle({{{8.5f, 0.5f, 0.5f, 1}, {8.5f, 8.5f, 0.5f, 1}, {0.5f, 8.5f, 0.5f, 1}}}, kGreen,
+                 frameBuffer);
     for (int32_t i = 0; i <= 8; ++i) CHECK(PixelAt(i, 8 - i) == kRed);
     CHECK(PixelAt(8, 8) == kGreen);
     CHECK(CountOf(kRed) + CountOf(kGreen) == 81);
@@ -157,7 +158,7 @@ TEST_CASE("of two triangles that share an edge at the same depth, the first keep
 TEST_CASE("only what is strictly nearer is drawn, and depths below 0 or beyond 1 never are") {
     StartPicture(4, 4);
     const auto fillAt = [](float depth, Pixel color) {
-        FillTriangle({{{0, 0, depth, 1}, {20, 0, depth, 1}, {0, 20, depth, 1}}}, color);
+        FillTriangle({{{0, 0, depth, 1}, {20, 0, depth, 1}, {0, 20, depth, 1}}}, color, frameBuffer);
     };
     fillAt(1.001f, kGreen);
     CHECK(CountOf(kGreen) == 0);
@@ -179,9 +180,9 @@ static Corners Sliver(float left, float right, float foot, float tip) {
 
 TEST_CASE("a triangle without area draws nothing") {
     StartPicture(10, 10);
-    FillTriangle({{{1, 1, 0.5f, 1}, {9, 9, 0.5f, 1}, {5, 5, 0.5f, 1}}}, kRed);
+    FillTriangle({{{1, 1, 0.5f, 1}, {9, 9, 0.5f, 1}, {5, 5, 0.5f, 1}}}, kRed, frameBuffer);
     const float nan = std::numeric_limits<float>::quiet_NaN();
-    FillTriangle({{{nan, 1, 0.5f, 1}, {9, 9, 0.5f, 1}, {5, 2, 0.5f, 1}}}, kRed);
+    FillTriangle({{{nan, 1, 0.5f, 1}, {9, 9, 0.5f, 1}, {5, 2, 0.5f, 1}}}, kRed, frameBuffer);
     CHECK(CountOf(kRed) == 0);
 }
 
@@ -201,11 +202,11 @@ TEST_CASE("twice the area must be at least 0.0001 square pixels") {
         for (bool reversed : {false, true}) {
             if (reversed) std::swap(sliver[0], sliver[1]);
             StartPicture(10, 10);
-            FillTriangle(sliver, kRed);
+            FillTriangle(sliver, kRed, frameBuffer);
             CHECK(CountOf(kRed) == pixels);
             const TextureImage green{.width = 1, .height = 1, .texels{kGreen}};
             StartPicture(10, 10);
-            FillTriangle(sliver, {}, {&green, false, 0, 1});
+            FillTriangle(sliver, {}, {&green, false, 0, 1}, frameBuffer);
             CHECK(CountOf(kGreen) == pixels);
         }
     }
@@ -218,12 +219,12 @@ TEST_CASE("a depth of exactly 0 is drawn, flat and textured, at every level") {
         CAPTURE(NameOf(level));
         StartPicture(24, 5);
         frameBuffer.simd = level;
-        FillTriangle(corners, kRed);
+        FillTriangle(corners, kRed, frameBuffer);
         CHECK(CountOf(kRed) == 120);
         CHECK(frameBuffer.depth == std::vector<float>(120, 0.0f));
         StartPicture(24, 5);
         frameBuffer.simd = level;
-        FillTriangle(corners, {}, {&green, false, 0, 1});
+        FillTriangle(corners, {}, {&green, false, 0, 1}, frameBuffer);
         CHECK(CountOf(kGreen) == 120);
     }
 }
@@ -241,7 +242,7 @@ TEST_CASE("a textured pixel whose 1 / w is within 0.000001 of 0 is skipped, with
             StartPicture(24, 5);
             frameBuffer.simd = level;
             FillTriangle({{{0, 0, 0.5f, inverseW}, {64, 0, 0.5f, inverseW}, {0, 64, 0.5f, inverseW}}}, {},
-                         {&green, false, 0, 1});
+                         {&green, false, 0, 1}, frameBuffer);
             CHECK(CountOf(kGreen) == pixels);
             CHECK((DepthAt(23, 4) == 1.0f) == (pixels == 0));
         }
@@ -275,7 +276,7 @@ static void FillCorner(int32_t width, float depth, bool isTextured, const Textur
     mesh.faceCount = 1;
     mesh.findInk = FindAskedInk;
     timesAsked = 0;
-    FillFaces(mesh, box, frameBuffer.simd);
+    FillFaces(mesh, box, frameBuffer.simd, frameBuffer);
 }
 
 TEST_CASE(
@@ -310,7 +311,7 @@ TEST_CASE("depths that are not numbers draw nothing") {
     for (SimdLevel level : TestedLevels()) {
         StartPicture(20, 10);
         frameBuffer.simd = level;
-        FillTriangle({{{0, 0, nan, 1}, {20, 0, 0.5f, 1}, {0, 20, 0.5f, 1}}}, kRed);
+        FillTriangle({{{0, 0, nan, 1}, {20, 0, 0.5f, 1}, {0, 20, 0.5f, 1}}}, kRed, frameBuffer);
         CHECK(CountOf(kRed) == 0);
     }
 }
@@ -322,7 +323,7 @@ TEST_CASE("no triangle writes outside the viewport") {
             StartPicture(37, 19);
             frameBuffer.simd = level;
             frameBuffer.viewport = {5, 3, random.IntBetween(5, 37), random.IntBetween(3, 19)};
-            FillTriangle(RandomTriangle(random, 37, 19), kRed);
+            FillTriangle(RandomTriangle(random, 37, 19), kRed, frameBuffer);
             for (int32_t y = 0; y < 19; ++y) {
                 for (int32_t x = 0; x < 37; ++x) {
                     if (Contains(frameBuffer.viewport, {x, y})) continue;

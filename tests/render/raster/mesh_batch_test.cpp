@@ -1,8 +1,8 @@
 #include "render/raster/mesh_batch.h"
 
 #include "render/builtin_meshes.h"
-#include "render/camera.h"
-#include "render/mesh_measures.h"
+#include "render/raster/camera.h"
+#include "render/raster/mesh_measures.h"
 #include "scene/transform.h"
 #include "support/picture.h"
 #include "support/plain_renderer.h"
@@ -90,7 +90,7 @@ TEST_CASE("meshes that are drawn nearest first give the picture of the scene's o
         const Snapshot expected = TakePicture();
         for (SimdLevel level : TestedLevels()) {
             StartFrame(level);
-            DrawMeshes(instances);
+            DrawMeshes(instances, frameBuffer);
             CAPTURE(round);
             REQUIRE(SameBits(TakePicture(), expected));
         }
@@ -114,7 +114,7 @@ constexpr Point kMiddle{48, 34};
 static Pixel DrawCubeBefore(uint32_t tint) {
     MeshDraw draw = FrameAt({0, 0, -5});
     draw.tint = tint;
-    DrawMesh(Meshes()[kCubeMesh], draw);
+    DrawMesh(Meshes()[kCubeMesh], draw, frameBuffer);
     return PixelAt(kMiddle.x, kMiddle.y);
 }
 
@@ -122,7 +122,7 @@ TEST_CASE("what was drawn before a batch keeps its pixels from meshes at the sam
     for (SimdLevel level : TestedLevels()) {
         StartFrame(level);
         const Pixel before = DrawCubeBefore(0x0000FF);
-        DrawMeshes(FarToNear(Meshes()[kCubeMesh], 0xFF0000));
+        DrawMeshes(FarToNear(Meshes()[kCubeMesh], 0xFF0000), frameBuffer);
         REQUIRE(!frameBuffer.owners.numbers.empty());
         CHECK(PixelAt(kMiddle.x, kMiddle.y) == before);
     }
@@ -134,7 +134,7 @@ TEST_CASE("of two faces of one mesh at the same depth the first is seen in a bat
     MeasureMesh(mesh);
     for (SimdLevel level : TestedLevels()) {
         StartFrame(level);
-        DrawMeshes(FarToNear(mesh, 0));
+        DrawMeshes(FarToNear(mesh, 0), frameBuffer);
         REQUIRE(!frameBuffer.owners.numbers.empty());
         const auto seen = static_cast<uint32_t>(PixelAt(kMiddle.x, kMiddle.y));
         CHECK((seen & 0xFF0000) != 0);
@@ -146,14 +146,14 @@ TEST_CASE("a frame knows nothing of the owners of the frame before, nor of those
     for (SimdLevel level : TestedLevels()) {
         StartFrame(level);
         std::vector<MeshInstance> batch = FarToNear(Meshes()[kCubeMesh], 0xFF0000);
-        DrawMeshes(batch);
+        DrawMeshes(batch, frameBuffer);
         Clear(kBack);
         const Pixel before = DrawCubeBefore(0x0000FF);
         std::rotate(batch.begin(), batch.end() - 1, batch.end());  // the nearest gets another number
-        DrawMeshes(batch);
+        DrawMeshes(batch, frameBuffer);
         CHECK(PixelAt(kMiddle.x, kMiddle.y) == before);
         EnsureSize(160, 120);
-        DrawMeshes(batch);
+        DrawMeshes(batch, frameBuffer);
         CHECK(frameBuffer.owners.numbers.size() == frameBuffer.depth.size());
     }
 }
@@ -162,8 +162,8 @@ TEST_CASE("what was drawn hides what comes later from being set up") {
     StartFrame(BestSimdLevel());
     MeshDraw wall = FrameAt({0, 0, -5});
     wall.world = LocalMatrix({0, 0, 2}, {}, {90, 90, 0.1f});
-    DrawMesh(Meshes()[kCubeMesh], wall);
-    CHECK(FarthestDepth({20, 20, 60, 50}) < kFarDepth);
+    DrawMesh(Meshes()[kCubeMesh], wall, frameBuffer);
+    CHECK(FarthestDepth({20, 20, 60, 50}, frameBuffer) < kFarDepth);
 }
 
 // Walls that each hide the ones behind them, numbered from the farthest.
@@ -180,7 +180,7 @@ static std::vector<MeshInstance> Walls(size_t count) {
 TEST_CASE("from sixteen meshes on the nearest is drawn first, so that those behind it are left out") {
     for (size_t count : {kFewestToSort - 1, kFewestToSort}) {
         StartFrame(SimdLevel::OneLane);
-        DrawMeshes(Walls(count));
+        DrawMeshes(Walls(count), frameBuffer);
         CHECK(frameBuffer.owners.areKept == false);
         CHECK(frameBuffer.owners.numbers.empty() == (count < kFewestToSort));
     }
@@ -194,7 +194,7 @@ TEST_CASE("meshes that stand nearly in order are drawn as they stand, without ow
     std::ranges::reverse(walls);
     std::swap(walls[3], walls[5]);
     StartFrame(SimdLevel::OneLane);
-    DrawMeshes(walls);
+    DrawMeshes(walls, frameBuffer);
     CHECK(frameBuffer.owners.numbers.empty());
 }
 
@@ -207,14 +207,14 @@ TEST_CASE("a wall that comes last before many small meshes is drawn first") {
         meshes.push_back(small);
     }
     StartFrame(SimdLevel::OneLane);
-    DrawMeshes(meshes);
+    DrawMeshes(meshes, frameBuffer);
     CHECK(frameBuffer.owners.numbers.empty());  // they stand in order, and so they are drawn
 
     MeshInstance wall{&Meshes()[kCubeMesh], FrameAt({0, 0, -5})};
     wall.draw.world = LocalMatrix({0, 0, 2}, {}, {90, 90, 0.1f});
     meshes.push_back(wall);
     StartFrame(SimdLevel::OneLane);
-    DrawMeshes(meshes);
+    DrawMeshes(meshes, frameBuffer);
     REQUIRE(!frameBuffer.owners.numbers.empty());
     const Snapshot drawn = TakePicture();
     StartFrame(SimdLevel::OneLane);
@@ -225,10 +225,10 @@ TEST_CASE("a wall that comes last before many small meshes is drawn first") {
 TEST_CASE("a mesh at no place at all is drawn last and changes nothing") {
     std::vector<MeshInstance> walls = Walls(20);
     StartFrame(SimdLevel::OneLane);
-    DrawMeshes(walls);
+    DrawMeshes(walls, frameBuffer);
     const Snapshot expected = TakePicture();
     walls[4].draw.world = LocalMatrix({std::nanf(""), 0, 0}, {}, {1, 1, 1});
     StartFrame(SimdLevel::OneLane);
-    DrawMeshes(walls);
+    DrawMeshes(walls, frameBuffer);
     CHECK(SameBits(TakePicture(), expected));
 }

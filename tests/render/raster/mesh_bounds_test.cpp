@@ -1,7 +1,7 @@
 #include "render/raster/mesh_bounds.h"
 
 #include "render/builtin_meshes.h"
-#include "render/camera.h"
+#include "render/raster/camera.h"
 #include "scene/transform.h"
 #include "support/picture.h"
 #include "support/plain_renderer.h"

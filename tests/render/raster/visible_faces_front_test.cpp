@@ -1,7 +1,7 @@
-#include "render/raster/front_faces.h"
+#include "render/raster/visible_faces.h"
 
 #include "render/builtin_meshes.h"
-#include "render/mesh_measures.h"
+#include "render/raster/mesh_measures.h"
 #include "scene/transform.h"
 #include "support/random_scene.h"
 #include "support/simd_levels.h"

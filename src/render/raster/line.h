@@ -1,8 +1,7 @@
 // Lines of one pixel.
 #pragma once
 
-#include "base/color.h"
-#include "base/rect.h"
+#include "render/raster/surface.h"
 
 struct LineSegment {
     Point from{}, to{};
@@ -15,4 +14,4 @@ struct LineSegment {
 bool ClipLine(LineSegment& line, const Rect& bounds);
 
 // A line from end to end, both included, as far as it lies in the viewport.
-void DrawLine(Point from, Point to, Pixel color);
+void DrawLine(Point from, Point to, Pixel color, Surface& surface);

@@ -1,9 +1,14 @@
-// Texture images loaded from files.
+// Images as textures.
 #pragma once
+
+#include "state/texture_image.h"
 
 #include <cstdint>
 #include <string>
 #include <unordered_map>
+
+// The texture of an image file. False, with `texture` as it was, when there is none, or no memory for it.
+bool ReadTextureFile(const std::wstring& fullPath, TextureImage& texture);
 
 // Indices into EditorState::textures by the full path of the image; -1 for one that cannot be loaded.
 using KnownTextures = std::unordered_map<std::wstring, int32_t>;
@@ -12,8 +17,7 @@ using KnownTextures = std::unordered_map<std::wstring, int32_t>;
 KnownTextures LoadedTextures();
 
 // The index of an image in EditorState::textures; a file that was loaded before is not read again. -1 when it
-// cannot be loaded: the status message then says so. It is set here, other than for other files, because the
-// sentence is the same for whoever asked.
+// cannot be loaded: the status message then says so.
 int32_t LoadTextureImage(const std::wstring& path);
 
 // The same for one of many images that are loaded in a row: asks `known`, which began as LoadedTextures(),

@@ -1,11 +1,14 @@
-#include "render/textures.h"
+#include "formats/texture_file.h"
 
+#include "base/enough_memory.h"
 #include "platform/files.h"
 #include "platform/image_decoder.h"
+#include "scene/status.h"
 #include "state/editor_state.h"
 
 #include <algorithm>
-#include <new>
+#include <utility>
+#include <vector>
 
 constexpr Pixel kTransparentTexel{0xFFFFFF};
 
@@ -15,20 +18,15 @@ static Pixel TexelOf(uint32_t argb) {
     return alpha == 0 ? kTransparentTexel : Pixel{red | green << 8 | blue << 16};
 }
 
-// The texture of an image file. False when there is none, or no memory for it.
-static bool ReadTexture(const std::wstring& fullPath, TextureImage& texture) {
+bool ReadTextureFile(const std::wstring& fullPath, TextureImage& texture) {
     DecodedImage image;
     if (!DecodeImageFile(fullPath, image)) return false;
-    try {
-        texture.texels.resize(image.argb.size());
-    } catch (const std::bad_alloc&) {
-        return false;
-    }
-    std::ranges::transform(image.argb, texture.texels.begin(), TexelOf);
-    texture.path = fullPath;
-    texture.width = image.width;
-    texture.height = image.height;
-    return true;
+    return WithEnoughMemory([&] {
+        std::vector<Pixel> texels(image.argb.size());
+        std::ranges::transform(image.argb, texels.begin(), TexelOf);
+        texture = {fullPath, image.width, image.height, std::move(texels)};
+        return true;
+    });
 }
 
 KnownTextures LoadedTextures() {
@@ -49,10 +47,10 @@ int32_t LoadTextureImage(const std::wstring& path, KnownTextures& known) {
     const std::wstring fullPath = AbsolutePath(path);
     const auto [entry, isNew] = known.try_emplace(fullPath, -1);
     TextureImage texture;
-    if (isNew && ReadTexture(fullPath, texture)) {
+    if (isNew && ReadTextureFile(fullPath, texture)) {
         editorState.textures.push_back(std::move(texture));
         entry->second = static_cast<int32_t>(editorState.textures.size()) - 1;
     }
-    if (entry->second < 0) editorState.statusMessage = L"Texture image se nepodarilo nacist.";
+    if (entry->second < 0) SetStatus(L"Texture image se nepodarilo nacist.");
     return entry->second;
 }

@@ -1,7 +1,7 @@
 #include "state/mesh.h"
 
 #include "doctest/doctest.h"
-#include "render/mesh_measures.h"
+#include "render/raster/mesh_measures.h"
 
 TEST_CASE("a mesh is measured: planes padded to sixteen, reach, longest edge and box") {
     Mesh mesh{{{{0, 0, 2}, {}}, {{0, 3, 2}, {}}, {{4, 0, 2}, {}}}, {{0, 1, 2}}};
@@ -21,15 +21,15 @@ TEST_CASE("a mesh is measured: planes padded to sixteen, reach, longest edge and
     CHECK(m.bounds.halfSize == Vec4{2, 1.5f, 0, 0});
 }
 
-TEST_CASE("every measured mesh has a number of its own, which its copies share") {
+TEST_CASE("every measured mesh has an identity of its own, which its copies share") {
     Mesh a, b;
-    CHECK(a.measures.serial == 0);
+    CHECK(a.measures.identity == nullptr);
     MeasureMesh(a);
     MeasureMesh(b);
     const Mesh copy = a;
-    CHECK(a.measures.serial != 0);
-    CHECK(a.measures.serial != b.measures.serial);
-    CHECK(copy.measures.serial == a.measures.serial);
+    CHECK(a.measures.identity != nullptr);
+    CHECK(a.measures.identity != b.measures.identity);
+    CHECK(copy.measures.identity == a.measures.identity);
 }
 
 TEST_CASE("a mesh without triangles or vertices is measured as nothing") {

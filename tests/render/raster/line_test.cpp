@@ -1,4 +1,4 @@
-#include "render/line.h"
+#include "render/raster/line.h"
 
 #include "support/capture.h"
 #include "support/picture.h"
@@ -43,7 +43,7 @@ static bool ShowsOnly(const std::vector<Point>& pixels) {
 
 TEST_CASE("a line contains both its ends and one pixel for every column between, a half rounded onward") {
     StartPicture(20, 20);
-    DrawLine({2, 3}, {12, 8}, kLine);
+    DrawLine({2, 3}, {12, 8}, kLine, frameBuffer);
     // y = 3 + (x - 2) / 2 lies half way between two rows in the columns 3, 5, 7, 9 and 11.
     CHECK(ShowsOnly(
         {{2, 3}, {3, 4}, {4, 4}, {5, 5}, {6, 5}, {7, 6}, {8, 6}, {9, 7}, {10, 7}, {11, 8}, {12, 8}}));
@@ -51,14 +51,14 @@ TEST_CASE("a line contains both its ends and one pixel for every column between,
 
 TEST_CASE("a steep line contains one pixel for every row, a half rounded onward") {
     StartPicture(20, 20);
-    DrawLine({3, 2}, {8, 12}, kLine);
+    DrawLine({3, 2}, {8, 12}, kLine, frameBuffer);
     CHECK(ShowsOnly(
         {{3, 2}, {4, 3}, {4, 4}, {5, 5}, {5, 6}, {6, 7}, {6, 8}, {7, 9}, {7, 10}, {8, 11}, {8, 12}}));
 }
 
 TEST_CASE("a half is rounded toward the end in every direction, so a line back may take other pixels") {
     StartPicture(20, 20);
-    DrawLine({12, 8}, {2, 3}, kLine);
+    DrawLine({12, 8}, {2, 3}, kLine, frameBuffer);
     CHECK(IsLine(11, 7));
     CHECK(IsLine(3, 3));
     CHECK_FALSE(IsLine(11, 8));
@@ -67,7 +67,7 @@ TEST_CASE("a half is rounded toward the end in every direction, so a line back m
 
 TEST_CASE("a point is a line of one pixel") {
     StartPicture(5, 5);
-    DrawLine({2, 2}, {2, 2}, kLine);
+    DrawLine({2, 2}, {2, 2}, kLine, frameBuffer);
     CHECK(CountOf(kLine) == 1);
     CHECK(IsLine(2, 2));
 }
@@ -75,9 +75,9 @@ TEST_CASE("a point is a line of one pixel") {
 TEST_CASE("a line never leaves the viewport") {
     StartPicture(40, 40);
     frameBuffer.viewport = {10, 12, 30, 32};
-    DrawLine({-1000, 20}, {1000, 22}, kLine);
-    DrawLine({20, -1000}, {22, 1000}, kLine);
-    DrawLine({-500, -500}, {500, 500}, kLine);
+    DrawLine({-1000, 20}, {1000, 22}, kLine, frameBuffer);
+    DrawLine({20, -1000}, {22, 1000}, kLine, frameBuffer);
+    DrawLine({-500, -500}, {500, 500}, kLine, frameBuffer);
     for (int32_t y = 0; y < 40; ++y) {
         for (int32_t x = 0; x < 40; ++x) {
             if (!Contains(frameBuffer.viewport, {x, y})) CHECK_FALSE(IsLine(x, y));
@@ -94,7 +94,7 @@ TEST_CASE("a line never leaves the viewport") {
 TEST_CASE("a line from far outside keeps the slope of the unclipped line") {
     StartPicture(100, 100);
     // y = 50 + (x - 50) / 10 exactly, ends far outside on both sides.
-    DrawLine({-9950, -950}, {10050, 1050}, kLine);
+    DrawLine({-9950, -950}, {10050, 1050}, kLine, frameBuffer);
     const auto rowIn = [](int32_t x) {
         for (int32_t y = 0; y < 100; ++y) {
             if (IsLine(x, y)) return y;
@@ -109,9 +109,9 @@ TEST_CASE("a line from far outside keeps the slope of the unclipped line") {
 
 TEST_CASE("a line with both ends beyond the same side draws nothing") {
     StartPicture(20, 20);
-    DrawLine({-65, 5}, {-65, 15}, kLine);
-    DrawLine({-500, -100}, {-66, 300}, kLine);
-    DrawLine({5, 85}, {15, 90}, kLine);
+    DrawLine({-65, 5}, {-65, 15}, kLine, frameBuffer);
+    DrawLine({-500, -100}, {-66, 300}, kLine, frameBuffer);
+    DrawLine({5, 85}, {15, 90}, kLine, frameBuffer);
     CHECK(CountOf(kLine) == 0);
 }
 
@@ -130,7 +130,7 @@ TEST_CASE("a line is cut 64 pixels outside the viewport, and not before") {
         CAPTURE(from.x);
         CAPTURE(from.y);
         StartPicture(20, 20);
-        DrawLine(from, to, kLine);
+        DrawLine(from, to, kLine, frameBuffer);
         CHECK(ShowsOnly(PixelsBetween(cut, to)));
         if (cut != from) CHECK_FALSE(ShowsOnly(PixelsBetween(from, to)));
     }
@@ -138,7 +138,7 @@ TEST_CASE("a line is cut 64 pixels outside the viewport, and not before") {
 
 TEST_CASE("a horizontal line cut at either end still draws") {
     StartPicture(20, 20);
-    DrawLine({-5000, 7}, {5000, 7}, kLine);
+    DrawLine({-5000, 7}, {5000, 7}, kLine, frameBuffer);
     CHECK(CountOf(kLine) == 20);
     CHECK(IsLine(0, 7));
     CHECK(IsLine(19, 7));
@@ -146,7 +146,7 @@ TEST_CASE("a horizontal line cut at either end still draws") {
 
 TEST_CASE("a vertical line across the top and the bottom still draws") {
     StartPicture(20, 20);
-    DrawLine({7, -5000}, {7, 5000}, kLine);
+    DrawLine({7, -5000}, {7, 5000}, kLine, frameBuffer);
     CHECK(CountOf(kLine) == 20);
     CHECK(IsLine(7, 0));
     CHECK(IsLine(7, 19));
@@ -180,7 +180,7 @@ TEST_CASE("ends as far apart as integers allow neither overflow nor hang") {
     for (int32_t x0 : far) {
         for (int32_t y0 : far) {
             for (int32_t x1 : far) {
-                for (int32_t y1 : far) DrawLine({x0, y0}, {x1, y1}, kLine);
+                for (int32_t y1 : far) DrawLine({x0, y0}, {x1, y1}, kLine, frameBuffer);
             }
         }
     }
@@ -195,7 +195,7 @@ TEST_CASE("random lines take the pixels next to the exact line, those in the vie
     for (int i = 0; i < 500; ++i) {
         const Point from{near(random), near(random)}, to{near(random), near(random)};
         StartPicture(50, 50);
-        DrawLine(from, to, kLine);
+        DrawLine(from, to, kLine, frameBuffer);
         CAPTURE(i);
         CHECK(ShowsOnly(PixelsBetween(from, to)));
     }
@@ -204,6 +204,6 @@ TEST_CASE("random lines take the pixels next to the exact line, those in the vie
 TEST_CASE("a text drawn before a line is finished first") {
     StartPicture(20, 20);
     DrawText(0, 0, L"a", TextColor{0}, 13, 400);
-    DrawLine({2, 3}, {12, 8}, kLine);
+    DrawLine({2, 3}, {12, 8}, kLine, frameBuffer);
     CHECK(headless.flushes == 1);
 }

@@ -1,6 +1,4 @@
-#include "render/line.h"
-
-#include "render/frame_buffer.h"
+#include "render/raster/line.h"
 
 #include <cstddef>
 #include <cstdlib>
@@ -57,23 +55,23 @@ bool ClipLine(LineSegment& line, const Rect& bounds) {
     return true;
 }
 
-void DrawLine(Point from, Point to, Pixel color) {
-    if (frameBuffer.pixels == nullptr) return;
-    const Rect& viewport = frameBuffer.viewport;
+void DrawLine(Point from, Point to, Pixel color, Surface& surface) {
+    if (surface.pixels == nullptr) return;
+    const Rect& viewport = surface.viewport;
     LineSegment line{from, to};
     if (!ClipLine(line, {viewport.left - kClipMargin, viewport.top - kClipMargin,
                          viewport.right + kClipMargin, viewport.bottom + kClipMargin})) {
         return;
     }
 
-    PreparePixelAccess();
+    PreparePixelAccess(surface);
     Point p = line.from;
     const int32_t dx = std::abs(line.to.x - p.x), dy = -std::abs(line.to.y - p.y);
     const int32_t stepX = p.x < line.to.x ? 1 : -1, stepY = p.y < line.to.y ? 1 : -1;
     int32_t error = dx + dy;
     while (true) {
         if (Contains(viewport, p)) {
-            frameBuffer.pixels[static_cast<ptrdiff_t>(p.y) * frameBuffer.width + p.x] = color;
+            surface.pixels[static_cast<ptrdiff_t>(p.y) * surface.width + p.x] = color;
         }
         if (p == line.to) return;
         const int32_t doubled = 2 * error;

@@ -1,9 +1,9 @@
-#include "render/raster/face_scan.h"
+#include "render/raster/visible_faces.h"
 
 #include "render/builtin_meshes.h"
-#include "render/mesh_measures.h"
 #include "render/raster/fill_triangle.h"
-#include "render/raster/front_faces.h"
+#include "render/raster/mesh_measures.h"
+#include "render/raster/placed_mesh.h"
 #include "support/picture.h"
 #include "support/plain_renderer.h"
 #include "support/random_scene.h"
@@ -32,7 +32,7 @@ static MeshDraw OntoPixels() {
 static std::vector<ScannedFace> Scanned(const Mesh& mesh, const MeshDraw& draw, SimdLevel level,
                                         float farthest = kFarDepth) {
     MeshVertices vertices;
-    FaceLists lists;
+    MeshScratch lists;
     TransformVertices(mesh.vertices, {draw.world, draw.viewProjection, kViewport}, level, vertices);
     const size_t fronts = FindFrontFaces(mesh, FindEye(mesh, draw.world, draw.eye), level, lists.fronts);
     const std::span<const ScannedFace> faces =

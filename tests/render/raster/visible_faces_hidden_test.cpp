@@ -1,8 +1,8 @@
-#include "render/raster/hidden_faces.h"
+#include "render/raster/visible_faces.h"
 
 #include "render/builtin_meshes.h"
-#include "render/camera.h"
-#include "render/mesh_measures.h"
+#include "render/raster/camera.h"
+#include "render/raster/mesh_measures.h"
 #include "scene/transform.h"
 #include "support/picture.h"
 #include "support/plain_renderer.h"
@@ -34,7 +34,7 @@ static void StartAt(float depth) {
     StartPicture(kWidth, kHeight);
     frameBuffer.viewport = kViewport;
     std::ranges::fill(frameBuffer.depth, depth);
-    DepthChanged(kViewport);
+    DepthChanged(kViewport, frameBuffer);
 }
 
 // A mesh of thin and small faces among ordinary ones.
@@ -99,7 +99,7 @@ TEST_CASE("a mesh behind what was drawn gives the plain renderer's picture, howe
                 CAPTURE(NameOf(level));
                 StartAt(depth);
                 frameBuffer.simd = level;
-                DrawMesh(mesh, draw);
+                DrawMesh(mesh, draw, frameBuffer);
                 REQUIRE(headless.pixels == pixels);
                 REQUIRE(std::memcmp(frameBuffer.depth.data(), depths.data(), depths.size() * sizeof(float)) ==
                         0);

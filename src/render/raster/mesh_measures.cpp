@@ -1,9 +1,10 @@
-#include "render/mesh_measures.h"
+#include "render/raster/mesh_measures.h"
 
 #include <immintrin.h>
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
 namespace {
 
@@ -54,8 +55,7 @@ MeshBounds BoundsOf(const Mesh& mesh) {
 }
 
 void MeasureMesh(Mesh& mesh) {
-    static uint64_t lastSerial = 0;
-    MeshMeasures measures{.serial = ++lastSerial};
+    MeshMeasures measures{.identity = std::make_shared<const MeshMark>()};
     const size_t padded = (mesh.triangles.size() + kPlanesAtOnce - 1) / kPlanesAtOnce * kPlanesAtOnce;
     for (auto* values : {&measures.normalX, &measures.normalY, &measures.normalZ, &measures.offset})
         values->assign(padded, 0);

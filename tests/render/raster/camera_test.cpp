@@ -1,6 +1,4 @@
-#include "render/camera.h"
-
-#include "render/projection.h"
+#include "render/raster/camera.h"
 
 #include "doctest/doctest.h"
 

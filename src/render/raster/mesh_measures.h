@@ -3,7 +3,7 @@
 
 #include "state/mesh.h"
 
-// To be called when a mesh is complete.
+// To be called when a mesh is complete. From then on it has an identity, which its copies share.
 void MeasureMesh(Mesh& mesh);
 
 // Of a mesh with vertices.

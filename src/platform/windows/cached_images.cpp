@@ -1,36 +1,14 @@
-#include "platform/windows/kept_images.h"
+#include "platform/windows/cached_images.h"
 
 #include "platform/windows/canvas_device.h"
 
 #include <algorithm>
-#include <cstddef>
-#include <map>
-#include <tuple>
-#include <vector>
+#include <utility>
 
 constexpr uint32_t kColorBits = 0xFFFFFF;  // the system leaves anything in a pixel's fourth byte
-constexpr size_t kMostPixels = 500'000;    // 4 MB: each is kept as it was and as it became
+constexpr size_t kMostPixels = 500'000;    // 4 MB: each is cached as it was and as it became
 
-namespace {
-
-struct KeptImage {
-    std::vector<Pixel> before{}, after{};  // of the image's rectangle, row by row
-};
-
-// By image, left, top, right and bottom. The place is part of the name, so that nothing need be known about
-// how the system scales.
-using Place = std::tuple<CanvasImage, int32_t, int32_t, int32_t, int32_t>;
-
-struct KeptImages {
-    std::map<Place, KeptImage> images{};
-    size_t pixels = 0;  // of all
-};
-
-KeptImages kept;
-
-}  // namespace
-
-static Place PlaceOf(CanvasImage image, const Rect& rect) {
+static ImagePlace PlaceOf(CanvasImage image, const Rect& rect) {
     return {image, rect.left, rect.top, rect.right, rect.bottom};
 }
 
@@ -67,10 +45,11 @@ static std::vector<Pixel> Cut(const CanvasPixels& canvas, const Rect& rect) {
     return pixels;
 }
 
-bool DrawKeptImage(CanvasImage image, const Rect& rect) {
-    const auto found = kept.images.find(PlaceOf(image, rect));
-    const CanvasPixels canvas = PixelsOfCanvas();
-    if (found == kept.images.end() || !IsInside(rect, canvas)) return false;
+bool DrawCachedImage(CanvasImage image, const Rect& rect) {
+    const auto& cached = windowCanvas.cachedImages.images;
+    const auto found = cached.find(PlaceOf(image, rect));
+    const CanvasPixels canvas = windowCanvas.pixels;
+    if (found == cached.end() || !IsInside(rect, canvas)) return false;
     FlushCanvas();
     if (!LiesOn(found->second.before, canvas, rect)) return false;
     const int32_t width = Width(rect);
@@ -84,15 +63,17 @@ static size_t PixelsOf(const Rect& rect) {
     return static_cast<size_t>(Width(rect)) * static_cast<size_t>(Height(rect));
 }
 
-static void Keep(CanvasImage image, const Rect& rect, KeptImage&& made) {
-    const bool isNew = !kept.images.contains(PlaceOf(image, rect));
-    if (isNew && kept.pixels + PixelsOf(rect) > kMostPixels) ForgetKeptImages();
-    if (kept.images.insert_or_assign(PlaceOf(image, rect), std::move(made)).second)
-        kept.pixels += PixelsOf(rect);
+// A full cache is emptied whole: what is shown comes back with the next frame.
+static void Add(CanvasImage image, const Rect& rect, CachedImage&& made) {
+    CachedImages& cached = windowCanvas.cachedImages;
+    const bool isNew = !cached.images.contains(PlaceOf(image, rect));
+    if (isNew && cached.pixels + PixelsOf(rect) > kMostPixels) cached = {};
+    if (cached.images.insert_or_assign(PlaceOf(image, rect), std::move(made)).second)
+        cached.pixels += PixelsOf(rect);
 }
 
-void KeepImage(CanvasImage image, const Rect& rect, bool (*draw)(CanvasImage, const Rect&)) {
-    const CanvasPixels canvas = PixelsOfCanvas();
+void CacheImage(CanvasImage image, const Rect& rect, bool (*draw)(CanvasImage, const Rect&)) {
+    const CanvasPixels canvas = windowCanvas.pixels;
     if (!IsInside(rect, canvas) || PixelsOf(rect) > kMostPixels) {
         draw(image, rect);
         return;
@@ -101,7 +82,5 @@ void KeepImage(CanvasImage image, const Rect& rect, bool (*draw)(CanvasImage, co
     std::vector<Pixel> before = Cut(canvas, rect);
     if (!draw(image, rect)) return;
     FlushCanvas();
-    Keep(image, rect, {std::move(before), Cut(canvas, rect)});
+    Add(image, rect, {std::move(before), Cut(canvas, rect)});
 }
-
-void ForgetKeptImages() { kept = {}; }

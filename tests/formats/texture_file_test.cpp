@@ -1,4 +1,4 @@
-#include "render/textures.h"
+#include "formats/texture_file.h"
 
 #include "platform/files.h"
 #include "platform/headless/fault_injection.h"
@@ -25,6 +25,21 @@ TEST_CASE("an image becomes a texture with red and blue exchanged, row 0 at the 
     CHECK(texture.height == 2);
     CHECK(texture.texels ==
           std::vector<Pixel>{Pixel{0x0000FF}, Pixel{0x00FF00}, Pixel{0xFF0000}, Pixel{0x563412}});
+}
+
+TEST_CASE("reading an image gives the texture and touches nothing else") {
+    const ScratchFolder folder;
+    PutFile(folder / L"a.png", PngBytes({1, 1, {0xFF112233}}));
+    PutFile(folder / L"b.png", "this is no image");
+    editorState.statusMessage.clear();
+    TextureImage texture;
+    REQUIRE(ReadTextureFile(folder / L"a.png", texture));
+    CHECK(texture.path == folder / L"a.png");
+    CHECK(texture.texels == std::vector<Pixel>{Pixel{0x332211}});
+    CHECK_FALSE(ReadTextureFile(folder / L"b.png", texture));
+    CHECK(texture.path == folder / L"a.png");
+    CHECK(editorState.textures.empty());
+    CHECK(editorState.statusMessage.empty());
 }
 
 TEST_CASE("a fully transparent pixel of any colour is white") {

@@ -1,8 +1,34 @@
-#include "render/projection.h"
+#include "render/raster/camera.h"
 
 #include "base/limit.h"
 
+#include <algorithm>
 #include <cmath>
+
+constexpr float kHalfFov = 0.6108653f;       // 35 degrees in radians
+constexpr float kDepthScale = 1.001001f;     // far / (far - near)
+constexpr float kDepthOffset = -0.1001001f;  // -near * far / (far - near)
+
+Vec3 CameraForward(float yaw, float pitch) {
+    return Normalise({std::sin(yaw) * std::cos(pitch), std::sin(pitch), std::cos(yaw) * std::cos(pitch)});
+}
+
+Matrix4 ViewMatrix(const CameraPose& camera) {
+    const Vec3 f = CameraForward(camera.yaw, camera.pitch);
+    const Vec3 r = Normalise({f.z, 0, -f.x});
+    const Vec3 u = Cross(f, r);
+    const Vec3 eye = camera.position;
+    return {{{{r.x, r.y, r.z, -Dot(r, eye)},
+              {u.x, u.y, u.z, -Dot(u, eye)},
+              {f.x, f.y, f.z, -Dot(f, eye)},
+              {0, 0, 0, 1}}}};
+}
+
+Matrix4 ProjectionMatrix(int32_t width, int32_t height) {
+    const float aspect = static_cast<float>(std::max(width, 1)) / static_cast<float>(std::max(height, 1));
+    const float t = 1 / std::tan(kHalfFov);
+    return {{{{t / aspect, 0, 0, 0}, {0, t, 0, 0}, {0, 0, kDepthScale, kDepthOffset}, {0, 0, 1, 0}}}};
+}
 
 // Every comparison is written so that not a number fails it.
 bool ProjectToViewport(const Vec4& clip, const Rect& viewport, ScreenCorner& corner) {
