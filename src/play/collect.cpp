@@ -1,10 +1,13 @@
 #include "play/collect.h"
 
+#include "base/letter_case.h"
 #include "base/path_text.h"
-#include "play/score.h"
 #include "scene/selection.h"
 #include "scene/status.h"
 #include "state/editor_state.h"
+
+#include <algorithm>
+#include <string>
 
 constexpr float kReach = 0.08f;  // world units around the collector's box
 
@@ -70,4 +73,22 @@ void SetActiveRecursive(int32_t index, bool active, WorldBoxes& boxes) {
         editorState.scene[below].active = active;
         ActiveChanged(below, boxes);
     }
+}
+
+static bool MentionsScore(const std::wstring& text) {
+    const std::wstring capitals = UpperCase(text);
+    return capitals.find(UpperCase(L"score")) != std::wstring::npos ||
+           capitals.find(UpperCase(L"skore")) != std::wstring::npos;
+}
+
+static bool IsActiveText(const GameObject& object) { return object.active && object.isText; }
+
+void ShowScore() {
+    Scene& scene = editorState.scene;
+    auto shown = std::ranges::find_if(scene, [](const GameObject& object) {
+        return IsActiveText(object) && (MentionsScore(object.name) || MentionsScore(object.text));
+    });
+    if (shown == scene.end()) shown = std::ranges::find_if(scene, IsActiveText);
+    if (shown == scene.end()) return;
+    shown->text = L"Score: " + std::to_wstring(editorState.score);
 }

@@ -1,4 +1,4 @@
-// The component CollectOnTouch: an object that collects what it touches.
+// The component CollectOnTouch: an object that collects what it touches, and the score that this counts.
 #pragma once
 
 #include "play/play_pass.h"
@@ -12,3 +12,7 @@ void CollectOnTouchStep(int32_t index, PlayPass& pass);
 
 // Of the object and all below it.
 void SetActiveRecursive(int32_t index, bool active, WorldBoxes& boxes);
+
+// Writes the score into the score text: the first active Text object whose name or text contains "score" or
+// "skore" in any case, else the first active Text object. Nothing without one.
+void ShowScore();

@@ -1,6 +1,6 @@
 #include "play/play_mode.h"
 
-#include "play/score.h"
+#include "play/collect.h"
 #include "scene/gestures.h"
 #include "scene/kept_scene.h"
 #include "scene/shown_screen.h"

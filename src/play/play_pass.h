@@ -1,11 +1,48 @@
-// What one pass over a playing scene finds out and keeps until its end.
+// What one pass over a playing scene finds out and keeps until its end: boxes, and objects by name and by
+// prefab, and files. Each is looked at once.
 #pragma once
 
-#include "play/scene_lookup.h"
 #include "play/world_boxes.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
 #include <vector>
+
+// Names of the open scene's objects, each by the first object that has it.
+struct FirstByName {
+    struct Hash {
+        using is_transparent = void;
+        size_t operator()(int32_t index) const;
+        size_t operator()(std::wstring_view name) const;
+    };
+    struct Equal {
+        using is_transparent = void;
+        bool operator()(int32_t a, int32_t b) const;
+        bool operator()(std::wstring_view name, int32_t index) const;
+        bool operator()(int32_t index, std::wstring_view name) const;
+    };
+    std::unordered_set<int32_t, Hash, Equal> indices{};
+    size_t seen = 0;  // objects that are taken in
+};
+
+// The objects that were active when they were taken in and were made from a prefab, in scene order.
+struct InstancesByPrefab {
+    std::unordered_map<std::wstring, std::vector<int32_t>> indices{};
+    size_t seen = 0;
+};
+
+// Valid as long as no object changes its name or the prefab that it was made from, or becomes active. Objects
+// added at the end are noticed.
+struct SceneLookup {
+    FirstByName names{};
+    InstancesByPrefab instances{};
+    std::unordered_map<std::wstring, bool> files{};
+};
 
 struct PlayPass {
     WorldBoxes boxes{};
@@ -13,3 +50,12 @@ struct PlayPass {
     int32_t objectsBefore = 0;         // objects that were there when the pass began
     std::vector<int32_t> spawnedBy{};  // for each object added since: the spawner that placed it
 };
+
+// The first object with that name. -1 when there is none.
+int32_t FirstObjectNamed(const std::wstring& name, SceneLookup& lookup);
+
+// All objects made from the prefab, but for some or all of those that are inactive.
+std::span<const int32_t> InstancesOf(const std::wstring& prefab, SceneLookup& lookup);
+
+// True for a path that is not empty and that of a file.
+bool IsFile(const std::wstring& path, SceneLookup& lookup);

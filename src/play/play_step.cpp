@@ -1,10 +1,8 @@
 #include "play/play_step.h"
 
-#include "play/animation.h"
 #include "play/collect.h"
-#include "play/gravity.h"
+#include "play/motion.h"
 #include "play/play_pass.h"
-#include "play/player_controller.h"
 #include "play/spawner.h"
 #include "scene/gameplay_scripts.h"
 #include "scene/selection.h"

@@ -3,7 +3,7 @@
 #include "base/path_text.h"
 #include "formats/prefab_instance.h"
 #include "platform/files.h"
-#include "play/score.h"
+#include "play/collect.h"
 #include "scene/editor_camera.h"
 #include "scene/transform.h"
 #include "state/editor_state.h"

@@ -1,4 +1,4 @@
-#include "play/scene_lookup.h"
+#include "play/play_pass.h"
 
 #include "platform/files.h"
 #include "state/editor_state.h"
