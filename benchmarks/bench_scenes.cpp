@@ -24,7 +24,7 @@ static MeshDraw FrameOf(const CameraPose& camera) {
 static BenchScene DefaultScene() {
     editorState = EditorState{};
     resetScene(true);
-    MeshDraw frame = FrameOf(EditorCamera());
+    MeshDraw frame = FrameOf(editorState.camera);
     frame.light = LightDirection(editorState.scene);
     BenchScene scene{"default scene"};
     for (int32_t i = 0; i < static_cast<int32_t>(editorState.scene.size()); ++i) {

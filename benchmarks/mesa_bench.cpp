@@ -4,6 +4,7 @@
 #include "mesa_renderer.h"
 
 #include "render/frame_buffer.h"
+#include "render/raster/draw_mesh.h"
 
 #include <benchmark/benchmark.h>
 

@@ -61,7 +61,7 @@ static void Play(benchmark::State& state, int32_t boxes, void (*update)(float)) 
 }
 
 void RegisterPlayBenchmarks() {
-    for (const int32_t boxes : {100, 1'000, 5'000, 20'000}) {
+    for (const int32_t boxes : {100, 1'000, 5'000, 20'000, 100'000}) {
         const std::string scenario = std::to_string(boxes) + " boxes, a frame of play";
         const auto add = [&scenario, boxes](const char* way, void (*update)(float)) {
             benchmark::RegisterBenchmark(BenchName(scenario, way).c_str(), [boxes,

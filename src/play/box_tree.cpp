@@ -4,16 +4,22 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cassert>
 #include <cmath>
 #include <limits>
 #include <span>
 #include <utility>
 
-constexpr int32_t kBoxesInLeaf = 4;
 constexpr int32_t kFewAdded = 32;  // added boxes that are not worth a new tree
-constexpr size_t kDeepest = 64;    // more nodes than wait in a search; halving gives half as many
+constexpr size_t kDeepest = 64;    // more nodes than wait in a search: three a level, and four boxes a node
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
+constexpr float kNotANumber = std::numeric_limits<float>::quiet_NaN();
+constexpr Box kEmpty{{kInfinity, kInfinity, kInfinity}, {-kInfinity, -kInfinity, -kInfinity}};
+
+// ---- Building. The boxes are halved twice along the longest side of what they fill, which gives the four
+// parts of a node, and each part of more than one box becomes a node in turn. Neighbours end up together in
+// memory, whatever their numbers.
 
 static float CentreOn(float Vec3::*axis, const NumberedBox& numbered) {
     const float centre = (numbered.box.min.*axis + numbered.box.max.*axis) / 2;
@@ -27,54 +33,77 @@ static float Vec3::*LongestAxis(const Box& box) {
     return size.y >= size.z ? &Vec3::y : &Vec3::z;
 }
 
-static std::span<NumberedBox> BoxesOf(const BoxTreeNode& node, BoxTree& tree) {
-    return std::span(tree.boxes)
-        .subspan(static_cast<size_t>(node.begin), static_cast<size_t>(node.end - node.begin));
+namespace {
+
+// Boxes that lie together in the tree.
+using Part = std::span<NumberedBox>;
+
+struct Halves {
+    Part first, second;
+};
+
+}  // namespace
+
+static Halves Halved(Part part) {
+    Box bounds = kEmpty;
+    for (const NumberedBox& numbered : part) Include(numbered.box, bounds);
+    float Vec3::*const axis = LongestAxis(bounds);
+    const size_t middle = part.size() / 2;
+    std::nth_element(
+        part.begin(), part.begin() + static_cast<ptrdiff_t>(middle), part.end(),
+        [axis](const NumberedBox& a, const NumberedBox& b) { return CentreOn(axis, a) < CentreOn(axis, b); });
+    return {part.first(middle), part.subspan(middle)};
 }
 
-static void MeasureNode(BoxTreeNode& node, BoxTree& tree) {
-    node.bounds = {{kInfinity, kInfinity, kInfinity}, {-kInfinity, -kInfinity, -kInfinity}};
-    node.lowest = std::numeric_limits<int32_t>::max();
-    node.highest = -1;
-    for (const NumberedBox& numbered : BoxesOf(node, tree)) {
-        Include(numbered.box, node.bounds);
-        node.lowest = std::min(node.lowest, numbered.number);
-        node.highest = std::max(node.highest, numbered.number);
+static int32_t LowestOf(Part part) {
+    return part.empty() ? std::numeric_limits<int32_t>::max()
+                        : std::ranges::min_element(part, {}, &NumberedBox::number)->number;
+}
+
+// The parts of a node, the one with the lowest number first: a search for the lowest looks there first.
+static std::array<Part, 4> Divided(Part part) {
+    std::array<Part, 4> parts;
+    if (part.size() <= parts.size()) {
+        for (size_t i = 0; i < parts.size(); ++i)
+            parts[i] = part.subspan(std::min(i, part.size()), i < part.size() ? 1 : 0);
+    } else {
+        const auto [first, second] = Halved(part);
+        const Halves a = Halved(first), b = Halved(second);
+        parts = {a.first, a.second, b.first, b.second};
+    }
+    std::ranges::sort(parts, {}, LowestOf);
+    return parts;
+}
+
+static void SetBounds(BoxTreeNode& node, size_t part, const Box& box) {
+    const float low[3] = {box.min.x, box.min.y, box.min.z}, high[3] = {box.max.x, box.max.y, box.max.z};
+    for (size_t axis = 0; axis < 3; ++axis) {
+        node.min[axis][part] = low[axis];
+        node.max[axis][part] = high[axis];
     }
 }
 
-// Children stand behind their parents.
+static Box BoundsOf(const BoxTreeNode& node, size_t part) {
+    return {{node.min[0][part], node.min[1][part], node.min[2][part]},
+            {node.max[0][part], node.max[1][part], node.max[2][part]}};
+}
+
+static Box BoundsOfAll(const BoxTreeNode& node) {
+    Box bounds = kEmpty;
+    for (size_t part = 0; part < 4; ++part) Include(BoundsOf(node, part), bounds);
+    return bounds;
+}
+
+constexpr int32_t kNothing = std::numeric_limits<int32_t>::min();  // below a part that is not there
+
+// Nodes stand behind the ones above them.
 void MeasureNodes(BoxTree& tree) {
     for (auto node = tree.nodes.rbegin(); node != tree.nodes.rend(); ++node) {
-        if (node->child < 0) {
-            MeasureNode(*node, tree);
-            continue;
+        for (size_t part = 0; part < 4; ++part) {
+            const int32_t below = node->below[part];
+            if (below == kNothing) continue;
+            SetBounds(*node, part, below < 0 ? tree.boxes[~below].box : BoundsOfAll(tree.nodes[below]));
         }
-        node->bounds = tree.nodes[static_cast<size_t>(node->child)].bounds;
-        Include(tree.nodes[static_cast<size_t>(node->child) + 1].bounds, node->bounds);
-    }
-}
-
-// Gives the node two children with half of its boxes each, divided along the longest side.
-static void DivideNode(int32_t index, BoxTree& tree) {
-    const BoxTreeNode node = tree.nodes[index];
-    float Vec3::*const axis = LongestAxis(node.bounds);
-    const auto boxes = BoxesOf(node, tree);
-    const int32_t middle = node.begin + (node.end - node.begin) / 2;
-    std::nth_element(
-        boxes.begin(), boxes.begin() + (middle - node.begin), boxes.end(),
-        [axis](const NumberedBox& a, const NumberedBox& b) { return CentreOn(axis, a) < CentreOn(axis, b); });
-    tree.nodes[index].child = static_cast<int32_t>(tree.nodes.size());
-    for (const auto& [begin, end] : {std::pair{node.begin, middle}, std::pair{middle, node.end}}) {
-        tree.nodes.push_back({.begin = begin, .end = end, .parent = index});
-        MeasureNode(tree.nodes.back(), tree);
-    }
-}
-
-static void NoteLeaf(int32_t index, BoxTree& tree) {
-    for (int32_t slot = tree.nodes[index].begin; slot < tree.nodes[index].end; ++slot) {
-        tree.leaves[slot] = index;
-        tree.slots[tree.boxes[slot].number] = slot;
     }
 }
 
@@ -82,18 +111,37 @@ BoxTree BuildBoxTree(std::vector<NumberedBox> boxes) {
     BoxTree tree{.boxes = std::move(boxes)};
     if (tree.boxes.empty()) return tree;
 
-    tree.nodes.push_back({.end = static_cast<int32_t>(tree.boxes.size())});
-    MeasureNode(tree.nodes[0], tree);
-    tree.leaves.assign(tree.boxes.size(), 0);
-    tree.slots.assign(static_cast<size_t>(tree.nodes[0].highest) + 1, -1);
-    for (int32_t index = 0; index < static_cast<int32_t>(tree.nodes.size()); ++index) {
-        const bool isLeaf = tree.nodes[index].end - tree.nodes[index].begin <= kBoxesInLeaf;
-        if (isLeaf) {
-            NoteLeaf(index, tree);
-        } else {
-            DivideNode(index, tree);
+    const NumberedBox* const first = tree.boxes.data();
+    std::vector<Part> open{tree.boxes};  // by node
+    tree.nodes.emplace_back();
+    tree.parts.assign(tree.boxes.size(), 0);
+    const auto last = std::ranges::max_element(tree.boxes, {}, &NumberedBox::number);
+    tree.slots.assign(static_cast<size_t>(last->number) + 1, -1);
+    for (size_t index = 0; index < tree.nodes.size(); ++index) {
+        const std::array<Part, 4> parts = Divided(open[index]);
+        for (size_t i = 0; i < 4; ++i) {
+            const Part& part = parts[i];
+            const auto place = static_cast<int32_t>(4 * index + i);
+            int32_t below = kNothing;
+            if (part.size() == 1) {
+                const auto slot = static_cast<int32_t>(part.data() - first);
+                below = ~slot;
+                tree.parts[slot] = place;
+                tree.slots[part.front().number] = slot;
+            } else if (part.size() > 1) {
+                below = static_cast<int32_t>(tree.nodes.size());
+                tree.nodes.push_back({.parent = place});
+                open.push_back(part);
+            }
+            BoxTreeNode& node = tree.nodes[index];
+            node.below[i] = below;
+            SetBounds(node, i, {{kNotANumber, kNotANumber, kNotANumber}, {}});
+            node.lowest[i] = LowestOf(part);
+            node.highest[i] =
+                part.empty() ? -1 : std::ranges::max_element(part, {}, &NumberedBox::number)->number;
         }
     }
+    MeasureNodes(tree);
     return tree;
 }
 
@@ -104,102 +152,122 @@ void AddBox(const NumberedBox& added, BoxTree& tree) {
     tree.slots[number] = static_cast<int32_t>(tree.boxes.size());
     tree.boxes.push_back(added);
 
-    const size_t inTree = tree.leaves.size(), outside = tree.boxes.size() - inTree;
+    const size_t inTree = tree.parts.size(), outside = tree.boxes.size() - inTree;
     if (outside > kFewAdded + inTree / 4) tree = BuildBoxTree(std::move(tree.boxes));
 }
 
+// The box itself is exact, the nodes above it only grow: most moves end at the first one, which holds the box
+// already.
 void MoveBox(const NumberedBox& moved, BoxTree& tree) {
     const auto number = static_cast<size_t>(moved.number);
     if (number >= tree.slots.size() || tree.slots[number] < 0) return;
     const auto slot = static_cast<size_t>(tree.slots[number]);
     tree.boxes[slot].box = moved.box;
-    if (slot >= tree.leaves.size()) return;
-    for (int32_t index = tree.leaves[slot]; index >= 0; index = tree.nodes[index].parent) {
-        if (Holds(tree.nodes[index].bounds, moved.box)) return;
-        Include(moved.box, tree.nodes[index].bounds);
+    if (slot >= tree.parts.size()) return;
+    const auto place = static_cast<size_t>(tree.parts[slot]);
+    SetBounds(tree.nodes[place / 4], place % 4, moved.box);
+    for (int32_t above = tree.nodes[place / 4].parent; above >= 0;) {
+        BoxTreeNode& node = tree.nodes[above / 4];
+        const auto part = static_cast<size_t>(above % 4);
+        Box bounds = BoundsOf(node, part);
+        if (Holds(bounds, moved.box)) return;
+        Include(moved.box, bounds);
+        SetBounds(node, part, bounds);
+        above = node.parent;
     }
 }
 
+// ---- Searching: down from the root, through every part that touches. Nodes wait on a list, not on the call
+// stack.
+
 namespace {
-// A box that others are compared with: BoxesTouch without a branch for every axis.
+
+// A box that the parts of nodes are compared with, four at a time: BoxesTouch.
 struct TouchTest {
-    __m128 min, max;  // min stands one lane higher, as the second load of a box has it
+    __m128 min[3], max[3];
 
     explicit TouchTest(const Box& box)
-        : min(_mm_setr_ps(0, box.min.x, box.min.y, box.min.z)),
-          max(_mm_setr_ps(box.max.x, box.max.y, box.max.z, 0)) {}
+        : min{_mm_set1_ps(box.min.x), _mm_set1_ps(box.min.y), _mm_set1_ps(box.min.z)},
+          max{_mm_set1_ps(box.max.x), _mm_set1_ps(box.max.y), _mm_set1_ps(box.max.z)} {}
 
-    bool operator()(const Box& other) const {
-        static_assert(sizeof(Box) == 6 * sizeof(float));
-        const __m128 from = _mm_loadu_ps(&other.min.x), to = _mm_loadu_ps(&other.min.z);
-        const int begins = _mm_movemask_ps(_mm_cmple_ps(from, max)) & 0b0111;
-        const int ends = _mm_movemask_ps(_mm_cmple_ps(min, to)) & 0b1110;
-        return begins + ends == 0b0111 + 0b1110;
+    // A bit for each part.
+    uint32_t operator()(const BoxTreeNode& node) const {
+        __m128 touching = _mm_cmple_ps(_mm_loadu_ps(node.min[0]), max[0]);
+        touching = _mm_and_ps(touching, _mm_cmple_ps(min[0], _mm_loadu_ps(node.max[0])));
+        for (size_t axis = 1; axis < 3; ++axis) {
+            touching = _mm_and_ps(touching, _mm_cmple_ps(_mm_loadu_ps(node.min[axis]), max[axis]));
+            touching = _mm_and_ps(touching, _mm_cmple_ps(min[axis], _mm_loadu_ps(node.max[axis])));
+        }
+        return static_cast<uint32_t>(_mm_movemask_ps(touching));
     }
 };
 
-// A search for the lowest touching number.
-struct Search {
-    TouchTest touches;
-    int32_t after, except;
-    int32_t best = std::numeric_limits<int32_t>::max();
+struct OpenNodes {
+    std::array<int32_t, kDeepest> indices;
+    size_t count = 0;
 
-    bool IsWorthwhile(const BoxTreeNode& node) const {
-        return node.highest > after && node.lowest < best && touches(node.bounds);
+    void Push(int32_t index) {
+        assert(count < kDeepest);
+        indices[count++] = index;
     }
-
-    void LookAt(const NumberedBox& candidate) {
-        if (candidate.number <= after || candidate.number >= best || candidate.number == except) return;
-        if (touches(candidate.box)) best = candidate.number;
-    }
+    int32_t Pop() { return indices[--count]; }
 };
+
 }  // namespace
 
+// What was found rules out every part whose numbers are all higher, so the parts are asked in the order of
+// their lowest numbers.
 int32_t NextTouching(const Box& box, int32_t after, int32_t except, const BoxTree& tree) {
-    Search search{TouchTest(box), after, except};
-    for (size_t slot = tree.leaves.size(); slot < tree.boxes.size(); ++slot) search.LookAt(tree.boxes[slot]);
-
-    std::array<int32_t, kDeepest> open{};
-    size_t openCount = 0;
-    if (!tree.nodes.empty()) open[openCount++] = 0;
-    while (openCount > 0) {
-        const BoxTreeNode& node = tree.nodes[open[--openCount]];
-        if (!search.IsWorthwhile(node)) continue;
-        if (node.child < 0) {
-            for (int32_t slot = node.begin; slot < node.end; ++slot) search.LookAt(tree.boxes[slot]);
-            continue;
-        }
-        // The half with the lower numbers comes out first: what it finds rules out more of the other.
-        const bool firstIsLower = tree.nodes[node.child].lowest < tree.nodes[node.child + 1].lowest;
-        assert(openCount + 2 <= open.size());
-        open[openCount++] = node.child + firstIsLower;
-        open[openCount++] = node.child + !firstIsLower;
+    constexpr int32_t kNone = std::numeric_limits<int32_t>::max();
+    int32_t best = kNone;
+    const auto lookAt = [&](int32_t number) {
+        if (number > after && number < best && number != except) best = number;
+    };
+    for (size_t slot = tree.parts.size(); slot < tree.boxes.size(); ++slot) {
+        if (BoxesTouch(tree.boxes[slot].box, box)) lookAt(tree.boxes[slot].number);
     }
-    return search.best == std::numeric_limits<int32_t>::max() ? -1 : search.best;
+    const TouchTest touching(box);
+    OpenNodes open;
+    if (!tree.nodes.empty()) open.Push(0);
+    while (open.count > 0) {
+        const BoxTreeNode& node = tree.nodes[open.Pop()];
+        const uint32_t parts = touching(node);
+        for (int part = 3; part >= 0; --part) {
+            const bool isWorthwhile =
+                (parts >> part & 1) != 0 && node.highest[part] > after && node.lowest[part] < best;
+            if (!isWorthwhile) continue;
+            if (node.below[part] >= 0) {
+                open.Push(node.below[part]);
+            } else {
+                lookAt(node.lowest[part]);
+            }
+        }
+    }
+    return best == kNone ? -1 : best;
 }
 
 bool FindTouching(const Box& box, int32_t except, size_t most, const BoxTree& tree,
                   std::vector<int32_t>& found) {
-    const TouchTest touches(box);
     found.clear();
-    const auto lookAt = [&](const NumberedBox& candidate) {
-        if (touches(candidate.box) && candidate.number != except) found.push_back(candidate.number);
+    const auto lookAt = [&](int32_t number) {
+        if (number != except) found.push_back(number);
     };
-    for (size_t slot = tree.leaves.size(); slot < tree.boxes.size(); ++slot) lookAt(tree.boxes[slot]);
-
-    std::array<int32_t, kDeepest> open{};
-    size_t openCount = 0;
-    if (!tree.nodes.empty()) open[openCount++] = 0;
-    while (openCount > 0 && found.size() <= most) {
-        const BoxTreeNode& node = tree.nodes[open[--openCount]];
-        if (!touches(node.bounds)) continue;
-        if (node.child < 0) {
-            for (int32_t slot = node.begin; slot < node.end; ++slot) lookAt(tree.boxes[slot]);
-            continue;
+    for (size_t slot = tree.parts.size(); slot < tree.boxes.size(); ++slot) {
+        if (BoxesTouch(tree.boxes[slot].box, box)) lookAt(tree.boxes[slot].number);
+    }
+    const TouchTest touching(box);
+    OpenNodes open;
+    if (!tree.nodes.empty()) open.Push(0);
+    while (open.count > 0 && found.size() <= most) {
+        const BoxTreeNode& node = tree.nodes[open.Pop()];
+        for (uint32_t parts = touching(node); parts != 0; parts &= parts - 1) {
+            const auto part = static_cast<size_t>(std::countr_zero(parts));
+            if (node.below[part] >= 0) {
+                open.Push(node.below[part]);
+            } else {
+                lookAt(node.lowest[part]);
+            }
         }
-        assert(openCount + 2 <= open.size());
-        open[openCount++] = node.child;
-        open[openCount++] = node.child + 1;
     }
     std::ranges::sort(found);
     return found.size() <= most;

@@ -12,22 +12,22 @@ struct NumberedBox {
     int32_t number = 0;
 };
 
-// The boxes of a node lie together in `BoxTree::boxes`.
+// Four parts of the tree, each a box or a node below. The sides of all four lie together, so that one
+// comparison asks all of them. Not a number where there is no part: nothing touches it.
 struct BoxTreeNode {
-    Box bounds{};                     // holds the boxes below, as far as they are numbers
-    int32_t lowest = 0, highest = 0;  // numbers below
-    int32_t begin = 0, end = 0;       // of its boxes
-    int32_t child = -1;               // the first of two nodes that follow each other; -1 for a leaf
-    int32_t parent = -1;
+    float min[3][4]{}, max[3][4]{};     // by axis, then by part; they hold the boxes below
+    int32_t lowest[4]{}, highest[4]{};  // numbers of the boxes below
+    int32_t below[4]{};                 // a node, or ~ of the place of a box in `BoxTree::boxes`
+    int32_t parent = -1;                // 4 * node + part; -1 for the root
 };
 
-// Built once and queried while boxes move a little: bounds only grow. Boxes that are added later are looked
-// at one by one until the tree is built anew.
+// Built once and queried while boxes move a little: the bounds of nodes only grow. Boxes that are added later
+// are looked at one by one until the tree is built anew.
 struct BoxTree {
-    std::vector<NumberedBox> boxes{};  // those of the tree, then those added
-    std::vector<BoxTreeNode> nodes{};  // the root first; none for an empty tree
+    std::vector<NumberedBox> boxes{};  // those of the tree, neighbours together, then those added
+    std::vector<BoxTreeNode> nodes{};  // the root first, each before those below; none for an empty tree
     std::vector<int32_t> slots{};      // by number: its place in `boxes`, -1 where there is none
-    std::vector<int32_t> leaves{};     // by place in `boxes`: the node that it is in
+    std::vector<int32_t> parts{};      // by place in `boxes`: 4 * node + part; as long as the tree was built
 };
 
 // Makes the bounds of all nodes as tight as their boxes allow.

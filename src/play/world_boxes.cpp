@@ -114,7 +114,7 @@ void StartPass(WorldBoxes& boxes) {
 
 // True when the tree of an earlier pass holds the solid objects of this one and no others.
 static bool HoldsExactly(const std::vector<NumberedBox>& solids, const BoxTree& tree) {
-    if (tree.boxes.size() != solids.size() || tree.leaves.size() != solids.size()) return false;
+    if (tree.boxes.size() != solids.size() || tree.parts.size() != solids.size()) return false;
     return std::ranges::all_of(solids, [&tree](const NumberedBox& solid) {
         const auto number = static_cast<size_t>(solid.number);
         return number < tree.slots.size() && tree.slots[number] >= 0;
