@@ -102,7 +102,8 @@ void MeasureNodes(BoxTree& tree) {
         for (size_t part = 0; part < 4; ++part) {
             const int32_t below = node->below[part];
             if (below == kNothing) continue;
-            SetBounds(*node, part, below < 0 ? tree.boxes[~below].box : BoundsOfAll(tree.nodes[below]));
+            SetBounds(*node, part,
+                      below < 0 ? tree.boxes[tree.slots[~below]].box : BoundsOfAll(tree.nodes[below]));
         }
     }
 }
@@ -114,6 +115,7 @@ BoxTree BuildBoxTree(std::vector<NumberedBox> boxes) {
     const NumberedBox* const first = tree.boxes.data();
     std::vector<Part> open{tree.boxes};  // by node
     tree.nodes.emplace_back();
+    tree.numbers.emplace_back();
     tree.parts.assign(tree.boxes.size(), 0);
     const auto last = std::ranges::max_element(tree.boxes, {}, &NumberedBox::number);
     tree.slots.assign(static_cast<size_t>(last->number) + 1, -1);
@@ -125,19 +127,21 @@ BoxTree BuildBoxTree(std::vector<NumberedBox> boxes) {
             int32_t below = kNothing;
             if (part.size() == 1) {
                 const auto slot = static_cast<int32_t>(part.data() - first);
-                below = ~slot;
+                below = ~part.front().number;
                 tree.parts[slot] = place;
                 tree.slots[part.front().number] = slot;
             } else if (part.size() > 1) {
                 below = static_cast<int32_t>(tree.nodes.size());
                 tree.nodes.push_back({.parent = place});
+                tree.numbers.emplace_back();
                 open.push_back(part);
             }
             BoxTreeNode& node = tree.nodes[index];
             node.below[i] = below;
             SetBounds(node, i, {{kNotANumber, kNotANumber, kNotANumber}, {}});
-            node.lowest[i] = LowestOf(part);
-            node.highest[i] =
+            NumbersBelow& numbers = tree.numbers[index];
+            numbers.lowest[i] = LowestOf(part);
+            numbers.highest[i] =
                 part.empty() ? -1 : std::ranges::max_element(part, {}, &NumberedBox::number)->number;
         }
     }
@@ -192,11 +196,11 @@ struct TouchTest {
 
     // A bit for each part.
     uint32_t operator()(const BoxTreeNode& node) const {
-        __m128 touching = _mm_cmple_ps(_mm_loadu_ps(node.min[0]), max[0]);
-        touching = _mm_and_ps(touching, _mm_cmple_ps(min[0], _mm_loadu_ps(node.max[0])));
+        __m128 touching = _mm_cmple_ps(_mm_load_ps(node.min[0]), max[0]);
+        touching = _mm_and_ps(touching, _mm_cmple_ps(min[0], _mm_load_ps(node.max[0])));
         for (size_t axis = 1; axis < 3; ++axis) {
-            touching = _mm_and_ps(touching, _mm_cmple_ps(_mm_loadu_ps(node.min[axis]), max[axis]));
-            touching = _mm_and_ps(touching, _mm_cmple_ps(min[axis], _mm_loadu_ps(node.max[axis])));
+            touching = _mm_and_ps(touching, _mm_cmple_ps(_mm_load_ps(node.min[axis]), max[axis]));
+            touching = _mm_and_ps(touching, _mm_cmple_ps(min[axis], _mm_load_ps(node.max[axis])));
         }
         return static_cast<uint32_t>(_mm_movemask_ps(touching));
     }
@@ -230,16 +234,18 @@ int32_t NextTouching(const Box& box, int32_t after, int32_t except, const BoxTre
     OpenNodes open;
     if (!tree.nodes.empty()) open.Push(0);
     while (open.count > 0) {
-        const BoxTreeNode& node = tree.nodes[open.Pop()];
+        const int32_t index = open.Pop();
+        const BoxTreeNode& node = tree.nodes[index];
+        const NumbersBelow& numbers = tree.numbers[index];
         const uint32_t parts = touching(node);
         for (int part = 3; part >= 0; --part) {
             const bool isWorthwhile =
-                (parts >> part & 1) != 0 && node.highest[part] > after && node.lowest[part] < best;
+                (parts >> part & 1) != 0 && numbers.highest[part] > after && numbers.lowest[part] < best;
             if (!isWorthwhile) continue;
             if (node.below[part] >= 0) {
                 open.Push(node.below[part]);
             } else {
-                lookAt(node.lowest[part]);
+                lookAt(~node.below[part]);
             }
         }
     }
@@ -265,7 +271,7 @@ bool FindTouching(const Box& box, int32_t except, size_t most, const BoxTree& tr
             if (node.below[part] >= 0) {
                 open.Push(node.below[part]);
             } else {
-                lookAt(node.lowest[part]);
+                lookAt(~node.below[part]);
             }
         }
     }

@@ -14,20 +14,26 @@ struct NumberedBox {
 
 // Four parts of the tree, each a box or a node below. The sides of all four lie together, so that one
 // comparison asks all of them. Not a number where there is no part: nothing touches it.
-struct BoxTreeNode {
-    float min[3][4]{}, max[3][4]{};     // by axis, then by part; they hold the boxes below
-    int32_t lowest[4]{}, highest[4]{};  // numbers of the boxes below
-    int32_t below[4]{};                 // a node, or ~ of the place of a box in `BoxTree::boxes`
-    int32_t parent = -1;                // 4 * node + part; -1 for the root
+struct alignas(64) BoxTreeNode {
+    float min[3][4]{}, max[3][4]{};  // by axis, then by part; they hold the boxes below
+    int32_t below[4]{};              // a node, or ~ of the number of a box
+    int32_t parent = -1;             // 4 * node + part; -1 for the root
+};
+static_assert(sizeof(BoxTreeNode) == 128);
+
+// The numbers of the boxes below the parts of a node.
+struct NumbersBelow {
+    int32_t lowest[4]{}, highest[4]{};
 };
 
 // Built once and queried while boxes move a little: the bounds of nodes only grow. Boxes that are added later
 // are looked at one by one until the tree is built anew.
 struct BoxTree {
-    std::vector<NumberedBox> boxes{};  // those of the tree, neighbours together, then those added
-    std::vector<BoxTreeNode> nodes{};  // the root first, each before those below; none for an empty tree
-    std::vector<int32_t> slots{};      // by number: its place in `boxes`, -1 where there is none
-    std::vector<int32_t> parts{};      // by place in `boxes`: 4 * node + part; as long as the tree was built
+    std::vector<NumberedBox> boxes{};     // those of the tree, neighbours together, then those added
+    std::vector<BoxTreeNode> nodes{};     // the root first, each before those below; none for an empty tree
+    std::vector<NumbersBelow> numbers{};  // by node
+    std::vector<int32_t> slots{};         // by number: its place in `boxes`, -1 where there is none
+    std::vector<int32_t> parts{};  // by place in `boxes`: 4 * node + part; as long as the tree was built
 };
 
 // Makes the bounds of all nodes as tight as their boxes allow.
