@@ -44,6 +44,11 @@ static void ReadScene(TextFile& file) {
 }
 
 bool LoadScene(const std::wstring& path) {
+    SceneContent replaced;
+    return LoadScene(path, replaced);
+}
+
+bool LoadScene(const std::wstring& path, SceneContent& replaced) {
     SceneContent& content = editorState;
     SceneContent before = std::exchange(content, {});
     try {
@@ -51,6 +56,7 @@ bool LoadScene(const std::wstring& path) {
         if (ReadTextFile(path, file)) {
             ReadScene(file);
             MarkSceneSaved();
+            replaced = std::move(before);
             return true;
         }
     } catch (const std::bad_alloc&) {  // a file too large for the machine is one that cannot be read

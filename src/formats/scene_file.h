@@ -1,6 +1,8 @@
 // Scene files: a header line, then one object line per object of the scene.
 #pragma once
 
+#include "state/editor_state.h"
+
 #include <string>
 
 // Writes the open scene, and makes the folder of `path` first. False, with the old file as it was, when it
@@ -19,3 +21,6 @@ void MarkSceneSaved();
 // The default scene's selection stays, limited to the objects there. False, with the old scene as it was,
 // when the file cannot be read or memory does not suffice for it.
 bool LoadScene(const std::wstring& path);
+
+// Like LoadScene, and hands out the content that it replaced. `replaced` is unchanged on failure.
+bool LoadScene(const std::wstring& path, SceneContent& replaced);

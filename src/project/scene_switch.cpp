@@ -13,6 +13,10 @@
 #include "scene/undo.h"
 #include "state/editor_state.h"
 
+#include <algorithm>
+#include <utility>
+#include <vector>
+
 bool AskSaveBeforeSceneSwitch() {
     const Answer answer =
         AskYesNoCancel(L"Chces ulozit aktualni scenu pred otevrenim jine sceny?", L"ZelEngine");
@@ -29,18 +33,94 @@ bool AskSaveBeforeSceneSwitch() {
 
 bool AskSaveOfChangedScene() { return SceneIsSaved() || AskSaveBeforeSceneSwitch(); }
 
+// What each index of a replaced library has become; see MapIndex.
+using NewIndices = std::vector<int32_t>;
+
+static int32_t MapIndex(int32_t index, const NewIndices& newIndices) {
+    const bool isKnown = index >= 0 && static_cast<size_t>(index) < newIndices.size();
+    return isKnown ? newIndices[static_cast<size_t>(index)] : index;
+}
+
+static bool MapsToItself(const NewIndices& newIndices) {
+    for (size_t i = 0; i < newIndices.size(); ++i) {
+        if (newIndices[i] != static_cast<int32_t>(i)) return false;
+    }
+    return true;
+}
+
+// Finds each mesh of the replaced library in the new one, and adds those that it lacks.
+static NewIndices CarryMeshes(SceneContent& replaced) {
+    NewIndices newIndices;
+    for (MeshAsset& asset : replaced.meshes) {
+        auto& meshes = editorState.meshes;
+        const auto found = std::ranges::find_if(meshes, [&asset](const MeshAsset& other) {
+            return other.source == asset.source && other.name == asset.name;
+        });
+        newIndices.push_back(static_cast<int32_t>(found - meshes.begin()));
+        if (found == meshes.end()) meshes.push_back(std::move(asset));
+    }
+    return newIndices;
+}
+
+static NewIndices CarryTextures(SceneContent& replaced) {
+    NewIndices newIndices;
+    for (TextureImage& texture : replaced.textures) {
+        auto& textures = editorState.textures;
+        const auto found = std::ranges::find(textures, texture.path, &TextureImage::path);
+        newIndices.push_back(static_cast<int32_t>(found - textures.begin()));
+        if (found == textures.end()) textures.push_back(std::move(texture));
+    }
+    return newIndices;
+}
+
+// After a load that keeps the history: the objects of its steps, and the copied one, name meshes and textures
+// by their index in the libraries that the load replaced. They are looked up in the new ones by their source,
+// and those that only the old scene used are added to these.
+static void CarryHistory(SceneContent& replaced) {
+    const NewIndices meshes = CarryMeshes(replaced), textures = CarryTextures(replaced);
+    if (MapsToItself(meshes) && MapsToItself(textures)) return;
+    const auto change = [&](GameObject& object) {
+        const int32_t mesh = MapIndex(object.meshIndex, meshes);
+        const int32_t texture = MapIndex(object.textureIndex, textures);
+        const bool isOther = mesh != object.meshIndex || texture != object.textureIndex;
+        object.meshIndex = mesh;
+        object.textureIndex = texture;
+        return isOther;
+    };
+    if (editorState.clipboardObject) change(*editorState.clipboardObject);
+    ChangeHistory(editorState.undoSteps, change);
+}
+
+// True when the scene was loaded. Its history goes on with one more step.
+static bool LoadSceneAgain(const std::wstring& path) {
+    std::vector<UndoStep> before = editorState.undoSteps;
+    pushUndo("Load scene again");
+    SceneContent replaced;
+    if (LoadScene(path, replaced)) {
+        CarryHistory(replaced);
+        return true;
+    }
+    editorState.undoSteps = std::move(before);
+    return false;
+}
+
+static bool LoadOtherScene(const std::wstring& path) {
+    if (!LoadScene(path)) return false;
+    ClearUndo();
+    return true;
+}
+
 void OpenSceneFile(const std::wstring& path) {
     if (!LeaveOtherScreens()) return;
     StopPlayMode();
     const bool isOther = !SameWithoutCase(AbsolutePath(path), AbsolutePath(editorState.scenePath));
     if (isOther && !AskSaveBeforeSceneSwitch()) return;
-    if (!LoadScene(path)) {
+    if (!(isOther ? LoadOtherScene(path) : LoadSceneAgain(path))) {
         SetStatus(L"Scenu se nepodarilo otevrit.");
         return;
     }
     ForgetObjectIndices();
     CloseEntriesAndMenu();
-    ClearUndo();
     editorState.scenePath = path;
     SetStatus(L"Otevrena scena: " + path);
 }

@@ -11,6 +11,7 @@ bool AskSaveBeforeSceneSwitch();
 // another project or the Project Hub. True without a question when nothing would be lost.
 bool AskSaveOfChangedScene();
 
-// Opens a scene file, after that question when it is not the open one. A game stops first. On failure, or
-// when the user cancels, the open scene stays.
+// Opens a scene file, after that question when it is not the open one. A game stops first. Another scene
+// empties the undo history; loading the open one again is one more step of it. On failure, or when the user
+// cancels, the open scene stays.
 void OpenSceneFile(const std::wstring& path);

@@ -1,7 +1,6 @@
 #include "project/stored_paths.h"
 
 #include "base/path_text.h"
-#include "scene/snapshots.h"
 #include "scene/undo.h"
 #include "state/editor_state.h"
 
@@ -37,17 +36,8 @@ static bool MovePathsOf(Scene& scene, const PathMove& move) {
     return changed;
 }
 
-// Taken anew one after the other, so that they share again what did not change between them, nor since the
-// scene was saved.
 static void MovePathsOf(std::vector<UndoStep>& history, const PathMove& move) {
-    Scene scene;
-    const SceneSnapshot* earlier = &editorState.savedScene;
-    for (UndoStep& step : history) {
-        RestoreSnapshot(step.scene, scene);
-        MovePathsOf(scene, move);
-        step.scene = TakeSnapshot(scene, earlier);
-        earlier = &step.scene;
-    }
+    ChangeHistory(history, [&move](GameObject& object) { return MovePathsOf(object, move); });
 }
 
 void MoveStoredPaths(const std::wstring& from, const std::wstring& to) {

@@ -4,11 +4,9 @@
 #include "scene/gestures.h"
 #include "scene/snapshots.h"
 #include "scene/status.h"
-#include "state/editor_state.h"
 
 #include <algorithm>
 #include <utility>
-#include <vector>
 
 constexpr size_t kMaxUndoSteps = 64;
 
@@ -46,3 +44,17 @@ void undo() {
 }
 
 void ClearUndo() { editorState.undoSteps.clear(); }
+
+// Each step is taken anew after the one before it, so that they share again what does not differ between
+// them, nor from the saved scene. A step in which nothing changed stays as it is.
+void ChangeHistory(std::vector<UndoStep>& history, const std::function<bool(GameObject&)>& change) {
+    Scene scene;
+    const SceneSnapshot* earlier = &editorState.savedScene;
+    for (UndoStep& step : history) {
+        RestoreSnapshot(step.scene, scene);
+        bool hasChanged = false;
+        for (GameObject& object : scene) hasChanged = change(object) || hasChanged;
+        if (hasChanged) step.scene = TakeSnapshot(scene, earlier);
+        earlier = &step.scene;
+    }
+}

@@ -1,6 +1,11 @@
 // The undo history: the scenes before each of the last 64 changes.
 #pragma once
 
+#include "state/editor_state.h"
+
+#include <functional>
+#include <vector>
+
 // Called by every command once, before it changes the scene. The label names the command, and is a literal.
 // Nothing is kept in the game runtime, or of an empty scene.
 void pushUndo(const char* label);
@@ -12,3 +17,7 @@ void MarkPrefabChanged();
 void undo();
 
 void ClearUndo();
+
+// Changes the objects of every step of a history. `change` is called once for each object and returns whether
+// it changed it; parent indices must stay.
+void ChangeHistory(std::vector<UndoStep>& history, const std::function<bool(GameObject&)>& change);

@@ -1,14 +1,20 @@
 #include "project/scene_switch.h"
 
+#include "formats/obj_file.h"
 #include "formats/object_line.h"
 #include "formats/scene_file.h"
 #include "project/asset_list.h"
 #include "project/project_hub.h"
+#include "render/builtin_meshes.h"
+#include "render/textures.h"
+#include "scene/undo.h"
 #include "support/folder_tree.h"
 #include "support/project_input.h"
 #include "support/scene_equals_file.h"
 
 #include "doctest/doctest.h"
+
+#include <algorithm>
 
 // A project with a second scene "Other.scene" of one object beside Main.scene; the Files page shows both.
 static void StartWithTwoScenes(const ScratchFolder& folder) {
@@ -267,4 +273,109 @@ TEST_CASE("a reference that followed a rename is a change of the scene") {
     headless.prompts.clear();
     ReturnToHub();
     CHECK(headless.prompts.size() == 1);
+}
+
+// A tetrahedron: of four faces, which no built-in mesh has.
+constexpr const char* kTetrahedron =
+    "v 0 0 0\nv 1 0 0\nv 0 1 0\nv 0 0 1\nf 1 3 2\nf 1 2 4\nf 1 4 3\nf 2 3 4\n";
+// Two triangles.
+constexpr const char* kSheet = "v 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\nf 1 2 3 4\n";
+
+static std::wstring ModelIn(const ScratchFolder& folder, const wchar_t* name) {
+    return FilesIn(folder) + L"\\imported\\" + name;
+}
+
+// The number of faces of the mesh that an object of the open scene draws; 0 without one.
+static size_t FacesOf(const std::wstring& name) {
+    const auto object = std::ranges::find(editorState.scene, name, &GameObject::name);
+    if (object == editorState.scene.end()) return 0;
+    const auto mesh = static_cast<size_t>(object->meshIndex);
+    return mesh < editorState.meshes.size() ? editorState.meshes[mesh].mesh.triangles.size() : 0;
+}
+
+static std::wstring TextureOf(const std::wstring& name) {
+    const auto object = std::ranges::find(editorState.scene, name, &GameObject::name);
+    if (object == editorState.scene.end()) return {};
+    const auto texture = static_cast<size_t>(object->textureIndex);
+    return texture < editorState.textures.size() ? editorState.textures[texture].path : L"";
+}
+
+static void AddTextured(const std::wstring& name, const std::wstring& path) {
+    editorState.scene.push_back(
+        {.name = name, .hasTexture = true, .textureIndex = LoadTextureImage(path), .texturePath = path});
+}
+
+TEST_CASE("loading the open scene again is one undo step, which brings back what was edited") {
+    const ScratchFolder folder;
+    StartWithTwoScenes(folder);
+    TapKey('G');
+    TapKey('G');
+    const Scene edited = editorState.scene;
+    const size_t steps = editorState.undoSteps.size();
+    OpenSceneFile(MainScene(folder));
+    CHECK(editorState.statusMessage == L"Otevrena scena: " + MainScene(folder));
+    CHECK(editorState.undoSteps.size() == steps + 1);
+    CHECK(SceneIsSaved());
+    TapWithControl('Z');
+    CHECK(editorState.scene == edited);
+    CHECK_FALSE(SceneIsSaved());
+    TapWithControl('Z');
+    CHECK(editorState.scene.size() == edited.size() - 1);
+}
+
+TEST_CASE("after loading a scene again, undo draws the meshes and textures of before") {
+    const ScratchFolder folder;
+    StartWithTwoScenes(folder);
+    PutFile(ModelIn(folder, L"sheet.obj"), kSheet);
+    PutFile(ModelIn(folder, L"tetrahedron.obj"), kTetrahedron);
+    PutFile(ModelIn(folder, L"a.bmp"), OnePixelBitmap());
+    PutFile(ModelIn(folder, L"b.bmp"), OnePixelBitmap());
+    // In memory the tetrahedron stands before the sheet and b before a; the file names the sheet and a alone,
+    // so that a load gives them the other's index.
+    const int32_t tetrahedron = LoadObjIntoLibrary(ModelIn(folder, L"tetrahedron.obj"));
+    const int32_t sheet = LoadObjIntoLibrary(ModelIn(folder, L"sheet.obj"));
+    REQUIRE(sheet == tetrahedron + 1);
+    LoadTextureImage(ModelIn(folder, L"b.bmp"));
+    editorState.scene.push_back({.name = L"sheet", .meshIndex = sheet});
+    AddTextured(L"a", ModelIn(folder, L"a.bmp"));
+    TapWithControl('S');
+    pushUndo("Add objects");
+    editorState.scene.push_back({.name = L"tetrahedron", .meshIndex = tetrahedron});
+    AddTextured(L"b", ModelIn(folder, L"b.bmp"));
+    editorState.clipboardObject = GameObject{.name = L"copy", .meshIndex = tetrahedron};
+
+    OpenSceneFile(MainScene(folder));
+    CHECK(FacesOf(L"sheet") == 2);
+    CHECK(FacesOf(L"tetrahedron") == 0);
+    CHECK(TextureOf(L"a") == ModelIn(folder, L"a.bmp"));
+
+    undo();
+    CHECK(FacesOf(L"sheet") == 2);
+    CHECK(FacesOf(L"tetrahedron") == 4);
+    CHECK(TextureOf(L"a") == ModelIn(folder, L"a.bmp"));
+    CHECK(TextureOf(L"b") == ModelIn(folder, L"b.bmp"));
+    editorState.scene.push_back(*editorState.clipboardObject);
+    CHECK(FacesOf(L"copy") == 4);
+
+    undo();
+    CHECK(FacesOf(L"sheet") == 2);
+    CHECK(FacesOf(L"PlayerCube") == editorState.meshes[kCubeMesh].mesh.triangles.size());
+    CHECK(TextureOf(L"a") == ModelIn(folder, L"a.bmp"));
+}
+
+TEST_CASE("loading the open scene again fails without a trace") {
+    const ScratchFolder folder;
+    StartWithTwoScenes(folder);
+    for (int32_t i = 0; i < 64; ++i) TapKey('G');
+    const Scene edited = editorState.scene;
+    REQUIRE(editorState.undoSteps.size() == 64);
+    const int32_t selected = editorState.selectedIndex;
+    const auto oldest = editorState.undoSteps.front().scene.runs;
+    RemoveTree(MainScene(folder));
+    OpenSceneFile(MainScene(folder));
+    CHECK(editorState.statusMessage == L"Scenu se nepodarilo otevrit.");
+    CHECK(editorState.scene == edited);
+    CHECK(editorState.selectedIndex == selected);
+    CHECK(editorState.undoSteps.size() == 64);
+    CHECK(editorState.undoSteps.front().scene.runs == oldest);
 }
