@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Packs the staged program for its users: the zip, its parts list (SPDX), a winget manifest and the sums of all.
+"""Packs the staged program for its users: the zip, its parts list (SPDX), a winget manifest and the sums of all. The
+symbol file, which tells names and lines for the addresses of a crash report, lies beside the zip and not in it.
 
 The same sources and the same program give the same bytes: entries are sorted, and their time is SOURCE_DATE_EPOCH,
 or that of the last commit, or in sources without a history that of the newest file.
@@ -68,6 +69,13 @@ def staged_program(stage):
     if version_of(executable) != version():
         raise Refusal(f"{path} is of version {version_of(executable) or 'unknown'} and not {version()}: build it anew.")
     return executable
+
+
+def staged_symbols(stage):
+    path = os.path.normpath(stage) + ".debug"
+    if not os.path.isfile(path):
+        raise Refusal(f"the symbols of the program are missing: {path}. Build it anew, or say --without-symbols.")
+    return content(path)
 
 
 def seconds_of_the_last_commit():
@@ -166,12 +174,13 @@ def write(folder, name, text):
     return name
 
 
-def make_package(stage, out, url):
+def make_package(stage, out, url, with_symbols):
     """The names of what it wrote, relative to `out`."""
     top = f"ZelEngine-{version()}"
     archive = f"{top}-win64.zip"
     seconds = seconds_of_the_sources()
     files = {f"{top}/{name}": data for name, data in packed_files(stage).items()}
+    symbols = {f"{top}-win64.debug": staged_symbols(stage)} if with_symbols else {}
     copyright_line = re.search(r"^Copyright .*$", content(ROOT, "LICENSE").decode(), re.MULTILINE).group(0)
 
     os.makedirs(out, exist_ok=True)
@@ -182,6 +191,10 @@ def make_package(stage, out, url):
                "copyright": copyright_line}
 
     written = [archive, write(out, f"{top}-win64.spdx.json", spdx.document(release, files))]
+    for name, data in symbols.items():
+        with open(os.path.join(out, name), "wb") as file:
+            file.write(data)
+        written.append(name)
     for name, text in winget.manifests(release, f"{top}\\{EXECUTABLE}").items():
         written.append(write(out, f"winget/{name}", text))
     sums = "".join(f"{hashlib.sha256(content(out, name)).hexdigest()}  {name}\n" for name in sorted(written))
@@ -194,9 +207,10 @@ def main():
     options.add_argument("--out", default=os.path.join(ROOT, "dist"), help="where the package is put")
     options.add_argument("--url", default=os.environ.get("ZEL_DOWNLOAD_URL") or NO_HOST,
                          help="the folder from which users will download the zip; ZEL_DOWNLOAD_URL says the same")
+    options.add_argument("--without-symbols", action="store_true", help="for a program that was built without any")
     choice = options.parse_args()
     try:
-        for name in make_package(choice.stage, choice.out, choice.url):
+        for name in make_package(choice.stage, choice.out, choice.url, not choice.without_symbols):
             print(os.path.join(os.path.relpath(choice.out), name))
     except Refusal as refusal:
         sys.exit(f"No package: {refusal}")

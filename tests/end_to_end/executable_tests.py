@@ -17,9 +17,17 @@ KNOWN_LIBRARIES = {"gdi32.dll", "kernel32.dll", "msvcrt.dll", "ole32.dll", "shel
 PROTECTIONS = ("DYNAMIC_BASE", "HIGH_ENTROPY_VA", "NX_COMPAT")
 
 
+SYMBOLS = STAGE + ".debug"
+
+
+def tool(name, *arguments):
+    """What one of the cross compiler's tools prints, errors included."""
+    command = ["x86_64-w64-mingw32-" + name, *arguments]
+    return subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, check=True).stdout
+
+
 def headers():
-    command = ["x86_64-w64-mingw32-objdump", "--private-headers", EXECUTABLE]
-    return subprocess.run(command, capture_output=True, text=True, check=True).stdout
+    return tool("objdump", "--private-headers", EXECUTABLE)
 
 
 def only_libraries_that_the_system_protects_are_linked():
@@ -55,6 +63,28 @@ def the_executable_carries_icon_manifest_and_version():
     check(b"\x89PNG" in content, "no icon of 256 pixels")
 
 
+def sections(path):
+    """Name, size and address of each section."""
+    return re.findall(r"^ +\d+ (\S+) +([0-9a-f]+)  ([0-9a-f]+)", tool("objdump", "--section-headers", path), re.MULTILINE)
+
+
+def the_executable_tells_no_names_and_no_lines_of_its_sources():
+    check("no symbols" in tool("nm", EXECUTABLE), "it holds symbols")
+    named = [name for name, _, _ in sections(EXECUTABLE) if "debug" in name or name.startswith("/")]
+    check(not named, f"it holds the sections {named}")
+    with open(EXECUTABLE, "rb") as file:
+        check(b"main_loop.cpp" not in file.read(), "it names a source")
+
+
+def the_symbol_file_beside_it_tells_the_name_and_the_line_of_an_address():
+    placed = sections(EXECUTABLE)
+    check(placed and placed == [row for row in sections(SYMBOLS) if "debug" not in row[0] and row[0][0] != "/"],
+          "it is of another program")
+    [address] = re.findall(r"^([0-9a-f]+) T _Z10RunProgramv$", tool("nm", SYMBOLS), re.MULTILINE)
+    found = tool("addr2line", "--functions", "--demangle", "--exe", SYMBOLS, address)
+    check(re.fullmatch(r"RunProgram\(\)\n\S*src/app/main_loop\.cpp:\d+\n", found), f"{address} is {found}")
+
+
 def two_builds_in_different_folders_are_equal():
     with open(EXECUTABLE, "rb") as first, open(sys.argv[1], "rb") as second:
         check(first.read() == second.read(), f"{EXECUTABLE} and {sys.argv[1]} differ")
@@ -67,5 +97,7 @@ if __name__ == "__main__":
         the_executable_asks_for_windows_6_or_later,
         the_executable_is_smaller_than_two_million_bytes,
         the_executable_carries_icon_manifest_and_version,
+        the_executable_tells_no_names_and_no_lines_of_its_sources,
+        the_symbol_file_beside_it_tells_the_name_and_the_line_of_an_address,
         two_builds_in_different_folders_are_equal,
     ]) else 1)

@@ -177,6 +177,15 @@ def the_package_holds_the_program_its_images_every_sample_project_and_the_papers
         check({"LICENSE", "CHANGELOG.md", "README.txt"} <= files, "LICENSE, CHANGELOG.md or README.txt is missing")
 
 
+def the_symbols_of_the_program_lie_beside_the_zip_and_not_in_it():
+    with package() as folder, zipfile.ZipFile(archive_of(folder)) as archive:
+        name = f"ZelEngine-{version()}-win64.debug"
+        check(content(folder, name) == content(STAGE + ".debug"), "others than those of the staged program")
+        check(name in content(folder, "SHA256SUMS").decode(), "no sum of it")
+        inside = [entry for entry in archive.namelist() if "debug" in entry]
+        check(not inside, f"in the zip: {inside}")
+
+
 def the_terms_of_the_compilers_runtime_come_along():
     with unpacked() as (_, folder):
         check("Runtime Library Exception" in content(folder, "licenses", "gcc.txt").decode(), "gcc.txt")
@@ -316,6 +325,15 @@ def a_program_of_another_version_is_not_packed():
             refuses(said, "--stage", stage)
 
 
+def a_program_whose_symbols_are_missing_is_packed_on_request_only():
+    with scratch_folder() as stage:
+        shutil.copy(os.path.join(STAGE, "ZelEngine.exe"), stage)
+        refuses("the symbols of the program are missing", "--stage", stage)
+        out = os.path.join(stage, "out")
+        done = pack("--stage", stage, "--out", out, "--without-symbols")
+        check(done.returncode == 0 and os.path.isfile(archive_of(out)), f"the packing failed: {done.stderr}")
+
+
 def a_date_that_is_none_is_refused():
     refuses("set SOURCE_DATE_EPOCH", SOURCE_DATE_EPOCH="yesterday")
 
@@ -369,6 +387,7 @@ if __name__ == "__main__":
         entries_are_sorted_and_carry_one_time_and_plain_modes,
         the_time_is_that_of_the_last_commit_or_without_a_history_of_the_newest_source,
         the_package_holds_the_program_its_images_every_sample_project_and_the_papers,
+        the_symbols_of_the_program_lie_beside_the_zip_and_not_in_it,
         the_terms_of_the_compilers_runtime_come_along,
         every_relative_link_of_the_packed_documents_leads_to_a_packed_file,
         the_spdx_document_lists_every_file_with_its_sums_and_the_code_of_all,
@@ -377,6 +396,7 @@ if __name__ == "__main__":
         without_a_place_for_downloads_the_papers_name_a_host_that_cannot_exist,
         without_a_program_there_is_no_package,
         a_program_of_another_version_is_not_packed,
+        a_program_whose_symbols_are_missing_is_packed_on_request_only,
         a_date_that_is_none_is_refused,
         unpacked_into_a_folder_with_blanks_and_czech_letters_the_program_runs_plays_and_saves,
         the_unpacked_program_is_a_game_beside_the_sample_project,
