@@ -1,5 +1,6 @@
 #include "app/main_loop.h"
 
+#include "app/current_layout.h"
 #include "app/frame.h"
 #include "app/update.h"
 #include "base/enough_memory.h"
@@ -9,6 +10,7 @@
 #include "platform/window.h"
 #include "project/game_runtime.h"
 #include "project/project_hub.h"
+#include "project/project_removal.h"
 #include "render/frame_buffer.h"
 #include "render/icons.h"
 #include "scene/default_scenes.h"
@@ -35,6 +37,7 @@ static void RunFrames(double previous) {
         UpdateFrame(FrameTime(now - previous), cache);
         previous = now;
         RenderFrame();
+        if (HubIsShown()) CheckListedProjects();
         SleepMilliseconds(1);
     }
 }

@@ -27,6 +27,21 @@ std::wstring ParentFolder(std::wstring_view path) {
     return std::wstring(path.substr(0, isRoot ? start : separator));
 }
 
+// Where a server's share ends: behind the name that follows the server's, with its separator.
+static size_t ShareEnd(std::wstring_view path) {
+    const size_t server = path.find_first_of(L"\\/", 2);
+    if (server == std::wstring_view::npos) return path.size();
+    const size_t share = path.find_first_of(L"\\/", server + 1);
+    return share == std::wstring_view::npos ? path.size() : share + 1;
+}
+
+std::wstring RootOf(std::wstring_view path) {
+    if (path.size() >= 3 && path[1] == L':' && IsSeparator(path[2])) return std::wstring(path.substr(0, 3));
+    if (path.empty() || !IsSeparator(path[0])) return {};
+    const bool isOnServer = path.size() >= 3 && IsSeparator(path[1]) && !IsSeparator(path[2]);
+    return std::wstring(path.substr(0, isOnServer ? ShareEnd(path) : 1));
+}
+
 std::wstring FileExtension(std::wstring_view path) { return std::wstring(path.substr(ExtensionStart(path))); }
 
 std::wstring NameWithoutExtension(std::wstring_view path) {

@@ -14,6 +14,10 @@ std::wstring LastComponent(std::wstring_view path);
 // the root with its separator, so that the result still names a folder.
 std::wstring ParentFolder(std::wstring_view path);
 
+// The drive or the share that a full path begins with: `C:\` of `C:\a\b`, `\\server\share\` of
+// `\\server\share\a`, `\` of `\a`. Empty for a path that begins with none.
+std::wstring RootOf(std::wstring_view path);
+
 // From the last dot of the last component on, with the dot ("box.obj" gives ".obj", "a.b\box" gives ""). A
 // component that begins with its only dot is all extension (".gitignore").
 std::wstring FileExtension(std::wstring_view path);

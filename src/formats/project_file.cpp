@@ -96,15 +96,18 @@ bool IsProjectFolder(const std::wstring& path) {
            KindOfPath(JoinPath(path, kFilesFolderName)) == PathKind::Folder;
 }
 
-static bool MayBeFolder(const std::wstring& path) {
-    const PathKind kind = KindOfPath(path);
-    return kind == PathKind::Folder || kind == PathKind::Unknown;
-}
+static bool MayBeFolder(PathKind kind) { return kind == PathKind::Folder || kind == PathKind::Unknown; }
 
-bool MayBeProjectFolder(const std::wstring& path) {
-    if (!MayBeFolder(path)) return false;
-    return KindOfPath(JoinPath(path, kProjectFileName)) != PathKind::Missing ||
-           MayBeFolder(JoinPath(path, kFilesFolderName));
+// A server that is switched off gives the errors of a missing path and others. Whether it answers at all is
+// told by its share, or by the root of the drive.
+ProjectAnswer LookForProject(const std::wstring& path) {
+    const PathKind kind = KindOfPath(path);
+    if (kind != PathKind::Folder && MayAnswerLate(path) && KindOfPath(RootOf(path)) != PathKind::Folder)
+        return ProjectAnswer::Silent;
+    const bool mayBeProject =
+        MayBeFolder(kind) && (KindOfPath(JoinPath(path, kProjectFileName)) != PathKind::Missing ||
+                              MayBeFolder(KindOfPath(JoinPath(path, kFilesFolderName))));
+    return mayBeProject ? ProjectAnswer::Project : ProjectAnswer::NoProject;
 }
 
 static bool WriteInto(const std::wstring& folder, const std::wstring& relativeScenePath) {

@@ -1,6 +1,8 @@
 // The file that makes a folder a project, and that its scene survives in.
 #pragma once
 
+#include "state/recent_project.h"
+
 #include <string>
 
 inline constexpr const wchar_t* kProjectFileName = L"project.zel";
@@ -12,9 +14,8 @@ std::wstring MainScenePath(const std::wstring& filesRoot);
 // True for a folder that holds a "project.zel" of any kind, or a folder "Files".
 bool IsProjectFolder(const std::wstring& path);
 
-// False only where the disk says that it is none. A disk that does not tell, for want of rights or by a
-// failure, takes no project off a list.
-bool MayBeProjectFolder(const std::wstring& path);
+// The same question where the disk may not answer: only a sure NoProject takes a project off a list.
+ProjectAnswer LookForProject(const std::wstring& path);
 
 // Writes "project.zel" into `folder`, which is made when it is missing: the current scene's path relative to
 // it, and a copy of the open scene. False, with the old file as it was, when it cannot be written.

@@ -10,6 +10,7 @@
 #include "state/editor_state.h"
 
 #include <algorithm>
+#include <utility>
 
 constexpr size_t kRecentLineBuffer = 520;
 
@@ -64,8 +65,10 @@ static bool Load() {
     while (projects.size() < kMaxRecentProjects && NextLine(file, kRecentLineBuffer, line)) {
         if (line.empty()) continue;
         const std::wstring fullPath = AbsolutePath(std::wstring(line));
-        if (!MayBeProjectFolder(fullPath) || FindProject(fullPath) != projects.end()) continue;
-        projects.push_back(EntryFor(fullPath));
+        if (FindProject(fullPath) != projects.end()) continue;
+        RecentProject entry = EntryFor(fullPath);
+        entry.answer = MayAnswerLate(fullPath) ? ProjectAnswer::None : LookForProject(fullPath);
+        if (entry.answer != ProjectAnswer::NoProject) projects.push_back(std::move(entry));
     }
     if (projects.empty()) AddRecentProject(L"Project");
     return true;
@@ -79,7 +82,9 @@ void LoadRecentProjects() {
 static bool Save() {
     std::wstring text;
     for (const RecentProject& project : editorState.recentProjects) {
-        if (MayBeProjectFolder(project.path)) text += project.path + L"\n";
+        const bool stays =
+            MayAnswerLate(project.path) || LookForProject(project.path) != ProjectAnswer::NoProject;
+        if (stays) text += project.path + L"\n";
     }
     return WriteTextFile(ListFile(), text);
 }

@@ -15,9 +15,10 @@ std::wstring GetDataFolder();
 // lower case goes, and what is beyond the twelfth. Does nothing for a folder that is no project.
 void AddRecentProject(const std::wstring& path);
 
-// Rebuilds the list from its file, without what is no project any more, and saves it. An empty list gets the
+// Rebuilds the list from its file, without what is no project any more, and saves it. Entries on drives and
+// servers that may answer late are not asked about: they stay, with the answer None. An empty list gets the
 // folder "Project" of the working folder when that is one.
 void LoadRecentProjects();
 
-// Writes the entries that are project folders now.
+// Writes the entries that are project folders now, and those on drives that may answer late as they are.
 void SaveRecentProjects();

@@ -19,6 +19,10 @@ struct FolderEntry {
 // may stand there. Whoever is about to write takes Missing alone for free.
 PathKind KindOfPath(const std::wstring& path);
 
+// True for a path on a network, on a medium that can be taken out, or on a drive that is not there: whoever
+// asks about it may wait for long. Itself asks no disk.
+bool MayAnswerLate(const std::wstring& path);
+
 // The whole file. False when it cannot be opened or read to its end; `bytes` is then empty.
 bool ReadWholeFile(const std::wstring& path, std::string& bytes);
 

@@ -11,6 +11,7 @@
 constexpr Pixel kHubFill{0x1A1613}, kHubRailFill{0x15120F};
 constexpr Pixel kCardFill{0x2D2622}, kCardEdge{0x4C423A};
 constexpr TextColor kHubTitle{0xF4F0EC}, kHubText{0xDCD5CD}, kHubQuietText{0xA69A91};
+constexpr TextColor kHubSilentText{0x716862};  // of a project that cannot be reached
 constexpr TextFont kSmall{13, kNormal};
 constexpr int32_t kLine = 18;  // pixels from one line of small text to the next
 
@@ -63,11 +64,13 @@ static void DrawHead(const HubLayout& layout) {
 
 static void DrawProjectRow(const Rect& row, const RecentProject& project) {
     const int32_t textLeft = row.left + 60, room = row.right - 14 - textLeft;
+    const bool isSilent = project.answer == ProjectAnswer::Silent;
     DrawCard(row, IsUnderPointer(row));
     DrawImage(icons.logo, {row.left + 14, row.top + 19, row.left + 46, row.top + 51});
-    DrawText(textLeft, row.top + 14, ShortenMiddle(project.name, room, {17, kSemiBold}), kHubTitle, 17,
-             kSemiBold);
-    DrawText(textLeft, row.top + 39, ShortenMiddle(project.path, room, kSmall), kHubQuietText, 13, kNormal);
+    DrawText(textLeft, row.top + 14, ShortenMiddle(project.name, room, {17, kSemiBold}),
+             isSilent ? kHubSilentText : kHubTitle, 17, kSemiBold);
+    DrawText(textLeft, row.top + 39, ShortenMiddle(project.path, room, kSmall),
+             isSilent ? kHubSilentText : kHubQuietText, 13, kNormal);
 }
 
 static void DrawList(const HubLayout& layout) {

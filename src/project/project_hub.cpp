@@ -65,10 +65,7 @@ void DrawProjectMenu(const HubLayout& layout) { DrawMenu(kProjectMenu, AreaOf(la
 // A folder that is no project any more leaves the list.
 static void OpenListed(int32_t index) {
     const std::wstring path = editorState.recentProjects[static_cast<size_t>(index)].path;
-    if (OpenProject(path) != Opening::NoProject) return;
-    std::erase_if(editorState.recentProjects,
-                  [&path](const RecentProject& entry) { return entry.path == path; });
-    SaveRecentProjects();
+    if (OpenProject(path) == Opening::NoProject) TakeOffListIfGone(path);
 }
 
 bool HubLeftClick(Point pointer, const HubLayout& layout) {

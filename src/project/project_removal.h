@@ -4,6 +4,14 @@
 #include <cstdint>
 #include <string>
 
+// Called once per frame of the Hub: asks the disk about the entries that LoadRecentProjects left open, one
+// after the other and aside, so that nobody waits for a drive or server that does not answer. What is no
+// project leaves the list; what cannot be reached stays, with the answer Silent.
+void CheckListedProjects();
+
+// Asks about one entry now, after it could not be opened, and does the same with the answer.
+void TakeOffListIfGone(const std::wstring& path);
+
 // The folder stays. `index` is a valid index into EditorState::recentProjects, here and below.
 void RemoveProjectFromList(int32_t index);
 

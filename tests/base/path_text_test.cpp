@@ -101,3 +101,21 @@ TEST_CASE("a path lies below a folder whatever the case and the separators") {
         CHECK(IsAtOrBelow(path, folder) == isBelow);
     }
 }
+
+TEST_CASE("a full path begins with its drive, with its server's share, or with the one root") {
+    struct {
+        const wchar_t *path, *root;
+    } cases[] = {{L"C:\\a\\b", L"C:\\"},
+                 {L"C:\\", L"C:\\"},
+                 {L"c:/a", L"c:/"},
+                 {L"\\\\server\\share\\a\\b", L"\\\\server\\share\\"},
+                 {L"\\\\server\\share", L"\\\\server\\share"},
+                 {L"\\\\server", L"\\\\server"},
+                 {L"\\\\", L"\\"},
+                 {L"\\\\\\a", L"\\"},
+                 {L"\\a\\b", L"\\"},
+                 {L"C:a", L""},
+                 {L"a\\b", L""},
+                 {L"", L""}};
+    for (const auto& [path, root] : cases) CHECK(RootOf(path) == root);
+}

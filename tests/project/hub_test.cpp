@@ -410,3 +410,95 @@ TEST_CASE("the second press of a double click on a project does nothing in the e
     SendMouse(InputKind::LeftDoubleClick, {100, 103});
     CHECK(editorState.statusMessage == L"Kamera priblizena na vybrany objekt.");
 }
+
+// The Hub with a list of projects of which some lie on a drive that may answer late: "usb" in the folder.
+static void StartHubWithLateDrive(const ScratchFolder& folder, const Names& paths) {
+    StartIn(folder);
+    PutFolder(folder / L"usb\\Game\\Files");
+    PutFolder(folder / L"usb\\Other\\Files");
+    PutFolder(folder / L"Near\\Files");
+    std::wstring list;
+    for (const std::wstring& path : paths) list += path + L"\n";
+    PutFile(folder / L"local\\ZelEngine\\recent-projects.txt", TextFileBytes(list));
+    fileFaults = {.lateDrive = folder / L"usb"};
+    ShowHub();
+    RenderFrame();
+}
+
+// As many turns of the loop as leave nothing to ask.
+static void FinishChecks() {
+    for (int32_t turn = 0; turn < 40; ++turn) {
+        CheckListedProjects();
+        if (headless.aside.empty()) continue;
+        headless.aside.front()();
+        headless.aside.pop_front();
+    }
+    RenderFrame();
+}
+
+// Of the last text that reads so: the rail shows the first project's name too.
+static TextColor ColorOf(const std::wstring& text) {
+    headless.texts.clear();
+    RenderFrame();
+    const auto drawn = std::find_if(headless.texts.rbegin(), headless.texts.rend(),
+                                    [&text](const DrawnText& other) { return other.text == text; });
+    return drawn == headless.texts.rend() ? TextColor{} : drawn->color;
+}
+
+TEST_CASE("the Hub opens without a question to drives and servers that may answer late") {
+    const ScratchFolder folder;
+    StartHubWithLateDrive(folder, {L"\\\\server\\share\\Far", folder / L"usb\\Game", folder / L"Near"});
+    CHECK(fileFaults.lateQuestions == 0);
+    CHECK(ListedNames() == Names{L"Far", L"Game", L"Near"});
+    CHECK(ListFile(folder).find("Far") != std::string::npos);
+    CHECK(headless.aside.empty());
+
+    CheckListedProjects();
+    CheckListedProjects();
+    CHECK(headless.aside.size() == 1);  // one at a time, and the first has not answered
+    SaveRecentProjects();
+    CHECK(fileFaults.lateQuestions == 0);
+    CHECK(ListedNames() == Names{L"Far", L"Game", L"Near"});
+}
+
+TEST_CASE("a project that cannot be reached is greyed and stays, and one that is gone leaves the list") {
+    const ScratchFolder folder;
+    StartHubWithLateDrive(
+        folder, {L"\\\\server\\share\\Far", folder / L"usb\\Gone", folder / L"usb\\Game", folder / L"Near"});
+    const TextColor usual = ColorOf(L"Far");
+    FinishChecks();
+    CHECK(ListedNames() == Names{L"Far", L"Game", L"Near"});
+    CHECK(ListFile(folder).find("Far") != std::string::npos);
+    CHECK(ListFile(folder).find("Game") != std::string::npos);
+    CHECK(ListFile(folder).find("Gone") == std::string::npos);
+    CHECK(ColorOf(L"Far") != usual);
+    CHECK(ColorOf(L"Game") == usual);
+    CHECK(ColorOf(L"Near") == usual);
+
+    Click(ProjectRow(0));
+    CHECK(editorState.statusMessage == L"Vybrana slozka neni ZelEngine projekt.");
+    CHECK(ListedNames() == Names{L"Far", L"Game", L"Near"});
+    RenderFrame();
+    Click(ProjectRow(1));
+    CHECK(editorState.projectRoot == folder / L"usb\\Game");
+    CHECK(ListedNames() == Names{L"Game", L"Far", L"Near"});
+}
+
+TEST_CASE("a project on a late drive that is gone leaves the list with its menu when the answer comes") {
+    const ScratchFolder folder;
+    StartHubWithLateDrive(folder, {folder / L"usb\\Gone", folder / L"Near"});
+    RightClick(ProjectRow(0));
+    FinishChecks();
+    CHECK(ListedNames() == Names{L"Near"});
+    CHECK_FALSE(editorState.projectMenu.open);
+}
+
+TEST_CASE("an answer that comes after its entry has left the list changes nothing") {
+    const ScratchFolder folder;
+    StartHubWithLateDrive(folder, {folder / L"usb\\Gone", folder / L"usb\\Game"});
+    CheckListedProjects();
+    REQUIRE(headless.aside.size() == 1);
+    RemoveProjectFromList(0);
+    FinishChecks();
+    CHECK(ListedNames() == Names{L"Game"});
+}

@@ -21,6 +21,8 @@ struct FileFaults {
     int32_t steps = 0;           // taken so far
     int32_t writes = 0;          // begun so far
     void (*onStep)() = nullptr;  // looks at the disk before each step
+    std::wstring lateDrive{};    // what lies at or below it may answer late; so does every server
+    int32_t lateQuestions = 0;   // asked about such paths so far
 };
 extern FileFaults fileFaults;
 

@@ -31,8 +31,18 @@ static bool ComesBefore(const FolderEntry& a, const FolderEntry& b) {
                                         [key](wchar_t x, wchar_t y) { return key(x) < key(y); });
 }
 
+static bool IsOnServer(const std::wstring& path) {
+    const std::wstring root = RootOf(path);
+    return root.size() > 1 && IsSeparator(root.front());
+}
+
+bool MayAnswerLate(const std::wstring& path) {
+    return IsOnServer(path) || IsAtOrBelow(path, fileFaults.lateDrive);
+}
+
 PathKind KindOfPath(const std::wstring& path) {
     if (path.empty()) return PathKind::Missing;
+    if (MayAnswerLate(path)) ++fileFaults.lateQuestions;
     if (!TakeFileStep()) return PathKind::Unknown;
     std::error_code error;
     const fs::file_status status = fs::status(NativePath(path), error);
@@ -99,6 +109,7 @@ static bool HasDrive(const std::wstring& path) {
 
 // Nothing leads above the root, that of a drive included.
 static std::wstring NormalPath(const std::wstring& path, std::error_code& error) {
+    if (IsOnServer(path)) return L'\\' + ProgramPath(TranslatedPath(path.substr(1)).lexically_normal());
     if (!HasDrive(path)) return ProgramPath(fs::absolute(NativePath(path), error).lexically_normal());
     return path.substr(0, 2) + ProgramPath(TranslatedPath(path.substr(2)).lexically_normal());
 }

@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -59,6 +60,9 @@ struct HeadlessPlatform {
 
     // The clock: as the machine's until a test sets a time.
     std::deque<double> clock{};  // seconds; each question takes the first one
+
+    // Work beside the window's thread: the test runs it.
+    std::deque<std::function<void()>> aside{};
 
     // Dialogs, answered in order. Without an answer left they are cancelled.
     std::deque<std::wstring> folderAnswers{};

@@ -42,6 +42,15 @@ PathKind KindOfPath(const std::wstring& path) {
     return attributes & FILE_ATTRIBUTE_DIRECTORY ? PathKind::Folder : PathKind::File;
 }
 
+// A network drive that is not connected, too, tells its kind without asking its server.
+bool MayAnswerLate(const std::wstring& path) {
+    const std::wstring root = RootOf(AbsolutePath(path));
+    if (root.empty()) return false;  // no disk will be asked
+    if (IsSeparator(root.front())) return root.size() > 1;
+    const UINT kind = GetDriveTypeW(root.c_str());
+    return kind != DRIVE_FIXED && kind != DRIVE_RAMDISK;
+}
+
 bool ReadWholeFile(const std::wstring& path, std::string& bytes) {
     bytes.clear();
     const FileHandle file(CreateFileW(SystemPath(path).c_str(), GENERIC_READ,

@@ -1,6 +1,7 @@
 #include "platform/files.h"
 
 #include "doctest/doctest.h"
+#include "platform/aside.h"
 #include "platform/windows/file_bytes.h"
 #include "platform/windows/held_files.h"
 #include "platform/windows/test_folder.h"
@@ -494,4 +495,35 @@ TEST_CASE("a read-only file or folder goes once it is writable") {
     const DWORD attributes = GetFileAttributesW((folder / L"folder").c_str());
     CHECK(MakeWritable(folder / L"folder") == ((attributes & FILE_ATTRIBUTE_READONLY) != 0));
     CHECK(RemoveEmptyFolder(folder / L"folder"));
+}
+
+TEST_CASE("a server, and a drive that is not there, may answer late; the system's drive answers at once") {
+    wchar_t system[MAX_PATH] = {};
+    REQUIRE(GetSystemDirectoryW(system, MAX_PATH) > 3);
+    CHECK_FALSE(MayAnswerLate(system));
+    CHECK(MayAnswerLate(L"\\\\server\\share\\Game"));
+    CHECK(MayAnswerLate(L"\\\\server"));
+    CHECK_FALSE(MayAnswerLate(L""));
+
+    const DWORD drives = GetLogicalDrives();
+    wchar_t letter = L'A';
+    while (letter <= L'Z' && (drives >> (letter - L'A') & 1)) ++letter;
+    REQUIRE(letter <= L'Z');
+    CHECK(MayAnswerLate(std::wstring(1, letter) + L":\\Game"));
+}
+
+TEST_CASE("work aside runs on another thread while this one goes on") {
+    const HANDLE mayEnd = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+    const HANDLE hasEnded = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+    DWORD thread = 0;
+    RunAside([=, &thread] {
+        WaitForSingleObject(mayEnd, INFINITE);  // would wait for ever on this thread
+        thread = GetCurrentThreadId();
+        SetEvent(hasEnded);
+    });
+    SetEvent(mayEnd);
+    REQUIRE(WaitForSingleObject(hasEnded, 60'000) == WAIT_OBJECT_0);
+    CHECK(thread != GetCurrentThreadId());
+    CloseHandle(mayEnd);
+    CloseHandle(hasEnded);
 }

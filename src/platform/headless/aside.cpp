@@ -1,0 +1,8 @@
+#include "platform/aside.h"
+
+#include "platform/headless/headless.h"
+
+#include <utility>
+
+// The test says when it runs, so that no test depends on which thread is faster.
+void RunAside(std::function<void()> work) { headless.aside.push_back(std::move(work)); }
