@@ -97,11 +97,6 @@ void PressLeft(Point pointer) {
     PressEditor(pointer);
 }
 
-static bool IsOnNameField(Point pointer, const EditorLayout& layout) {
-    const int32_t x = pointer.x - layout.inspectorLeft;
-    return Contains(layout.inspector, pointer) && x >= 46 && x <= 229 && pointer.y >= 93 && pointer.y <= 113;
-}
-
 void DoubleClickLeft(Point pointer) {
     if (IgnoresLeftButton()) return;
     if (editorState.lastPress == PressTaker::MenuOpener) return;  // the menu opened under the pointer
@@ -112,7 +107,7 @@ void DoubleClickLeft(Point pointer) {
     const EditorLayout layout = CurrentLayout();
     const int32_t row = HierarchyObjectAt(pointer, layout);
     if (OpenFilesItemAt(pointer, layout)) return;
-    if (IsOnNameField(pointer, layout) && SelectionIsInspected()) {
+    if (IsOnNameField(pointer, layout)) {
         StartObjectRename(editorState.selectedIndex);
     } else if (IsObjectIndex(row)) {
         editorState.selectedIndex = row;

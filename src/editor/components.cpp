@@ -2,6 +2,7 @@
 
 #include "base/numbers.h"
 #include "base/path_text.h"
+#include "editor/color_wheel.h"
 #include "editor/widgets.h"
 #include "render/builtin_meshes.h"
 #include "scene/component_commands.h"

@@ -1,6 +1,7 @@
 #include "editor/inspector.h"
 
 #include "base/numbers.h"
+#include "editor/color_wheel.h"
 #include "editor/components.h"
 #include "editor/theme.h"
 #include "editor/widgets.h"
@@ -12,6 +13,7 @@
 #include "state/editor_state.h"
 
 #include <algorithm>
+#include <array>
 
 constexpr int32_t kFirstSectionTop = 162;
 constexpr int32_t kMinContentWidth = 300;
@@ -38,6 +40,9 @@ static void AddZone(const Rect& rect, int32_t action, int32_t block = 0) {
 
 // The strips above the sections.
 
+// The box with the object's name, which a double click renames.
+static Rect NameField(const Column& column) { return {column.left + 36, 93, column.left + 220, 114}; }
+
 static Pixel ChipColor(const GameObject& object) {
     if (object.isEntity) return kEntityChip;
     if (object.isText) return kTextChip;
@@ -48,7 +53,7 @@ static void DrawHeaderStrip(const Column& column, const GameObject& object) {
     const int32_t left = column.left;
     DrawPanelBox({left, 86, column.right, 122}, kStripFill, kInputEdge);
     FillRect({left + 10, 95, left + 26, 111}, ChipColor(object));
-    DrawPanelBox({left + 36, 93, left + 220, 114}, kNameBoxFill, kInputEdge);
+    DrawPanelBox(NameField(column), kNameBoxFill, kInputEdge);
     DrawText(left + 42, 96, object.name, kObjectNameText, 14, kSemiBold);
     DrawText(left + 226, 96, L"[ ] Static", kLabelText, 13, kNormal);
 }
@@ -75,12 +80,14 @@ struct RowPainter {
     int32_t Y() const { return top + row.y; }
 
     void DrawValue(const std::wstring& value) const {
-        DrawValueRow(left, Y(), row.label, value);
-        AddZone({left + 120, Y() - 2, left + 286, Y() + 22}, row.action);
+        AddZone(DrawValueRow(left, Y(), row.label, value), row.action);
     }
 
     void operator()(Vec3 GameObject::*vector) const {
-        DrawVectorRow(left, Y(), row.label, object.*vector, row.action, editorState.inspectorZones);
+        const std::array<Rect, 3> boxes = DrawVectorRow(left, Y(), row.label, object.*vector);
+        for (int32_t i = 0; i < 3 && row.action != 0; ++i) {
+            AddZone(boxes[static_cast<size_t>(i)], row.action + i);
+        }
     }
     void operator()(float GameObject::*number) const { DrawValue(Fixed(object.*number, 2)); }
     void operator()(std::wstring GameObject::*text) const { DrawValue(object.*text); }
@@ -88,17 +95,14 @@ struct RowPainter {
     void operator()(const wchar_t* text) const { DrawValue(text); }
 
     void operator()(const SliderContent& slider) const {
-        DrawSliderRow(left, Y(), row.label, slider.value(object));
-        AddZone({left + 88, Y() + 1, left + 244, Y() + 20}, row.action);
+        AddZone(DrawSliderRow(left, Y(), row.label, slider.value(object)), row.action);
     }
 
     void operator()(const WheelContent& wheel) const {
         const Point centre{left + wheel.centre.x, top + wheel.centre.y};
-        const int32_t radius = wheel.radius;
-        DrawColorWheel(centre, radius, object.*wheel.color);
+        AddZone(DrawColorWheel(centre, wheel.radius, object.*wheel.color), row.action);
         // After the wheel: a large one reaches under a long label.
         DrawText(left + 10, Y(), row.label, kLabelText, 14, kNormal);
-        AddZone({centre.x - radius, centre.y - radius, centre.x + radius, centre.y + radius}, row.action);
     }
 };
 }  // namespace
@@ -114,9 +118,9 @@ static int32_t DrawSection(const Column& column, int32_t top, const Component& c
     const int32_t left = column.left;
     const bool isOpen = IsOpen(component, object);
     const SectionLook& look = LookOf(component, object);
-    DrawSectionHeader(left, top, column.right, look.title, isOpen, true);
-    AddZone({left + 4, top + 2, left + 22, top + 24}, component.fold);
-    AddZone({left + 24, top + 2, left + 48, top + 24}, component.remove);
+    const SectionMarks marks = DrawSectionHeader(left, top, column.right, look.title, isOpen, true);
+    AddZone(marks.arrow, component.fold);
+    AddZone(marks.remove, component.remove);
     if (!isOpen) return top + kClosedSectionHeight;
     DrawRows(left, top, look, object);
     return top + look.height;
@@ -127,8 +131,8 @@ static int32_t DrawScript(const Column& column, int32_t top, int32_t block, cons
     const std::wstring title =
         block < named ? object.scripts[static_cast<size_t>(block)] : L"Custom Script " + Padded(block + 1, 2);
     const SectionLook& look = ScriptLook(title);
-    DrawSectionHeader(column.left, top, column.right, title, true, true);
-    AddZone({column.left + 24, top + 2, column.left + 48, top + 24}, kRemoveScriptAction, block);
+    const SectionMarks marks = DrawSectionHeader(column.left, top, column.right, title, true, true);
+    AddZone(marks.remove, kRemoveScriptAction, block);
     DrawRows(column.left, top, look, object);
     return top + look.height;
 }
@@ -198,8 +202,14 @@ void DrawInspector(const EditorLayout& layout) {
     if (SelectionIsValid()) DrawObject(ColumnOf(layout), SelectedObject());
 }
 
-bool SelectionIsInspected() {
+// True while the object that the last frame drew is still there under its index and still selected.
+static bool SelectionIsInspected() {
     return SelectionIsValid() && editorState.selectedIndex == editorState.inspectedObject;
+}
+
+bool IsOnNameField(Point pointer, const EditorLayout& layout) {
+    return SelectionIsInspected() && Contains(layout.inspector, pointer) &&
+           Contains(NameField(ColumnOf(layout)), pointer);
 }
 
 bool SearchBoxIsShown(const EditorLayout& layout) {

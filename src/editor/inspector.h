@@ -12,8 +12,9 @@ void DrawInspector(const EditorLayout& layout);
 // panel's end.
 bool SearchBoxIsShown(const EditorLayout& layout);
 
-// True while the object that the last frame drew is still there under its index and still selected.
-bool SelectionIsInspected();
+// True for a point of the box with the name of the object that the last frame drew, while it is still
+// selected. A double click there renames it.
+bool IsOnNameField(Point pointer, const EditorLayout& layout);
 
 // Runs the action of the first zone of the last frame under the pointer that has one, when that object is
 // still selected and still has what the action changes. False when the pointer is outside the panel; inside,
