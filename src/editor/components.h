@@ -1,4 +1,5 @@
-// What the Inspector shows of an object, and what a click on it does, as tables: one block per component.
+// What the Inspector shows of an object, what a click on it does, and how the search adds it, as tables: one
+// block per component.
 #pragma once
 
 #include "state/game_object.h"
@@ -69,6 +70,17 @@ struct InspectorAction {
     bool (*isPossible)(const GameObject&, const ZonePress&) = nullptr;
 };
 
+// How the search finds a component and adds it.
+struct ComponentCommand {
+    const wchar_t* title = nullptr;     // as the search shows it
+    const wchar_t* keywords = nullptr;  // what the search finds it by, beside the title
+    int32_t action = 0;                 // number of the zone that shows it as a result; 0: it cannot be added
+    const char* undoLabel = nullptr;
+    void (*add)(GameObject& object) = nullptr;
+    const wchar_t* message = nullptr;
+    bool isAddedByClick = true;  // else only Enter adds it, and a click passes its zone over
+};
+
 struct Component {
     bool (*isPresent)(const GameObject&) = nullptr;
     int32_t fold = 0;    // action of the arrow; it turns the flag over that keeps the section open
@@ -77,10 +89,25 @@ struct Component {
     bool GameObject::*changesLook = nullptr;  // while set, the section looks as follows; null never
     SectionLook otherLook{};
     std::span<const InspectorAction> actions{};
+    ComponentCommand adding{};
+};
+
+// A kind of script. Its title is the name of the scripts that it is for; empty for all others.
+struct ScriptBlock {
+    SectionLook look{};
+    ComponentCommand adding{};
 };
 
 // In the order of their sections.
-extern const std::span<const Component> kComponents;
+std::span<const Component* const> Components();
+
+// What can be added, in the order in which the search lists it.
+std::span<const ComponentCommand* const> ComponentCommands();
+
+// Give an object a shape, the Cube when it has no mesh, and a Collision whose section is open. For components
+// and drops that bring them along.
+void AddShape(GameObject& object);
+void AddCollision(GameObject& object);
 
 // Height of a section that is closed.
 constexpr int32_t kClosedSectionHeight = 30;
@@ -91,7 +118,7 @@ const SectionLook& LookOf(const Component& component, const GameObject& object);
 // How many blocks of scripts stand in the Inspector: also of those that are only counted.
 int32_t ScriptBlocks(const GameObject& object);
 
-// The block of a custom script. Its title is the script's name.
+// The look of a script's block. Its title is the script's name.
 const SectionLook& ScriptLook(const std::wstring& title);
 
 // Actions of zones that belong to no component's section.

@@ -1,23 +1,13 @@
 #include "editor/drop_assignments.h"
 
 #include "base/path_text.h"
+#include "editor/components.h"
 #include "formats/texture_file.h"
-#include "render/builtin_meshes.h"
-#include "scene/gameplay_scripts.h"
+#include "scene/scripts.h"
 #include "scene/selection.h"
 #include "scene/status.h"
 #include "scene/undo.h"
 #include "state/editor_state.h"
-
-static void EnsureScript(GameObject& object, const std::wstring& name) {
-    if (!HasScript(object, name)) object.scripts.push_back(name);
-    object.scriptCount = static_cast<int32_t>(object.scripts.size());
-}
-
-static void MakeSolid(GameObject& object) {
-    object.hasCollision = true;
-    object.collisionExpanded = true;
-}
 
 static bool Refuse(const wchar_t* message) {
     SetStatus(message);
@@ -33,7 +23,7 @@ bool AssignScript(const AssetEntry& file, int32_t target) {
     const std::wstring name = NameWithoutExtension(file.name);
     GameObject& object = SelectedObject();
     EnsureScript(object, name);
-    if (name == kCollectOnTouch) MakeSolid(object);
+    if (name == kCollectOnTouch) AddCollision(object);
 
     SetStatus(L"Script pridan jako vlastnost objektu: " + name);
     return true;
@@ -51,8 +41,7 @@ bool AssignTexture(const AssetEntry& file, int32_t target) {
     object.hasTexture = true;
     object.textureIndex = texture;
     object.texturePath = file.path;
-    object.hasShape = true;
-    if (object.meshIndex < 0) object.meshIndex = kCubeMesh;
+    AddShape(object);
 
     SetStatus(L"Texture pridana na objekt: " + file.name);
     return true;
@@ -63,7 +52,7 @@ static void AssignCollectedPrefab(const AssetEntry& file) {
 
     GameObject& object = SelectedObject();
     EnsureScript(object, kCollectOnTouch);
-    MakeSolid(object);
+    AddCollision(object);
     object.collectTarget.clear();
     object.collectPrefab = file.path;
 
@@ -76,7 +65,7 @@ static void AssignSpawnedPrefab(const AssetEntry& file) {
     GameObject& object = SelectedObject();
     EnsureScript(object, kPlanePrefabSpawner);
     object.hasShape = true;
-    MakeSolid(object);
+    AddCollision(object);
     object.spawnerPrefab = file.path;
 
     SetStatus(L"PlanePrefabSpawner prefab nastaven: " + file.name);

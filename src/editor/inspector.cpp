@@ -2,11 +2,11 @@
 
 #include "base/numbers.h"
 #include "editor/color_wheel.h"
+#include "editor/component_search.h"
 #include "editor/components.h"
 #include "editor/theme.h"
 #include "editor/widgets.h"
 #include "render/frame_buffer.h"
-#include "scene/component_search.h"
 #include "scene/selection.h"
 #include "scene/status.h"
 #include "scene/undo.h"
@@ -182,9 +182,9 @@ static void DrawObject(const Column& column, const GameObject& object) {
     DrawTagStrip(column, object);
 
     int32_t top = kFirstSectionTop;
-    for (const Component& component : kComponents) {
-        if (!component.isPresent(object)) continue;
-        top = DrawSection(column, top, component, object);
+    for (const Component* component : Components()) {
+        if (!component->isPresent(object)) continue;
+        top = DrawSection(column, top, *component, object);
         if (object.isEntity) break;  // coordinates are all that an Entity has
     }
     if (object.isEntity) {

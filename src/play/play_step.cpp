@@ -4,7 +4,7 @@
 #include "play/motion.h"
 #include "play/play_pass.h"
 #include "play/spawner.h"
-#include "scene/gameplay_scripts.h"
+#include "scene/scripts.h"
 #include "scene/selection.h"
 #include "state/editor_state.h"
 

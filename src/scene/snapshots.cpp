@@ -1,6 +1,6 @@
 #include "scene/snapshots.h"
 
-#include "scene/same_object.h"
+#include "scene/object_fields.h"
 
 #include <algorithm>
 #include <cstddef>

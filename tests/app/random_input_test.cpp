@@ -1,7 +1,7 @@
 // A user who hits every key and every pixel at random, and what must be true after each of their doings.
 #include "platform/headless/fault_injection.h"
 #include "scene/name_entry.h"
-#include "scene/same_object.h"
+#include "scene/object_fields.h"
 #include "scene/undo.h"
 #include "support/editor_input.h"
 #include "support/editor_laws.h"

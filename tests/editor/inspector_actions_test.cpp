@@ -378,13 +378,13 @@ TEST_CASE("two presses before the next frame remove a component once") {
 }
 
 TEST_CASE("what a section shows is not changed once its component is gone, whatever was drawn") {
-    for (const Component& component : kComponents) {
-        if (component.remove == 0) continue;
+    for (const Component* component : Components()) {
+        if (component->remove == 0) continue;
         OpenInspector(ObjectWithEverything(), 1360, 3000);
         const HitZoneList drawn = editorState.inspectorZones;
-        CHECK(PressInspector(MiddleOf(ZoneOf(component.remove))));
+        CHECK(PressInspector(MiddleOf(ZoneOf(component->remove))));
         const GameObject after = InspectedObject();
-        for (const InspectorAction& action : component.actions) {
+        for (const InspectorAction& action : component->actions) {
             CAPTURE(action.number);
             const Rect zone = ZoneOf(action.number);
             REQUIRE(zone != Rect{});

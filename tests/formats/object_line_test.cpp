@@ -4,6 +4,8 @@
 #include "render/builtin_meshes.h"
 #include "scene/default_scenes.h"
 #include "state/editor_state.h"
+#include "support/capture.h"
+#include "support/changed_field.h"
 #include "support/scratch_folder.h"
 
 #include "doctest/doctest.h"
@@ -16,7 +18,7 @@
 using Fields = std::vector<std::wstring>;
 
 // Cuts a written line, without its end.
-static Fields FieldsOf(const GameObject& object) {
+static Fields ColumnsOf(const GameObject& object) {
     std::wstring line;
     WriteObjectLine(line, object);
     REQUIRE(line.ends_with(L'\n'));
@@ -37,11 +39,11 @@ static GameObject Parsed(const Fields& fields) {
     return object;
 }
 
-static GameObject RoundTrip(const GameObject& object) { return Parsed(FieldsOf(object)); }
+static GameObject RoundTrip(const GameObject& object) { return Parsed(ColumnsOf(object)); }
 
 // The first `count` columns, the tag among them, of a line for `object`.
 static Fields Shortened(const GameObject& object, size_t count) {
-    Fields fields = FieldsOf(object);
+    Fields fields = ColumnsOf(object);
     REQUIRE(fields.size() == 61);
     fields.resize(count);
     return fields;
@@ -152,14 +154,14 @@ TEST_CASE("each column is read into its own field") {
     CHECK(read == written);
 
     // One column at a time, so that two exchanged ones cannot hide behind each other.
-    const Fields full = FieldsOf(written), plain = FieldsOf(GameObject{});
+    const Fields full = ColumnsOf(written), plain = ColumnsOf(GameObject{});
     for (size_t column = 1; column < full.size(); ++column) {
         if (column == 25 || column == 40) continue;  // not read; needs an image
         Fields fields = plain;
         fields[column] = full[column];
         read = Parsed(fields);
         read.hasCollision = column == 31;  // a Rigidbody brings it
-        const Fields again = FieldsOf(read);
+        const Fields again = ColumnsOf(read);
         for (size_t other = 1; other < again.size(); ++other) {
             const bool isCount = column == 30 && other == 25;
             const std::wstring expected = isCount ? L"2" : fields[other];
@@ -302,7 +304,7 @@ TEST_CASE("the collect target stands in column 49 of every line that has one") {
 
 TEST_CASE("every length of line from 30 columns on is read, and columns beyond the last are ignored") {
     OpenGame();
-    Fields fields = FieldsOf(FullObject());
+    Fields fields = ColumnsOf(FullObject());
     for (size_t count = 30; count <= 61; ++count) {
         GameObject object;
         CHECK(Parse(Shortened(FullObject(), count), object));
@@ -328,7 +330,7 @@ TEST_CASE("TABs and line ends in stored paths become spaces") {
     GameObject object;
     object.texturePath = L"C:\\Game\\a\tb.png";
     object.prefabSource = L"C:\\Game\\c\nd.prefab";
-    const Fields fields = FieldsOf(object);
+    const Fields fields = ColumnsOf(object);
     REQUIRE(fields.size() == 61);
     CHECK(fields[40] == L"a b.png");
     CHECK(fields[51] == L"c d.prefab");
@@ -357,7 +359,7 @@ TEST_CASE("empty entries of a scripts list are entries, and an empty list has no
         const GameObject read = Parsed(fields);
         CHECK(read.scripts == scripts);
         CHECK(read.scriptCount == static_cast<int32_t>(scripts.size()));
-        CHECK(FieldsOf(read)[30] == field);
+        CHECK(ColumnsOf(read)[30] == field);
     }
 }
 
@@ -366,13 +368,13 @@ TEST_CASE("the script count is written as the size of the list") {
     GameObject object;
     object.scriptCount = 5;
     object.scripts = {L"one"};
-    CHECK(FieldsOf(object)[25] == L"1");
+    CHECK(ColumnsOf(object)[25] == L"1");
 }
 
 TEST_CASE("a Text object comes back without a mesh and a shape") {
     OpenGame();
     const GameObject text{.name = L"Title", .meshIndex = -1, .isText = true};
-    CHECK(FieldsOf(text)[11] == L"builtin:Cube");
+    CHECK(ColumnsOf(text)[11] == L"builtin:Cube");
     GameObject read = RoundTrip(text);
     CHECK(read.meshIndex == -1);
     CHECK_FALSE(read.hasShape);
@@ -384,7 +386,7 @@ TEST_CASE("a Text object comes back without a mesh and a shape") {
 TEST_CASE("a camera without a mesh comes back with the Cube") {
     OpenGame();
     const GameObject camera{.name = L"Game Camera", .isCamera = true};
-    CHECK(FieldsOf(camera)[11] == L"builtin:Cube");
+    CHECK(ColumnsOf(camera)[11] == L"builtin:Cube");
     CHECK(RoundTrip(camera).meshIndex == kCubeMesh);
 }
 
@@ -514,7 +516,7 @@ TEST_CASE("references outside the project are stored as they are") {
     GameObject object;
     object.collectPrefab = L"D:\\Elsewhere\\x.prefab";
     object.prefabSource = L"c:\\game\\y.prefab";
-    const Fields fields = FieldsOf(object);
+    const Fields fields = ColumnsOf(object);
     CHECK(fields[50] == L"D:\\Elsewhere\\x.prefab");
     CHECK(fields[51] == L"c:\\game\\y.prefab");
 }
@@ -532,7 +534,7 @@ TEST_CASE("a texture is loaded with its object and keeps its path") {
     CHECK(read.texturePath == folder / L"Files\\brick.bmp");
     REQUIRE(read.textureIndex == 0);
     CHECK(editorState.textures[0].path == folder / L"Files\\brick.bmp");
-    CHECK(FieldsOf(read)[40] == L"Files\\brick.bmp");
+    CHECK(ColumnsOf(read)[40] == L"Files\\brick.bmp");
 
     fields[37] = L"0";
     CHECK_FALSE(Parsed(fields).hasTexture);
@@ -549,7 +551,7 @@ TEST_CASE("a texture that cannot be loaded leaves its object without one, but wi
     const GameObject read = Parsed(fields);
     CHECK_FALSE(read.hasTexture);
     CHECK(read.textureIndex == -1);
-    CHECK(FieldsOf(read)[40] == L"Files\\missing.png");
+    CHECK(ColumnsOf(read)[40] == L"Files\\missing.png");
     CHECK(editorState.statusMessage == L"Texture image se nepodarilo nacist.");
 }
 
@@ -578,7 +580,7 @@ TEST_CASE("an object without a texture path is written with the path of its imag
                  {INT32_MAX, L"", L""},
                  {INT32_MIN, L"", L""}};
     for (auto [textureIndex, texturePath, field] : cases) {
-        CHECK(FieldsOf({.textureIndex = textureIndex, .texturePath = texturePath})[40] == field);
+        CHECK(ColumnsOf({.textureIndex = textureIndex, .texturePath = texturePath})[40] == field);
     }
 }
 
@@ -617,4 +619,17 @@ TEST_CASE("the objects of a scene are written in its order") {
     WriteObjectLine(expected, editorState.scene[0]);
     WriteObjectLine(expected, editorState.scene[1]);
     CHECK(text == expected);
+}
+
+TEST_CASE("every field of an object has its column, but for the index of its texture") {
+    OpenGame();
+    const GameObject plain{.meshIndex = 0};
+    for (size_t field = 0; field < kFieldCount; ++field) {
+        const std::string name = FieldName(field);
+        CAPTURE(name);
+        const bool isDerived = name == "textureIndex" || name == "scriptCount";  // the list tells the count
+        const GameObject written = WithFieldChanged(plain, field);
+        REQUIRE_FALSE(FieldIsAlike(field, written, plain));
+        CHECK(FieldIsAlike(field, RoundTrip(written), written) == !isDerived);
+    }
 }

@@ -5,7 +5,7 @@
 #include "formats/prefab_file.h"
 #include "play/play_mode.h"
 #include "render/builtin_meshes.h"
-#include "scene/same_object.h"
+#include "scene/object_fields.h"
 #include "support/edited_scene.h"
 #include "support/plain_play.h"
 #include "support/scratch_folder.h"

@@ -1,7 +1,7 @@
 #include "formats/prefab_file.h"
 #include "formats/scene_file.h"
 #include "platform/files.h"
-#include "scene/same_object.h"
+#include "scene/object_fields.h"
 #include "support/sample_project.h"
 #include "support/scratch_folder.h"
 

@@ -1,6 +1,6 @@
 #include "formats/scene_file.h"
 #include "play/play_mode.h"
-#include "scene/same_object.h"
+#include "scene/object_fields.h"
 #include "support/sample_project.h"
 
 #include "doctest/doctest.h"

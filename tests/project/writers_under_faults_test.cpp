@@ -18,7 +18,7 @@
 #include "project/save_project_as.h"
 #include "project/scene_switch.h"
 #include "scene/commands.h"
-#include "scene/same_object.h"
+#include "scene/object_fields.h"
 #include "scene/undo.h"
 #include "support/folder_tree.h"
 #include "support/project_input.h"

@@ -1,6 +1,6 @@
 #include "state/scene_snapshot.h"
 
-#include "scene/same_object.h"
+#include "scene/object_fields.h"
 #include "scene/snapshots.h"
 #include "support/capture.h"
 #include "support/edited_scene.h"

@@ -1,12 +1,13 @@
 #include "scene/undo.h"
 
+#include "editor/component_search.h"
 #include "scene/clipboard.h"
 #include "scene/commands.h"
-#include "scene/component_commands.h"
 #include "scene/name_entry.h"
 #include "scene/number_entry.h"
-#include "scene/same_object.h"
+#include "scene/object_fields.h"
 #include "scene/selection.h"
+#include "support/capture.h"
 #include "support/edited_scene.h"
 #include "support/gestures.h"
 #include "support/open_menu.h"
@@ -178,7 +179,7 @@ static void RunRandomCommand(RandomSource& random) {
         case 7: return deleteSelected();
         case 8: return copySelected();
         case 9: return pasteObject();
-        case 10: AddComponent(ComponentCommands()[random.IntBetween(0, 9)].action); return;
+        case 10: AddComponent(ComponentCommands()[random.IntBetween(0, 9)]->action); return;
         default:
             return moveInHierarchy(random.IntBetween(-1, count), random.IntBetween(-1, count),
                                    random.OneIn(2), random.OneIn(2));

@@ -1,9 +1,10 @@
-#include "scene/component_search.h"
+#include "editor/component_search.h"
 
 #include "base/letter_case.h"
 #include "base/typed_text.h"
 #include "scene/selection.h"
 #include "scene/status.h"
+#include "scene/undo.h"
 #include "state/editor_state.h"
 
 #include <algorithm>
@@ -36,15 +37,27 @@ std::vector<const ComponentCommand*> SearchComponents(const std::wstring& query)
     };
     const std::wstring capitals = UpperCase(query);
     std::vector<Result> results;
-    for (const ComponentCommand& command : ComponentCommands()) {
-        const size_t score = Score(command, capitals);
-        if (score > 0) results.push_back({&command, score});
+    for (const ComponentCommand* command : ComponentCommands()) {
+        const size_t score = Score(*command, capitals);
+        if (score > 0) results.push_back({command, score});
     }
     std::ranges::stable_sort(results, std::ranges::greater{}, &Result::score);
 
     std::vector<const ComponentCommand*> best;
     for (size_t i = 0; i < std::min(results.size(), kMaxResults); ++i) best.push_back(results[i].command);
     return best;
+}
+
+bool AddComponent(int32_t action) {
+    if (!SelectionIsValid()) return false;
+    const auto commands = ComponentCommands();
+    const auto command = std::ranges::find(commands, action, &ComponentCommand::action);
+    if (command == commands.end()) return false;
+
+    pushUndo((*command)->undoLabel);
+    (*command)->add(SelectedObject());
+    SetStatus((*command)->message);
+    return true;
 }
 
 void TypeIntoComponentSearch(wchar_t unit) {

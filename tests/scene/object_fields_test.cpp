@@ -1,4 +1,7 @@
-#include "scene/same_object.h"
+#include "scene/object_fields.h"
+
+#include "support/capture.h"
+#include "support/changed_field.h"
 
 #include "doctest/doctest.h"
 
@@ -7,14 +10,23 @@
 TEST_CASE("objects differ to the bit when any field differs") {
     const GameObject plain;
     CHECK(SameBits(plain, plain));
-    const GameObject different[] = {
-        {.name = L"x"},          {.position{0, 0, 1}}, {.rotation{0, 1, 0}},    {.scale{1, 1, 2}},
-        {.meshIndex = 0},        {.parentIndex = 0},   {.hasShape = false},     {.animationSpeed = 2},
-        {.scriptCount = 1},      {.color = 1},         {.scripts = {L""}},      {.gloss = 0},
-        {.velocity{1, 0, 0}},    {.active = false},    {.spawnerPrefab = L"p"}, {.cameraBackground = 1},
-        {.cameraBrightness = 0}, {.isText = true},     {.text = L""},           {.textSize = 19},
-    };
-    for (const GameObject& object : different) CHECK_FALSE(SameBits(plain, object));
+    for (size_t field = 0; field < kFieldCount; ++field) {
+        const std::string name = FieldName(field);
+        CAPTURE(name);
+        const GameObject other = WithFieldChanged(plain, field);
+        CHECK_FALSE(SameBits(plain, other));
+        CHECK(SameBitsButParent(plain, other) == (name == "parentIndex"));
+    }
+}
+
+TEST_CASE("every field of an object is listed by its name") {
+    CHECK(FieldName(0) == "name");
+    CHECK(FieldName(6) == "parentIndex");
+    CHECK(FieldName(kFieldCount - 1) == "textSize");
+    GameObject object;
+    CHECK(&std::get<0>(FieldsOf(object)) == &object.name);
+    CHECK(&std::get<6>(FieldsOf(object)) == &object.parentIndex);
+    CHECK(&std::get<kFieldCount - 1>(FieldsOf(object)) == &object.textSize);
 }
 
 TEST_CASE("objects that differ in their parents only are alike but for them") {

@@ -1,4 +1,4 @@
-#include "scene/component_commands.h"
+#include "editor/component_search.h"
 
 #include "render/builtin_meshes.h"
 #include "scene/selection.h"

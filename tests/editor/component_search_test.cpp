@@ -1,4 +1,4 @@
-#include "scene/component_search.h"
+#include "editor/component_search.h"
 
 #include "support/edited_scene.h"
 

@@ -1,14 +1,19 @@
-// The Add Component search: typed words find components.
+// Adding components: the search that typed words drive, and the command.
 #pragma once
 
-#include "scene/component_commands.h"
+#include "editor/components.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
 // The best three components for a query, the best first, equal ones in the order of their table. Upper and
 // lower case are one. An empty query finds the first three.
 std::vector<const ComponentCommand*> SearchComponents(const std::wstring& query);
+
+// Adds the component of an action number to the selected object. False, without a message, when nothing is
+// selected or no component has this number.
+bool AddComponent(int32_t action);
 
 // What the keys do while the search is open. A typed character is a UTF-16 unit; those beyond 40 are dropped.
 void TypeIntoComponentSearch(wchar_t unit);
