@@ -14,6 +14,7 @@
 #include "render/frame_buffer.h"
 #include "render/icons.h"
 #include "scene/default_scenes.h"
+#include "scene/shown_screen.h"
 #include "state/editor_state.h"
 
 #include <algorithm>
@@ -37,7 +38,7 @@ static void RunFrames(double previous) {
         UpdateFrame(FrameTime(now - previous), cache);
         previous = now;
         RenderFrame();
-        if (HubIsShown()) CheckListedProjects();
+        if (ShownScreen() == Shown::Hub) CheckListedProjects();
         SleepMilliseconds(1);
     }
 }

@@ -490,7 +490,7 @@ TEST_CASE("a project on a late drive that is gone leaves the list with its menu 
     RightClick(ProjectRow(0));
     FinishChecks();
     CHECK(ListedNames() == Names{L"Near"});
-    CHECK_FALSE(editorState.projectMenu.open);
+    CHECK_FALSE(MenuIsOpen(MenuKind::Project));
 }
 
 TEST_CASE("an answer that comes after its entry has left the list changes nothing") {

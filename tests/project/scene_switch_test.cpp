@@ -6,7 +6,7 @@
 #include "project/asset_list.h"
 #include "project/project_hub.h"
 #include "render/builtin_meshes.h"
-#include "render/textures.h"
+#include "formats/texture_file.h"
 #include "scene/undo.h"
 #include "support/folder_tree.h"
 #include "support/project_input.h"
