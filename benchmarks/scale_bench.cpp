@@ -11,8 +11,8 @@
 #include "scene/undo.h"
 #include "state/editor_state.h"
 #include "support/frame_update.h"
-#include "viewport/current_view.h"
-#include "viewport/gizmo_drag.h"
+#include "viewport/scene_view.h"
+#include "viewport/gizmo.h"
 #include "viewport/pick.h"
 
 #include <benchmark/benchmark.h>

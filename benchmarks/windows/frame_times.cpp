@@ -8,7 +8,7 @@
 #include "render/icons.h"
 #include "scene/default_scenes.h"
 #include "state/editor_state.h"
-#include "viewport/current_view.h"
+#include "viewport/scene_view.h"
 #include "viewport/scene_drawing.h"
 
 #include <algorithm>

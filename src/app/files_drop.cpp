@@ -7,8 +7,8 @@
 #include "formats/prefab_instance.h"
 #include "scene/commands.h"
 #include "state/editor_state.h"
-#include "viewport/current_view.h"
 #include "viewport/pick.h"
+#include "viewport/scene_view.h"
 
 namespace {
 

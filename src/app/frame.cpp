@@ -19,8 +19,8 @@
 #include "render/frame_buffer.h"
 #include "scene/shown_screen.h"
 #include "state/editor_state.h"
-#include "viewport/current_view.h"
 #include "viewport/scene_drawing.h"
+#include "viewport/scene_view.h"
 
 void DrawPanels(const EditorLayout& layout) {
     DrawToolPalette(layout);

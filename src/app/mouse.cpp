@@ -2,7 +2,6 @@
 
 #include "app/current_layout.h"
 #include "app/files_drop.h"
-#include "app/top_bar_actions.h"
 #include "blueprint/blueprint_editor.h"
 #include "blueprint/blueprint_mouse.h"
 #include "editor/bottom_panel.h"
@@ -12,9 +11,14 @@
 #include "editor/menus.h"
 #include "editor/popup_menu.h"
 #include "editor/tool_palette.h"
+#include "editor/top_bar.h"
 #include "platform/window.h"
+#include "project/build_project.h"
 #include "project/files_menus.h"
 #include "project/files_page.h"
+#include "project/prefab_editor.h"
+#include "project/project_hub.h"
+#include "project/save_project.h"
 #include "scene/editor_camera.h"
 #include "scene/gestures.h"
 #include "scene/name_entry.h"
@@ -23,9 +27,9 @@
 #include "scene/status.h"
 #include "scene/text_entry.h"
 #include "state/editor_state.h"
-#include "viewport/current_view.h"
-#include "viewport/gizmo_drag.h"
+#include "viewport/gizmo.h"
 #include "viewport/pick.h"
+#include "viewport/scene_view.h"
 
 #include <cstdlib>
 
@@ -42,6 +46,22 @@ static bool LeftButtonIsHeld() { return GestureIsUnderWay() && !IsLooking(); }
 // one does everything but drag.
 static bool IgnoresLeftButton() {
     return ShownScreen() == Shown::Game || EntryIsOpen() || LeftButtonIsHeld();
+}
+
+// Runs the button under the pointer. False when there is none.
+static bool ClickTopBar(Point pointer, const EditorLayout& layout) {
+    const TopBarButton button = TopBarButtonAt(pointer, layout);
+    if (button == TopBarButton::None) return false;
+    CloseMenu();
+    switch (button) {
+        case TopBarButton::None: break;
+        case TopBarButton::CloseEditor: ClosePrefabEditor(); break;
+        case TopBarButton::SavePrefab: SavePrefabEditor(); break;
+        case TopBarButton::ProjectHub: ReturnToHub(); break;
+        case TopBarButton::SaveProject: SaveProject(); break;
+        case TopBarButton::BuildProject: BuildProject(); break;
+    }
+    return true;
 }
 
 static bool ClickOpenMenu(Point pointer, const EditorLayout& layout) {

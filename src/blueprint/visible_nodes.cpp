@@ -1,10 +1,10 @@
 #include "blueprint/visible_nodes.h"
 
 #include "blueprint/blueprint_layout.h"
-#include "blueprint/canvas_cover.h"
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 // A part of a node's rectangle, given from its top left corner.
 static Rect PartOf(const Rect& node, const Rect& part) {
@@ -35,4 +35,68 @@ std::vector<VisibleNode> VisibleNodes(std::span<const BlueprintNode> nodes, cons
     }
     std::ranges::reverse(visible);
     return visible;
+}
+
+constexpr int32_t kWordBits = 64;
+
+namespace {
+
+// The words of a row that some columns touch: all bits of those between the first and the last, and the
+// columns' bits in these two. In a single word the first mask holds them all.
+struct ColumnBits {
+    size_t first = 0, last = 0;
+    uint64_t firstMask = 0, lastMask = 0;
+};
+
+}  // namespace
+
+// `left` < `right`, both counted from the area's left edge.
+static ColumnBits BitsOf(int32_t left, int32_t right) {
+    ColumnBits bits{.first = static_cast<size_t>(left / kWordBits),
+                    .last = static_cast<size_t>((right - 1) / kWordBits),
+                    .firstMask = ~uint64_t{0} << (left % kWordBits),
+                    .lastMask = ~uint64_t{0} >> (kWordBits - 1 - (right - 1) % kWordBits)};
+    if (bits.first == bits.last) bits.firstMask &= std::exchange(bits.lastMask, 0);
+    return bits;
+}
+
+// The part of a rectangle inside the area, counted from the area's corner. Empty without one.
+static Rect PartInside(const Rect& area, const Rect& rect) {
+    const Rect part{std::max(rect.left, area.left) - area.left, std::max(rect.top, area.top) - area.top,
+                    std::min(rect.right, area.right) - area.left,
+                    std::min(rect.bottom, area.bottom) - area.top};
+    return Width(part) > 0 && Height(part) > 0 ? part : Rect{};
+}
+
+CanvasCover StartCover(const Rect& area) {
+    const auto columns = static_cast<size_t>(std::max(Width(area), 0));
+    const auto rows = static_cast<size_t>(std::max(Height(area), 0));
+    const size_t wordsPerRow = (columns + kWordBits - 1) / kWordBits;
+    return {area, wordsPerRow, std::vector<uint64_t>(wordsPerRow * rows)};
+}
+
+bool IsCovered(const CanvasCover& cover, const Rect& rect) {
+    const Rect part = PartInside(cover.area, rect);
+    if (part == Rect{}) return true;
+    const ColumnBits bits = BitsOf(part.left, part.right);
+    for (int32_t y = part.top; y < part.bottom; ++y) {
+        const uint64_t* row = cover.words.data() + static_cast<size_t>(y) * cover.wordsPerRow;
+        if ((bits.firstMask & ~row[bits.first]) != 0 || (bits.lastMask & ~row[bits.last]) != 0) return false;
+        for (size_t word = bits.first + 1; word < bits.last; ++word) {
+            if (~row[word] != 0) return false;
+        }
+    }
+    return true;
+}
+
+void Cover(CanvasCover& cover, const Rect& rect) {
+    const Rect part = PartInside(cover.area, rect);
+    if (part == Rect{}) return;
+    const ColumnBits bits = BitsOf(part.left, part.right);
+    for (int32_t y = part.top; y < part.bottom; ++y) {
+        uint64_t* row = cover.words.data() + static_cast<size_t>(y) * cover.wordsPerRow;
+        row[bits.first] |= bits.firstMask;
+        row[bits.last] |= bits.lastMask;
+        for (size_t word = bits.first + 1; word < bits.last; ++word) row[word] = ~uint64_t{0};
+    }
 }

@@ -6,6 +6,7 @@
 #include "state/blueprint_node.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <vector>
 
@@ -19,3 +20,18 @@ struct VisibleNode {
 
 // What later nodes with their shadows leave of each node on the canvas, from the lowest to the topmost.
 std::vector<VisibleNode> VisibleNodes(std::span<const BlueprintNode> nodes, const Rect& canvas);
+
+// One bit per pixel of the area.
+struct CanvasCover {
+    Rect area{};
+    size_t wordsPerRow = 0;
+    std::vector<uint64_t> words{};
+};
+
+// Nothing of `area` is covered yet.
+CanvasCover StartCover(const Rect& area);
+
+// True when every pixel of the rectangle is covered or lies outside the area.
+bool IsCovered(const CanvasCover& cover, const Rect& rect);
+
+void Cover(CanvasCover& cover, const Rect& rect);

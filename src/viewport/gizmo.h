@@ -38,3 +38,13 @@ Vec3 AxisDirection(GizmoAxis axis);
 // How far along its axis a drag has come, in world units: `pointer` minus `press` along the axis's direction
 // on the screen, in pixels. False when the axis has no length on the screen.
 bool GizmoTravel(Point press, Point pointer, float axisX, float axisY, float& travel);
+
+// Grabs the axis under the pointer: one undo step. False when there is none.
+bool StartGizmoDrag(Point pointer, const Rect& viewport);
+
+// Changes the object to where the pointer is now. Ends the drag when the object is gone or another one
+// selected.
+void MoveGizmoDrag(const GizmoDrag& drag, Point pointer);
+
+// Says that the drag has come to its end.
+void FinishGizmoDrag(const GizmoDrag& drag);

@@ -4,6 +4,7 @@
 #include "render/raster/camera.h"
 #include "render/raster/draw_mesh.h"
 #include "scene/transform.h"
+#include "state/editor_state.h"
 #include "viewport/scene_view.h"
 #include "viewport/viewport_overlay.h"
 
@@ -45,4 +46,14 @@ int32_t PickObject(const PickView& view, Point pixel) {
     if (!Contains(view.viewport, pixel)) return -1;
     const int32_t overlay = PickOverlay(view, pixel);
     return overlay >= 0 ? overlay : PickMesh(view, pixel);
+}
+
+PickView CurrentPickView(const Rect& viewport) {
+    const FrameView view = CurrentView(viewport);
+    return {.scene = editorState.scene,
+            .meshes = editorState.meshes,
+            .viewport = view.viewport,
+            .viewProjection = view.viewProjection,
+            .eye = view.camera.position,
+            .playMode = ShowsGame()};
 }

@@ -23,3 +23,6 @@ struct PickView {
 // texts lie over meshes, the later one in the scene over the earlier; of meshes the nearest, of equal depths
 // the one drawn first.
 int32_t PickObject(const PickView& view, Point pixel);
+
+// The picture that the window shows now.
+PickView CurrentPickView(const Rect& viewport);

@@ -1,7 +1,10 @@
 #include "viewport/scene_view.h"
 
 #include "base/limit.h"
+#include "render/raster/camera.h"
+#include "scene/editor_camera.h"
 #include "scene/transform.h"
+#include "state/editor_state.h"
 
 #include <algorithm>
 #include <cmath>
@@ -55,4 +58,12 @@ Pixel ViewportBackground(std::span<const GameObject> scene, int32_t selectedInde
     if (selectionIsValid && scene[selectedIndex].isCamera) return BackgroundOf(scene[selectedIndex]);
     const auto first = std::ranges::find_if(scene, &GameObject::isCamera);
     return first != scene.end() ? BackgroundOf(*first) : kDefaultBackground;
+}
+
+bool ShowsGame() { return editorState.playMode || editorState.runtimeMode; }
+
+FrameView CurrentView(const Rect& viewport) {
+    const CameraPose camera = ActiveCamera(editorState.scene, editorState.camera, ShowsGame());
+    const Matrix4 projection = ProjectionMatrix(Width(viewport), Height(viewport));
+    return {camera, MultiplyMatrix(projection, ViewMatrix(camera)), viewport};
 }

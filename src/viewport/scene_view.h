@@ -2,6 +2,8 @@
 #pragma once
 
 #include "base/color.h"
+#include "base/matrix4.h"
+#include "base/rect.h"
 #include "state/camera_pose.h"
 #include "state/game_object.h"
 
@@ -29,3 +31,15 @@ Vec3 LightDirection(std::span<const GameObject> scene);
 // The colour behind the scene. In Play mode of the first active camera; else of the selected object if it is
 // a camera, else of the first camera, else a fixed one.
 Pixel ViewportBackground(std::span<const GameObject> scene, int32_t selectedIndex, bool playMode);
+
+// True while the scene is shown as the game shows it, also when the game has stopped in the runtime.
+bool ShowsGame();
+
+struct FrameView {
+    CameraPose camera{};
+    Matrix4 viewProjection{};
+    Rect viewport{};  // that it fills, frame buffer pixels
+};
+
+// How the scene is seen now: for drawing it and for finding what lies under the pointer.
+FrameView CurrentView(const Rect& viewport);

@@ -7,7 +7,7 @@
 #include "support/gestures.h"
 #include "support/open_menu.h"
 #include "support/project_input.h"
-#include "viewport/current_view.h"
+#include "viewport/scene_view.h"
 
 #include "doctest/doctest.h"
 

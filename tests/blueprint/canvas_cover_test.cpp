@@ -1,4 +1,4 @@
-#include "blueprint/canvas_cover.h"
+#include "blueprint/visible_nodes.h"
 
 #include "support/random_scene.h"
 

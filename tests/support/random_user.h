@@ -8,7 +8,7 @@
 #include "support/editor_input.h"
 #include "support/frame_update.h"
 #include "support/open_menu.h"
-#include "viewport/current_view.h"
+#include "viewport/scene_view.h"
 #include "viewport/gizmo.h"
 
 #include <cstddef>

@@ -3,7 +3,7 @@
 #include "support/capture.h"
 #include "support/editor_input.h"
 #include "support/gestures.h"
-#include "viewport/current_view.h"
+#include "viewport/scene_view.h"
 
 #include "doctest/doctest.h"
 

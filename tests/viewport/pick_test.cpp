@@ -74,6 +74,7 @@ TEST_CASE("only what is drawn can be picked") {
 }
 
 TEST_CASE("an object under 1,099 parents is picked where the sum of them puts it") {
+    const KeptIcons withIcons;
     StartPicture(120, 90);
     Scene scene(1100);
     for (int32_t i = 0; i < 1100; ++i)
