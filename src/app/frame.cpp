@@ -62,15 +62,16 @@ static void DrawCurrentScreen() {
     }
 }
 
-void RenderFrame() {
-    static bool isRendering = false;
-    if (isRendering) return;
-    isRendering = true;
+bool RenderFrame() {
+    if (frameBuffer.isInUse) return false;
+    frameBuffer.isInUse = true;
 
     const ClientSize size = WindowClientSize();
-    if (EnsureSize(size.width, size.height)) {
+    const bool hasBuffer = EnsureSize(size.width, size.height);
+    if (hasBuffer) {
         DrawCurrentScreen();
         Present();
     }
-    isRendering = false;
+    frameBuffer.isInUse = false;
+    return hasBuffer;
 }

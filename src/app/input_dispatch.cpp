@@ -172,6 +172,7 @@ static void Dispatch(const InputEvent& event) {
 static void AllowTextInputToOwner() { AllowTextInput(OpenKeyboardOwner() != nullptr); }
 
 void HandleInput(const InputEvent& event) {
+    ++editorState.handledEvents;
     CloseUnseenSearch();
     Dispatch(event);
     AllowTextInputToOwner();

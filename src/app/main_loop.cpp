@@ -1,8 +1,7 @@
 #include "app/main_loop.h"
 
 #include "app/current_layout.h"
-#include "app/frame.h"
-#include "app/update.h"
+#include "app/turn.h"
 #include "base/enough_memory.h"
 #include "blueprint/blueprint_editor.h"
 #include "platform/clock.h"
@@ -10,11 +9,9 @@
 #include "platform/window.h"
 #include "project/game_runtime.h"
 #include "project/project_hub.h"
-#include "project/project_removal.h"
 #include "render/frame_buffer.h"
 #include "render/icons.h"
 #include "scene/default_scenes.h"
-#include "scene/shown_screen.h"
 #include "state/editor_state.h"
 
 #include <algorithm>
@@ -32,13 +29,11 @@ static const wchar_t* InitialTitle() {
 }
 
 static void RunFrames(double previous) {
-    PlayCache cache;
+    Turn turn;
     while (PumpMessages()) {
         const double now = MonotonicSeconds();
-        UpdateFrame(FrameTime(now - previous), cache);
+        RunTurn(FrameTime(now - previous), turn);
         previous = now;
-        RenderFrame();
-        if (ShownScreen() == Shown::Hub) CheckListedProjects();
         SleepMilliseconds(1);
     }
 }

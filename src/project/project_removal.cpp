@@ -40,20 +40,21 @@ static void Ask(RecentProject& entry) {
 // One turn: takes the answer that has come, or asks the next question. Only one is open at a time: servers
 // that do not answer would each hold a thread for half a minute. An entry whose answer never comes holds up
 // nothing but the questions about those below it.
-void CheckListedProjects() {
+bool CheckListedProjects() {
     auto& projects = editorState.recentProjects;
     const auto asked =
         std::ranges::find_if(projects, [](const RecentProject& p) { return p.question != nullptr; });
     if (asked == projects.end()) {
         const auto next = std::ranges::find(projects, ProjectAnswer::None, &RecentProject::answer);
         if (next != projects.end()) Ask(*next);
-        return;
+        return false;
     }
     const ProjectAnswer answer = *asked->question;
-    if (answer == ProjectAnswer::None) return;
+    if (answer == ProjectAnswer::None) return false;
     asked->answer = answer;
     asked->question = nullptr;
     if (answer == ProjectAnswer::NoProject) TakeOffList(std::wstring(asked->path));
+    return true;
 }
 
 void TakeOffListIfGone(const std::wstring& path) {

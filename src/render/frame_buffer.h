@@ -10,6 +10,7 @@
 #include <string>
 
 struct FrameBuffer : Surface {
+    bool isInUse = false;      // a picture is being drawn
     bool cachesTexts = false;  // texts are drawn out of cached pixels where that changes nothing
     TextRunCache texts{};
 };

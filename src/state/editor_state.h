@@ -97,7 +97,8 @@ struct EditorState : SceneContent {
     std::wstring statusMessage = L"Ready. Software renderer bezi bez externich knihoven.";
 
     // What the user is in the middle of.
-    Point pointer{};  // last known position, pixels
+    uint64_t handledEvents = 0;  // since the start; whoever has drawn since the last one need not draw again
+    Point pointer{};             // last known position, pixels
     PressTaker lastPress = PressTaker::Nobody;
     Gesture gesture{};
     bool keyboardTransform = false;  // a held key moves the selection: one undo step

@@ -160,7 +160,7 @@ TEST_CASE("an empty scene with a selection of 0 is drawn") {
 
 TEST_CASE("a picture that is asked for while one is drawn is refused") {
     StartEditor({CubeAt({0, 0, 5})});
-    headless.onPresent = RenderFrame;
+    headless.onPresent = [] { RenderFrame(); };
     RenderFrame();
     CHECK(headless.presents == 1);
     headless.onPresent = nullptr;

@@ -1,4 +1,5 @@
 // A user who hits every key and every pixel at random, and what must be true after each of their doings.
+#include "app/turn.h"
 #include "platform/headless/fault_injection.h"
 #include "scene/name_entry.h"
 #include "scene/object_fields.h"
@@ -35,6 +36,16 @@ static bool UndoRestores(const Scene& before) {
     return isRestored;
 }
 
+// Lets a turn pass in which nothing happens. Where it draws nothing, the picture is the one that drawing
+// gives.
+static bool LeftOutPictureIsTheSame(Turn& turn) {
+    const bool isMinimised = headless.clientSize.width < 1 || headless.clientSize.height < 1;
+    if (RunTurn(0.016f, turn) || isMinimised) return true;
+    const std::vector<Pixel> left = headless.pixels;
+    RenderFrame();
+    return headless.pixels == left;
+}
+
 static void StartAnew(RandomUser<RandomSource>& user) {
     editorState = EditorState{};
     headless.mouseIsCaptured = false;
@@ -54,10 +65,19 @@ TEST_CASE(
     RandomUser<RandomSource> user{RandomSource(kSeed)};
     size_t longestName = 80;
     int32_t undone = 0;
+    Turn turn;
+    headless.paintsTexts = true;
     for (int32_t event = 0; event < kEvents; ++event) {
         CAPTURE(event);
-        if (event % kEventsPerScene == 0) StartAnew(user);
-        if (user.Sometimes(kEventsPerFrame)) RenderFrame();
+        if (event % kEventsPerScene == 0) {
+            StartAnew(user);
+            turn = {};
+        }
+        if (user.Sometimes(kEventsPerFrame)) {
+            if (std::exchange(user.hasLetTimePass, false)) turn = {};
+            RunTurn(0, turn);
+            REQUIRE(LeftOutPictureIsTheSame(turn));
+        }
         // A full history takes a step without growing; half of the time it gets room to show it.
         if (editorState.undoSteps.size() == 64 && user.Sometimes(2)) ClearUndo();
 

@@ -1,9 +1,9 @@
 // Updates as the program makes them, one frame after the other.
 #pragma once
 
-#include "app/update.h"
+#include "app/turn.h"
 
 // Kept from frame to frame.
 inline PlayCache playCache;
 
-inline void UpdateFrame(float dt) { UpdateFrame(dt, playCache); }
+inline bool UpdateFrame(float dt) { return UpdateFrame(dt, playCache); }

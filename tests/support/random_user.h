@@ -8,8 +8,8 @@
 #include "support/editor_input.h"
 #include "support/frame_update.h"
 #include "support/open_menu.h"
-#include "viewport/scene_view.h"
 #include "viewport/gizmo.h"
+#include "viewport/scene_view.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -158,6 +158,8 @@ struct RandomUser {
                                random.IntBetween(isTiny ? 0 : 500, isTiny ? 200 : 900)};
     }
 
+    bool hasLetTimePass = false;  // and something moved by it
+
     void DoSomething() {
         const int32_t what = random.IntBetween(0, 99);
         if (what < 62) return UseMouse();
@@ -167,6 +169,6 @@ struct RandomUser {
         if (what < 96) return ResizeWindow();
         if (what < 97) return LoseMouse();
         if (what < 98) return LoseFocus();
-        UpdateFrame(random.Between(0, 0.05f));
+        hasLetTimePass = UpdateFrame(random.Between(0, 0.05f)) || hasLetTimePass;
     }
 };

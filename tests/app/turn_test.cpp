@@ -1,7 +1,8 @@
-#include "app/update.h"
+#include "app/turn.h"
 
 #include "formats/prefab_file.h"
 #include "platform/headless/fault_injection.h"
+#include "support/editor_input.h"
 #include "support/game.h"
 #include "support/scratch_folder.h"
 
@@ -157,4 +158,96 @@ TEST_CASE("an object in a cycle of parents is met where the scene puts it that h
     UpdateFrame(0.05f);
     REQUIRE(editorState.scene.size() == 6);
     CHECK(Object(4).position.z == doctest::Approx(-1.501));
+}
+
+// What a turn draws.
+
+static int32_t PresentsOf(Turn& turn, float dt = 0.016f) {
+    const int32_t before = headless.presents;
+    const bool isShown = RunTurn(dt, turn);
+    const int32_t shown = headless.presents - before;
+    CHECK(isShown == (shown == 1));
+    return shown;
+}
+
+TEST_CASE("the first turn draws, and none after it while nothing happens") {
+    StartEditor();
+    for (const bool hub : {false, true}) {
+        editorState.hubVisible = hub;
+        Turn turn;
+        CHECK(PresentsOf(turn) == 1);
+        for (int32_t i = 0; i < 5; ++i) CHECK(PresentsOf(turn) == 0);
+    }
+}
+
+TEST_CASE("a turn draws after each kind of event, once") {
+    StartEditor();
+    Turn turn;
+    PresentsOf(turn);
+    for (const InputEvent& event :
+         std::initializer_list<InputEvent>{{.kind = InputKind::MouseMove, .x = 3, .y = 4},
+                                           {.kind = InputKind::LeftDown, .x = 600, .y = 20},
+                                           {.kind = InputKind::LeftUp, .x = 600, .y = 20},
+                                           {.kind = InputKind::LeftDoubleClick, .x = 600, .y = 20},
+                                           {.kind = InputKind::RightDown, .x = 600, .y = 20},
+                                           {.kind = InputKind::RightUp, .x = 600, .y = 20},
+                                           {.kind = InputKind::KeyDown, .key = kKeyF2},
+                                           {.kind = InputKind::KeyUp, .key = kKeyF2},
+                                           {.kind = InputKind::Character, .character = L'x'},
+                                           {.kind = InputKind::FilesDropped},
+                                           {.kind = InputKind::FocusLost},
+                                           {.kind = InputKind::CaptureLost},
+                                           {.kind = InputKind::SessionEnds},
+                                           {.kind = InputKind::Paint}}) {
+        CAPTURE(static_cast<int32_t>(event.kind));
+        HandleInput(event);
+        CHECK(PresentsOf(turn) == 1);
+        if (event.kind != InputKind::KeyDown) CHECK(PresentsOf(turn) == 0);
+    }
+}
+
+TEST_CASE("every turn draws while a key is down or a game plays, and one more when that ends") {
+    StartEditor();
+    Turn turn;
+    PresentsOf(turn);
+    HandleInput({.kind = InputKind::KeyDown, .key = 'W'});
+    for (int32_t i = 0; i < 3; ++i) CHECK(PresentsOf(turn) == 1);
+    HandleInput({.kind = InputKind::KeyUp, .key = 'W'});
+    CHECK(PresentsOf(turn) == 1);
+    CHECK(PresentsOf(turn) == 0);
+    TapKey('P');
+    for (int32_t i = 0; i < 3; ++i) CHECK(PresentsOf(turn) == 1);
+    TapKey('P');
+    CHECK(PresentsOf(turn) == 1);
+    CHECK(PresentsOf(turn) == 0);
+}
+
+TEST_CASE("a window of another size is drawn, and a minimised one is not while its game goes on") {
+    StartEditor();
+    Turn turn;
+    PresentsOf(turn);
+    headless.clientSize = {800, 600};
+    CHECK(PresentsOf(turn) == 1);
+    CHECK(PresentsOf(turn) == 0);
+    TapKey('P');
+    headless.clientSize = {0, 0};
+    const float clock = editorState.animationTime;
+    CHECK(PresentsOf(turn) == 0);
+    CHECK(editorState.animationTime > clock);
+    TapKey('P');
+    CHECK(PresentsOf(turn) == 0);
+    headless.clientSize = {800, 600};
+    CHECK(PresentsOf(turn) == 1);
+    CHECK(PresentsOf(turn) == 0);
+}
+
+TEST_CASE("a picture that failed is tried again in the next turn") {
+    StartEditor();
+    Turn turn;
+    headless.canvasFails = true;
+    headless.clientSize = {640, 480};
+    CHECK(PresentsOf(turn) == 0);
+    CHECK(PresentsOf(turn) == 0);
+    headless.canvasFails = false;
+    CHECK(PresentsOf(turn) == 1);
 }
