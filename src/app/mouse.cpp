@@ -13,7 +13,6 @@
 #include "editor/tool_palette.h"
 #include "editor/top_bar.h"
 #include "platform/window.h"
-#include "project/build_project.h"
 #include "project/files_menus.h"
 #include "project/files_page.h"
 #include "project/prefab_editor.h"

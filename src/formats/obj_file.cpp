@@ -6,6 +6,7 @@
 #include "formats/text_file.h"
 #include "platform/files.h"
 #include "render/raster/mesh_measures.h"
+#include "scene/long_work.h"
 #include "scene/status.h"
 #include "state/editor_state.h"
 
@@ -14,6 +15,7 @@
 #include <string_view>
 
 constexpr size_t kObjPiece = 1023;         // bytes of a line that are read at once, its end included
+constexpr int32_t kLinesPerTurn = 4096;    // read between two looks at the clock
 constexpr double kSmallestExtent = 0.001;  // of a model before it is scaled
 constexpr double kModelSize = 2;           // edge of the cube that a model fits
 constexpr Pixel kVertexColor{0xFFFFFF};
@@ -101,7 +103,11 @@ static bool ReadModel(const std::wstring& path, Mesh& mesh) {
     if (rest.starts_with(kUtf8Mark)) rest.remove_prefix(kUtf8Mark.size());
 
     Mesh model;
+    LongWork work(L"Nacitam model", L"MB");
+    int32_t lines = 0;
     while (!rest.empty()) {
+        if (++lines % kLinesPerTurn == 0)
+            work.Continue(Megabytes(std::ssize(bytes) - std::ssize(rest)), Megabytes(std::ssize(bytes)));
         const std::string_view line = TakeLine(rest);
         if (line.starts_with("v ")) ReadVertex(line.substr(2), model);
         if (line.starts_with("f ")) ReadFace(line.substr(2), model);

@@ -7,12 +7,15 @@
 #include "formats/project_paths.h"
 #include "platform/files.h"
 #include "render/builtin_meshes.h"
+#include "scene/long_work.h"
 #include "state/editor_state.h"
 
 #include <algorithm>
 #include <limits>
 #include <variant>
 
+constexpr int32_t kObjectsPerTurn =
+    16;  // read or written between two looks at the clock; each may load a model
 constexpr std::wstring_view kObjectTag = L"O";
 constexpr wchar_t kListSeparator = L';';
 
@@ -294,7 +297,13 @@ void WriteObjectLine(std::wstring& text, const GameObject& object) {
 
 void WriteObjects(std::wstring& text, std::span<const GameObject> objects) {
     text.reserve(text.size() + objects.size() * kUsualLineLength);
-    for (const GameObject& object : objects) WriteObjectLine(text, object);
+    LongWork work(L"Ukladam", L"objektu");
+    const auto total = static_cast<int64_t>(objects.size());
+    int64_t done = 0;
+    for (const GameObject& object : objects) {
+        WriteObjectLine(text, object);
+        if (++done % kObjectsPerTurn == 0) work.Continue(done, total);
+    }
 }
 
 std::wstring ObjectFileText(std::wstring_view header, std::span<const GameObject> objects) {
@@ -340,7 +349,11 @@ Scene ReadObjects(TextFile& file) {
     KnownFiles known;
     std::wstring_view line;
     std::vector<std::wstring_view> fields;
+    LongWork work(L"Nacitam objekty", L"MB");
+    int32_t lines = 0;
     while (NextLine(file, kObjectLineBuffer, line)) {
+        if (++lines % kObjectsPerTurn == 0)
+            work.Continue(Megabytes(static_cast<int64_t>(file.nextByte)), Megabytes(std::ssize(file.bytes)));
         SplitAtTabs(line, fields);
         if (ParseObjectLine(fields, object, known)) objects.push_back(std::move(object));
     }

@@ -1,6 +1,8 @@
 // Files and folders. Paths use `\`, may be relative to the working folder, and keep what the user typed.
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -39,8 +41,10 @@ bool WriteWholeFile(const std::wstring& path, std::string_view bytes);
 
 // Copies a file's bytes, and whether it is read-only, over `to`. Not in one step: where it fails half way, or
 // a crash cuts it short, `to` may hold a part or be gone. False when it fails, as it does for a file onto
-// itself and onto a read-only one; these stay as they were.
-bool CopyWholeFile(const std::wstring& from, const std::wstring& to);
+// itself and onto a read-only one; these stay as they were. `goesOn` is asked now and then while it copies,
+// with the bytes that are copied by now and all that will be; the copy fails once it says no.
+using CopyGoesOn = std::function<bool(int64_t done, int64_t total)>;
+bool CopyWholeFile(const std::wstring& from, const std::wstring& to, const CopyGoesOn& goesOn = {});
 
 // Renames a file or folder. False when the target exists or the rename fails.
 bool RenamePath(const std::wstring& from, const std::wstring& to);

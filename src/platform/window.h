@@ -71,6 +71,14 @@ bool OpenMainWindow(const std::wstring& title, ClientSize size);
 // has: nothing reaches it from then on.
 bool PumpMessages();
 
+// Handles the waiting messages while work holds the frame loop up: the window shows its last picture again,
+// and nothing reaches HandleInput. What the user does is dropped, closing the window included; the next
+// PumpMessages reports that the focus was lost. True when Esc was pressed.
+bool DropInput();
+
+// The progress that the task bar shows for the window, 0 .. 1; none for a negative one.
+void ShowTaskProgress(double share);
+
 // Ends the program after the messages that are waiting.
 void RequestQuit();
 

@@ -92,8 +92,13 @@ void DuplicateAsset(int32_t index) {
     const AssetEntry entry = EntryAt(index);
     const bool isFolder = entry.kind == AssetKind::Folder;
     const std::wstring copy = CopyPath(entry);
-    if (!(isFolder ? MakeFolders(copy) : CopyToFreePath(entry.path, copy))) {
-        SetStatus(L"Polozku projektu se nepodarilo duplikovat.");
+    LongWork work(L"Duplikuji soubor", L"MB", LongWork::Esc::Cancels);
+    const auto goesOn = [&work](int64_t done, int64_t total) {
+        return work.Continue(Megabytes(done), Megabytes(total));
+    };
+    if (!(isFolder ? MakeFolders(copy) : CopyToFreePath(entry.path, copy, goesOn))) {
+        SetStatus(work.IsCancelled() ? L"Duplikovani polozky zruseno."
+                                     : L"Polozku projektu se nepodarilo duplikovat.");
         return;
     }
     AddNewAsset(copy, isFolder);

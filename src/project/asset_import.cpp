@@ -23,18 +23,19 @@ static bool ReplaceFile(const std::wstring& from, const std::wstring& to) {
     return ReadWholeFile(from, bytes) && WriteWholeFile(to, bytes);
 }
 
-static bool CopyInto(const std::wstring& from, const std::wstring& to) {
+static bool CopyInto(const std::wstring& from, const std::wstring& to, LongWork& work) {
     switch (KindOfPath(to)) {
-        case PathKind::Missing: return CopyToFreePath(from, to);
+        case PathKind::Missing:
+            return CopyToFreePath(from, to, [&work](int64_t, int64_t) { return work.Continue(); });
         case PathKind::File: return ReplaceFile(from, to);
         default: return false;
     }
 }
 
-static bool ImportFile(const std::wstring& path) {
+static bool ImportFile(const std::wstring& path, LongWork& work) {
     if (path.size() > kLongestPath || KindOfPath(path) != PathKind::File) return false;
     const std::wstring copy = JoinPath(editorState.filesFolder, LastComponent(path));
-    if (!CopyInto(path, copy)) return false;
+    if (!CopyInto(path, copy, work)) return false;
     AddNewAsset(copy, false);
     return true;
 }
@@ -46,13 +47,17 @@ static void PlaceModel(const std::wstring& path) {
 
 void ImportDroppedFiles(std::span<const std::wstring> paths) {
     MakeProjectFolders();
+    LongWork work(L"Importuji", L"souboru", LongWork::Esc::Cancels);
     size_t imported = 0;
-    for (const std::wstring& path : paths) {
-        if (!ImportFile(path)) continue;
+    for (size_t i = 0; i < paths.size(); ++i) {
+        if (!work.Continue(static_cast<int64_t>(i), static_cast<int64_t>(paths.size()))) break;
+        const std::wstring& path = paths[i];
+        if (!ImportFile(path, work)) continue;
         ++imported;
         if (AssetKindOf(path) == AssetKind::Model && ShownScreen() != Shown::Blueprint) {
             PlaceModel(JoinPath(editorState.filesFolder, LastComponent(path)));
         }
     }
-    SetStatus(L"Importovano " + std::to_wstring(imported) + L" souboru do aktualni slozky.");
+    SetStatus((work.IsCancelled() ? L"Import zrusen. Importovano " : L"Importovano ") +
+              std::to_wstring(imported) + L" souboru do aktualni slozky.");
 }

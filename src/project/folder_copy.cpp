@@ -36,28 +36,34 @@ bool ListFolderTree(const std::wstring& folder, FolderTree& tree) {
     return WithEnoughMemory([&] { return List(folder, tree); });
 }
 
-static bool CopyTree(const std::wstring& from, const std::wstring& to, const FolderTree& tree) {
+static bool CopyTree(const std::wstring& from, const std::wstring& to, const FolderTree& tree,
+                     LongWork& work) {
     if (!MakeFolders(to)) return false;
     for (const std::wstring& folder : tree.folders) {
-        if (!MakeFolders(JoinPath(to, folder))) return false;
+        if (!work.Continue() || !MakeFolders(JoinPath(to, folder))) return false;
     }
+    int64_t copied = 0;
+    const auto goesOn = [&](int64_t, int64_t) {
+        return work.Continue(copied, static_cast<int64_t>(tree.files.size()));
+    };
     for (const std::wstring& file : tree.files) {
-        if (!CopyWholeFile(JoinPath(from, file), JoinPath(to, file))) return false;
+        if (!goesOn(0, 0) || !CopyWholeFile(JoinPath(from, file), JoinPath(to, file), goesOn)) return false;
+        ++copied;
     }
     return true;
 }
 
-bool CopyFolder(const std::wstring& from, const std::wstring& to) {
+bool CopyFolder(const std::wstring& from, const std::wstring& to, LongWork& work) {
     FolderTree tree;
     if (!ListFolderTree(from, tree)) return false;
     const bool isNew = KindOfPath(to) == PathKind::Missing;
-    if (CopyTree(from, to, tree)) return true;
+    if (CopyTree(from, to, tree, work)) return true;
     if (isNew) RemoveFolderTree(to);
     return false;
 }
 
-bool CopyToFreePath(const std::wstring& from, const std::wstring& to) {
-    if (CopyWholeFile(from, to)) return true;
+bool CopyToFreePath(const std::wstring& from, const std::wstring& to, const CopyGoesOn& goesOn) {
+    if (CopyWholeFile(from, to, goesOn)) return true;
     RemoveFile(to);
     return false;
 }
@@ -70,7 +76,12 @@ static void RemoveAnyway(const std::wstring& path, bool (*remove)(const std::wst
 void RemoveFolderTree(const std::wstring& folder) {
     FolderTree tree;
     if (ListFolderTree(folder, tree)) {
-        for (const std::wstring& file : tree.files) RemoveAnyway(JoinPath(folder, file), RemoveFile);
+        LongWork work(L"Odstranuji kopii", L"souboru");
+        int64_t removed = 0;
+        for (const std::wstring& file : tree.files) {
+            RemoveAnyway(JoinPath(folder, file), RemoveFile);
+            work.Continue(++removed, static_cast<int64_t>(tree.files.size()));
+        }
         for (size_t i = tree.folders.size(); i > 0; --i) {
             RemoveAnyway(JoinPath(folder, tree.folders[i - 1]), RemoveEmptyFolder);
         }

@@ -1,6 +1,9 @@
 // Copying folders with all that is in them.
 #pragma once
 
+#include "platform/files.h"
+#include "scene/long_work.h"
+
 #include <string>
 #include <vector>
 
@@ -15,12 +18,12 @@ struct FolderTree {
 bool ListFolderTree(const std::wstring& folder, FolderTree& tree);
 
 // Copies `from` with everything in it to `to`, which is made. `to` may lie in `from`: what is copied is what
-// stood there before. False when anything could not be listed, made or copied; a new folder is then
-// removed again.
-bool CopyFolder(const std::wstring& from, const std::wstring& to);
+// stood there before. `work` counts the files. False when anything could not be listed, made or copied, or
+// the work was cancelled; a new folder is then removed again.
+bool CopyFolder(const std::wstring& from, const std::wstring& to, LongWork& work);
 
-// Copies a file to a path that is free. False when that fails; no part of it remains.
-bool CopyToFreePath(const std::wstring& from, const std::wstring& to);
+// Copies a file to a path that is free. False when that fails or `goesOn` ends it; no part of it remains.
+bool CopyToFreePath(const std::wstring& from, const std::wstring& to, const CopyGoesOn& goesOn);
 
 // Removes a folder with everything in it, read-only files too, as far as it lets itself be removed. A folder
 // with a link in it stays.

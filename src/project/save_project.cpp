@@ -1,11 +1,33 @@
 #include "project/save_project.h"
 
+#include "base/path_text.h"
 #include "formats/project_file.h"
+#include "formats/recent_projects.h"
 #include "formats/scene_file.h"
+#include "platform/dialogs.h"
+#include "platform/files.h"
+#include "platform/folders.h"
+#include "project/asset_list.h"
+#include "project/folder_copy.h"
+#include "project/other_screens.h"
 #include "project/project_folder.h"
+#include "project/stored_paths.h"
 #include "scene/shown_screen.h"
 #include "scene/status.h"
 #include "state/editor_state.h"
+
+// The game in the editor, which must be stopped first. The runtime is no such game.
+static bool RefuseInPlayMode(const wchar_t* message) {
+    if (!editorState.playMode || ShownScreen() == Shown::Game) return false;
+    SetStatus(message);
+    return true;
+}
+
+static bool RefuseSaveInPlayMode() {
+    return RefuseInPlayMode(L"Nejdriv vypni Play Mode. Runtime zmeny se do projektu neukladaji.");
+}
+
+static bool SaveOpenScene() { return editorState.scenePath.empty() || SaveScene(editorState.scenePath); }
 
 static void ReportSaved(bool sceneSaved, bool projectWritten) {
     if (!sceneSaved) {
@@ -17,15 +39,82 @@ static void ReportSaved(bool sceneSaved, bool projectWritten) {
     }
 }
 
-bool RefuseSaveInPlayMode() {
-    if (!editorState.playMode || ShownScreen() == Shown::Game) return false;
-    SetStatus(L"Nejdriv vypni Play Mode. Runtime zmeny se do projektu neukladaji.");
-    return true;
-}
-
 void SaveProject() {
     if (RefuseSaveInPlayMode()) return;
     const bool sceneSaved = SaveScene(CurrentScenePath());
     const bool projectWritten = WriteProjectFile(editorState.projectRoot);
     ReportSaved(sceneSaved, projectWritten);
+}
+
+// Copies the project that is open, as it lies on the disk, into `folder`, which is to be new, and lets
+// `finish` do the rest. The folder goes again when any part of that fails or is cancelled.
+template <typename Finish>
+static bool CopyProjectInto(const std::wstring& folder, LongWork& work, Finish finish) {
+    const bool isNew = KindOfPath(folder) == PathKind::Missing;
+    const bool isCopied = CopyFolder(editorState.filesRoot, JoinPath(folder, kFilesFolderName), work) &&
+                          WriteProjectCopy(folder) && finish();
+    if (isCopied && !work.IsCancelled()) return true;
+    if (isNew) RemoveFolderTree(folder);
+    return false;
+}
+
+// The state goes on with the project in `folder`, a copy of the one that was open.
+static void MoveToProject(const std::wstring& folder) {
+    MoveStoredPaths(editorState.projectRoot, folder);
+    const std::wstring shownFolder = editorState.filesFolder;
+    SetProjectFolder(folder);
+    editorState.filesFolder = shownFolder;
+    // The paths in its objects have changed with the folder; stored relative to it, they are what was just
+    // saved.
+    if (!editorState.scenePath.empty()) MarkSceneSaved();
+}
+
+void SaveProjectAs() {
+    if (RefuseSaveInPlayMode() || !LeaveOtherScreens()) return;
+    const std::wstring chosen = PickFolder(L"Vyber slozku, kam se ma ulozit ZelEngine projekt");
+    if (chosen.empty()) {
+        SetStatus(L"Ulozeni projektu zruseno.");
+        return;
+    }
+    if (!SaveOpenScene()) {
+        SetStatus(L"Projekt se nepodarilo ulozit.");
+        return;
+    }
+    const std::wstring folder = MakeUniqueFolder(chosen, ProjectFileName());
+    LongWork work(L"Kopiruji projekt", L"souboru", LongWork::Esc::Cancels);
+    if (!CopyProjectInto(folder, work, [] { return true; })) {
+        SetStatus(work.IsCancelled() ? L"Ulozeni projektu zruseno." : L"Projekt se nepodarilo ulozit.");
+        return;
+    }
+    MoveToProject(folder);
+    RefreshAssetList();
+    AddRecentProject(folder);
+    SaveRecentProjects();
+    ShowProjectTitle();
+    SetStatus(L"Projekt ulozen do: " + folder);
+}
+
+void BuildProject() {
+    if (!LeaveOtherScreens() || RefuseInPlayMode(L"Nejdriv vypni Play Mode, potom sestav projekt.")) return;
+    const std::wstring chosen = PickFolder(L"Vyber slozku, kam se ma sestavit projekt");
+    if (chosen.empty()) {
+        SetStatus(L"Sestaveni projektu zruseno.");
+        return;
+    }
+
+    const std::wstring folder = MakeUniqueFolder(chosen, ProjectFileName() + L"_Build");
+    LongWork work(L"Sestavuji projekt", L"souboru", LongWork::Esc::Cancels);
+    bool hasProgram = false;  // a build without it stays: it is a copy of the project
+    const auto copyProgram = [&] {
+        hasProgram = CopyToFreePath(GetExecutablePath(), JoinPath(folder, L"ZelGame.exe"),
+                                    [&work](int64_t, int64_t) { return work.Continue(); });
+        return true;
+    };
+    if (!SaveOpenScene() || !CopyProjectInto(folder, work, copyProgram)) {
+        SetStatus(work.IsCancelled() ? L"Sestaveni projektu zruseno." : L"Projekt se nepodarilo sestavit.");
+    } else if (!hasProgram) {
+        SetStatus(L"Projekt ulozen jako build, ale nepodarilo se zkopirovat ZelGame.exe.");
+    } else {
+        SetStatus(L"Projekt sestaven do: " + folder);
+    }
 }

@@ -8,6 +8,7 @@
 #include "platform/headless/headless.h"
 #include "render/frame_buffer.h"
 #include "scene/default_scenes.h"
+#include "scene/long_work.h"
 #include "state/editor_state.h"
 #include "support/allocation_limit.h"
 #include "support/scratch_folder.h"
@@ -233,4 +234,20 @@ TEST_CASE("without memory for a command the program says so, saves nothing and e
     CHECK(headless.stops == 1);
     CHECK(headless.presents == 2);
     CHECK(frameBuffer.pixels == nullptr);
+}
+
+TEST_CASE("after long work the program is told that keys and mouse were let go meanwhile") {
+    const ScratchFolder folder;
+    StartProgramIn(folder);
+    headless.onPresent = [] {
+        if (headless.presents != 1) return;
+        editorState.keyDown['W'] = true;
+        headless.workTimeStep = 1;
+        LongWork work(L"Working", L"things");
+        work.Continue(1, 2);
+        headless.workTimeStep = 0;
+    };
+    CHECK(RunProgram() == 0);
+    CHECK_FALSE(editorState.keyDown['W']);
+    headless.onPresent = nullptr;
 }

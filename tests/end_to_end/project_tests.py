@@ -19,6 +19,8 @@ REMOVE_ITEM, DELETE_ITEM = (100, 49), (100, 82)
 # In the top bar of the editor.
 HUB_BUTTON, BUILD_BUTTON = (WIDTH - 365, 22), (WIDTH - 90, 22)
 
+BAR = (20, 760, 1340, 800)  # over the bottom panel, during long work
+
 HOME = os.environ["HOME"]  # what the folder dialog offers first, as the desktop
 PLAYER_CONTROLLER = (b"// ZelEngine PlayerController\n\nfloat moveSpeed = 4.0f;\n\nvoid Update() {\n"
                      b"    // W/S/A/D pohyb je zatim spousten enginem podle nazvu PlayerController.\n}\n")
@@ -152,9 +154,39 @@ def projects_leave_the_list_and_go_into_the_bin_only_after_yes():
         check(glob.glob(at_home(".local", "share", "Trash", "files", "ZelEngineProject*")), "it is not in the bin")
 
 
+def a_long_build_shows_how_far_it_is_takes_no_input_and_ends_by_escape():
+    forget_everything()
+    with running() as program:
+        program.click(*EMPTY_CARD)
+        answer(program, "Browse for Folder", "Return")
+        wait_for_title(program, "ZelEngine - ZelEngineProject")
+        for number in range(30000):
+            with open(at_home("ZelEngineProject", "Files", "imported", f"{number}.txt"), "w", encoding="utf-8"):
+                pass
+        before = program.picture()
+        program.click(*BUILD_BUTTON)
+        wait_for(lambda: active_title() == "Browse for Folder", "the folder dialog")
+        program.press("Return")
+        build = at_home("ZelEngineProject_Build")
+        wait_for(lambda: program.picture().share_equal_to(before, BAR) < 0.9, "the bar")
+        shown = program.picture()
+        shown.save("long_build")
+        check(os.path.isdir(os.path.join(build, "Files", "imported")), "nothing is copied")
+        program.press("g", "Escape")
+        wait_for(lambda: not os.path.exists(build), "the removal of what was copied")
+        program.press("ctrl+s")
+        wait_for(lambda: program.process.poll() is None and program.picture().share_equal_to(shown, BAR) < 0.9,
+                 "the picture without the bar")
+        check(scene_objects("ZelEngineProject", "Files", "Scenes", "Main.scene") ==
+              ["Game Camera", "Directional Light"], "the key pressed meanwhile added an object")
+        program.press("Escape")
+        check(program.exit_code() == 0, f"the exit code is {program.process.returncode}")
+
+
 if __name__ == "__main__":
     sys.exit(0 if run_tests([
         both_templates_make_projects_that_a_restart_lists_and_opens,
         a_project_saved_under_a_new_folder_is_built_into_a_game_that_starts,
         projects_leave_the_list_and_go_into_the_bin_only_after_yes,
+        a_long_build_shows_how_far_it_is_takes_no_input_and_ends_by_escape,
     ]) else 1)

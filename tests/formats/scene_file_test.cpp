@@ -6,6 +6,7 @@
 #include "platform/headless/fault_injection.h"
 #include "scene/default_scenes.h"
 #include "state/editor_state.h"
+#include "support/editor_input.h"
 #include "support/folder_entries.h"
 #include "support/scratch_folder.h"
 
@@ -367,4 +368,24 @@ TEST_CASE("the open scene's project decides what its references mean") {
     editorState.projectRoot = L"D:\\Moved";
     CHECK(LoadScene(folder / L"a.scene"));
     CHECK(editorState.scene[0].prefabSource == L"D:\\Moved\\Files\\a.prefab");
+}
+
+TEST_CASE("a long load and a long save show how far they are, and Esc does not end them") {
+    const ScratchFolder folder;
+    StartEditor();
+    editorState.scene = Scene(64, GameObject{.name = std::wstring(20'000, L'n')});
+    headless.workTimeStep = 1;
+    headless.workInput = {{{.kind = InputKind::KeyDown, .key = kKeyEscape}}};
+    CHECK(SaveScene(folder / L"a.scene"));
+    const auto isShown = [](const wchar_t* text) {
+        return std::ranges::find(headless.texts, text, &DrawnText::text) != headless.texts.end();
+    };
+    CHECK(isShown(L"Ukladam: 16 z 64 objektu"));
+    CHECK(isShown(L"Ukladam: 64 z 64 objektu"));
+    headless.workInput = {{{.kind = InputKind::KeyDown, .key = kKeyEscape}}};
+    CHECK(LoadScene(folder / L"a.scene"));
+    headless.workTimeStep = 0;
+    CHECK(isShown(L"Nacitam objekty: 1 z 2 MB"));
+    CHECK(isShown(L"Nacitam objekty: 2 z 2 MB"));
+    CHECK(headless.workInput.empty());
 }

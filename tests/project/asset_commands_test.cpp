@@ -235,6 +235,24 @@ TEST_CASE("a full disk leaves no part of a duplicate") {
     CHECK(FileBytes(FilesIn(folder) + L"\\a_Copy.txt") == "<missing>");
 }
 
+TEST_CASE("Esc cancels a long duplicate without a trace") {
+    const ScratchFolder folder;
+    StartWith(folder, {L"big.txt"});
+    PutFile(FilesIn(folder) + L"\\big.txt", std::string(3'000'000, 'x'));
+    const size_t entries = editorState.fileEntries.size();
+    headless.texts.clear();
+    headless.workTimeStep = 1;
+    headless.workInput = {{{.kind = InputKind::KeyDown, .key = kKeyEscape}}};
+    ChooseForFile(L"big.txt", FileItem::Duplicate);
+    headless.workTimeStep = 0;
+    CHECK(editorState.statusMessage == L"Duplikovani polozky zruseno.");
+    CHECK(std::ranges::find(headless.texts, L"Duplikuji soubor: 2 z 3 MB", &DrawnText::text) !=
+          headless.texts.end());
+    CHECK(FileBytes(FilesIn(folder) + L"\\big_Copy.txt") == "<missing>");
+    CHECK(editorState.fileEntries.size() == entries);
+    CHECK_FALSE(headless.quitRequested);
+}
+
 TEST_CASE("a deleted item leaves the disk and the list") {
     const ScratchFolder folder;
     StartWith(folder, {L"a.txt", L"b.txt"});

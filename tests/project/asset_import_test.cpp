@@ -105,6 +105,26 @@ TEST_CASE("a hundred files are imported at once") {
     RenderFrame();
 }
 
+TEST_CASE("Esc ends a long import before the next file, and none is there in part") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    std::vector<std::wstring> files;
+    for (const wchar_t* name : {L"a.txt", L"b.txt", L"c.txt"}) {
+        PutFile(folder / name, "content");
+        files.push_back(folder / name);
+    }
+    headless.workTimeStep = 1;
+    const std::vector<InputEvent> nothing, escape{{.kind = InputKind::KeyDown, .key = kKeyEscape}};
+    headless.workInput = {nothing, nothing, nothing, escape};  // within the second file
+    DropFiles(files);
+    headless.workTimeStep = 0;
+    CHECK(editorState.statusMessage == L"Import zrusen. Importovano 1 souboru do aktualni slozky.");
+    CHECK(FileBytes(FilesIn(folder) + L"\\a.txt") == "content");
+    CHECK(FileBytes(FilesIn(folder) + L"\\b.txt") == "<missing>");
+    CHECK(FileBytes(FilesIn(folder) + L"\\c.txt") == "<missing>");
+    CHECK(headless.workInput.empty());
+}
+
 TEST_CASE("a file dropped onto itself stays and is not counted") {
     const ScratchFolder folder;
     StartProject(folder);

@@ -15,10 +15,15 @@ static void PutSource(const ScratchFolder& folder) {
     PutFolder(folder / L"from\\empty");
 }
 
+static bool Copy(const std::wstring& from, const std::wstring& to) {
+    LongWork work(L"Copying", L"files");
+    return CopyFolder(from, to, work);
+}
+
 TEST_CASE("a folder is copied with everything in it") {
     const ScratchFolder folder;
     PutSource(folder);
-    CHECK(CopyFolder(folder / L"from", folder / L"to\\deep"));
+    CHECK(Copy(folder / L"from", folder / L"to\\deep"));
     CHECK(ContentsOf(folder / L"to\\deep") == ContentsOf(folder / L"from"));
 }
 
@@ -26,14 +31,14 @@ TEST_CASE("a folder is copied into itself without an end") {
     const ScratchFolder folder;
     PutSource(folder);
     const FolderContents before = ContentsOf(folder / L"from");
-    CHECK(CopyFolder(folder / L"from", folder / L"from\\b\\copy"));
+    CHECK(Copy(folder / L"from", folder / L"from\\b\\copy"));
     CHECK(ContentsOf(folder / L"from\\b\\copy") == before);
 }
 
 TEST_CASE("whichever step of a copy fails, a new folder goes again and nothing of the source") {
     FailEachStep([](const ScratchFolder& folder) { PutSource(folder); },
                  [](const ScratchFolder& folder) {
-                     const bool isCopied = CopyFolder(folder / L"from", folder / L"to");
+                     const bool isCopied = Copy(folder / L"from", folder / L"to");
                      editorState.statusMessage = isCopied ? L"copied" : L"failed";
                  },
                  [](const ScratchFolder& folder) {
@@ -52,13 +57,13 @@ TEST_CASE("a copy that fails leaves what its target held before") {
     PutSource(folder);
     PutFile(folder / L"to\\mine.txt", "mine");
     fileFaults = {.freeBytes = 0};
-    CHECK_FALSE(CopyFolder(folder / L"from", folder / L"to"));
+    CHECK_FALSE(Copy(folder / L"from", folder / L"to"));
     fileFaults = {};
     CHECK(FileBytes(folder / L"to\\mine.txt") == "mine");
-    CHECK_FALSE(CopyFolder(folder / L"missing", folder / L"other"));
+    CHECK_FALSE(Copy(folder / L"missing", folder / L"other"));
     CHECK(KindOfPath(folder / L"other") == PathKind::Missing);
     PutFile(folder / L"file", "x");
-    CHECK_FALSE(CopyFolder(folder / L"from", folder / L"file"));
+    CHECK_FALSE(Copy(folder / L"from", folder / L"file"));
     CHECK(FileBytes(folder / L"file") == "x");
 }
 

@@ -59,6 +59,22 @@ inline void TapWithControlAndShift(uint32_t key) {
     headless.shiftIsHeld = false;
 }
 
+// A build of the basic project, made in the folder "builds".
+inline std::wstring BuildIn(const ScratchFolder& folder) {
+    return folder / L"builds\\ZelEngineProject_Build";
+}
+
+inline void StartToBuild(const ScratchFolder& folder) {
+    StartProject(folder);
+    PutFile(FilesIn(folder) + L"\\imported\\deep\\note.txt", "a note");
+    PutFolder(folder / L"builds");
+}
+
+inline void BuildInto(const std::wstring& chosen) {
+    AnswerFolder(chosen);
+    TapWithControl('B');
+}
+
 // Places of the Hub. A row is counted from 0.
 inline Point BasicCard() { return {headless.clientSize.width - 100, 96 + 170}; }
 inline Point EmptyCard() { return {headless.clientSize.width - 100, 96 + 260}; }

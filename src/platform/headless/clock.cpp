@@ -14,5 +14,7 @@ double MonotonicSeconds() {
     return std::chrono::duration<double>(now).count();
 }
 
+double WorkSeconds() { return headless.workTime += headless.workTimeStep; }
+
 // Tests do not wait.
 void SleepMilliseconds(uint32_t) {}

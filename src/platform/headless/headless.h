@@ -60,6 +60,13 @@ struct HeadlessPlatform {
 
     // The clock: as the machine's until a test sets a time.
     std::deque<double> clock{};  // seconds; each question takes the first one
+    double workTime = 0;         // seconds, as WorkSeconds() tells them
+    double workTimeStep = 0;     // that pass until the next question
+
+    // Work that the frame loop waits for.
+    std::deque<std::vector<InputEvent>> workInput{};  // what arrives during it: one batch per DropInput
+    bool workTookInput = false;                       // the next PumpMessages reports the lost focus
+    std::vector<double> taskProgress{};               // as shown by the task bar
 
     // Work beside the window's thread: the test runs it.
     std::deque<std::function<void()>> aside{};

@@ -175,7 +175,7 @@ bool WriteWholeFile(const std::wstring& path, std::string_view bytes) {
     return result == Target::New;
 }
 
-bool CopyWholeFile(const std::wstring& from, const std::wstring& to) {
+bool CopyWholeFile(const std::wstring& from, const std::wstring& to, const CopyGoesOn& goesOn) {
     std::string bytes;
     if (to.empty() || !ReadWholeFile(from, bytes)) return false;
     const fs::path source = NativePath(from), target = NativePath(to);
@@ -186,7 +186,12 @@ bool CopyWholeFile(const std::wstring& from, const std::wstring& to) {
     if (!TakeFileStep()) return false;
     File file = Open(target, Use::Create);
     if (!file) return false;
-    const bool isWritten = Write(file.get(), bytes);
+    // In two halves, so that a copy can be cancelled in its middle.
+    const std::string_view first = std::string_view(bytes).substr(0, bytes.size() / 2);
+    const std::string_view second = std::string_view(bytes).substr(first.size());
+    const auto done = static_cast<int64_t>(first.size()), total = static_cast<int64_t>(bytes.size());
+    const bool isWritten =
+        Write(file.get(), first) && (!goesOn || goesOn(done, total)) && Write(file.get(), second);
     if (std::fclose(file.release()) != 0 || !isWritten) return false;
     fs::permissions(target, fs::status(source, error).permissions(), error);
     return true;

@@ -2,6 +2,9 @@
 
 #include "platform/headless/headless.h"
 
+#include <algorithm>
+#include <utility>
+
 void StartPlatform() { ++headless.starts; }
 void StopPlatform() { ++headless.stops; }
 
@@ -13,7 +16,20 @@ bool OpenMainWindow(const std::wstring& title, ClientSize size) {
     return true;
 }
 
+bool DropInput() {
+    headless.workTookInput = true;
+    if (headless.workInput.empty()) return false;
+    const std::vector<InputEvent> events = std::move(headless.workInput.front());
+    headless.workInput.pop_front();
+    return std::ranges::any_of(events, [](const InputEvent& event) {
+        return event.kind == InputKind::KeyDown && event.key == kKeyEscape;
+    });
+}
+
+void ShowTaskProgress(double share) { headless.taskProgress.push_back(share); }
+
 bool PumpMessages() {
+    if (std::exchange(headless.workTookInput, false)) HandleInput({.kind = InputKind::FocusLost});
     if (headless.input.empty()) return false;
     const std::vector<InputEvent> events = std::move(headless.input.front());
     headless.input.pop_front();

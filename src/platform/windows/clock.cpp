@@ -9,4 +9,6 @@ double MonotonicSeconds() {
     return static_cast<double>(counter.QuadPart) / static_cast<double>(frequency.QuadPart);
 }
 
+double WorkSeconds() { return MonotonicSeconds(); }
+
 void SleepMilliseconds(uint32_t milliseconds) { Sleep(milliseconds); }

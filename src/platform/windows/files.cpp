@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <new>
 
 // Without its last part and the separators before it. Empty for a path of one part.
 static std::wstring ParentOf(std::wstring path) {
@@ -60,8 +61,21 @@ bool ReadWholeFile(const std::wstring& path, std::string& bytes) {
     return ReadAllBytes(file.Get(), bytes);
 }
 
-bool CopyWholeFile(const std::wstring& from, const std::wstring& to) {
-    return CopyFileW(SystemPath(from).c_str(), SystemPath(to).c_str(), FALSE);
+// The system called: no exception may leave by this way.
+static DWORD CALLBACK AskGoesOn(LARGE_INTEGER total, LARGE_INTEGER done, LARGE_INTEGER, LARGE_INTEGER, DWORD,
+                                DWORD, HANDLE, HANDLE, LPVOID goesOn) {
+    try {
+        const auto& asked = *static_cast<const CopyGoesOn*>(goesOn);
+        return asked(done.QuadPart, total.QuadPart) ? PROGRESS_CONTINUE : PROGRESS_CANCEL;
+    } catch (const std::bad_alloc&) {
+        return PROGRESS_CANCEL;
+    }
+}
+
+bool CopyWholeFile(const std::wstring& from, const std::wstring& to, const CopyGoesOn& goesOn) {
+    CopyGoesOn asked = goesOn;
+    return CopyFileExW(SystemPath(from).c_str(), SystemPath(to).c_str(), asked ? AskGoesOn : nullptr, &asked,
+                       nullptr, 0);
 }
 
 bool RenamePath(const std::wstring& from, const std::wstring& to) {

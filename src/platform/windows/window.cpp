@@ -1,5 +1,6 @@
 #include "platform/window.h"
 
+#include "platform/canvas.h"
 #include "platform/clock.h"
 #include "platform/windows/main_window.h"
 #include "platform/windows/system_library.h"
@@ -36,6 +37,8 @@ struct WindowState {
     bool takesText = true;              // the input method may compose
     std::array<bool, 256> keyIsDown{};  // as reported, by virtual-key code
     double lastPump = 0;                // seconds
+    bool dropsInput = false;            // see DropInput
+    bool hasDroppedInput = false;       // since the last PumpMessages
     bool isOutOfMemory = false;         // no input reaches the program any more; PumpMessages throws
 };
 
@@ -65,7 +68,7 @@ static void DarkenCaption() {
 
 // The system called: no exception may leave by this way.
 static void Send(const InputEvent& event) {
-    if (window.isOutOfMemory) return;
+    if (window.isOutOfMemory || window.dropsInput) return;
     try {
         HandleInput(event);
     } catch (const std::bad_alloc&) {
@@ -75,6 +78,7 @@ static void Send(const InputEvent& event) {
 
 // A picture may open a dialog's message loop, and that asks for a picture again.
 static void SendPaint() {
+    if (window.dropsInput) return PresentCanvas();
     if (window.isPainting) return;
     window.isPainting = true;
     Send({.kind = InputKind::Paint});
@@ -147,7 +151,16 @@ static bool WouldOpenMissingMenu(UINT message, WPARAM wParam, LPARAM lParam) {
     return message == WM_SYSCOMMAND && (wParam & 0xFFF0) == SC_KEYMENU && lParam != VK_SPACE;
 }
 
+// Of what the user does with the window itself during work, minimising it is the only thing that neither ends
+// the program nor opens a message loop of the system's own.
+static bool MustWaitForWork(UINT message, WPARAM wParam) {
+    if (message == WM_CLOSE || message == WM_QUERYENDSESSION) return true;
+    const WPARAM command = wParam & 0xFFF0;
+    return message == WM_SYSCOMMAND && command != SC_MINIMIZE && command != SC_RESTORE;
+}
+
 static LRESULT CALLBACK HandleMessage(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (window.dropsInput && MustWaitForWork(message, wParam)) return 0;
     if (WouldOpenMissingMenu(message, wParam, lParam)) return 0;
     switch (message) {
         case WM_DESTROY:
@@ -276,6 +289,7 @@ bool PumpMessages() {
     bool goesOn = true;
     MSG message{};
     ReportKeysThatCameUp();
+    if (std::exchange(window.hasDroppedInput, false)) SendFocusLost();
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
         if (message.message == WM_QUIT) goesOn = false;
         TranslateMessage(&message);
@@ -283,6 +297,30 @@ bool PumpMessages() {
         if (window.isOutOfMemory) throw std::bad_alloc();
     }
     return goesOn;
+}
+
+static bool IsUserInput(const MSG& message) {
+    const auto isBetween = [&message](UINT first, UINT last) {
+        return message.message >= first && message.message <= last;
+    };
+    return isBetween(WM_KEYFIRST, WM_KEYLAST) || isBetween(WM_MOUSEFIRST, WM_MOUSELAST) ||
+           isBetween(WM_NCMOUSEMOVE, WM_NCXBUTTONDBLCLK);
+}
+
+// Input is not even dispatched: a press on the title bar would open a message loop of the system's own.
+bool DropInput() {
+    bool wantsEnd = false, wantsToCancel = false;
+    window.dropsInput = window.hasDroppedInput = true;
+    MSG message{};
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        if (message.message == WM_QUIT) wantsEnd = true;
+        if (message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE) wantsToCancel = true;
+        if (!IsUserInput(message)) DispatchMessageW(&message);
+    }
+    window.dropsInput = false;
+    if (wantsEnd) PostQuitMessage(0);
+    window.lastPump = MonotonicSeconds();
+    return wantsToCancel;
 }
 
 void RequestQuit() { PostQuitMessage(0); }

@@ -10,6 +10,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <memory>
 #include <thread>
 
@@ -526,4 +527,27 @@ TEST_CASE("work aside runs on another thread while this one goes on") {
     CHECK(thread != GetCurrentThreadId());
     CloseHandle(mayEnd);
     CloseHandle(hasEnded);
+}
+
+TEST_CASE("a copy tells how far it is, and one that is ended leaves no part") {
+    const TestFolder folder;
+    constexpr int64_t kSize = 5'000'000;
+    REQUIRE(WriteWholeFile(folder / L"from", std::string(kSize, 'x')));
+    int64_t last = -1, whole = 0;
+    const auto goesOn = [&](int64_t done, int64_t total) {
+        CHECK(done >= last);
+        last = done;
+        whole = total;
+        return true;
+    };
+    CHECK(CopyWholeFile(folder / L"from", folder / L"to", goesOn));
+    CHECK(std::filesystem::file_size(folder / L"to") == kSize);
+    if (last < 0) {
+        MESSAGE("skipped: this system's copies tell nothing while they run");
+        return;
+    }
+    CHECK(last == kSize);
+    CHECK(whole == kSize);
+    CHECK_FALSE(CopyWholeFile(folder / L"from", folder / L"other", [](int64_t, int64_t) { return false; }));
+    CHECK(KindOfPath(folder / L"other") == PathKind::Missing);
 }

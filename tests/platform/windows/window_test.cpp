@@ -483,3 +483,46 @@ TEST_CASE("memory that does not suffice for an event ends the pumping, and no ev
     CHECK(CountOf(InputKind::KeyDown) == 1);
     CHECK(CountOf(InputKind::LeftDown) == 0);
 }
+
+TEST_CASE("during work the window stays open and gives nothing of what the user does to the program") {
+    const TestWindow window;
+    Post(WM_KEYDOWN, 'G', 0);
+    Post(WM_CHAR, 'g', 0);
+    Post(WM_LBUTTONDOWN, 0, MAKELPARAM(10, 10));
+    Post(WM_NCLBUTTONDOWN, HTCAPTION, MAKELPARAM(20, 5));  // would wait until the button comes up
+    Post(WM_SYSCOMMAND, SC_MOVE, 0);
+    Post(WM_SYSCOMMAND, SC_CLOSE, 0);
+    Post(WM_CLOSE, 0, 0);
+    InvalidateRect(MainWindow(), nullptr, FALSE);
+    CHECK_FALSE(DropInput());
+    CHECK(recordedInput.events.empty());
+    CHECK(IsWindow(MainWindow()));
+    CHECK(SendMessageW(MainWindow(), WM_QUERYENDSESSION, 0, 0) != 0);  // after the work
+
+    Post(WM_KEYDOWN, VK_ESCAPE, 0);
+    CHECK(DropInput());
+    CHECK_FALSE(DropInput());
+    CHECK(recordedInput.events.empty());
+
+    CHECK(PumpMessages());
+    CHECK(CountOf(InputKind::FocusLost) == 1);
+    CHECK(CountOf(InputKind::KeyDown) == 0);
+    CHECK(CountOf(InputKind::LeftDown) == 0);
+    recordedInput = {};
+    CHECK(PumpMessages());
+    CHECK(CountOf(InputKind::FocusLost) == 0);
+}
+
+TEST_CASE("a request to quit made before work is heard after it") {
+    const TestWindow window;
+    RequestQuit();
+    DropInput();
+    CHECK_FALSE(PumpMessages());
+}
+
+TEST_CASE("the task bar takes progress with a window and without") {
+    ShowTaskProgress(0.5);
+    const TestWindow window;
+    for (const double share : {0.0, 0.5, 1.0, -1.0}) ShowTaskProgress(share);
+    CHECK(IsWindow(MainWindow()));
+}
