@@ -4,7 +4,6 @@
 #include "byte_source.h"
 #include "fuzz_input.h"
 #include "platform/headless/headless.h"
-#include "project/game_runtime.h"
 #include "project/project_hub.h"
 #include "project/project_lifecycle.h"
 #include "support/editor_input.h"

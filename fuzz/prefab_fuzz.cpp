@@ -1,7 +1,6 @@
 // Any bytes load as a prefab, stand in a scene twice, and are written, read and written again as the same
 // bytes.
-#include "formats/prefab_file.h"
-#include "formats/prefab_instance.h"
+#include "formats/prefab.h"
 #include "fuzz_input.h"
 #include "platform/files.h"
 #include "scene/default_scenes.h"

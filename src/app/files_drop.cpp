@@ -4,7 +4,7 @@
 #include "editor/drop_assignments.h"
 #include "editor/hierarchy.h"
 #include "formats/obj_file.h"
-#include "formats/prefab_instance.h"
+#include "formats/prefab.h"
 #include "scene/commands.h"
 #include "state/editor_state.h"
 #include "viewport/pick.h"

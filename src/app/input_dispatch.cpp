@@ -8,7 +8,6 @@
 #include "editor/inspector.h"
 #include "platform/window.h"
 #include "project/asset_commands.h"
-#include "project/asset_import.h"
 #include "project/project_hub.h"
 #include "project/project_lifecycle.h"
 #include "scene/gestures.h"

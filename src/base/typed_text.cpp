@@ -10,9 +10,6 @@ static bool IsControl(wchar_t unit) {
     return code < 32 || code == kDeleteCharacter;
 }
 
-bool IsFirstHalf(wchar_t unit) { return (static_cast<uint32_t>(unit) & ~0x3FFu) == 0xD800; }
-bool IsSecondHalf(wchar_t unit) { return (static_cast<uint32_t>(unit) & ~0x3FFu) == 0xDC00; }
-
 void AppendTyped(wchar_t unit, size_t limit, wchar_t& half, std::wstring& text) {
     const wchar_t first = std::exchange(half, wchar_t{0});
     if (IsFirstHalf(unit)) {

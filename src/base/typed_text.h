@@ -5,8 +5,8 @@
 #include <string>
 
 // Halves of a surrogate pair: what comes first and what comes second in UTF-16.
-bool IsFirstHalf(wchar_t unit);
-bool IsSecondHalf(wchar_t unit);
+constexpr bool IsFirstHalf(char32_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
+constexpr bool IsSecondHalf(char32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
 
 // Appends the typed unit while `text` stays within `limit` units; control characters are dropped. The halves
 // of a surrogate pair come one after the other: the first waits in `half` (0 when none waits), and both are

@@ -2,7 +2,7 @@
 
 #include "base/path_text.h"
 #include "blueprint/blueprint_file.h"
-#include "formats/project_paths.h"
+#include "formats/project_file.h"
 #include "platform/dialogs.h"
 #include "play/play_mode.h"
 #include "scene/gestures.h"

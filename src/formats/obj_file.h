@@ -1,10 +1,11 @@
-// Models in Wavefront OBJ files: their vertices and faces.
+// Models in Wavefront OBJ files, and how other files name a mesh of the library.
 #pragma once
 
 #include "state/mesh.h"
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 
 // Reads a model, centred and scaled into the cube of edge 2 around the origin, with white vertices. Faces are
@@ -27,3 +28,14 @@ int32_t LoadObjIntoLibrary(const std::wstring& path);
 // The same for one of many models that are loaded in a row: asks `known`, which began as ModelsInLibrary(),
 // and remembers there what it has loaded and what cannot be, so that no file is read twice.
 int32_t LoadObjIntoLibrary(const std::wstring& path, KnownModels& known);
+
+// The index into the mesh library. A "file:" model is loaded if it is not there yet; -1 when it cannot be.
+// Any other text gives the Cube: a damaged reference shows a cube instead of nothing.
+int32_t MeshIndexFromReference(std::wstring_view reference);
+
+// The same for one of many references that are read in a row.
+int32_t MeshIndexFromReference(std::wstring_view reference, KnownModels& known);
+
+// "file:" with the path relative to the project for an imported mesh; "builtin:Cube" for -1 and for every
+// index that names no mesh.
+std::wstring MeshReferenceFromIndex(int32_t meshIndex);

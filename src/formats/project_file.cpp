@@ -172,3 +172,7 @@ static bool Read(const std::wstring& folder) {
 bool ReadProjectFile(const std::wstring& folder) {
     return WithEnoughMemory([&] { return Read(folder); });
 }
+
+std::wstring MakeProjectRelative(std::wstring_view path) { return RelativeTo(path, editorState.projectRoot); }
+
+std::wstring JoinProjectPath(std::wstring_view stored) { return JoinPath(editorState.projectRoot, stored); }

@@ -4,6 +4,7 @@
 #include "state/recent_project.h"
 
 #include <string>
+#include <string_view>
 
 inline constexpr const wchar_t* kProjectFileName = L"project.zel";
 inline constexpr const wchar_t* kFilesFolderName = L"Files";
@@ -36,3 +37,10 @@ bool MoveCurrentScene(const std::wstring& from, const std::wstring& to);
 // Files\Scenes\Main.scene with the objects that the project file keeps. False, with the old scene as it was,
 // when the project file cannot be read or memory does not suffice for it.
 bool ReadProjectFile(const std::wstring& folder);
+
+// As a file stores it: the part below EditorState::projectRoot, or the path as it is outside of it.
+std::wstring MakeProjectRelative(std::wstring_view path);
+
+// As the program uses it: `stored` under EditorState::projectRoot, the folder itself when it is empty. A path
+// that was stored as absolute does not resolve: it is joined like any other.
+std::wstring JoinProjectPath(std::wstring_view stored);

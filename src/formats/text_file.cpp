@@ -1,6 +1,7 @@
 #include "formats/text_file.h"
 
 #include "base/enough_memory.h"
+#include "base/typed_text.h"
 #include "platform/files.h"
 
 #include <cassert>
@@ -8,9 +9,6 @@
 
 constexpr std::string_view kUtf16Mark = "\xFF\xFE";  // little-endian
 constexpr char32_t kReplacement = 0xFFFD;
-
-static bool IsHighSurrogate(char32_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
-static bool IsLowSurrogate(char32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
 
 static char32_t JoinSurrogates(char32_t high, char32_t low) {
     return 0x10000 + ((high - 0xD800) << 10) + (low - 0xDC00);
@@ -99,11 +97,11 @@ static char32_t TakeCharacter(std::wstring_view& text) {
     const auto unit = static_cast<char32_t>(text[0]);
     const auto second = text.size() > 1 ? static_cast<char32_t>(text[1]) : 0;
     text.remove_prefix(1);
-    if (IsHighSurrogate(unit) && IsLowSurrogate(second)) {
+    if (IsFirstHalf(unit) && IsSecondHalf(second)) {
         text.remove_prefix(1);
         return JoinSurrogates(unit, second);
     }
-    if (IsHighSurrogate(unit) || IsLowSurrogate(unit) || unit > 0x10FFFF) return kReplacement;
+    if (IsFirstHalf(unit) || IsSecondHalf(unit) || unit > 0x10FFFF) return kReplacement;
     return unit;
 }
 
@@ -147,10 +145,10 @@ static std::string Utf8FromUtf16(std::string_view bytes) {
     size_t i = 0;
     for (; i + 1 < bytes.size(); i += 2) {
         char32_t character = unitAt(i);
-        if (IsHighSurrogate(character) && i + 3 < bytes.size() && IsLowSurrogate(unitAt(i + 2))) {
+        if (IsFirstHalf(character) && i + 3 < bytes.size() && IsSecondHalf(unitAt(i + 2))) {
             character = JoinSurrogates(character, unitAt(i + 2));
             i += 2;
-        } else if (IsHighSurrogate(character) || IsLowSurrogate(character)) {
+        } else if (IsFirstHalf(character) || IsSecondHalf(character)) {
             character = kReplacement;
         }
         AppendCharacter(utf8, character);

@@ -1,7 +1,7 @@
 #include "play/spawner.h"
 
 #include "base/path_text.h"
-#include "formats/prefab_instance.h"
+#include "formats/prefab.h"
 #include "scene/status.h"
 #include "state/editor_state.h"
 

@@ -1,21 +1,42 @@
 #include "project/asset_commands.h"
 
 #include "base/file_name.h"
+#include "base/letter_case.h"
+#include "base/numbers.h"
 #include "base/path_text.h"
 #include "blueprint/blueprint_editor.h"
+#include "formats/obj_file.h"
 #include "formats/project_file.h"
+#include "formats/text_file.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
-#include "project/asset_creation.h"
 #include "project/asset_list.h"
 #include "project/folder_copy.h"
-#include "project/other_screens.h"
 #include "project/prefab_editor.h"
+#include "project/project_folder.h"
 #include "project/scene_switch.h"
 #include "project/stored_paths.h"
+#include "scene/commands.h"
 #include "scene/gestures.h"
+#include "scene/shown_screen.h"
 #include "scene/status.h"
 #include "state/editor_state.h"
+
+#include <algorithm>
+#include <string_view>
+
+constexpr std::wstring_view kNewScene = L"ZELENGINE_SCENE\t1\n";
+constexpr std::string_view kNewScript =
+    "// ZelEngine script\n"
+    "\n"
+    "void Update() {\n"
+    "}\n";
+constexpr std::wstring_view kNewBlueprint =
+    L"ZELENGINE_BLUEPRINT\t1\n"
+    L"NODE\t1\tEvent BeginPlay\t130\t130\n"
+    L"NODE\t2\tPrint String\t420\t130\n";
+
+constexpr size_t kLongestPath = 260;
 
 static bool IsAssetIndex(int32_t index) {
     return index >= 0 && static_cast<size_t>(index) < editorState.fileEntries.size();
@@ -117,4 +138,88 @@ void DeleteAsset(int32_t index) {
     editorState.selectedFile = -1;
     if (std::holds_alternative<FilesDrag>(editorState.gesture)) DropGesture();
     SetStatus(L"Polozka projektu byla odstranena z panelu.");
+}
+
+// What is made stands in the list, and nothing that fails does.
+static void Finish(bool isMade, const std::wstring& path, bool isFolder, const wchar_t* message) {
+    if (!isMade) {
+        SetStatus(L"Polozku projektu se nepodarilo vytvorit.");
+        return;
+    }
+    AddNewAsset(path, isFolder);
+    SetStatus(message);
+}
+
+// In the folder that the Files panel shows.
+static std::wstring NewPath(const std::wstring& name, const std::wstring& extension) {
+    return FirstFreePath(editorState.filesFolder, name, extension);
+}
+
+void CreateSceneAsset() {
+    // From the number of entries on, as new scenes are counted; a scene that stands there is not overwritten.
+    const auto count = static_cast<int32_t>(editorState.fileEntries.size());
+    const std::wstring path = FirstFreePath(editorState.filesFolder, L"Scene", L".scene", count);
+    Finish(WriteTextFile(path, kNewScene), path, false, L"Vytvorena nova scene v projektu.");
+}
+
+void CreateScriptAsset() {
+    const std::wstring path = NewPath(L"Script", L".cpp");
+    Finish(WriteWholeFile(path, kNewScript), path, false, L"Vytvoren novy script v projektu.");
+}
+
+void CreateBlueprintAsset() {
+    const std::wstring path = NewPath(L"Blueprint", L".blueprint");
+    Finish(WriteTextFile(path, kNewBlueprint), path, false,
+           L"Vytvoren novy Blueprint v projektu. Dvojklikem ho otevres.");
+}
+
+void CreateFolderAsset() {
+    const std::wstring path = NewPath(L"NewFolder", L"");
+    Finish(MakeFolders(path), path, true, L"Vytvorena nova slozka v projektu.");
+}
+
+// In one step that keeps the old file when it fails, unlike a copy.
+static bool ReplaceFile(const std::wstring& from, const std::wstring& to) {
+    if (SameWithoutCase(AbsolutePath(from), AbsolutePath(to))) return false;
+    std::string bytes;
+    return ReadWholeFile(from, bytes) && WriteWholeFile(to, bytes);
+}
+
+static bool CopyInto(const std::wstring& from, const std::wstring& to, LongWork& work) {
+    switch (KindOfPath(to)) {
+        case PathKind::Missing:
+            return CopyToFreePath(from, to, [&work](int64_t, int64_t) { return work.Continue(); });
+        case PathKind::File: return ReplaceFile(from, to);
+        default: return false;
+    }
+}
+
+static bool ImportFile(const std::wstring& path, LongWork& work) {
+    if (path.size() > kLongestPath || KindOfPath(path) != PathKind::File) return false;
+    const std::wstring copy = JoinPath(editorState.filesFolder, LastComponent(path));
+    if (!CopyInto(path, copy, work)) return false;
+    AddNewAsset(copy, false);
+    return true;
+}
+
+static void PlaceModel(const std::wstring& path) {
+    const int32_t mesh = LoadObjIntoLibrary(path);
+    if (mesh >= 0) addModelObject(mesh, NameWithoutExtension(path));
+}
+
+void ImportDroppedFiles(std::span<const std::wstring> paths) {
+    MakeProjectFolders();
+    LongWork work(L"Importuji", L"souboru", LongWork::Esc::Cancels);
+    size_t imported = 0;
+    for (size_t i = 0; i < paths.size(); ++i) {
+        if (!work.Continue(static_cast<int64_t>(i), static_cast<int64_t>(paths.size()))) break;
+        const std::wstring& path = paths[i];
+        if (!ImportFile(path, work)) continue;
+        ++imported;
+        if (AssetKindOf(path) == AssetKind::Model && ShownScreen() != Shown::Blueprint) {
+            PlaceModel(JoinPath(editorState.filesFolder, LastComponent(path)));
+        }
+    }
+    SetStatus((work.IsCancelled() ? L"Import zrusen. Importovano " : L"Importovano ") +
+              std::to_wstring(imported) + L" souboru do aktualni slozky.");
 }

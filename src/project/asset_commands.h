@@ -1,8 +1,9 @@
-// What a user does with one file or folder of the project. An index that names no entry of the list does
-// nothing.
+// What a user does with the files and folders of the project: opening, renaming, duplicating, deleting,
+// making new ones, and taking in files from outside. An index that names no entry of the list does nothing.
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 
 // Shows the parent of the folder that the Files panel shows, down to the project's Files folder.
@@ -20,3 +21,13 @@ void DuplicateAsset(int32_t index);
 
 // Deletes a file, or a folder that is empty. The entry leaves the list in any case.
 void DeleteAsset(int32_t index);
+
+// Each makes one and says so, or says that it could not be made.
+void CreateSceneAsset();
+void CreateScriptAsset();
+void CreateBlueprintAsset();
+void CreateFolderAsset();
+
+// Copies files into the folder that the Files panel shows, over files of the same name; models are placed in
+// the scene too, where it is shown. Folders, and what cannot be copied, are not counted in the message.
+void ImportDroppedFiles(std::span<const std::wstring> paths);

@@ -91,3 +91,12 @@ void RefreshAssetList() {
     if (std::holds_alternative<FilesDrag>(editorState.gesture)) DropGesture();
     if (MenuIsOpen(MenuKind::FilesItem)) CloseMenu();
 }
+
+void AddNewAsset(const std::wstring& path, bool isFolder) {
+    auto& entries = editorState.fileEntries;
+    auto place = std::ranges::find_if(entries, [&path](const AssetEntry& entry) {
+        return SameWithoutCase(entry.path, path);  // the disk knows no difference
+    });
+    if (place == entries.end()) place = entries.insert(place, AssetEntryFor(path, isFolder));
+    editorState.selectedFile = static_cast<int32_t>(place - entries.begin());
+}

@@ -15,3 +15,7 @@ AssetEntry AssetEntryFor(const std::wstring& path, bool isFolder);
 // before what is in it and everything in one folder by name. Links are left out. The selected file stays
 // selected while it is there; a drag and a menu that are about a file end.
 void RefreshAssetList();
+
+// Lists what now stands at `path` in the Files panel and selects it. What stood there in upper or lower case
+// keeps its entry.
+void AddNewAsset(const std::wstring& path, bool isFolder);

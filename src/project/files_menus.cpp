@@ -2,7 +2,6 @@
 
 #include "editor/popup_menu.h"
 #include "project/asset_commands.h"
-#include "project/asset_creation.h"
 #include "project/prefab_editor.h"
 #include "scene/name_entry.h"
 #include "scene/status.h"

@@ -3,7 +3,6 @@
 #include "editor/popup_menu.h"
 #include "formats/recent_projects.h"
 #include "play/play_mode.h"
-#include "project/other_screens.h"
 #include "project/project_folder.h"
 #include "project/project_lifecycle.h"
 #include "project/project_removal.h"

@@ -8,11 +8,10 @@
 #include "formats/scene_file.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
+#include "platform/folders.h"
 #include "play/play_mode.h"
-#include "project/asset_creation.h"
 #include "project/asset_list.h"
 #include "project/folder_copy.h"
-#include "project/other_screens.h"
 #include "project/project_folder.h"
 #include "project/scene_switch.h"
 #include "scene/default_scenes.h"
@@ -163,4 +162,22 @@ Opening OpenProject(const std::wstring& folder) {
     ListAsRecent(root);
     ShowProjectTitle();
     return Opening::Opened;
+}
+
+bool DetectRuntimeProject() {
+    const std::wstring folder = ParentFolder(GetExecutablePath());
+    if (KindOfPath(JoinPath(folder, kProjectFileName)) == PathKind::Missing) return false;
+
+    SetProjectFolder(folder);
+    if (!ReadProjectFile(folder)) {
+        editorState.scenePath = MainScenePath(editorState.filesRoot);
+    }
+
+    editorState.savedScene = {};  // a game asks for no saving
+    RefreshAssetList();
+    editorState.playMode = true;
+    editorState.runtimeMode = true;
+    ResetGameState();
+    SetStatus(L"ZelGame runtime: projekt nacten z build slozky.");
+    return true;
 }

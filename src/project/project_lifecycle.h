@@ -1,4 +1,4 @@
-// Creating and opening projects.
+// Creating and opening projects, and starting as the game of one.
 #pragma once
 
 #include <string>
@@ -23,3 +23,7 @@ enum class Opening {
 // readable "project.zel" gets the default scene; a main scene that it already has is kept beside it under a
 // new name.
 Opening OpenProject(const std::wstring& folder);
+
+// True when a "project.zel" lies beside the executable: its project is then loaded and plays. To be called
+// once, before the window opens. A project that cannot be read plays the scene that is there.
+bool DetectRuntimeProject();

@@ -1,11 +1,12 @@
 #include "project/scene_switch.h"
 
 #include "base/letter_case.h"
+#include "blueprint/blueprint_editor.h"
 #include "formats/scene_file.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
 #include "play/play_mode.h"
-#include "project/other_screens.h"
+#include "project/prefab_editor.h"
 #include "project/project_folder.h"
 #include "scene/gestures.h"
 #include "scene/status.h"
@@ -124,3 +125,5 @@ void OpenSceneFile(const std::wstring& path) {
     editorState.scenePath = path;
     SetStatus(L"Otevrena scena: " + path);
 }
+
+bool LeaveOtherScreens() { return CloseBlueprintEditor() && ClosePrefabEditor(); }

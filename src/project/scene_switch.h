@@ -1,4 +1,4 @@
-// Opening another scene of the project.
+// Leaving what is open for another screen or scene, and opening another scene of the project.
 #pragma once
 
 #include <string>
@@ -15,3 +15,7 @@ bool AskSaveOfChangedScene();
 // empties the undo history; loading the open one again is one more step of it. On failure, or when the user
 // cancels, the open scene stays.
 void OpenSceneFile(const std::wstring& path);
+
+// Goes back to the Scene editor: a Blueprint with unsaved changes is saved, a prefab with unsaved changes is
+// asked about. False when the user wants to stay there.
+bool LeaveOtherScreens();

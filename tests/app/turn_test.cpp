@@ -1,6 +1,6 @@
 #include "app/turn.h"
 
-#include "formats/prefab_file.h"
+#include "formats/prefab.h"
 #include "platform/headless/fault_injection.h"
 #include "support/editor_input.h"
 #include "support/game.h"

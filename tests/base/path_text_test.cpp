@@ -1,6 +1,6 @@
 #include "base/path_text.h"
 
-#include "formats/project_paths.h"
+#include "formats/project_file.h"
 #include "state/editor_state.h"
 #include "support/capture.h"
 

@@ -7,7 +7,7 @@
 #include "base/path_text.h"
 #include "blueprint/blueprint_file.h"
 #include "formats/obj_file.h"
-#include "formats/prefab_file.h"
+#include "formats/prefab.h"
 #include "formats/project_file.h"
 #include "formats/scene_file.h"
 #include "platform/image_decoder.h"

@@ -1,4 +1,4 @@
-#include "formats/mesh_reference.h"
+#include "formats/obj_file.h"
 
 #include "render/builtin_meshes.h"
 #include "scene/default_scenes.h"

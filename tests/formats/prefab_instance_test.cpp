@@ -1,6 +1,5 @@
-#include "formats/prefab_instance.h"
+#include "formats/prefab.h"
 
-#include "formats/prefab_file.h"
 #include "scene/editor_camera.h"
 #include "scene/undo.h"
 #include "support/edited_scene.h"

@@ -2,7 +2,7 @@
 #include "support/frame_update.h"
 
 #include "formats/obj_file.h"
-#include "formats/prefab_file.h"
+#include "formats/prefab.h"
 #include "play/play_mode.h"
 #include "render/builtin_meshes.h"
 #include "scene/object_fields.h"

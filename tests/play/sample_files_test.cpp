@@ -1,4 +1,4 @@
-#include "formats/prefab_file.h"
+#include "formats/prefab.h"
 #include "formats/scene_file.h"
 #include "platform/files.h"
 #include "scene/object_fields.h"

@@ -1,4 +1,4 @@
-#include "formats/prefab_file.h"
+#include "formats/prefab.h"
 #include "support/game.h"
 #include "support/scratch_folder.h"
 

@@ -1,4 +1,4 @@
-#include "project/asset_creation.h"
+#include "project/asset_commands.h"
 
 #include "platform/files.h"
 #include "project/asset_list.h"
@@ -76,10 +76,11 @@ TEST_CASE("what has a name keeps it, and a new item takes the first number that 
     CHECK(LastEntry().name == L"NewFolder_02");
     const ScratchFolder other;
     StartProject(other);
-    PutFile(FilesIn(other) + L"\\Scene_05.scene", "mine");
+    for (const wchar_t* name : {L"\\Scene_05.scene", L"\\Scene_06.scene"})
+        PutFile(FilesIn(other) + name, "mine");
     ChooseCreate(CreateItem::SceneFile);
     CHECK(FileBytes(FilesIn(other) + L"\\Scene_05.scene") == "mine");
-    CHECK(LastEntry().name == L"Scene_01.scene");
+    CHECK(LastEntry().name == L"Scene_07.scene");  // from the five entries of a new project upwards
 }
 
 TEST_CASE("whichever step fails, an item is made whole or not at all, and nothing is overwritten") {

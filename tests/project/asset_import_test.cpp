@@ -1,4 +1,4 @@
-#include "project/asset_import.h"
+#include "project/asset_commands.h"
 
 #include "platform/files.h"
 #include "support/folder_tree.h"

@@ -1,4 +1,4 @@
-#include "project/game_runtime.h"
+#include "project/project_lifecycle.h"
 
 #include "formats/scene_file.h"
 #include "platform/files.h"

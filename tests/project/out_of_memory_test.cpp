@@ -3,7 +3,7 @@
 #include "blueprint/blueprint_file.h"
 #include "formats/obj_file.h"
 #include "formats/object_line.h"
-#include "formats/prefab_file.h"
+#include "formats/prefab.h"
 #include "formats/project_file.h"
 #include "formats/recent_projects.h"
 #include "formats/scene_file.h"

@@ -2,7 +2,7 @@
 
 #include "blueprint/blueprint_editor.h"
 #include "formats/object_line.h"
-#include "formats/prefab_file.h"
+#include "formats/prefab.h"
 #include "formats/scene_file.h"
 #include "platform/files.h"
 #include "project/asset_list.h"

@@ -8,8 +8,6 @@
 #include "formats/text_file.h"
 #include "platform/files.h"
 #include "project/asset_commands.h"
-#include "project/asset_creation.h"
-#include "project/asset_import.h"
 #include "project/asset_list.h"
 #include "project/prefab_editor.h"
 #include "project/project_removal.h"

@@ -1,7 +1,7 @@
 #include "support/plain_play.h"
 
 #include "base/path_text.h"
-#include "formats/prefab_instance.h"
+#include "formats/prefab.h"
 #include "platform/files.h"
 #include "play/collect.h"
 #include "scene/editor_camera.h"

@@ -1,10 +1,30 @@
-// The bytes of an open file.
+// An open file and its bytes.
 #pragma once
 
 #include <windows.h>
 
 #include <string>
 #include <string_view>
+
+// Closes itself.
+class FileHandle {
+public:
+    explicit FileHandle(HANDLE opened) : handle(opened) {}
+    ~FileHandle() { Close(); }
+    FileHandle(const FileHandle&) = delete;
+    FileHandle& operator=(const FileHandle&) = delete;
+
+    bool IsOpen() const { return handle != INVALID_HANDLE_VALUE; }
+    HANDLE Get() const { return handle; }
+
+    void Close() {
+        if (IsOpen()) CloseHandle(handle);
+        handle = INVALID_HANDLE_VALUE;
+    }
+
+private:
+    HANDLE handle;
+};
 
 // From the file's pointer to its end. False when a read fails or there is no memory; `bytes` is then empty.
 bool ReadAllBytes(HANDLE file, std::string& bytes);

@@ -2,7 +2,6 @@
 
 #include "base/path_text.h"
 #include "platform/windows/file_bytes.h"
-#include "platform/windows/file_handle.h"
 #include "platform/windows/system_path.h"
 
 #include <windows.h>
@@ -24,8 +23,6 @@ static bool IsLink(const WIN32_FIND_DATAW& found) {
     return (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) &&
            IsReparseTagNameSurrogate(found.dwReserved0);
 }
-
-static bool IsItselfOrParent(const std::wstring& name) { return name == L"." || name == L".."; }
 
 // Of the errors of a question for a path, those that mean that nothing stands there.
 static bool SaysMissing(DWORD error) {

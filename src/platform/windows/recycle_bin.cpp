@@ -12,8 +12,6 @@ constexpr uint64_t kMegabyte = 1'048'576;
 constexpr wchar_t kVolumes[] = L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\BitBucket\\Volume\\";
 constexpr wchar_t kRules[] = L"Software\\Microsoft\\Windows\\CurrentVersion\\Policies\\Explorer";
 
-static bool IsItselfOrParent(std::wstring_view name) { return name == L"." || name == L".."; }
-
 // Links count as nothing: the bin takes the link and not what it leads to.
 static uint64_t BytesIn(const std::wstring& folder) {
     uint64_t bytes = 0;

@@ -1,6 +1,5 @@
 #include "platform/files.h"
 #include "platform/windows/file_bytes.h"
-#include "platform/windows/file_handle.h"
 #include "platform/windows/held_files.h"
 #include "platform/windows/system_path.h"
 #include "platform/windows/temporary_file.h"

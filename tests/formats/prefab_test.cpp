@@ -1,4 +1,4 @@
-#include "formats/prefab_file.h"
+#include "formats/prefab.h"
 
 #include "platform/headless/fault_injection.h"
 #include "scene/default_scenes.h"

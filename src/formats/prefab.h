@@ -1,6 +1,8 @@
-// Prefab files: a header line, then the object lines of one tree, its root first.
+// Prefab files, and placing a prefab in the open scene. A file is a header line, then the object lines of one
+// tree, its root first.
 #pragma once
 
+#include "base/vec3.h"
 #include "state/game_object.h"
 
 #include <cstdint>
@@ -24,3 +26,13 @@ Scene CollectPrefab(std::span<const GameObject> scene, int32_t root);
 // parent index outside the list makes a root. A list that is so already stays as it is. What hangs in a cycle
 // of parents comes last.
 Scene InPrefabOrder(std::span<const GameObject> list);
+
+// For the user: one undo step, and the root becomes the selection. It becomes a child of `parent`, at its
+// parent's place; when `parent` names no object, a root 4 units before the editor's camera. It is named after
+// the file. A file without objects adds nothing, but is a step and a success. False, with a message, when the
+// file cannot be read.
+bool InstantiatePrefab(const std::wstring& path, int32_t parent);
+
+// For a running game: the root stands at `position`, without an undo step, and the selection stays. False,
+// with a message, when the file cannot be read; a success says nothing.
+bool SpawnPrefab(const std::wstring& path, Vec3 position);
