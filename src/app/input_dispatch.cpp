@@ -10,6 +10,7 @@
 #include "project/asset_commands.h"
 #include "project/project_hub.h"
 #include "project/project_lifecycle.h"
+#include "project/recovery.h"
 #include "scene/gestures.h"
 #include "scene/name_entry.h"
 #include "scene/number_entry.h"
@@ -146,6 +147,12 @@ static void CloseUnseenSearch() {
     CloseComponentSearch();
 }
 
+// The process may be ended as soon as this returns.
+static void OnSessionEnds() {
+    SaveBlueprintChanges();
+    WriteRecoveryNow();
+}
+
 static void Dispatch(const InputEvent& event) {
     const Point pointer{event.x, event.y};
     switch (event.kind) {
@@ -162,7 +169,7 @@ static void Dispatch(const InputEvent& event) {
         case InputKind::FocusLost: OnFocusLost(); break;
         case InputKind::CaptureLost: DropGesture(); break;
         case InputKind::FilesDropped: OnFilesDropped(event.files); break;
-        case InputKind::SessionEnds: SaveBlueprintChanges(); break;
+        case InputKind::SessionEnds: OnSessionEnds(); break;
     }
 }
 

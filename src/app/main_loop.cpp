@@ -9,6 +9,7 @@
 #include "platform/window.h"
 #include "project/project_hub.h"
 #include "project/project_lifecycle.h"
+#include "project/recovery.h"
 #include "render/frame_buffer.h"
 #include "render/icons.h"
 #include "scene/default_scenes.h"
@@ -34,6 +35,7 @@ static void RunFrames(double previous) {
         const double now = MonotonicSeconds();
         RunTurn(FrameTime(now - previous), turn);
         previous = now;
+        KeepRecovery(now);
         SleepMilliseconds(1);
     }
 }
@@ -51,6 +53,7 @@ static bool RunUntilAsked() {
     const bool isOpen = OpenMainWindow(editorState.windowTitle, kInitialSize);
     if (isOpen) RunFrames(start);
     SaveBlueprintChanges();
+    WriteRecoveryNow();
     return isOpen;
 }
 

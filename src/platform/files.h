@@ -21,6 +21,15 @@ struct FolderEntry {
 // may stand there. Whoever is about to write takes Missing alone for free.
 PathKind KindOfPath(const std::wstring& path);
 
+// What the disk says of a file beside its bytes.
+struct FileFacts {
+    int64_t bytes = 0;
+    int64_t written = 0;  // when it was last written to, in a unit of the system's own; later is more
+};
+
+// False, with `facts` unchanged, when there is no such file or the disk does not tell.
+bool ReadFileFacts(const std::wstring& path, FileFacts& facts);
+
 // True for a path on a network, on a medium that can be taken out, or on a drive that is not there: whoever
 // asks about it may wait for long. Itself asks no disk.
 bool MayAnswerLate(const std::wstring& path);

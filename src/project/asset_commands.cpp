@@ -82,9 +82,16 @@ void OpenAsset(int32_t index) {
     }
 }
 
-void RenameAsset(int32_t index, const std::wstring& name) {
+// A name without an extension leaves a file the one that it has: it stays what it is.
+static std::wstring WithExtension(const std::wstring& name, const AssetEntry& entry) {
+    if (entry.kind == AssetKind::Folder || !FileExtension(name).empty()) return name;
+    return name + FileExtension(entry.name);
+}
+
+void RenameAsset(int32_t index, const std::wstring& typed) {
     if (!IsAssetIndex(index)) return;
     const AssetEntry entry = EntryAt(index);
+    const std::wstring name = WithExtension(typed, entry);
     const std::wstring newPath = JoinPath(entry.folder, name);
     const bool isRenamed = name == entry.name || (IsUsableFileName(name) && RenamePath(entry.path, newPath));
     if (!isRenamed) {

@@ -8,6 +8,7 @@
 #include "play/play_mode.h"
 #include "project/asset_list.h"
 #include "project/folder_copy.h"
+#include "project/recovery.h"
 #include "project/scene_switch.h"
 #include "scene/gestures.h"
 #include "scene/kept_scene.h"
@@ -73,6 +74,7 @@ static bool Save() {
         return false;
     }
     editorState.prefabDirty = false;
+    ForgetPrefabRecovery();
     SetStatus(L"Prefab ulozen: " + LastComponent(editorState.prefabPath));
     return true;
 }
@@ -82,6 +84,7 @@ void SavePrefabEditor() { Save(); }
 static bool AskToLeave() {
     if (!editorState.prefabDirty) return true;
     const Answer answer = AskYesNoCancel(L"Chces ulozit zmeny v prefabu?", L"ZelEngine");
+    if (answer == Answer::No) ForgetPrefabRecovery();
     return answer == Answer::No || (answer == Answer::Yes && Save());
 }
 

@@ -13,6 +13,7 @@
 #include "project/asset_list.h"
 #include "project/folder_copy.h"
 #include "project/project_folder.h"
+#include "project/recovery.h"
 #include "project/scene_switch.h"
 #include "scene/default_scenes.h"
 #include "scene/shown_screen.h"
@@ -153,6 +154,7 @@ Opening OpenProject(const std::wstring& folder) {
     LeaveOpenProject();
     editorState.runtimeMode = false;  // the one way from the game to the editor
     SetProjectFolder(root);
+    TakeOverRecoveries(root);
     RefreshAssetList();
     if (ReadProjectFile(root)) {
         SetStatus(L"Projekt otevren: " + root);

@@ -10,6 +10,7 @@
 #include "project/asset_list.h"
 #include "project/folder_copy.h"
 #include "project/project_folder.h"
+#include "project/recovery.h"
 #include "project/scene_switch.h"
 #include "project/stored_paths.h"
 #include "scene/shown_screen.h"
@@ -27,7 +28,12 @@ static bool RefuseSaveInPlayMode() {
     return RefuseInPlayMode(L"Nejdriv vypni Play Mode. Runtime zmeny se do projektu neukladaji.");
 }
 
-static bool SaveOpenScene() { return editorState.scenePath.empty() || SaveScene(editorState.scenePath); }
+static bool SaveOpenScene() {
+    if (editorState.scenePath.empty()) return true;
+    if (!SaveScene(editorState.scenePath)) return false;
+    ForgetSceneRecovery();
+    return true;
+}
 
 static void ReportSaved(bool sceneSaved, bool projectWritten) {
     if (!sceneSaved) {
@@ -42,6 +48,7 @@ static void ReportSaved(bool sceneSaved, bool projectWritten) {
 void SaveProject() {
     if (RefuseSaveInPlayMode()) return;
     const bool sceneSaved = SaveScene(CurrentScenePath());
+    if (sceneSaved) ForgetSceneRecovery();
     const bool projectWritten = WriteProjectFile(editorState.projectRoot);
     ReportSaved(sceneSaved, projectWritten);
 }

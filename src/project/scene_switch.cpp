@@ -8,6 +8,7 @@
 #include "play/play_mode.h"
 #include "project/prefab_editor.h"
 #include "project/project_folder.h"
+#include "project/recovery.h"
 #include "scene/gestures.h"
 #include "scene/status.h"
 #include "scene/text_entry.h"
@@ -29,6 +30,7 @@ bool AskSaveBeforeSceneSwitch() {
         SetStatus(L"Aktualni scenu se nepodarilo ulozit.");
         return false;
     }
+    ForgetSceneRecovery();
     return true;
 }
 

@@ -13,6 +13,7 @@
 #include "state/modes.h"
 #include "state/panel_layout.h"
 #include "state/recent_project.h"
+#include "state/recovery_state.h"
 #include "state/scene_snapshot.h"
 #include "state/texture_image.h"
 
@@ -52,6 +53,7 @@ struct KeptScene {
 struct EditorState : SceneContent {
     CameraPose camera{};                           // the editor's own
     std::vector<UndoStep> undoSteps{};             // oldest first, at most 64
+    RecoveryState recovery{};
     SceneSnapshot savedScene{};                    // the objects as they were last loaded or saved
     std::optional<KeptScene> sceneBeforePlay{};    // none in the runtime, which has no scene to go back to
     std::optional<KeptScene> sceneBeforePrefab{};  // while a prefab is open

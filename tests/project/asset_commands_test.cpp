@@ -76,6 +76,36 @@ TEST_CASE("an item is renamed in its folder") {
     CHECK(EntryNamed(L"a.txt") == nullptr);
 }
 
+TEST_CASE("a file renamed to a name without an extension keeps its own, and with one changes its kind") {
+    struct {
+        const wchar_t *before, *typed, *after;
+        AssetKind kind;
+    } cases[] = {{L"Level.scene", L"Arena", L"Arena.scene", AssetKind::SceneFile},
+                 {L"Level.scene", L"Arena.prefab", L"Arena.prefab", AssetKind::Prefab},
+                 {L"Level.scene", L"Arena.old", L"Arena.old", AssetKind::Other},
+                 {L"two.dots.txt", L"none", L"none.txt", AssetKind::Other},
+                 {L"noextension", L"other", L"other", AssetKind::Other},
+                 {L"folder.d", L"plain", L"plain", AssetKind::Folder}};
+    for (const auto& [before, typed, after, kind] : cases) {
+        const ScratchFolder folder;
+        StartProject(folder);
+        if (kind == AssetKind::Folder) {
+            PutFolder(FilesIn(folder) + L"\\" + before);
+        } else {
+            PutFile(FilesIn(folder) + L"\\" + before, "content");
+        }
+        RefreshAssetList();
+        RenameFileTo(before, typed);
+        CHECK(editorState.statusMessage == L"Polozka projektu byla prejmenovana.");
+        CHECK(KindOfPath(FilesIn(folder) + L"\\" + before) == PathKind::Missing);
+        CHECK(KindOfPath(FilesIn(folder) + L"\\" + after) != PathKind::Missing);
+        const auto& entries = editorState.fileEntries;
+        const auto entry = std::ranges::find(entries, std::wstring(after), &AssetEntry::name);
+        REQUIRE(entry != entries.end());
+        CHECK(entry->kind == kind);
+    }
+}
+
 TEST_CASE("the rename box begins with the name, and Escape leaves it") {
     const ScratchFolder folder;
     StartWith(folder, {L"a.txt"});

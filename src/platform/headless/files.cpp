@@ -51,6 +51,17 @@ PathKind KindOfPath(const std::wstring& path) {
     return error == std::errc::permission_denied ? PathKind::Unknown : PathKind::Missing;
 }
 
+bool ReadFileFacts(const std::wstring& path, FileFacts& facts) {
+    if (path.empty() || !TakeFileStep()) return false;
+    std::error_code error;
+    const auto bytes = fs::file_size(NativePath(path), error);
+    if (error) return false;
+    const auto written = fs::last_write_time(NativePath(path), error);
+    if (error) return false;
+    facts = {static_cast<int64_t>(bytes), static_cast<int64_t>(written.time_since_epoch().count())};
+    return true;
+}
+
 bool RenamePath(const std::wstring& from, const std::wstring& to) {
     if (from.empty() || to.empty() || KindOfPath(to) != PathKind::Missing || !TakeFileStep()) return false;
     std::error_code error;

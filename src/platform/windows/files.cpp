@@ -40,6 +40,16 @@ PathKind KindOfPath(const std::wstring& path) {
     return attributes & FILE_ATTRIBUTE_DIRECTORY ? PathKind::Folder : PathKind::File;
 }
 
+bool ReadFileFacts(const std::wstring& path, FileFacts& facts) {
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (!GetFileAttributesExW(SystemPath(path).c_str(), GetFileExInfoStandard, &data)) return false;
+    if (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) return false;
+    const auto join = [](DWORD high, DWORD low) { return static_cast<int64_t>(uint64_t{high} << 32 | low); };
+    facts = {join(data.nFileSizeHigh, data.nFileSizeLow),
+             join(data.ftLastWriteTime.dwHighDateTime, data.ftLastWriteTime.dwLowDateTime)};
+    return true;
+}
+
 // A network drive that is not connected, too, tells its kind without asking its server.
 bool MayAnswerLate(const std::wstring& path) {
     const std::wstring root = RootOf(AbsolutePath(path));

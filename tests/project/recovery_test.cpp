@@ -1,0 +1,349 @@
+#include "project/recovery.h"
+
+#include "formats/prefab.h"
+#include "formats/scene_file.h"
+#include "platform/files.h"
+#include "platform/headless/native_path.h"
+#include "project/asset_list.h"
+#include "scene/gestures.h"
+#include "support/capture.h"
+#include "support/folder_entries.h"
+#include "support/folder_tree.h"
+#include "support/project_input.h"
+
+#include "doctest/doctest.h"
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+
+namespace fs = std::filesystem;
+
+static std::wstring RecoveriesIn(const ScratchFolder& folder) {
+    return folder / L"local\\ZelEngine\\recovery";
+}
+
+static std::wstring MainScene(const ScratchFolder& folder) {
+    return FilesIn(folder) + L"\\Scenes\\Main.scene";
+}
+static std::wstring Recovered(const ScratchFolder& folder) {
+    return FilesIn(folder) + L"\\Scenes\\Main_neulozeno.scene";
+}
+
+static size_t RecoveryCount(const ScratchFolder& folder) { return EntriesOf(RecoveriesIn(folder)).size(); }
+
+// As many frames as a look at the work and its writing take. `minute` counts the looks.
+static void PassMinute(int32_t minute) {
+    for (int32_t frame = 0; frame < 20; ++frame) KeepRecovery(61.0 * minute + 0.01 * frame);
+}
+
+// A new process in the same folders, which opens the project from the Hub.
+static void RestartAndOpen(const ScratchFolder& folder) {
+    StartHub(folder);
+    CHECK(OpenProject(ProjectIn(folder)) == Opening::Opened);
+    editorState.bottomTab = BottomTab::Files;
+    RenderFrame();
+}
+
+TEST_CASE("what was changed and not saved is found beside its scene after the program has ended") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    TapKey('G');
+    editorState.scene.back().parentIndex = 2;
+    const Scene changed = editorState.scene;
+    const std::string saved = FileBytes(MainScene(folder));
+    WriteRecoveryNow();
+    CHECK(FileBytes(MainScene(folder)) == saved);
+    REQUIRE(RecoveryCount(folder) == 1);
+
+    RestartAndOpen(folder);
+    CHECK(editorState.statusMessage == L"Projekt otevren: " + ProjectIn(folder));
+    CHECK(FileBytes(MainScene(folder)) == saved);
+    CHECK(RecoveryCount(folder) == 0);
+    OpenFolderNamed(L"Scenes");
+    Answers({Answer::No});
+    DoubleClick(FileNamed(L"Main_neulozeno.scene"));
+    CHECK(editorState.scenePath == Recovered(folder));
+    REQUIRE(editorState.scene.size() == changed.size());
+    CHECK(editorState.scene.back().name == changed.back().name);
+    CHECK(editorState.scene.back().parentIndex == 2);
+    SaveScene(folder / L"again.scene");  // the copy is what a save of the changed scene would have written
+    CHECK(FileBytes(folder / L"again.scene") == FileBytes(Recovered(folder)));
+}
+
+TEST_CASE("a scene without changes, a Hub and a game leave no recovery") {
+    for (const int32_t kind : {0, 1, 2}) {
+        CAPTURE(kind);
+        const ScratchFolder folder;
+        StartProject(folder);
+        if (kind > 0) TapKey('G');
+        if (kind == 1) editorState.hubVisible = true;
+        if (kind == 2) editorState.runtimeMode = true;
+        WriteRecoveryNow();
+        PassMinute(1);
+        CHECK(RecoveryCount(folder) == 0);
+    }
+}
+
+TEST_CASE("a change is written within a minute, not again without another one, and goes with a save") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    PassMinute(1);
+    CHECK(RecoveryCount(folder) == 0);
+    TapKey('G');
+    KeepRecovery(62);  // the minute is not over
+    KeepRecovery(63);
+    CHECK(RecoveryCount(folder) == 0);
+    PassMinute(2);
+    REQUIRE(RecoveryCount(folder) == 1);
+    const std::wstring file = RecoveriesIn(folder) + L"\\" + EntriesOf(RecoveriesIn(folder))[0].name;
+    const std::string first = FileBytes(file);
+
+    PutFile(file, "untouched");
+    PassMinute(3);
+    CHECK(FileBytes(file) == "untouched");
+    TapKey('G');
+    PassMinute(4);
+    CHECK(FileBytes(file).size() > first.size());
+    CHECK(RecoveryCount(folder) == 1);
+
+    TapWithControl('S');
+    CHECK(RecoveryCount(folder) == 0);
+}
+
+TEST_CASE("what is undone needs no recovery any more, nor what the user let go by an answer of No") {
+    for (const bool isUndone : {true, false}) {
+        const ScratchFolder folder;
+        StartProject(folder);
+        TapKey('G');
+        PassMinute(1);
+        REQUIRE(RecoveryCount(folder) == 1);
+        if (isUndone) {
+            TapWithControl('Z');
+            PassMinute(2);
+        } else {
+            Answers({Answer::No});
+            Click({950, 20});  // "Project Hub"
+            REQUIRE(editorState.hubVisible);
+        }
+        CHECK(RecoveryCount(folder) == 0);
+    }
+}
+
+TEST_CASE(
+    "no recovery begins during a gesture, an entry or Play mode, and then the scene of before is meant") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    TapKey('G');
+    StartGesture(MouseLook{});
+    PassMinute(1);
+    DropGesture();
+    editorState.numberEntry.open = true;
+    PassMinute(2);
+    editorState.numberEntry = {};
+    TapKey('P');
+    const Scene before = editorState.scene;
+    editorState.scene[2].name = L"Changed by the game";
+    PassMinute(3);
+    CHECK(RecoveryCount(folder) == 0);
+    WriteRecoveryNow();
+    REQUIRE(RecoveryCount(folder) == 1);
+    const std::string bytes =
+        FileBytes(RecoveriesIn(folder) + L"\\" + EntriesOf(RecoveriesIn(folder))[0].name);
+    CHECK(bytes.find("PlayerCube") != std::string::npos);
+    CHECK(bytes.find("Changed by the game") == std::string::npos);
+}
+
+TEST_CASE("the open prefab and the scene under it are both kept") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    ChooseCreate(CreateItem::Prefab);
+    RenderFrame();
+    TapKey('G');
+    DoubleClick(FileNamed(L"PlayerCube.prefab"));
+    REQUIRE(editorState.screen == Screen::PrefabEditor);
+    TapKey('G');
+    PassMinute(1);
+    CHECK(RecoveryCount(folder) == 2);
+
+    RestartAndOpen(folder);
+    CHECK(RecoveryCount(folder) == 0);
+    CHECK(FileBytes(Recovered(folder)) != "<missing>");
+    Scene objects;
+    CHECK(LoadPrefab(FilesIn(folder) + L"\\PlayerCube_neulozeno.prefab", objects));
+    CHECK(objects.size() == 2);
+    CHECK(IsShown(L"PlayerCube_neulozeno.prefab"));
+}
+
+TEST_CASE("leaving a prefab without its changes drops their recovery, and so does saving it") {
+    for (const Answer answer : {Answer::No, Answer::Yes}) {
+        const ScratchFolder folder;
+        StartProject(folder);
+        ChooseCreate(CreateItem::Prefab);
+        TapWithControl('S');
+        DoubleClick(FileNamed(L"PlayerCube.prefab"));
+        TapKey('G');
+        PassMinute(1);
+        REQUIRE(RecoveryCount(folder) == 1);
+        Answers({answer});
+        TapKey(kKeyEscape);
+        REQUIRE(editorState.screen == Screen::SceneEditor);
+        CHECK(RecoveryCount(folder) == 0);
+    }
+}
+
+TEST_CASE("two windows keep two recoveries of one scene, and both are found") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    const EditorState fresh = editorState;
+    editorState.scene.push_back({.name = L"First window"});
+    PassMinute(1);
+    const EditorState first = editorState;
+    editorState = fresh;
+    editorState.scene.push_back({.name = L"Second window"});
+    PassMinute(1);
+    CHECK(RecoveryCount(folder) == 2);
+    editorState = first;
+    editorState.scene.push_back({.name = L"First window again"});
+    PassMinute(2);
+    CHECK(RecoveryCount(folder) == 2);
+
+    RestartAndOpen(folder);
+    const std::string both =
+        FileBytes(Recovered(folder)) + FileBytes(FilesIn(folder) + L"\\Scenes\\Main_neulozeno_01.scene");
+    for (const char* name : {"First window\t", "First window again", "Second window"}) {
+        CHECK(both.find(name) != std::string::npos);
+    }
+}
+
+TEST_CASE("a recovery that is older than its scene, or like it, goes without a copy") {
+    for (const bool isLike : {true, false}) {
+        const ScratchFolder folder;
+        StartProject(folder);
+        TapKey('G');
+        WriteRecoveryNow();
+        REQUIRE(RecoveryCount(folder) == 1);
+        if (isLike) {
+            CHECK(SaveScene(MainScene(folder)));
+            // As if the recovery had been written after it.
+            editorState.recovery = {};
+        } else {
+            const fs::path scene = NativePath(MainScene(folder));
+            PutFile(MainScene(folder), "ZELENGINE_SCENE\t1\r\n");
+            fs::last_write_time(scene, fs::last_write_time(scene) + std::chrono::seconds(10));
+        }
+        RestartAndOpen(folder);
+        CHECK(RecoveryCount(folder) == 0);
+        CHECK(FileBytes(Recovered(folder)) == "<missing>");
+    }
+}
+
+TEST_CASE("recoveries of another project, and what is none, stay where they are") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    TapKey('G');
+    WriteRecoveryNow();
+    PutFile(RecoveriesIn(folder) + L"\\note.txt", "mine");
+    PutFolder(folder / L"projects\\Other\\Files");
+    StartHub(folder);
+    CHECK(OpenProject(folder / L"projects\\Other") == Opening::Opened);
+    CHECK(RecoveryCount(folder) == 2);
+    RestartAndOpen(folder);
+    CHECK(RecoveryCount(folder) == 1);
+    CHECK(FileBytes(RecoveriesIn(folder) + L"\\note.txt") == "mine");
+}
+
+TEST_CASE("whichever file call fails, the work is in a recovery or in its copy, and no message tells of it") {
+    // While it is written: a second try, at the next look, makes good for the first.
+    FailEachStep(
+        [](const ScratchFolder& folder) {
+            StartProject(folder);
+            TapKey('G');
+            editorState.statusMessage = L"untouched";
+        },
+        [](const ScratchFolder&) { PassMinute(1); },
+        [](const ScratchFolder& folder) {
+            CHECK(editorState.statusMessage == L"untouched");
+            PassMinute(2);
+            CHECK(RecoveryCount(folder) == 1);
+        });
+    // While it is taken over.
+    FailEachStep(
+        [](const ScratchFolder& folder) {
+            StartProject(folder);
+            editorState.scene.push_back({.name = L"Unsaved"});
+            WriteRecoveryNow();
+        },
+        [](const ScratchFolder& folder) { TakeOverRecoveries(ProjectIn(folder)); },
+        [](const ScratchFolder& folder) {
+            // A name that the disk did not tell to be free is passed over.
+            const auto isCopied = [&folder] {
+                const std::wstring next = FilesIn(folder) + L"\\Scenes\\Main_neulozeno_01.scene";
+                return (FileBytes(Recovered(folder)) + FileBytes(next)).find("Unsaved") != std::string::npos;
+            };
+            CHECK((isCopied() || RecoveryCount(folder) == 1));
+            TakeOverRecoveries(ProjectIn(folder));
+            CHECK(isCopied());
+        });
+}
+
+TEST_CASE("a full disk, a missing and a read-only data folder cost no message and nothing that was there") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    TapKey('G');
+    PassMinute(1);
+    REQUIRE(RecoveryCount(folder) == 1);
+    const FolderContents before = ContentsOf(RecoveriesIn(folder));
+    TapKey('G');
+    editorState.statusMessage = L"untouched";
+    fileFaults = {.freeBytes = 10};
+    PassMinute(2);
+    WriteRecoveryNow();
+    fileFaults = {};
+    CHECK(ContentsOf(RecoveriesIn(folder)) == before);
+    RemoveTree(folder / L"local");
+    PutFile(folder / L"local", "a file in place of the folder");
+    PassMinute(3);
+    WriteRecoveryNow();
+    CHECK(editorState.statusMessage == L"untouched");
+    RemoveTree(folder / L"local");
+    WriteRecoveryNow();
+    CHECK(RecoveryCount(folder) == 1);
+}
+
+TEST_CASE("a large scene is put into words a few objects per frame, as it was when that began") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    editorState.scene = Scene(5000, GameObject{.name = L"old"});
+    KeepRecovery(61);
+    int32_t frames = 0;
+    while (RecoveryCount(folder) == 0 && frames < 1000) {
+        editorState.scene[static_cast<size_t>(frames)].name = L"new";
+        KeepRecovery(61.01 + 0.01 * ++frames);
+    }
+    CHECK(frames >= 5000 / 320);  // of at most 256 objects and the rest of a run
+    CHECK(frames <= 5000 / 256 + 2);
+    const std::string bytes =
+        FileBytes(RecoveriesIn(folder) + L"\\" + EntriesOf(RecoveriesIn(folder))[0].name);
+    CHECK(std::ranges::count(bytes, '\n') == 5002);
+    CHECK(bytes.find("new") == std::string::npos);
+}
+
+TEST_CASE("at most twenty recoveries stay, and the newest are among them") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    for (int32_t i = 0; i < 25; ++i) {
+        editorState.recovery = {};  // as if by another window each time
+        editorState.scene.push_back({.name = L"Object " + std::to_wstring(i)});
+        WriteRecoveryNow();
+    }
+    CHECK(RecoveryCount(folder) == 20);
+}
+
+TEST_CASE("the end of the session writes a recovery") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    TapKey('G');
+    HandleInput({.kind = InputKind::SessionEnds});
+    CHECK(RecoveryCount(folder) == 1);
+}
