@@ -5,6 +5,7 @@
 #include "platform/canvas.h"
 #include "render/raster/surface.h"
 #include "render/text_runs.h"
+#include "state/cached_worlds.h"
 
 #include <cstdint>
 #include <string>
@@ -13,6 +14,7 @@ struct FrameBuffer : Surface {
     bool isInUse = false;      // a picture is being drawn
     bool cachesTexts = false;  // texts are drawn out of cached pixels where that changes nothing
     TextRunCache texts{};
+    CachedWorlds worlds{};  // of the scene that was drawn or picked from last
 };
 
 extern FrameBuffer frameBuffer;

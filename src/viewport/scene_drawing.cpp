@@ -7,6 +7,7 @@
 #include "scene/selection.h"
 #include "scene/shown_screen.h"
 #include "scene/transform.h"
+#include "scene/world_cache.h"
 #include "state/editor_state.h"
 #include "viewport/gizmo.h"
 #include "viewport/scene_view.h"
@@ -26,7 +27,7 @@ static const TextureImage* TextureOf(const GameObject& object) {
 // What the edit mode shows of the selection is not part of the game.
 static bool IsSelected(int32_t index) { return !ShowsGame() && index == editorState.selectedIndex; }
 
-static MeshDraw MeshDrawOf(int32_t index, const MeshDraw& frame, WorldMatrices& worlds) {
+static MeshDraw MeshDrawOf(int32_t index, const MeshDraw& frame, FrameWorlds& worlds) {
     const GameObject& object = editorState.scene[static_cast<size_t>(index)];
     MeshDraw draw = frame;
     draw.world = worlds.Of(index);
@@ -39,7 +40,7 @@ static MeshDraw MeshDrawOf(int32_t index, const MeshDraw& frame, WorldMatrices& 
     return draw;
 }
 
-static void DrawTextOf(int32_t index, const Matrix4& viewProjection, WorldMatrices& worlds) {
+static void DrawTextOf(int32_t index, const Matrix4& viewProjection, FrameWorlds& worlds) {
     const Vec3 position = Translation(worlds.Of(index));
     DrawTextObject(editorState.scene[static_cast<size_t>(index)], position, viewProjection,
                    IsSelected(index));
@@ -51,15 +52,19 @@ static void DrawBatch(std::vector<MeshInstance>& batch) {
 }
 
 // Meshes are drawn in batches: only a text and the outline of the selection ignore depth and must come where
-// they stand in the scene. What lies beside the view is not worth sorting. `frame` holds what all objects
-// share.
-static void DrawObjects(const MeshDraw& frame, WorldMatrices& worlds) {
+// they stand in the scene. What is invisible is not worth sorting. `frame` holds what all objects share.
+// Gives the objects with a marker, which come last: walking through a large scene twice costs more than a
+// list.
+static std::vector<int32_t> DrawObjects(const MeshDraw& frame, FrameWorlds& worlds) {
     std::vector<MeshInstance>& batch = frameBuffer.scratch.batch;
     batch.clear();
+    std::vector<int32_t> marked;
+    const bool showsGame = ShowsGame();
     for (int32_t i = 0; i < static_cast<int32_t>(editorState.scene.size()); ++i) {
         const GameObject& object = editorState.scene[static_cast<size_t>(i)];
-        const bool showsMesh = ShowsMesh(object, editorState.meshes.size());
-        if (!IsShown(object, ShowsGame()) || !(object.isText || showsMesh)) continue;
+        if (!IsShown(object, showsGame)) continue;
+        if (HasMarker(object)) marked.push_back(i);
+        if (!object.isText && !ShowsMesh(object, editorState.meshes.size())) continue;
         if (object.isText || IsSelected(i)) DrawBatch(batch);
         if (object.isText) {
             DrawTextOf(i, frame.viewProjection, worlds);
@@ -69,19 +74,17 @@ static void DrawObjects(const MeshDraw& frame, WorldMatrices& worlds) {
         const MeshDraw draw = MeshDrawOf(i, frame, worlds);
         if (draw.selected) {
             DrawMesh(mesh, draw, frameBuffer);
-        } else if (!IsBesideView(mesh, {draw.world, draw.viewProjection, frameBuffer.viewport})) {
+        } else if (!IsInvisible(mesh, {draw.world, draw.viewProjection, frameBuffer.viewport})) {
             batch.push_back({&mesh, draw});
         }
     }
     DrawBatch(batch);
+    return marked;
 }
 
-static void DrawMarkers(int32_t index, const Matrix4& viewProjection, WorldMatrices& worlds) {
+static void DrawMarkersOf(int32_t index, const Matrix4& viewProjection, FrameWorlds& worlds) {
     const GameObject& object = editorState.scene[static_cast<size_t>(index)];
-    if (!IsShown(object, ShowsGame()) || !HasMarker(object)) return;
-
-    const Vec3 position = Translation(worlds.Of(index));
-    DrawMarkerIcons(object, position, viewProjection, IsSelected(index));
+    DrawMarkerIcons(object, Translation(worlds.Of(index)), viewProjection, IsSelected(index));
 }
 
 static void DrawSelectedGizmo(const FrameView& view) {
@@ -100,9 +103,8 @@ void DrawScene(const FrameView& view) {
 
     FillRect(view.viewport, ViewportBackground(editorState.scene, editorState.selectedIndex, ShowsGame()));
     if (ShownScreen() != Shown::Game) DrawGrid(frame.viewProjection);
-    const auto count = static_cast<int32_t>(editorState.scene.size());
-    WorldMatrices worlds(editorState.scene);
-    DrawObjects(frame, worlds);
-    for (int32_t i = 0; i < count; ++i) DrawMarkers(i, frame.viewProjection, worlds);
+    FrameWorlds worlds(editorState.scene, frameBuffer.worlds);
+    for (const int32_t marked : DrawObjects(frame, worlds))
+        DrawMarkersOf(marked, frame.viewProjection, worlds);
     DrawSelectedGizmo(view);
 }

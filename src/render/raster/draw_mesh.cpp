@@ -166,16 +166,15 @@ static SimdLevel LevelFor(const Mesh& mesh, const MeshDraw& draw, const Surface&
 // Where the mesh lies. Whether it is hidden costs as much to find out as drawing a mesh of few faces.
 static MeshPlace PlaceToDraw(const Mesh& mesh, const MeshDraw& draw, const Rect& viewport) {
     constexpr size_t kFewFaces = 32;
-    const VertexTransform transform = TransformOf(draw, viewport);
-    if (mesh.triangles.size() >= kFewFaces) return PlaceMesh(mesh, transform);
-    return {.isBeside = IsBesideView(mesh, transform)};
+    if (mesh.triangles.size() < kFewFaces) return {};
+    return PlaceMesh(mesh, TransformOf(draw, viewport));
 }
 
 // The cheapest question comes first, each leaves less for the next: is the mesh in view, do its faces turn to
 // the eye before what was drawn, where do their vertices lie, which of them hold a pixel's centre.
-void DrawMesh(const Mesh& mesh, const MeshDraw& draw, Surface& surface) {
+void DrawMeshInView(const Mesh& mesh, const MeshDraw& draw, Surface& surface) {
     const MeshPlace place = PlaceToDraw(mesh, draw, surface.viewport);
-    if (surface.pixels == nullptr || (!draw.selected && place.isBeside)) return;
+    if (surface.pixels == nullptr || (!draw.selected && (place.isBeside || place.isTooSmall))) return;
     const SimdLevel level = LevelFor(mesh, draw, surface);
     const size_t fronts = FindVisibleFronts(mesh, draw, place, level, surface);
     if (fronts == 0 && !draw.selected) return;
@@ -192,20 +191,38 @@ void DrawMesh(const Mesh& mesh, const MeshDraw& draw, Surface& surface) {
     if (draw.selected) DrawOutline(mesh, vertices, surface);
 }
 
+void DrawMesh(const Mesh& mesh, const MeshDraw& draw, Surface& surface) {
+    if (!draw.selected && IsInvisible(mesh, TransformOf(draw, surface.viewport))) return;
+    DrawMeshInView(mesh, draw, surface);
+}
+
+// The questions of drawing, asked for a viewport of one pixel: what they leave of the mesh are the few faces
+// that may cover its centre before the depth found so far, and those are placed and asked exactly.
 bool MeshCoversPixel(const Mesh& mesh, const MeshDraw& draw, PickedPixel& picked, Surface& surface) {
     const VertexTransform transform = TransformOf(draw, picked.viewport);
     const MeshPlace place = PlaceMesh(mesh, transform);
-    if (place.isBeside || (place.isBounded && !Contains(place.pixels, picked.pixel))) return false;
-    bool covered = false;
+    if (place.isBeside || place.isTooSmall) return false;
+    if (place.isBounded && !Contains(place.pixels, picked.pixel)) return false;
+
     const SimdLevel level = LevelFor(mesh, draw, surface);
-    MeshVertices& vertices = surface.scratch.vertices;
-    TransformVertices(mesh.vertices, transform, level, vertices);
-    const PlacedMesh placed{mesh.vertices,           mesh.triangles,  draw, vertices,
+    MeshScratch& scratch = surface.scratch;
+    EyeInObject eye = FindEye(mesh, draw.world, draw.eye);
+    if (place.isBounded && eye.isUsable)
+        eye.hiddenFrom = HiddenHeight(mesh, place, eye, picked.viewport, picked.depth);
+    const size_t fronts = FindFrontFaces(mesh, eye, level, scratch.fronts);
+    if (fronts == 0) return false;
+    TransformVertices(mesh.vertices, transform, level, scratch.vertices);
+    const Point& p = picked.pixel;
+    const std::span<const ScannedFace> faces =
+        ScanFaces(mesh.triangles.data(), scratch.vertices, {p.x, p.y, p.x + 1, p.y + 1}, picked.depth, level,
+                  fronts, scratch);
+    const PlacedMesh placed{mesh.vertices,           mesh.triangles,  draw, scratch.vertices,
                             WorldScales(draw.world), picked.viewport, level};
-    for (const MeshTriangle& triangle : mesh.triangles) {
-        const FaceParts found = PartsOf(placed, triangle);
+    bool covered = false;
+    for (const ScannedFace& face : faces) {
+        const FaceParts found = PartsOf(placed, mesh.triangles[face.triangle]);
         for (size_t i = 0; i < found.count; ++i)
-            covered = CoversPixel(found.parts[i].corners, picked.pixel, picked.depth) || covered;
+            covered = CoversPixel(found.parts[i].corners, p, picked.depth) || covered;
     }
     return covered;
 }

@@ -7,6 +7,9 @@
 // triangle index of the mesh must be valid.
 void DrawMesh(const Mesh& mesh, const MeshDraw& draw, Surface& surface);
 
+// The same for a mesh of which the caller has asked whether it is invisible: see IsInvisible.
+void DrawMeshInView(const Mesh& mesh, const MeshDraw& draw, Surface& surface);
+
 // A pixel that is asked about, and the nearest depth that was found there so far.
 struct PickedPixel {
     Rect viewport{};

@@ -71,7 +71,7 @@ static bool DoLargeOnesComeLate(std::span<const MeshInstance> instances, const s
 }
 
 static void DrawInSceneOrder(std::span<const MeshInstance> instances, Surface& surface) {
-    for (const MeshInstance& instance : instances) DrawMesh(*instance.mesh, instance.draw, surface);
+    for (const MeshInstance& instance : instances) DrawMeshInView(*instance.mesh, instance.draw, surface);
 }
 
 // Of two meshes at the same depth the first in the scene is visible, whichever is drawn first: the pixels
@@ -82,7 +82,7 @@ static void DrawInOrder(std::span<const MeshInstance> instances, const std::vect
     for (const Place place : places) {
         const MeshInstance& instance = instances[NumberOf(place)];
         surface.owners.current = static_cast<int32_t>(NumberOf(place));
-        DrawMesh(*instance.mesh, instance.draw, surface);
+        DrawMeshInView(*instance.mesh, instance.draw, surface);
     }
     ForgetOwners(surface);
 }

@@ -10,4 +10,5 @@ constexpr size_t kFewestToSort = 16;
 
 // Gives the pixels and depths that drawing one after the other gives. Of many meshes the nearest are drawn
 // first: what they hide costs little then. None of them is selected.
+// Invisible ones had better be left out before: see IsInvisible.
 void DrawMeshes(std::span<const MeshInstance> instances, Surface& surface);

@@ -1,5 +1,6 @@
 #include "render/raster/mesh_bounds.h"
 
+#include "render/raster/kernels.h"
 #include "render/raster/mesh_measures.h"
 
 #include <algorithm>
@@ -20,6 +21,9 @@ constexpr float kTightRounding = 32 * kUnit;
 
 // The same of the two matrices alone: exactly eight units, and what is left for their own rounding.
 constexpr float kVertexRounding = 9 * kUnit;
+
+// Twice the area of a triangle is the difference of two products of edges; rounding adds less than the rest.
+constexpr float kAreaOfEdges = 2.001f;
 
 // Beyond these nothing is said about a mesh: close to the eye, and far beside the view, where corners are
 // moved to what fits into an integer.
@@ -92,13 +96,8 @@ static bool IsBeside(const BoxInClip& box) {
     return false;
 }
 
-static bool IsTooSmall(const Rect& viewport) {
+static bool IsTiny(const Rect& viewport) {
     return Width(viewport) < kSmallestViewport || Height(viewport) < kSmallestViewport;
-}
-
-bool IsBesideView(const Mesh& mesh, const VertexTransform& transform) {
-    if (IsTooSmall(transform.viewport) || mesh.vertices.empty()) return false;
-    return IsBeside(PlaceBox(mesh, transform));
 }
 
 static Range RangeOf(const BoxInClip& box, const Vec4& row, float size) {
@@ -132,13 +131,8 @@ static float Moved(float size, float sizeW, float leastW, float most, float half
 
 static float LengthOf(const Vec4& row) { return Length({row.x, row.y, row.z}); }
 
-MeshPlace PlaceMesh(const Mesh& mesh, const VertexTransform& transform) {
+static MeshPlace PlaceMesh(const Mesh& mesh, const Rect& viewport, const BoxInClip& box) {
     MeshPlace place;
-    const Rect& viewport = transform.viewport;
-    if (IsTooSmall(viewport) || mesh.vertices.empty()) return place;
-    const BoxInClip box = PlaceBox(mesh, transform);
-    place.isBeside = IsBeside(box);
-    if (place.isBeside) return place;
     place.toClip = box.toClip;
     place.sizes = box.sizes;
     const Vec4 rowX = Row(box.toClip, 0), rowY = Row(box.toClip, 1), rowW = Row(box.toClip, 3);
@@ -168,5 +162,73 @@ MeshPlace PlaceMesh(const Mesh& mesh, const VertexTransform& transform) {
         std::max(Moved(box.sizes.x, box.sizes.w, w.low, across, halfWidth, static_cast<float>(viewport.left)),
                  Moved(box.sizes.y, box.sizes.w, w.low, down, halfHeight, static_cast<float>(viewport.top)));
     place.isBounded = mesh.measures.identity != nullptr;
+    const float extent = place.edge + 2 * place.moved;
+    place.isTooSmall = place.isBounded && kAreaOfEdges * extent * extent < kSmallestArea;
     return place;
+}
+
+bool IsBesideView(const Mesh& mesh, const VertexTransform& transform) {
+    if (IsTiny(transform.viewport) || mesh.vertices.empty()) return false;
+    return IsBeside(PlaceBox(mesh, transform));
+}
+
+MeshPlace PlaceMesh(const Mesh& mesh, const VertexTransform& transform) {
+    if (IsTiny(transform.viewport) || mesh.vertices.empty()) return {};
+    const BoxInClip box = PlaceBox(mesh, transform);
+    if (IsBeside(box)) return {.isBeside = true};
+    return PlaceMesh(mesh, transform.viewport, box);
+}
+
+// A mesh of ordinary size is told from one too small by a bound that costs little: seen straight from the
+// front, an edge has at least this length on the screen. Only below it everything is computed.
+bool IsInvisible(const Mesh& mesh, const VertexTransform& transform) {
+    constexpr float kMaybeTooSmall = 0.01f;  // pixels
+    if (IsTiny(transform.viewport) || mesh.vertices.empty()) return false;
+    const BoxInClip box = PlaceBox(mesh, transform);
+    if (IsBeside(box)) return true;
+    const float w = Dot(Row(box.toClip, 3), box.bounds.centre);
+    const float pixelsPerUnit =
+        LengthOf(Row(box.toClip, 0)) * 0.5f * static_cast<float>(Width(transform.viewport));
+    if (!(mesh.measures.longestEdge * pixelsPerUnit < kMaybeTooSmall * w)) return false;
+    return PlaceMesh(mesh, transform.viewport, box).isTooSmall;
+}
+
+// A point lies to the right of column x where clip x is more than w times x, and so on, wherever w is above
+// 0, as it is for all that is visible. Linear as this is, it holds for a face when it holds for its corners.
+PixelPlanes PlanesAround(Point pixel, const Rect& viewport, const Matrix4& viewProjection) {
+    constexpr float kMarginOfPixel = 2;  // more than what projecting rounds
+    const Vec4 rowX = Row(viewProjection, 0), rowY = Row(viewProjection, 1), rowW = Row(viewProjection, 3);
+    const float width = static_cast<float>(Width(viewport)), height = static_cast<float>(Height(viewport));
+    const float x = static_cast<float>(pixel.x - viewport.left) + 0.5f,
+                y = static_cast<float>(pixel.y - viewport.top) + 0.5f;
+    PixelPlanes around;
+    for (size_t i = 0; i < 4; ++i) {
+        const float outward = i % 2 == 0 ? 1.0f : -1.0f;
+        const float margin = outward * kMarginOfPixel;
+        const Vec4& row = i < 2 ? rowX : rowY;
+        const float place = i < 2 ? (x + margin) / width * 2 - 1 : 1 - (y - margin) / height * 2;
+        around.planes[i] = Scaled(Beyond(row, 1, Scaled(rowW, place)), outward);
+        const Vec4 sizes = Scaled(Sizes(rowW), std::abs(place)), ofRow = Sizes(row);
+        around.sizes[i] = {sizes.x + ofRow.x, sizes.y + ofRow.y, sizes.z + ofRow.z, sizes.w + ofRow.w};
+    }
+    return around;
+}
+
+bool MissesPixel(const Mesh& mesh, const Matrix4& world, const PixelPlanes& around) {
+    if (mesh.measures.identity == nullptr) return false;
+    float scale = 0;
+    for (size_t row = 0; row < 3; ++row)
+        scale += Dot(Vec3{world.m[row][0], world.m[row][1], world.m[row][2]},
+                     Vec3{world.m[row][0], world.m[row][1], world.m[row][2]});
+    const float reach = 1.001f * mesh.measures.reach * std::sqrt(scale) + 1e-18f;  // of the sphere
+    const Vec3 centre = Translation(world);
+    const Vec4 at{centre.x, centre.y, centre.z, 1};
+    const Vec4 farthest{std::abs(centre.x) + reach, std::abs(centre.y) + reach, std::abs(centre.z) + reach,
+                        1};
+    for (size_t i = 0; i < 4; ++i) {
+        const Vec4& plane = around.planes[i];
+        const float least = 1.001f * reach * LengthOf(plane) + kRounding * Dot(around.sizes[i], farthest);
+        if (Dot(plane, at) > least) return true;
+    }
+    return false;
 }

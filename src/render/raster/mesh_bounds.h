@@ -3,16 +3,23 @@
 
 #include "render/raster/mesh_to_draw.h"
 
+#include <array>
+
 // True when it is certain that no face of the mesh shows a pixel, because all of it lies beyond one side of
 // the viewport or behind the eye. Says so with a wide margin: an eighth of the viewport.
 bool IsBesideView(const Mesh& mesh, const VertexTransform& transform);
 
+// True when it is certain that no face of the mesh shows a pixel, because it is beside the view, or each of
+// its faces is so small on the screen that it is not drawn.
+bool IsInvisible(const Mesh& mesh, const VertexTransform& transform);
+
 // What is certain of the corners on the screen that TransformVertices will give, rounding included.
 struct MeshPlace {
-    bool isBeside = false;   // see IsBesideView
-    bool isBounded = false;  // the rest is known
-    Rect pixels{};           // of the viewport: the mesh shows nothing outside, and may be empty
-    float nearest = 0;       // no corner has a depth before this; above 0
+    bool isBeside = false;    // see IsBesideView
+    bool isTooSmall = false;  // no face is large enough to be drawn
+    bool isBounded = false;   // the rest is known
+    Rect pixels{};            // of the viewport: the mesh shows nothing outside, and may be empty
+    float nearest = 0;        // no corner has a depth before this; above 0
     float leastW = 0, mostW = 0;
     float edge = 0;   // no edge of a face is wider or higher, pixels
     float moved = 0;  // no corner is farther from its exact place, pixels
@@ -21,3 +28,15 @@ struct MeshPlace {
 };
 
 MeshPlace PlaceMesh(const Mesh& mesh, const VertexTransform& transform);
+
+// The world around what a pixel shows, as four planes that look outwards, two pixels off its centre.
+struct PixelPlanes {
+    std::array<Vec4, 4> planes{};
+    std::array<Vec4, 4> sizes{};  // sums of what each plane was added from, without signs
+};
+
+PixelPlanes PlanesAround(Point pixel, const Rect& viewport, const Matrix4& viewProjection);
+
+// True when it is certain that the mesh does not show the pixel: a sphere around it lies beyond one of the
+// planes. Of a mesh that was measured; of others nothing is certain.
+bool MissesPixel(const Mesh& mesh, const Matrix4& world, const PixelPlanes& around);

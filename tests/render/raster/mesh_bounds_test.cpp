@@ -10,6 +10,7 @@
 #include "doctest/doctest.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 constexpr int32_t kWidth = 64, kHeight = 40;
@@ -67,4 +68,72 @@ TEST_CASE("what is behind the eye or far to a side lies beside the view, what is
     CHECK(isBeside(0, -9, 5));
     CHECK_FALSE(isBeside(std::numeric_limits<float>::quiet_NaN(), 9, 5));
     CHECK_FALSE(IsBesideView({}, {{}, ProjectionMatrix(100, 100), {0, 0, 100, 100}}));
+}
+
+TEST_CASE("a mesh of faces too small to be drawn is invisible, one of faces a little larger is not") {
+    constexpr uint32_t kSeed = 404;
+    INFO("seed ", kSeed);
+    RandomSource random(kSeed);
+    const std::vector<Mesh> meshes = BuildBuiltinMeshes();
+    StartPicture(kWidth, kHeight);
+    int32_t invisible = 0, shown = 0;
+    for (int round = 0; round < 4000; ++round) {
+        MeshDraw draw{.viewProjection = ProjectionMatrix(kWidth, kHeight)};
+        const float distance = random.Between(1, 90);
+        const float size = distance * random.Between(1e-6f, random.OneIn(2) ? 2e-4f : 4e-3f);
+        // On the centre of a pixel: what has an area there is seen.
+        const float slope = 2 * std::tan(0.6108653f) / kHeight;
+        const Vec3 centre{0.5f * slope * distance, 0.5f * slope * distance, distance};
+        draw.world =
+            LocalMatrix(centre, {random.Between(-3, 3), random.Between(-3, 3), 0}, {size, size, size});
+        const Mesh& mesh = meshes[static_cast<size_t>(random.IntBetween(0, kBuiltinMeshCount - 1))];
+        DrawMeshPlainly(mesh, draw);
+        const bool isShown = std::ranges::any_of(frameBuffer.depth, [](float depth) { return depth < 1; });
+        const bool isInvisible = IsInvisible(mesh, {draw.world, draw.viewProjection, frameBuffer.viewport});
+        CAPTURE(round);
+        REQUIRE(!(isShown && isInvisible));
+        invisible += isInvisible;
+        shown += isShown;
+        if (isShown) std::fill(frameBuffer.depth.begin(), frameBuffer.depth.end(), kFarDepth);
+    }
+    CHECK(invisible > 500);
+    CHECK(shown > 1000);
+}
+
+TEST_CASE("a mesh that is said to miss a pixel does not draw it") {
+    constexpr uint32_t kSeed = 8128;
+    INFO("seed ", kSeed);
+    RandomSource random(kSeed);
+    const std::vector<Mesh> meshes = BuildBuiltinMeshes();
+    StartPicture(kWidth, kHeight);
+    frameBuffer.viewport = {5, 3, 60, 39};
+    int64_t missed = 0, drawn = 0, asked = 0;
+    for (int round = 0; round < 1500; ++round) {
+        const CameraPose camera{{random.Between(-3, 3), random.Between(-3, 3), random.Between(-6, 1)},
+                                random.Between(-1, 1),
+                                random.Between(-1, 1)};
+        MeshDraw draw{.eye = camera.position, .light{0, 1, 0}};
+        draw.viewProjection = MultiplyMatrix(ProjectionMatrix(55, 36), ViewMatrix(camera));
+        const float size = random.OneIn(3) ? 4.0f : 0.6f;
+        draw.world = LocalMatrix({random.Between(-9, 9), random.Between(-9, 9), random.Between(-9, 20)},
+                                 {random.Between(-3, 3), random.Between(-3, 3), 0},
+                                 {size, random.Between(-2, 2), size});
+        const Mesh& mesh = meshes[static_cast<size_t>(random.IntBetween(0, kBuiltinMeshCount - 1))];
+        std::fill(frameBuffer.depth.begin(), frameBuffer.depth.end(), kFarDepth);
+        DrawMeshPlainly(mesh, draw);
+        for (Point p{5, 3}; p.y < 39; p.y += 3) {
+            for (p.x = 5; p.x < 60; p.x += 2) {
+                const bool isDrawn = frameBuffer.depth[static_cast<size_t>(p.y * kWidth + p.x)] < kFarDepth;
+                const PixelPlanes around = PlanesAround(p, frameBuffer.viewport, draw.viewProjection);
+                const bool isMissed = MissesPixel(mesh, draw.world, around);
+                CAPTURE(round);
+                REQUIRE(!(isDrawn && isMissed));
+                ++asked;
+                missed += isMissed;
+                drawn += isDrawn;
+            }
+        }
+    }
+    CHECK(missed > asked / 2);
+    CHECK(drawn > 10'000);
 }
