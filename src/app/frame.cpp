@@ -57,7 +57,7 @@ static void DrawCurrentScreen() {
         case Shown::Hub: return DrawProjectHub(CurrentHubLayout());
         case Shown::Blueprint: return DrawBlueprintScreen(CurrentBlueprintLayout());
         case Shown::Prefab:
-        case Shown::Scene:
+        case Shown::SceneEditor:
         case Shown::Game: return DrawEditorOrGame(CurrentLayout());
     }
 }

@@ -67,7 +67,7 @@ static void SendToOwner(const KeyboardOwner& owner, uint32_t key) {
 static bool HasKeyState(uint32_t key) { return key < editorState.keyDown.size(); }
 
 // In the other editors it leads back to the Scene editor.
-static bool EscapeEndsProgram() { return ShownScreen() == Shown::Scene || ShownScreen() == Shown::Game; }
+static bool EscapeEndsProgram() { return ShownScreen() == Shown::SceneEditor || ShownScreen() == Shown::Game; }
 
 // The Project Hub has few keys. What is held there does not move anything.
 static void OnHubKeyDown(uint32_t key, bool isRepeat) {

@@ -35,7 +35,7 @@ constexpr MenuTable kAddNodeMenu{
     .title = L"Add Node",
     .titleTop = 10,
     .titleHeight = 14,
-    .titleColor{0xF6F2EE},
+    .titleColor = TextColor{0xF6F2EE},
     .box = [](Point corner,
               const MenuArea& area) { return AddNodeMenuRect(corner, area.width, area.height); },
     .beside = PressBesideItems::Closes,

@@ -66,8 +66,8 @@ static void PickCameraBackground(GameObject& object, const ZonePress& press) {
     object.cameraBackgroundSet = true;
 }
 
-constexpr float Brightness(Object object) { return object.cameraBrightness; }
-constexpr float Darkness(Object object) { return 1 - object.cameraBrightness; }
+constexpr float Brightness(SeenObject object) { return object.cameraBrightness; }
+constexpr float Darkness(SeenObject object) { return 1 - object.cameraBrightness; }
 // clang-format off
 constexpr InspectorRow kCameraRows[] = {
     { 36, L"Background", 52, WheelContent{&GameObject::cameraBackground, kSmallWheelCentre, kSmallWheel}},

@@ -7,7 +7,7 @@
 
 #include <algorithm>
 
-using Object = const GameObject&;
+using SeenObject = const GameObject&;
 using Edited = GameObject&;
 using Press = const ZonePress&;
 

@@ -86,7 +86,7 @@ static void AddRigidbody(GameObject& object) {
 constexpr InspectorRow kRigidbodyRows[] = {
     {34, L"Mass",       44, &GameObject::mass},
     {62, L"Drag",       45, &GameObject::drag},
-    {90, L"Velocity Y",  0, [](Object o) { return Fixed(o.velocity.y, 2); }},
+    {90, L"Velocity Y",  0, [](SeenObject o) { return Fixed(o.velocity.y, 2); }},
 };
 constexpr InspectorAction kRigidbodyActions[] = {
     {42, kNoUndo, &GameObject::rigidbodyExpanded, OnOffMessage{L"Rigidbody rozbalen.", L"Rigidbody sbalen."}},

@@ -40,14 +40,14 @@ void AddShape(GameObject& object) {
 
 // clang-format off
 constexpr InspectorRow kShapeRows[] = {
-    {34, L"Mesh",     36, [](Object o) { return MeshName(o.meshIndex); }},
-    {62, L"Material",  0, [](Object o) { return std::wstring{o.hasColor ? L"Color Script" : L"Default"}; }},
+    {34, L"Mesh",     36, [](SeenObject o) { return MeshName(o.meshIndex); }},
+    {62, L"Material",  0, [](SeenObject o) { return std::wstring{o.hasColor ? L"Color Script" : L"Default"}; }},
 };
 constexpr InspectorAction kShapeActions[] = {
     { 3, kNoUndo, &GameObject::shapeExpanded, OnOffMessage{L"Shape rozbalen.", L"Shape sbalen."}},
     { 4, "Remove shape", [](Edited o, Press) { o.hasShape = false; }, L"Vlastnost Shape byla odebrana."},
     {36, "Change shape mesh", ChangeMesh,
-         [](Object o) { return L"Shape mesh zmenen na: " + MeshName(o.meshIndex); }},
+         [](SeenObject o) { return L"Shape mesh zmenen na: " + MeshName(o.meshIndex); }},
 };
 // clang-format on
 constexpr bool HasMesh(const GameObject& object) { return object.hasShape && object.meshIndex >= 0; }
@@ -77,8 +77,8 @@ static void AddColor(GameObject& object) {
     object.colorWheelExpanded = false;
 }
 
-constexpr float Roughness(Object object) { return object.roughness; }
-constexpr float Gloss(Object object) { return object.gloss; }
+constexpr float Roughness(SeenObject object) { return object.roughness; }
+constexpr float Gloss(SeenObject object) { return object.gloss; }
 // clang-format off
 constexpr InspectorRow kColorRows[] = {
     { 36, L"Color", 15, WheelContent{&GameObject::color, kSmallWheelCentre, kSmallWheel}},
@@ -132,7 +132,7 @@ static void AddAnimation(GameObject& object) {
 
 // clang-format off
 constexpr InspectorRow kAnimationRows[] = {
-    {34, L"Type",  16, [](Object o) { return std::wstring{AnimationName(o)}; }},
+    {34, L"Type",  16, [](SeenObject o) { return std::wstring{AnimationName(o)}; }},
     {68, L"Speed", 17, &GameObject::animationSpeed},
 };
 constexpr InspectorAction kAnimationActions[] = {
@@ -140,7 +140,7 @@ constexpr InspectorAction kAnimationActions[] = {
     { 8, "Remove animation", [](Edited o, Press) { o.hasAnimation = false; },
          L"Animation type rotation byla odebrana."},
     {16, "Change animation type", NextAnimation,
-         [](Object o) { return std::wstring{L"Animation type: "} + AnimationName(o); }},
+         [](SeenObject o) { return std::wstring{L"Animation type: "} + AnimationName(o); }},
     {17, "Change animation speed",
          [](Edited o, Press) { o.animationSpeed = NextStep(o.animationSpeed, 0.5f, 4, 0.5f); },
          L"Animation speed zmenen."},
@@ -181,7 +181,7 @@ static void AddTexture(GameObject& object) {
 // clang-format off
 constexpr InspectorRow kTextureRows[] = {
     {34, L"Image",  0, TextureName},
-    {62, L"Mode",  39, [](Object o) { return std::wstring{o.textureRepeat ? L"Repeat" : L"Stretch"}; }},
+    {62, L"Mode",  39, [](SeenObject o) { return std::wstring{o.textureRepeat ? L"Repeat" : L"Stretch"}; }},
 };
 constexpr InspectorAction kTextureActions[] = {
     {37, kNoUndo, &GameObject::textureExpanded, OnOffMessage{L"Texture rozbalena.", L"Texture sbalena."}},

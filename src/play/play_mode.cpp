@@ -19,7 +19,7 @@ void ResetGameState() {
     ShowScore();
 }
 
-static bool IsEditingScene() { return !editorState.playMode && ShownScreen() == Shown::Scene; }
+static bool IsEditingScene() { return !editorState.playMode && ShownScreen() == Shown::SceneEditor; }
 
 void StartPlayMode() {
     if (!IsEditingScene()) return;

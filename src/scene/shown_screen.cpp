@@ -11,5 +11,5 @@ Shown ShownScreen() {
         case Screen::PrefabEditor: return Shown::Prefab;
         case Screen::SceneEditor: break;
     }
-    return Shown::Scene;
+    return Shown::SceneEditor;
 }

@@ -4,11 +4,11 @@
 #include <cstdint>
 
 enum class Shown : int32_t {
-    Hub,        // the Project Hub, before a project is open
-    Blueprint,  // the Blueprint screen in place of the Scene editor
-    Prefab,     // the Scene editor with a prefab's objects
-    Scene,      // the Scene editor, Play mode included
-    Game,       // the runtime: a built game without panels
+    Hub,          // the Project Hub, before a project is open
+    Blueprint,    // the Blueprint screen in place of the Scene editor
+    Prefab,       // the Scene editor with a prefab's objects
+    SceneEditor,  // Play mode included
+    Game,         // the runtime: a built game without panels
 };
 
 Shown ShownScreen();
