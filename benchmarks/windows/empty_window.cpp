@@ -1,6 +1,9 @@
-// What any program pays for a window: the peer of the start. A window of the editor's first size, filled with
-// one colour.
+// What any program pays for a window: the peer of the start, and of the program at rest. A window of the editor's
+// first size, filled with one colour. With "loop" on its command line it asks for messages and sleeps a millisecond
+// in turn, as the program does, rather than waiting for the next message.
 #include <windows.h>
+
+#include <cwchar>
 
 constexpr COLORREF kFill = RGB(0x22, 0x44, 0x66);
 
@@ -32,6 +35,15 @@ int main() {
                     CW_USEDEFAULT, CW_USEDEFAULT, outer.right - outer.left, outer.bottom - outer.top, nullptr,
                     nullptr, windowClass.hInstance, nullptr);
     MSG message{};
-    while (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
-    return 0;
+    if (!std::wcsstr(GetCommandLineW(), L"loop")) {
+        while (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
+        return 0;
+    }
+    for (;;) {
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+            if (message.message == WM_QUIT) return 0;
+            DispatchMessageW(&message);
+        }
+        Sleep(1);
+    }
 }
