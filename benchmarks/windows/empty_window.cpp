@@ -1,6 +1,6 @@
-// What any program pays for a window: the peer of the start, and of the program at rest. A window of the editor's
-// first size, filled with one colour. With "loop" on its command line it asks for messages and sleeps a millisecond
-// in turn, as the program does, rather than waiting for the next message.
+// What any program pays for a window: the peer of the start, and of the program at rest. A window of the
+// editor's first size, filled with one colour. With "loop" on its command line it asks for messages and
+// sleeps a millisecond in turn, as the program does, rather than waiting for the next message.
 #include <windows.h>
 
 #include <cwchar>
