@@ -11,7 +11,7 @@
 #include <span>
 #include <utility>
 
-constexpr int32_t kFewAdded = 32;  // added boxes that are not worth a new tree
+constexpr int32_t kFewAdded = 32;  // added boxes that do not yet justify a new tree
 constexpr size_t kDeepest = 64;    // more nodes than wait in a search: three a level, and four boxes a node
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
 constexpr float kNotANumber = std::numeric_limits<float>::quiet_NaN();

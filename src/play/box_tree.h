@@ -1,4 +1,4 @@
-// Finds among many boxes the next one that touches a given box, without looking at all of them.
+// A tree of boxes: finds those that touch a given box without testing all of them.
 #pragma once
 
 #include "base/box.h"
@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <vector>
 
-// A box and the number that it is known by.
+// A box and the number by which callers know it.
 struct NumberedBox {
     Box box{};
     int32_t number = 0;
@@ -39,11 +39,11 @@ struct BoxTree {
 // Makes the bounds of all nodes as tight as their boxes allow.
 void MeasureNodes(BoxTree& tree);
 
-// Every number is there once, from 0 on; gaps cost four bytes each.
+// Numbers start at 0 and are unique; each gap costs four bytes.
 BoxTree BuildBoxTree(std::vector<NumberedBox> boxes);
 
-// Gives every box that was in the tree when it was built a new place: `boxOf` names it by its number. Costs
-// less than building a tree, which stays as good as long as neighbours stay neighbours.
+// Moves every box that the tree was built from; `boxOf` gives the new box for a number. Cheaper than building
+// a tree, and as good while neighbours stay neighbours.
 template <typename BoxOf>
 void RefitBoxTree(BoxTree& tree, BoxOf boxOf) {
     for (NumberedBox& numbered : tree.boxes) numbered.box = boxOf(numbered.number);
@@ -53,13 +53,13 @@ void RefitBoxTree(BoxTree& tree, BoxOf boxOf) {
 // Adds a box with a number that is not there.
 void AddBox(const NumberedBox& added, BoxTree& tree);
 
-// Nothing happens when there is no box with that number.
+// Does nothing when no box has that number.
 void MoveBox(const NumberedBox& moved, BoxTree& tree);
 
-// The numbers of all boxes that touch `box`, but not `except`, in order. False when there are more than
-// `most`: `found` is then of no use.
+// The numbers of all boxes except `except` that touch `box`, in order. False when there are more than `most`:
+// `found` is then incomplete.
 bool FindTouching(const Box& box, int32_t except, size_t most, const BoxTree& tree,
                   std::vector<int32_t>& found);
 
-// The lowest number above `after` whose box touches `box`, but not `except`. -1 when there is none.
+// The lowest number above `after`, other than `except`, whose box touches `box`. -1 when there is none.
 int32_t NextTouching(const Box& box, int32_t after, int32_t except, const BoxTree& tree);

@@ -11,6 +11,9 @@
 
 constexpr float kReach = 0.08f;  // world units around the collector's box
 
+// An object collects by prefab or by name, never both, and at most one thing a frame: two coins that are
+// touched at once count in two frames. What was collected becomes inactive with all below it, so that it
+// neither counts again nor stands in anybody's way later in the same frame.
 static void Collect(int32_t index, const std::wstring& message, WorldBoxes& boxes) {
     SetActiveRecursive(index, false, boxes);
     ++editorState.score;

@@ -6,11 +6,11 @@
 #include <cstdint>
 
 // Hides at most one thing that the object touches, and counts it: an instance of its `collectPrefab`, or
-// where there is no such file the object named `collectTarget`. An inactive object collects nothing. `index`
+// if that file does not exist the object named `collectTarget`. An inactive object collects nothing. `index`
 // names an object.
 void CollectOnTouchStep(int32_t index, PlayPass& pass);
 
-// Of the object and all below it.
+// Sets `active` of the object and of everything below it.
 void SetActiveRecursive(int32_t index, bool active, WorldBoxes& boxes);
 
 // Writes the score into the score text: the first active Text object whose name or text contains "score" or

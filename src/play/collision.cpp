@@ -64,7 +64,9 @@ static Box Along(const Box& box, Vec3 way) {
     return swept;
 }
 
-// What moves along with the mover, its children, may not be met where it was.
+// The solid objects along the whole way, found with one search in place of one for each step and push. Good
+// as long as the mover stays in the region that was searched; outside it every step searches for itself. A
+// mover with children searches each time: they move along, so their boxes do not stay where they were found.
 static Neighbours FindNeighbours(int32_t index, Vec3 displacement, WorldBoxes& boxes) {
     constexpr float kMargin = 0.05f;  // world units: what pushing out moves sideways and back
     constexpr size_t kMost = 32;
@@ -75,7 +77,7 @@ static Neighbours FindNeighbours(int32_t index, Vec3 displacement, WorldBoxes& b
     return found;
 }
 
-// As NextSolid.
+// Like NextSolid, from the list where it is good.
 static int32_t NextNeighbour(const Box& mover, int32_t after, int32_t index, const Neighbours& neighbours,
                              WorldBoxes& boxes) {
     if (!neighbours.areKnown || !Holds(neighbours.region, mover))
@@ -86,6 +88,10 @@ static int32_t NextNeighbour(const Box& mover, int32_t after, int32_t index, con
     return -1;
 }
 
+// One step along one axis. The mover goes first and is then pushed back out of each solid object that it
+// touches, in scene order and each one once. A push moves it away from what it met and perhaps into something
+// else, which the rest of the walk finds if it stands later in the scene: the order of the scene decides, and
+// the saved games and their plain twin depend on it.
 static void MoveAlong(int32_t index, Axis axis, float step, const Neighbours& neighbours, WorldBoxes& boxes) {
     if (step == 0) return;
     Shift(index, axis, step, boxes);

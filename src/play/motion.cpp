@@ -55,8 +55,8 @@ void PlayerControllerStep(int32_t index, float dt, WorldBoxes& boxes) {
     }
 }
 
-// ---- Gravity. The speed changes first and then moves the object, and a landing sets it to 0 on the way:
-// what rests on the ground falls anew by one frame's speed in each frame and is pushed back out.
+// ---- Gravity. The speed changes first and then moves the object, and a landing sets it to 0:
+// a resting object falls by one frame's speed in every frame and is pushed back out.
 
 static bool Falls(const GameObject& object) {
     return object.active && (object.hasGravitation || object.hasRigidbody) && !object.isEntity &&

@@ -21,6 +21,8 @@ void ResetGameState() {
 
 static bool IsEditingScene() { return !editorState.playMode && ShownScreen() == Shown::SceneEditor; }
 
+// A game plays in the edited scene itself, so what it may change is put aside first and comes back whole:
+// whatever a game does, stopping it undoes.
 void StartPlayMode() {
     if (!IsEditingScene()) return;
     editorState.sceneBeforePlay = KeepScene();

@@ -1,7 +1,7 @@
 // Switching between editing and playing, and the state of a running game.
 #pragma once
 
-// Puts velocities, animation clock and score to where a game begins, and shows the score.
+// Resets velocities, animation clock and score for a new game, and shows the score.
 void ResetGameState();
 
 // Keeps scene, undo history, editor camera, animation clock and selection aside and begins to play. Only in

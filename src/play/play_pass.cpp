@@ -23,6 +23,9 @@ bool FirstByName::Equal::operator()(int32_t index, std::wstring_view name) const
     return NameOf(index) == name;
 }
 
+// The tables of names and prefabs are filled lazily, by the first question, and continued by later ones:
+// objects are only ever added at the end during a pass. Names are hashed by object index, so that no name is
+// copied.
 int32_t FirstObjectNamed(const std::wstring& name, SceneLookup& lookup) {
     FirstByName& names = lookup.names;
     for (; names.seen < editorState.scene.size(); ++names.seen) {

@@ -27,10 +27,11 @@ struct FirstByName {
         bool operator()(int32_t index, std::wstring_view name) const;
     };
     std::unordered_set<int32_t, Hash, Equal> indices{};
-    size_t seen = 0;  // objects that are taken in
+    size_t seen = 0;  // objects that were looked at so far
 };
 
-// The objects that were active when they were taken in and were made from a prefab, in scene order.
+// By prefab the objects that were made from it, in scene order. Those inactive when first looked at are
+// missing.
 struct InstancesByPrefab {
     std::unordered_map<std::wstring, std::vector<int32_t>> indices{};
     size_t seen = 0;
@@ -54,8 +55,8 @@ struct PlayPass {
 // The first object with that name. -1 when there is none.
 int32_t FirstObjectNamed(const std::wstring& name, SceneLookup& lookup);
 
-// All objects made from the prefab, but for some or all of those that are inactive.
+// The instances of a prefab, in scene order. May leave out inactive ones.
 std::span<const int32_t> InstancesOf(const std::wstring& prefab, SceneLookup& lookup);
 
-// True for a path that is not empty and that of a file.
+// True when the path names a file.
 bool IsFile(const std::wstring& path, SceneLookup& lookup);

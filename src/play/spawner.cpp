@@ -22,7 +22,7 @@ static Vec3 RandomSpotOn(const Box& box) {
     return {x, box.max.y + kHeight, z};
 }
 
-// Gives the spawner the first prefab of the project when its own is not there. False when there is none.
+// Gives the spawner the first prefab of the project when its own does not exist. False when there is none.
 static bool FindPrefab(GameObject& spawner, SceneLookup& lookup) {
     if (IsFile(spawner.spawnerPrefab, lookup)) return true;
     const auto& files = editorState.fileEntries;
@@ -52,6 +52,9 @@ static bool WasPlacedBy(const std::wstring& prefab, int32_t spawner, const PlayP
     return false;
 }
 
+// In this order: is there a prefab, was this spawner itself placed by it in this pass, does an instance stand
+// here already. Only then a random spot is drawn, so that the random sequence depends on what was placed and
+// on nothing else.
 void SpawnerStep(int32_t index, PlayPass& pass) {
     GameObject& spawner = editorState.scene[index];
     if (!spawner.active || !spawner.hasShape) return;

@@ -10,8 +10,8 @@
 // In place of the index of a mesh.
 constexpr int32_t kCubeShape = -1, kUnknownShape = -2;
 
-// The extent of an object's shape, turned and scaled, so that a shape that only moves need not be walked
-// again. Good as long as the mesh library is the same.
+// The extent of an object's shape, turned and scaled, cached so that a shape that only moves is not
+// transformed again. Valid as long as the mesh library stays the same.
 struct TurnedShape {
     Vec3 rotation{}, scale{};      // of an object without parent
     Matrix4 world{};               // of one with parents; its translation does not matter

@@ -9,9 +9,15 @@
 constexpr float kNotANumber = std::numeric_limits<float>::quiet_NaN();
 constexpr Box kNowhere{{kNotANumber, kNotANumber, kNotANumber}, {kNotANumber, kNotANumber, kNotANumber}};
 
+// How the boxes are cached. A box is computed when it is first asked for and stays until somebody reports a
+// move of its object or of one above it. Only what was asked for is marked as used, together with all above
+// it, so a report reaches what depends on it and walks through nothing else. The tree over the solid objects
+// follows lazily: moved boxes are listed as stale and entered when the tree is asked next, because a mover
+// changes its box many times before another object asks.
+
 static int32_t ObjectCount() { return static_cast<int32_t>(editorState.scene.size()); }
 
-// What the tree knows of an object: nothing touches one that is not solid any more.
+// The box that stands for an object in the tree. Nothing touches an object that is no longer solid.
 static NumberedBox InTree(int32_t index, const WorldBoxes& boxes) {
     return {IsSolid(index) ? boxes.objects[index].box : kNowhere, index};
 }
@@ -38,8 +44,8 @@ static void RefreshBox(int32_t index, WorldBoxes& boxes) {
     if (boxes.hasTree) MoveBox(InTree(index, boxes), boxes.solids);
 }
 
-// True when the way up from an object leads round in a circle. Ways that a walk from `firstWalk` on has gone
-// are not gone again.
+// True when the chain of parents runs into a cycle. Parts of it that a walk since `firstWalk` has visited are
+// not walked again.
 static bool LeadsIntoCycle(int32_t index, uint32_t firstWalk, WorldBoxes& boxes) {
     const uint32_t walk = ++boxes.visits;
     while (IsObjectIndex(index)) {
@@ -106,7 +112,7 @@ void StartPass(WorldBoxes& boxes) {
     for (CachedBox& cached : boxes.objects) cached = {.shape = cached.shape};
     boxes.worlds = WorldMatrices(editorState.scene);
     boxes.hasTree = false;
-    boxes.late.clear();
+    boxes.stale.clear();
     boxes.visits = 0;
     boxes.dependsOnCount = false;
     TakeIn(0, boxes);
@@ -121,6 +127,8 @@ static bool HoldsExactly(const std::vector<NumberedBox>& solids, const BoxTree& 
     });
 }
 
+// Builds the tree, or measures that of the pass before anew while it holds the same objects: neighbours
+// seldom change within a second, and measuring costs a tenth of building.
 static void MakeTree(WorldBoxes& boxes) {
     constexpr int32_t kOldest = 60;  // passes after which neighbours may have parted
     std::vector<NumberedBox> solids;
@@ -139,13 +147,14 @@ static void MakeTree(WorldBoxes& boxes) {
     boxes.hasTree = true;
 }
 
-// Brings the tree up to date, but for the box of `except`, which may stay late.
+// Brings the tree up to date, except for the box of `except`, which may stay stale: the mover asks about
+// others, and its own box changes again with its next step.
 static void RefreshTree(int32_t except, WorldBoxes& boxes) {
     if (!boxes.hasTree) MakeTree(boxes);
-    std::erase_if(boxes.late, [&](int32_t index) {
+    std::erase_if(boxes.stale, [&](int32_t index) {
         if (index == except) return false;
         RefreshBox(index, boxes);
-        boxes.objects[index].isLate = false;
+        boxes.objects[index].isStale = false;
         return true;
     });
 }
@@ -155,9 +164,9 @@ static void Outdate(int32_t index, WorldBoxes& boxes) {
     cached.isFresh = false;
     cached.isUsed = false;
     boxes.worlds.Forget(index);
-    if (!boxes.hasTree || cached.isLate || !IsSolid(index)) return;
-    cached.isLate = true;
-    boxes.late.push_back(index);
+    if (!boxes.hasTree || cached.isStale || !IsSolid(index)) return;
+    cached.isStale = true;
+    boxes.stale.push_back(index);
 }
 
 bool IsSolid(int32_t index) {

@@ -17,7 +17,7 @@ struct CachedBox {
     TurnedShape shape{};
     bool isFresh = false;  // `box` is the object's
     bool isUsed = false;   // something is known that depends on where the object is; then all above are, too
-    bool isLate = false;   // listed in WorldBoxes::late
+    bool isStale = false;  // listed in WorldBoxes::stale
     int32_t firstChild = -1;   // children in no particular order
     int32_t nextSibling = -1;  // -1 ends the list
     uint32_t lastVisit = 0;    // number of the walk that came here last
@@ -31,7 +31,7 @@ struct WorldBoxes {
     BoxTree solids{};                   // boxes of the objects that others bump into
     bool hasTree = false;               // made, or brought up to date, when it is first asked for
     int32_t treeAge = 0;                // passes since it was made
-    std::vector<int32_t> late{};        // solid objects whose box in the tree may be out of date
+    std::vector<int32_t> stale{};       // solid objects whose box in the tree may be out of date
     std::vector<int32_t> subtree{};     // what SubtreeOf returned last, or ObjectMoved walked through
     std::vector<int32_t> neighbours{};  // scratch of MoveWithCollision
     uint32_t visits = 0;
@@ -40,7 +40,8 @@ struct WorldBoxes {
     bool dependsOnCount = false;  // damaged parents: an added object may change older boxes
 };
 
-// To be called before a pass: keeps what costs least to check again of what an earlier pass found out.
+// To be called before a pass. Keeps from the pass before what is cheap to check again: turned shapes, and the
+// tree's structure.
 void StartPass(WorldBoxes& boxes);
 
 // True for what others bump into: active, with Collision, Shape and a mesh.
@@ -51,7 +52,7 @@ Box WorldBox(int32_t index, WorldBoxes& boxes);
 // The object and all below it. Valid until the next call, and until something moves.
 const std::vector<int32_t>& SubtreeOf(int32_t index, WorldBoxes& boxes);
 
-// To be told after a change of an object's position, rotation or scale, and of `active`.
+// To be called after an object's position, rotation or scale has changed, and after `active` has.
 void ObjectMoved(int32_t index, WorldBoxes& boxes);
 void ActiveChanged(int32_t index, WorldBoxes& boxes);
 
@@ -60,5 +61,5 @@ void ActiveChanged(int32_t index, WorldBoxes& boxes);
 int32_t NextSolid(const Box& box, int32_t after, int32_t except, WorldBoxes& boxes);
 
 // The solid objects whose boxes touch `box`, but not `except`, in scene order. False when there are more than
-// `most`: `found` is then of no use.
+// `most`: `found` is then incomplete.
 bool FindSolids(const Box& box, int32_t except, size_t most, WorldBoxes& boxes, std::vector<int32_t>& found);

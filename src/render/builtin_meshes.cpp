@@ -64,7 +64,7 @@ static Mesh Pyramid() {
     };
 }
 
-// Faces down: from above only the grid is seen.
+// Faces down: from above only the grid is visible.
 static Mesh Ground() {
     return {
         {
@@ -77,7 +77,7 @@ static Mesh Ground() {
     };
 }
 
-// Seen from both sides.
+// Visible from both sides.
 static Mesh Plane() {
     return {
         {

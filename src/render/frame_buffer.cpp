@@ -8,7 +8,7 @@
 
 FrameBuffer frameBuffer;
 
-// For the whole buffer, so that no part of it takes more memory later.
+// Allocates the depths of the whole buffer at once, so that no later frame can run out of memory.
 static bool MakeDepth() {
     FrameBuffer& fb = frameBuffer;
     fb.depth.assign(static_cast<size_t>(fb.width) * static_cast<size_t>(fb.height), kFarDepth);
@@ -64,6 +64,8 @@ void DrawPanelBox(const Rect& rect, Pixel fill, Pixel light) {
     FillRect({right - 1, top, right, bottom}, kBoxDarkEdge);
 }
 
+// Text and images are the system's work, drawn straight into the pixels. It may finish later: the flag makes
+// PreparePixelAccess wait before the program touches pixels itself, and only then.
 void DrawText(int32_t x, int32_t y, const std::wstring& text, TextColor color, int32_t height,
               int32_t weight) {
     if (frameBuffer.pixels == nullptr) return;

@@ -20,8 +20,8 @@ struct FrameBuffer : Surface {
 extern FrameBuffer frameBuffer;
 
 // Makes the buffer `width` x `height`, with every depth far, unless it has that size. A side below 1 leaves
-// the old buffer: a minimised window keeps its picture. False when there is nothing to draw into, for want of
-// memory too; the next call tries again.
+// the old buffer: a minimised window keeps its picture. False when there is nothing to draw into, also when
+// memory runs out; the next call tries again.
 bool EnsureSize(int32_t width, int32_t height);
 
 // Gives the buffer's memory back: the frame buffer is then as it was before its first size.

@@ -32,7 +32,7 @@ static std::wstring AssetsFolder() {
     return KindOfPath(beside) == PathKind::Folder ? beside : L"assets";
 }
 
-// Empty when the file is not there, or nothing that is read here.
+// Empty when the file is missing, or is of a kind that only the system decodes.
 static DecodedImage PixelsOf(const std::wstring& path) {
     std::string bytes;
     DecodedImage pixels;
@@ -40,6 +40,8 @@ static DecodedImage PixelsOf(const std::wstring& path) {
     return pixels;
 }
 
+// The program decodes its own PNG files: waking the system's decoder takes longer than the rest of the start.
+// A file that is not a plain PNG is left to the system.
 void LoadIcons() {
     const std::wstring folder = AssetsFolder() + L"\\";
     for (const auto& [icon, name] : kIconFiles) {

@@ -50,7 +50,7 @@ static size_t IndexIn(const TextPicture& picture, int32_t x, int32_t y) {
 }
 
 // The smallest rectangle around all pixels that are not of the colour that a picture started from, in either
-// of two pictures of the same text: on one of two backgrounds that far apart every mark is seen.
+// of two pictures of the same text. The backgrounds are so different that every mark shows on one of them.
 static Rect InkOf(const TextPicture& first, uint32_t firstGround, const TextPicture& second,
                   uint32_t secondGround) {
     Rect ink{first.width, first.height, 0, 0};
@@ -83,7 +83,7 @@ static std::vector<Pixel> Cut(const TextPicture& picture, const Rect& part) {
     return pixels;
 }
 
-// What leaves the picture is not all that there is.
+// False when the text reaches beyond its picture: the picture then holds only part of it.
 static bool Fits(const Rect& part, const TextPicture& picture) {
     return part.left >= 0 && part.top >= 0 && part.right <= picture.width && part.bottom <= picture.height;
 }

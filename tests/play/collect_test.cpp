@@ -206,7 +206,7 @@ static void StartWith(Scene scene, int32_t score) {
     editorState.score = score;
 }
 
-TEST_CASE("the score is written into the Text whose name or text speaks of it, in any case") {
+TEST_CASE("the score is written into the Text whose name or text mentions it, in any letter case") {
     for (const GameObject& shown :
          {GameObject{.name = L"SKORE", .isText = true},
           GameObject{.name = L"Label", .isText = true, .text = L"your sCoRe here"}}) {
@@ -218,7 +218,7 @@ TEST_CASE("the score is written into the Text whose name or text speaks of it, i
     }
 }
 
-TEST_CASE("a Text that only nearly speaks of the score is one like any other") {
+TEST_CASE("a Text that only nearly mentions the score is like any other") {
     for (const wchar_t* nearly : {L"Skor", L"Scor", L"S core", L"Sk ore"}) {
         StartWith({{.name = L"Title", .isText = true}, {.name = nearly, .isText = true, .text = nearly}}, 7);
         ShowScore();

@@ -60,7 +60,7 @@ TEST_CASE("a mover stops before what stands at the end of a chain of 1,100 paren
     CHECK(Object(1101).position.x == doctest::Approx(1100.999));
 }
 
-TEST_CASE("a way of 13 units takes 64 steps, and one of 64 units no more") {
+TEST_CASE("a way of 13 units takes 64 steps, and one of 64 units takes no more") {
     // Both boxes are 0.04 thick, so a wall is met only where a step ends. 64 steps of 0.203125 units end at
     // 6.5 and not at 6.4; 65 steps of 0.2 would end at 6.4 and not at 6.5.
     struct {

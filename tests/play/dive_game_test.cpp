@@ -56,7 +56,7 @@ TEST_CASE("left alone the diving bell comes to rest on the first ledge") {
     CHECK(editorState.score == 0);
 }
 
-TEST_CASE("walls that are not seen keep the diving bell in the plane of the pearls") {
+TEST_CASE("invisible walls keep the diving bell in the plane of the pearls") {
     for (const wchar_t* scene : {L"Main", L"Reef"}) {
         for (const char key : {'W', 'S'}) {
             OpenSample(L"Dive");

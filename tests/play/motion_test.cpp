@@ -116,7 +116,7 @@ TEST_CASE("a player stops at a wall, slides along it, and walks over the floor i
     CHECK(Object(0).position.y == doctest::Approx(1.021));
 }
 
-TEST_CASE("every object with the script is a player, markers too, but inactive ones stay") {
+TEST_CASE("every object with the script is a player, markers too, but inactive ones do not move") {
     GameObject camera = Player(), inactive = Player(), other = Player();
     camera.isCamera = true;
     inactive.active = false;
@@ -212,7 +212,7 @@ TEST_CASE("a stack of boxes comes to rest with 0.001 between each two") {
     }
 }
 
-TEST_CASE("whether playing or not, nothing falls in edit mode") {
+TEST_CASE("nothing falls in edit mode") {
     StartGame({{.hasGravitation = true}});
     StopPlayMode();
     PlayFrames(5);

@@ -66,7 +66,7 @@ TEST_CASE("boxes touch when they share a point, and never when a coordinate is n
     }
 }
 
-TEST_CASE("a kept box follows its object and those above it") {
+TEST_CASE("a cached box follows its object and those above it") {
     StartGame({{.meshIndex = kCubeMesh},
                {.position{2, 0, 0}, .meshIndex = kCubeMesh, .parentIndex = 0},
                {.position{0, 5, 0}, .meshIndex = kCubeMesh, .parentIndex = 1}});
@@ -121,7 +121,7 @@ TEST_CASE("moving each object of a chain of 20,000 in one pass costs a few steps
     CheckBox(WorldBox(kCount - 1), {19'999, 79'999, -1}, {20'001, 80'001, 1});
 }
 
-TEST_CASE("in long chains kept boxes follow every object that moves") {
+TEST_CASE("in long chains cached boxes follow every object that moves") {
     constexpr uint32_t kSeed = 71;
     INFO("seed ", kSeed);
     RandomSource random(kSeed);
@@ -172,7 +172,8 @@ static void CheckAgainstPlain(WorldBoxes& boxes, const Box& reach) {
     REQUIRE(NextSolid(reach, -1, -1, boxes) == (expected.empty() ? -1 : expected.front()));
 }
 
-TEST_CASE("what is kept from frame to frame is what each frame would find, whatever changes in between") {
+TEST_CASE(
+    "boxes cached from frame to frame are those that each frame would compute, whatever changes in between") {
     constexpr uint32_t kSeed = 60221;
     INFO("seed ", kSeed);
     RandomSource random(kSeed);

@@ -98,7 +98,7 @@ TEST_CASE("the ground lies at -1.05 from -9 to 11 in z and faces down") {
     for (const MeshTriangle& t : ground.triangles) CHECK(FaceNormal(ground, t).y < 0);
 }
 
-TEST_CASE("the plane is seen from both sides") {
+TEST_CASE("the plane is visible from both sides") {
     const Mesh& plane = Meshes()[3];
     const std::vector<MeshVertex> vertices = {{{-1, 0, -1}, Pixel{0xCDC694}},
                                               {{1, 0, -1}, Pixel{0xD8D2A0}},

@@ -159,7 +159,7 @@ TEST_CASE(
     CHECK(CountOf(kBack) == 12 * 12 - 80);
 }
 
-TEST_CASE("where the edges of a small panel box meet, the one drawn last is seen") {
+TEST_CASE("where the edges of a small panel box meet, the one drawn last is visible") {
     // In the order top, second line, bottom, left, right. The second line of a box one pixel high lies below
     // it.
     struct {

@@ -31,7 +31,7 @@ static size_t SystemTexts(Draw draw) {
 
 static void DrawHello(int32_t x = 20, int32_t y = 20) { DrawText(x, y, L"Hello", kInk, 15, kNormal); }
 
-TEST_CASE("a text is drawn by the system once and comes out of kept pixels from the second time on") {
+TEST_CASE("a text is drawn by the system once and comes out of cached pixels from the second time on") {
     StartTexts();
     CHECK(SystemTexts([] { DrawHello(); }) == 1);
     const std::vector<Pixel> first = headless.pixels;
@@ -43,7 +43,7 @@ TEST_CASE("a text is drawn by the system once and comes out of kept pixels from 
     CHECK(headless.pixels == first);
 }
 
-TEST_CASE("a kept text can stand anywhere on its background, but not hang over an edge") {
+TEST_CASE("a cached text can stand anywhere on its background, but not hang over an edge") {
     StartTexts();
     DrawHello();
     DrawHello();
@@ -96,7 +96,7 @@ TEST_CASE("over more than one colour the system draws, wherever the other colour
     }
 }
 
-TEST_CASE("a text in its background's colour is kept with its real extent") {
+TEST_CASE("a text in its background's colour is cached with its real extent") {
     StartTexts();
     const TextColor ground{0x1C1F25};  // kGround in the other byte order
     const auto draw = [=] { DrawText(20, 20, L"Hello", ground, 15, kNormal); };
@@ -114,7 +114,7 @@ TEST_CASE("what the system leaves in the fourth byte of a pixel makes no differe
     CHECK(SystemTexts([] { DrawHello(); }) == 0);
 }
 
-TEST_CASE("without keeping, and after forgetting, every text is drawn by the system") {
+TEST_CASE("without the cache, and after emptying it, every text is drawn by the system") {
     StartTexts();
     DrawHello();
     DrawHello();
@@ -139,7 +139,7 @@ TEST_CASE("an empty text and one of a thousand letters do no harm") {
     }
 }
 
-TEST_CASE("twenty thousand different texts are drawn right although not all are kept") {
+TEST_CASE("twenty thousand different texts are drawn right although not all are cached") {
     StartTexts(80, 20);
     for (int32_t round = 0; round < 2; ++round) {
         for (int32_t i = 0; i < 20'000; ++i) DrawText(5, 1, std::to_wstring(i), kInk, 8, kNormal);
@@ -171,7 +171,7 @@ static void DrawRandomPage(uint32_t seed) {
     }
 }
 
-TEST_CASE("pages of random boxes and texts are the same with and without kept texts") {
+TEST_CASE("pages of random boxes and texts are the same with and without cached texts") {
     for (uint32_t seed = 1; seed <= 50; ++seed) {
         CAPTURE(seed);
         StartTexts();
@@ -189,7 +189,7 @@ TEST_CASE("pages of random boxes and texts are the same with and without kept te
     }
 }
 
-TEST_CASE("frames of the whole editor are the same with and without kept texts") {
+TEST_CASE("frames of the whole editor are the same with and without cached texts") {
     void (*changes[])() = {
         [] {},
         [] { editorState.selectedIndex = 0; },

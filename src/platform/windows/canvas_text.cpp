@@ -55,7 +55,7 @@ static void Write(HDC device, HFONT font, Point corner, const std::wstring& text
     SelectObject(device, previous);
 }
 
-// Empty when it cannot be told.
+// Empty when the system cannot measure it.
 static SIZE Extent(HDC device, HFONT font, const std::wstring& text) {
     SIZE extent{};
     const HGDIOBJ previous = SelectObject(device, font);

@@ -30,7 +30,9 @@ Matrix4 ProjectionMatrix(int32_t width, int32_t height) {
     return {{{{t / aspect, 0, 0, 0}, {0, t, 0, 0}, {0, 0, kDepthScale, kDepthOffset}, {0, 0, 1, 0}}}};
 }
 
-// Every comparison is written so that not a number fails it.
+// The last step of every vertex, also in vertex_kernel.h, in this literal form and order. Limiting the corner
+// comes last: rejected points never reach it, and what is limited fits into an integer. Every comparison is
+// written so that not a number fails it.
 bool ProjectToViewport(const Vec4& clip, const Rect& viewport, ScreenCorner& corner) {
     if (!(clip.w > kNearestW)) return false;
     const float inverseW = 1 / clip.w;

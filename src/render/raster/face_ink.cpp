@@ -9,6 +9,8 @@ constexpr float kSmallestScale = 0.001f;  // of a world axis, for texture coordi
 constexpr float kAmbient = 0.3f;
 constexpr Pixel kWhite{0xFFFFFF};
 
+// ---- Shading. One literal form: ink_kernel.h and light_kernel.h repeat these operations in this order.
+
 float Brightness(float lightCosine, float halfwayCosine, float roughness, float gloss) {
     const float diffuse = std::max(lightCosine, 0.0f), specular = std::max(halfwayCosine, 0.0f);
     return kAmbient + (0.62f - 0.12f * roughness) * diffuse +
@@ -49,6 +51,11 @@ Pixel SampleTexture(const TextureImage& texture, float u, float v, bool repeat) 
     return texture
         .texels[static_cast<size_t>(row) * static_cast<size_t>(texture.width) + static_cast<size_t>(column)];
 }
+
+// ---- Inks. The fill calls one of the three functions at the end when the first pixel of a face has passed
+// the depth test. The cull test is exact here: the scan only left out faces that certainly turn away. A
+// textured face maps its object-space corners onto the plane that it mostly faces, so that a mesh needs no
+// texture coordinates of its own.
 
 FaceInWorld PlaceFace(const MeshVertex* vertices, const MeshTriangle& triangle, const MeshDraw& draw) {
     FaceInWorld face;

@@ -1,4 +1,4 @@
-// Which faces of a mesh may show a pixel, one face in each lane.
+// Which faces of a mesh may be visible, one face in each lane.
 //
 // Two questions, the cheaper one first. FindFronts asks the planes of all faces, in object space, on which
 // side the eye lies: half of a closed mesh ends here, before any of its corners is looked at. Scan then takes
@@ -154,7 +154,7 @@ ZEL_INLINE Mask MissCentres(const CornersOfLanes& a, const CornersOfLanes& b, co
     return outside.at[0][0] & outside.at[0][1] & outside.at[1][0] & outside.at[1][1];
 }
 
-// What is found of a vector of faces, to be read face by face.
+// The spans of a vector of faces, stored to be read face by face.
 struct Places {
     int32_t left[kLanes], top[kLanes], right[kLanes], bottom[kLanes];  // inclusive
     float nearest[kLanes];                                             // see ScannedFace

@@ -1,7 +1,7 @@
 // The colours of a face's pixels.
 //
-// An ink is made for a face before anybody knows whether a pixel of it shows. When the first one has passed
-// the depth test, it finds the face's colour, or its texture coordinates and light, and keeps them in
+// An ink is made for a face before it is known whether any pixel of it is visible. When the first one has
+// passed the depth test, it finds the face's colour, or its texture coordinates and light, and keeps them in
 // registers for the pixels that follow. A face may then turn out not to be drawn: the exact test of its back
 // is part of the finding. The ink of a textured face takes the weights of the pixels, looks up the texels,
 // tints and lights them, all in the words of face_ink.h.

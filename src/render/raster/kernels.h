@@ -46,7 +46,7 @@ struct FillTarget {
     float* depth = nullptr;
     int32_t width = 0, height = 0;  // of the buffer
     // Where objects are drawn in another order than the scene's: the index of the object that every pixel
-    // shows. Of two at the same depth the first in the scene is seen. Null: the first one drawn is.
+    // shows. Of two at the same depth the first in the scene wins. Null: the first one drawn does.
     int32_t* owners = nullptr;
     int32_t owner = 0;  // the index of the object at hand
 };
@@ -81,10 +81,10 @@ struct RasterKernels {
     void (*transformVertices)(const MeshVertex* vertices, size_t count, const VertexTransform& transform,
                               const VertexLists& out, VertexExtent& extent);
 
-    // Writes the numbers of the faces that may turn to the eye, and gives how many they are.
+    // Writes the numbers of the faces that may turn to the eye, and returns their number.
     size_t (*findFrontFaces)(const FacePlanes& planes, const EyeInObject& eye, uint32_t* out);
 
-    // Writes the faces that may show a pixel, and gives how many they are.
+    // Writes the faces that may be visible, and returns their number.
     size_t (*scanFaces)(const FacesToScan& scan, ScannedFace* out);
 
     // Writes how each face of the mesh stands to eye and light. The list has a margin.

@@ -15,7 +15,7 @@ static float DistanceOf(const MeshInstance& instance) {
     return TransformToClip(instance.draw.viewProjection, Translation(instance.draw.world)).w;
 }
 
-// Grows with the number. What is not a number comes at one of the ends.
+// Orders floats as unsigned integers. A value that is not a number sorts to one of the ends.
 static uint32_t OrderOf(float number) {
     const auto bits = std::bit_cast<uint32_t>(number);
     return (bits & 0x80000000) != 0 ? ~bits : bits | 0x80000000;
@@ -87,6 +87,10 @@ static void DrawInOrder(std::span<const MeshInstance> instances, const std::vect
     ForgetOwners(surface);
 }
 
+// In go meshes in scene order, out comes the picture of drawing them in that order. Nearest first is cheaper,
+// because what was drawn hides what comes later before its vertices are transformed. But it needs an owner
+// for every pixel, so that ties go to the scene's order, and owners are one more buffer to write: few meshes,
+// and those already nearly sorted, are drawn as they stand.
 void DrawMeshes(std::span<const MeshInstance> instances, Surface& surface) {
     if (instances.size() < kFewestToSort) {
         DrawInSceneOrder(instances, surface);

@@ -19,7 +19,7 @@ constexpr float kUnit = 0x1p-24f;
 // way rounds by four units a matrix; this is twice that.
 constexpr float kTightRounding = 32 * kUnit;
 
-// The same of the two matrices alone: exactly eight units, and what is left for their own rounding.
+// The same for the two matrices of the vertices alone: eight units, and one for the rounding of this bound.
 constexpr float kVertexRounding = 9 * kUnit;
 
 // Twice the area of a triangle is the difference of two products of edges; rounding adds less than the rest.
@@ -179,8 +179,8 @@ MeshPlace PlaceMesh(const Mesh& mesh, const VertexTransform& transform) {
     return PlaceMesh(mesh, transform.viewport, box);
 }
 
-// A mesh of ordinary size is told from one too small by a bound that costs little: seen straight from the
-// front, an edge has at least this length on the screen. Only below it everything is computed.
+// A mesh of ordinary size is told from one too small by a cheap estimate: the length on the screen of its
+// longest edge, seen from the front. Only below it the real bound is computed.
 bool IsInvisible(const Mesh& mesh, const VertexTransform& transform) {
     constexpr float kMaybeTooSmall = 0.01f;  // pixels
     if (IsTiny(transform.viewport) || mesh.vertices.empty()) return false;

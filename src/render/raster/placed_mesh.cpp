@@ -19,6 +19,10 @@ static void CopyPlainCorners(size_t count, MeshVertices& out) {
     }
 }
 
+// Each vertex is transformed once, however many faces share it. Most meshes are plain, all of them between
+// the near plane and the end of the depth range: their corners are used as they are. For the others a second
+// list marks every vertex that is not plain by a corner that is not a number, which fails every comparison of
+// the scan and so keeps the faces there for the exact tests.
 void TransformVertices(std::span<const MeshVertex> vertices, const VertexTransform& transform,
                        SimdLevel level, MeshVertices& out) {
     const size_t count = vertices.size();

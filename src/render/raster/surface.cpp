@@ -95,7 +95,7 @@ static size_t WriteStale(const TiledValues<Value>& tiled, const Rect& rect, cons
     return written;
 }
 
-// Nobody's number is the least: it wins every tie.
+// The number of pixels without an owner is the lowest: they win every tie.
 constexpr int32_t kNobody = std::numeric_limits<int32_t>::min();
 
 void PrepareDepth(const Rect& rect, Surface& surface) {

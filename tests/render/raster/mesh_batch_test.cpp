@@ -128,7 +128,7 @@ TEST_CASE("what was drawn before a batch keeps its pixels from meshes at the sam
     }
 }
 
-TEST_CASE("of two faces of one mesh at the same depth the first is seen in a batch too") {
+TEST_CASE("of two faces of one mesh at the same depth the first is visible in a batch too") {
     Mesh mesh{{{{-1, -1, 0}, Pixel{0xFF0000}}, {{0, 1, 0}, {}}, {{1, -1, 0}, {}}, {{-1, -1, 0}, Pixel{0xFF}}},
               {{0, 1, 2}, {3, 1, 2}}};
     MeasureMesh(mesh);
@@ -222,7 +222,7 @@ TEST_CASE("a wall that comes last before many small meshes is drawn first") {
     CHECK(SameBits(TakePicture(), drawn));
 }
 
-TEST_CASE("a mesh at no place at all is drawn last and changes nothing") {
+TEST_CASE("a mesh without a valid position is drawn last and changes nothing") {
     std::vector<MeshInstance> walls = Walls(20);
     StartFrame(SimdLevel::OneLane);
     DrawMeshes(walls, frameBuffer);

@@ -107,7 +107,7 @@ TEST_CASE("a sphere shows less than half of its faces, and a cube at most three 
     }
 }
 
-TEST_CASE("a mirrored mesh shows the faces that turn away otherwise") {
+TEST_CASE("a mirrored mesh shows the faces that would turn away") {
     const Mesh cube = BuildBuiltinMeshes()[kCubeMesh];
     const Matrix4 mirror = LocalMatrix({}, {}, {1, 1, -1});
     // The mirrored front lies at z = -1 and is seen from inside; the back at z = 1 looks at the eye.

@@ -91,7 +91,7 @@ static Rect DrawnBox(const Mesh& mesh, size_t triangle, const MeshDraw& draw) {
     return box;
 }
 
-TEST_CASE("a face that the scan leaves out shows no pixel, and the others only pixels of their boxes") {
+TEST_CASE("a face that the scan leaves out has no visible pixel, and the others only pixels of their boxes") {
     constexpr uint32_t kSeed = 90210;
     INFO("seed ", kSeed);
     RandomSource random(kSeed);
@@ -267,7 +267,7 @@ TEST_CASE("every level leaves out the same faces and finds the same boxes") {
     }
 }
 
-TEST_CASE("half of a sphere's faces turn away, and a distant sphere shows few of its faces") {
+TEST_CASE("half of a sphere's faces turn away, and few faces of a distant sphere are visible") {
     const Mesh sphere = BuildBuiltinMeshes()[kSphereMesh];
     for (SimdLevel level : TestedLevels()) {
         MeshDraw draw = OntoPixels();
