@@ -90,8 +90,8 @@ static int32_t NextNeighbour(const Box& mover, int32_t after, int32_t index, con
 
 // One step along one axis. The mover goes first and is then pushed back out of each solid object that it
 // touches, in scene order and each one once. A push moves it away from what it met and perhaps into something
-// else, which the rest of the walk finds if it stands later in the scene: the order of the scene decides, and
-// the saved games and their plain twin depend on it.
+// else, which the rest of the walk finds if it stands later in the scene. So the order of the scene decides,
+// and no search may change it.
 static void MoveAlong(int32_t index, Axis axis, float step, const Neighbours& neighbours, WorldBoxes& boxes) {
     if (step == 0) return;
     Shift(index, axis, step, boxes);
