@@ -70,6 +70,6 @@ void RegisterPlayBenchmarks() {
             })->Unit(benchmark::kMillisecond);
         };
         if (boxes <= kAffordable) add(kPeer, UpdatePlayPlainly);
-        add("UpdateFrame", UpdateFrame);
+        add("UpdateFrame", [](float dt) { UpdateFrame(dt); });
     }
 }

@@ -128,7 +128,7 @@ static bool HoldsExactly(const std::vector<NumberedBox>& solids, const BoxTree& 
 }
 
 // Builds the tree, or measures that of the pass before anew while it holds the same objects: neighbours
-// seldom change within a second, and measuring costs a tenth of building.
+// seldom change within a second, and measuring costs less than building.
 static void MakeTree(WorldBoxes& boxes) {
     constexpr int32_t kOldest = 60;  // passes after which neighbours may have parted
     std::vector<NumberedBox> solids;
