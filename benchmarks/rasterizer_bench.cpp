@@ -40,6 +40,7 @@ static void DrawNothing(const std::vector<MeshInstance>&) {}
 static void DrawInFrame(const Mesh& mesh, const MeshDraw& draw) { DrawMesh(mesh, draw, frameBuffer); }
 
 constexpr FrameWay kSceneOrder{Clear, DrawInOrder<DrawInFrame>};
+constexpr FrameWay kClear{Clear, DrawNothing};  // what has to be written anyway
 constexpr FrameWay kProgramWay{
     Clear, [](const std::vector<MeshInstance>& objects) { DrawMeshes(objects, frameBuffer); }};
 
@@ -68,11 +69,11 @@ static void RegisterWaysOf(const BenchScene& scene) {
     RegisterMesaBenchmarks(scene);
     for (SimdLevel level : SupportedSimdLevels()) AddFrame(scene, NameOf(level), kProgramWay, level);
     AddFrame(scene, "scene order", kSceneOrder, BestSimdLevel());
+    AddFrame(scene, "clear alone", kClear, BestSimdLevel());
 }
 
 // The colours alone, and everything: what is drawn and what has to be written anyway.
 static void RegisterSample(const BenchScene& scene) {
-    static constexpr FrameWay kClear{Clear, DrawNothing};
     AddFrame(scene, kPeer, kPlainWay, SimdLevel::OneLane);
     AddFrame(scene, "clear alone", kClear, BestSimdLevel());
     for (SimdLevel level : SupportedSimdLevels().subspan(1))
