@@ -1,5 +1,6 @@
 #include "viewport/gizmo.h"
 
+#include "platform/window.h"
 #include "render/frame_buffer.h"
 #include "render/raster/camera.h"
 #include "render/raster/line.h"
@@ -128,6 +129,10 @@ bool GizmoTravel(Point press, Point pointer, float axisX, float axisY, float& tr
 
 constexpr float kTurnPerUnit = 1.6f;  // radians per world unit of the drag
 constexpr float kSmallestScale = 0.1f;
+// With Ctrl held.
+constexpr float kMoveStep = 0.25f;       // world units
+constexpr float kTurnStep = 0.2617994f;  // 15 degrees in radians
+constexpr float kScaleStep = 0.1f;
 
 namespace {
 
@@ -184,15 +189,24 @@ static Vec3 AtLeast(Vec3 v, float low) {
     return {std::max(v.x, low), std::max(v.y, low), std::max(v.z, low)};
 }
 
+// With Ctrl held a drag goes in whole steps from where it began.
+static float InSteps(float amount, float step) {
+    return IsControlHeld() ? std::round(amount / step) * step : amount;
+}
+
 static void ApplyDrag(GameObject& object, const GizmoDrag& drag, float travel) {
     const Vec3 axis = AxisDirection(drag.axis);
     switch (drag.tool) {
         case Tool::Move:
             object.position = LocalPositionUnder(editorState.scene, object.parentIndex,
-                                                 drag.startWorldPosition + axis * travel);
+                                                 drag.startWorldPosition + axis * InSteps(travel, kMoveStep));
             break;
-        case Tool::Rotate: object.rotation = drag.startValue + axis * (kTurnPerUnit * travel); break;
-        case Tool::Scale: object.scale = AtLeast(drag.startValue + axis * travel, kSmallestScale); break;
+        case Tool::Rotate:
+            object.rotation = drag.startValue + axis * InSteps(kTurnPerUnit * travel, kTurnStep);
+            break;
+        case Tool::Scale:
+            object.scale = AtLeast(drag.startValue + axis * InSteps(travel, kScaleStep), kSmallestScale);
+            break;
     }
 }
 

@@ -42,7 +42,7 @@ bool GizmoTravel(Point press, Point pointer, float axisX, float axisY, float& tr
 // Grabs the axis under the pointer: one undo step. False when there is none.
 bool StartGizmoDrag(Point pointer, const Rect& viewport);
 
-// Changes the object to where the pointer is now. Ends the drag when the object is gone or another one
+// Changes the object to where the pointer is now, with Ctrl held in steps of 0.25 units, 15 degrees or 0.1. Ends the drag when the object is gone or another one
 // selected.
 void MoveGizmoDrag(const GizmoDrag& drag, Point pointer);
 

@@ -136,6 +136,44 @@ TEST_CASE("each tool changes its own field by the way along the axis, and says w
     }
 }
 
+TEST_CASE("with Ctrl held a drag goes in steps of 0.25 units, 15 degrees and 0.1") {
+    constexpr float kDegrees15 = 3.14159265f / 12;
+    struct {
+        uint32_t key;
+        int32_t way;  // pixels; 46.13 of them are a world unit, 1.6 radians
+        Vec3 position, rotation, scale;
+    } cases[] = {
+        {kKeyF1, 5, {0, 0, 0}, {}, {1, 1, 1}},                // 0.11 units
+        {kKeyF1, 7, {0.25f, 0, 0}, {}, {1, 1, 1}},            // 0.15
+        {kKeyF1, 57, {1.25f, 0, 0}, {}, {1, 1, 1}},           // 1.24
+        {kKeyF1, -18, {-0.5f, 0, 0}, {}, {1, 1, 1}},          // -0.39
+        {kKeyF2, 3, {}, {0, 0, 0}, {1, 1, 1}},                // 6 degrees
+        {kKeyF2, 5, {}, {kDegrees15, 0, 0}, {1, 1, 1}},       // 9.9
+        {kKeyF2, 57, {}, {8 * kDegrees15, 0, 0}, {1, 1, 1}},  // 113.3
+        {kKeyF3, 2, {}, {}, {1, 1, 1}},                       // 0.04
+        {kKeyF3, 3, {}, {}, {1.1f, 1, 1}},                    // 0.07
+        {kKeyF3, -57, {}, {}, {0.1f, 1, 1}},                  // no less than 0.1
+    };
+    for (const auto& [key, way, position, rotation, scale] : cases) {
+        CAPTURE(key);
+        CAPTURE(way);
+        StartWithCube();
+        TapKey(key);
+        Press(kTipX);
+        headless.controlIsHeld = true;
+        Move({kTipX.x + way, kTipX.y});
+        CHECK(IsNear(Dragged().position, position));
+        CHECK(IsNear(Dragged().rotation, rotation));
+        CHECK(IsNear(Dragged().scale, scale));
+        headless.controlIsHeld = false;
+        Move({kTipX.x + kWay, kTipX.y});
+        const float value = key == kKeyF1   ? Dragged().position.x
+                            : key == kKeyF2 ? Dragged().rotation.x / 1.6f
+                                            : Dragged().scale.x - 1;
+        CHECK(value == doctest::Approx(kTravel));  // without Ctrl nothing is rounded
+    }
+}
+
 TEST_CASE("a drag depends on where the pointer is and not on its way there") {
     StartWithCube();
     Press(kTipX);
