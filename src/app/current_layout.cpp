@@ -5,7 +5,7 @@
 #include "scene/shown_screen.h"
 #include "state/editor_state.h"
 
-// A minimised window has no size; the picture keeps the one that it had.
+// A minimised window has no size: the picture keeps its last one.
 static ClientSize PictureSize() {
     const ClientSize size = WindowClientSize();
     const bool isUsable = size.width >= 1 && size.height >= 1;

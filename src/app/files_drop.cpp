@@ -20,6 +20,8 @@ struct FileDrop {
 
 }  // namespace
 
+// Where the pointer let go, and which object is there. The order is that of the panels from left to right;
+// the viewport is what remains, and asks which object it draws under the pointer.
 static FileDrop PlaceAt(Point pointer, const EditorLayout& layout) {
     if (Contains(layout.hierarchy, pointer)) {
         return {.inHierarchy = true, .target = HierarchyObjectAt(pointer, layout)};
@@ -41,7 +43,7 @@ static void PlacePrefab(const AssetEntry& entry, const FileDrop& place) {
     InstantiatePrefab(entry.path, place.inHierarchy ? place.target : -1);
 }
 
-// Let go where it came from, a model or a prefab is not placed.
+// A model or prefab that is let go over the bottom panel or the top bar is not placed.
 static bool IsOutsideScene(Point pointer, const EditorLayout& layout) {
     return Contains(layout.bottom, pointer) || Contains(layout.topBar, pointer);
 }

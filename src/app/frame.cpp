@@ -36,7 +36,7 @@ void DrawPanels(const EditorLayout& layout) {
     DrawEntryBoxes(layout);
 }
 
-// The viewport is filled by its scene.
+// The strips around the viewport. DrawScene fills the viewport itself, so that each pixel is cleared once.
 static void FillAround(const Rect& viewport) {
     const int32_t width = frameBuffer.width, height = frameBuffer.height;
     FillRect({0, 0, width, viewport.top}, kWindowFill);
@@ -45,6 +45,8 @@ static void FillAround(const Rect& viewport) {
     FillRect({0, viewport.bottom, width, height}, kWindowFill);
 }
 
+// The scene first, then the panels over its edges: a picture is drawn from back to front. Only the viewport
+// has depth to clear. In the game the viewport is the whole window and nothing lies over it.
 static void DrawEditorOrGame(const EditorLayout& layout) {
     ClearDepth(layout.viewport, frameBuffer);
     FillAround(layout.viewport);

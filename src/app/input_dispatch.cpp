@@ -29,7 +29,7 @@ static void CommitName() {
 
 namespace {
 
-// A box that takes the keyboard while it is open.
+// A box that takes the keyboard while it is open: what its keys do.
 struct KeyboardOwner {
     bool (*isOpen)();
     void (*type)(wchar_t unit);
@@ -67,7 +67,9 @@ static void SendToOwner(const KeyboardOwner& owner, uint32_t key) {
 static bool HasKeyState(uint32_t key) { return key < editorState.keyDown.size(); }
 
 // In the other editors it leads back to the Scene editor.
-static bool EscapeEndsProgram() { return ShownScreen() == Shown::SceneEditor || ShownScreen() == Shown::Game; }
+static bool EscapeEndsProgram() {
+    return ShownScreen() == Shown::SceneEditor || ShownScreen() == Shown::Game;
+}
 
 // The Project Hub has few keys. What is held there does not move anything.
 static void OnHubKeyDown(uint32_t key, bool isRepeat) {
@@ -77,6 +79,9 @@ static void OnHubKeyDown(uint32_t key, bool isRepeat) {
     if (key == 'N' && IsCommandKeyHeld()) CreateProject(false);
 }
 
+// Who gets a key, from the innermost: the Hub has its own few, an open box takes everything, the Blueprint
+// screen and the editor have theirs in one table. Esc ends the program only where it leads back to nothing
+// else.
 static void OnKeyDown(uint32_t key, bool isRepeat) {
     if (ShownScreen() == Shown::Hub) return OnHubKeyDown(key, isRepeat);
     if (const KeyboardOwner* owner = OpenKeyboardOwner()) {
@@ -115,7 +120,7 @@ static void OnLeftDown(Point pointer) {
     }
 }
 
-// The first press of a double click may have opened a project: the second one is not meant for its editor.
+// The first press of a double click may have opened a project; the second is not meant for its editor.
 static void OnLeftDoubleClick(Point pointer) {
     if (ShownScreen() == Shown::Hub) {
         HubLeftClick(pointer, CurrentHubLayout());
@@ -177,6 +182,9 @@ static void Dispatch(const InputEvent& event) {
 // shortcuts would do nothing.
 static void AllowTextInputToOwner() { AllowTextInput(OpenKeyboardOwner() != nullptr); }
 
+// The one way into the program. The order matters: a search box that is out of sight is closed before it
+// could take a key, the event runs its command, and only then it is known whether some box still wants
+// characters.
 void HandleInput(const InputEvent& event) {
     ++editorState.handledEvents;
     CloseUnseenSearch();

@@ -29,6 +29,8 @@ static const wchar_t* InitialTitle() {
     return editorState.hubVisible ? L"ZelEngine - Projects" : L"ZelEngine";
 }
 
+// The loop never waits for a message: a game goes on without any. It sleeps for a millisecond instead, which
+// is what an idle program costs, since a turn in which nothing happens draws nothing.
 static void RunFrames(double previous) {
     Turn turn;
     while (PumpMessages()) {

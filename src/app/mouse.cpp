@@ -93,7 +93,8 @@ static bool PressViewport(Point pointer, const EditorLayout& layout) {
     return true;
 }
 
-// From the most transient to the least: the first that takes the press has it.
+// Who takes a press, from what lies on top to what lies below: a menu covers the panels, a panel's edge its
+// content, the gizmo the objects. The first that answers true has the press, and nobody after it is asked.
 constexpr bool (*kPressTakers[])(Point, const EditorLayout&) = {
     ClickTopBar,    ClickOpenMenu,    PressSplitter, ClickBottomTabs, ClickInspector,
     PressFilesPage, ClickToolPalette, PressGizmo,    PressViewport,   PressHierarchy,
@@ -119,7 +120,7 @@ void PressLeft(Point pointer) {
 void DoubleClickLeft(Point pointer) {
     if (IgnoresLeftButton()) return;
     if (editorState.lastPress == PressTaker::MenuOpener) return;  // the menu opened under the pointer
-    // A menu lies, or has just lain, over what could be double-clicked, and nodes are only pressed.
+    // A menu lies, or lay until the first press, over what could be double-clicked; nodes are only pressed.
     const bool menuWasPressed = editorState.lastPress == PressTaker::OpenMenu;
     const bool isPress = MenuIsOpen() || menuWasPressed || ShownScreen() == Shown::Blueprint;
     if (isPress) return PressLeft(pointer);
@@ -138,7 +139,7 @@ void DoubleClickLeft(Point pointer) {
 
 static bool IsOverInspector(Point pointer) { return IsInInspectorBand(pointer, CurrentLayout()); }
 
-// Moving. One function per gesture: a new one does not compile until it has all of its own.
+// Moving: one function per gesture, so that a new one does not compile until it has its own.
 
 static void Move(std::monostate, Point, Point) {}
 

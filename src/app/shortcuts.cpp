@@ -36,7 +36,7 @@ static void Save() {
     }
 }
 
-// Saving under a new folder is about the project, from here too.
+// Saving under a new folder always means the whole project.
 static void SaveInPrefab() {
     if (IsShiftHeld()) {
         SaveProjectAs();

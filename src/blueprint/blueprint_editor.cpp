@@ -17,7 +17,7 @@ bool OpenBlueprintEditor(const std::wstring& path) {
     if (editorState.playMode) StopPlayMode();
     ForgetObjectIndices();
     CloseEntriesAndMenu();
-    DropGesture();  // of the press that opened it, and of a view that is shown no more
+    DropGesture();  // begun by the press that opened it, or in the view that it now covers
 
     LoadBlueprint(path);
     editorState.screen = Screen::BlueprintEditor;
@@ -45,12 +45,13 @@ bool SaveBlueprintEditor() {
 }
 
 bool SaveBlueprintChanges() {
-    const bool hasFile = !editorState.blueprintPath.empty();  // without one nobody could ever leave
+    const bool hasFile =
+        !editorState.blueprintPath.empty();  // without one there is nothing to save, and the user may leave
     if (editorState.screen != Screen::BlueprintEditor || !editorState.blueprintDirty || !hasFile) return true;
     return SaveBlueprintEditor();
 }
 
-// Where nothing can be saved, nobody shall be held for ever.
+// If saving fails, the user can still leave.
 static bool AskToLoseChanges() {
     return AskYesNo(L"Blueprint se nepodarilo ulozit.\n\nOpustit ho bez ulozeni?", L"ZelEngine") ==
            Answer::Yes;
@@ -73,7 +74,7 @@ bool CloseBlueprintEditor() {
     return true;
 }
 
-// An id may be used twice; it does not go beyond its 32 bits.
+// Ids may repeat in a file. The next one stays within 32 bits.
 static int32_t NextId() {
     int64_t largest = 0;
     for (const BlueprintNode& node : editorState.blueprintNodes)

@@ -16,7 +16,7 @@ constexpr size_t kLineBuffer = 2048;
 constexpr size_t kLongestLine = kLineBuffer - 1;  // units that are read in one piece
 
 static std::vector<BlueprintNode> DefaultNodes() {
-    // Not where a new file has them: this is what a damaged one shows.
+    // Other places than in a new file: this is what a damaged one shows.
     return {{.id = 1, .title = L"Event BeginPlay", .x = 130, .y = 120},
             {.id = 2, .title = L"Print String", .x = 430, .y = 120}};
 }

@@ -11,16 +11,20 @@ static Rect PartOf(const Rect& node, const Rect& part) {
     return {node.left + part.left, node.top + part.top, node.left + part.right, node.top + part.bottom};
 }
 
-// Where the texts are, with room for what letters reach beyond their cells.
+// Where the texts are, with room for letters that reach beyond their cells.
 static Rect TitlePart(const Rect& node) { return PartOf(node, {8, 2, kNodeWidth - 8, 26}); }
 static Rect LabelsPart(const Rect& node) { return PartOf(node, {8, 36, kNodeWidth - 8, 58}); }
 
-// All that a button with a shadow fills: itself and its two shadows.
+// Everything that a node fills: its box and its two shadows.
 static std::array<Rect, 3> FilledBy(const Rect& node) {
     return {node, PartOf(node, {2, 2, kNodeWidth + 2, kNodeHeight + 2}),
             PartOf(node, {4, 5, kNodeWidth + 4, kNodeHeight + 5})};
 }
 
+// From the topmost node down: a node is visible if some pixel of its box or shadow is not yet covered by
+// nodes above it, and what it fills is covered from then on. The list is then turned round, because nodes are
+// drawn from the lowest up. Thousands of nodes in one place cost a few words of bits each instead of a box
+// each.
 std::vector<VisibleNode> VisibleNodes(std::span<const BlueprintNode> nodes, const Rect& canvas) {
     CanvasCover cover = StartCover(canvas);
     const auto isHidden = [&cover](const Rect& rect) { return IsCovered(cover, rect); };

@@ -1,5 +1,4 @@
-// The program's one mutable state: the scene, what is open, what is selected, what the user is in the middle
-// of.
+// The program's one mutable state: the scene, what is open, what is selected, what the user is doing.
 #pragma once
 
 #include "state/asset_entry.h"
@@ -24,7 +23,7 @@
 #include <string_view>
 #include <vector>
 
-// What a change can be taken back to.
+// The scene before a change.
 struct UndoStep {
     SceneSnapshot scene{};
     int32_t selection = -1;    // before the change
@@ -51,8 +50,8 @@ struct KeptScene {
 
 // Accessed by the window's thread only. A value: a test starts from a fresh one.
 struct EditorState : SceneContent {
-    CameraPose camera{};                           // the editor's own
-    std::vector<UndoStep> undoSteps{};             // oldest first, at most 64
+    CameraPose camera{};                // the editor's own
+    std::vector<UndoStep> undoSteps{};  // oldest first, at most 64
     RecoveryState recovery{};
     SceneSnapshot savedScene{};                    // the objects as they were last loaded or saved
     std::optional<KeptScene> sceneBeforePlay{};    // none in the runtime, which has no scene to go back to
@@ -98,8 +97,8 @@ struct EditorState : SceneContent {
     std::wstring windowTitle{};         // as last set
     std::wstring statusMessage = L"Ready. Software renderer bezi bez externich knihoven.";
 
-    // What the user is in the middle of.
-    uint64_t handledEvents = 0;  // since the start; whoever has drawn since the last one need not draw again
+    // What the user is doing.
+    uint64_t handledEvents = 0;  // since the start; see RunTurn
     Point pointer{};             // last known position, pixels
     PressTaker lastPress = PressTaker::Nobody;
     Gesture gesture{};

@@ -119,6 +119,8 @@ std::optional<GizmoAxis> GizmoAxisAt(const GizmoOnScreen& gizmo, Point pointer) 
     return found;
 }
 
+// The pointer's way is projected onto the axis as the screen shows it: what goes across the axis does not
+// count, and the pointer stays on what it grabbed however near or far the object is.
 bool GizmoTravel(Point press, Point pointer, float axisX, float axisY, float& travel) {
     const float squared = axisX * axisX + axisY * axisY;
     if (!(squared > kShortestAxis)) return false;
@@ -159,6 +161,8 @@ constexpr ToolDrag kToolDrags[] = {
 
 static const ToolDrag& DragOf(Tool tool) { return kToolDrags[static_cast<size_t>(tool)]; }
 
+// The drag keeps the object's values of its beginning, and every move starts from them again: rounding errors
+// do not add up, and the way back leads to the same place.
 bool StartGizmoDrag(Point pointer, const Rect& viewport) {
     if (ShowsGame() || !SelectionIsValid() || !HasGizmo(SelectedObject())) return false;
     if (!Contains(viewport, pointer)) return false;

@@ -42,8 +42,8 @@ bool GizmoTravel(Point press, Point pointer, float axisX, float axisY, float& tr
 // Grabs the axis under the pointer: one undo step. False when there is none.
 bool StartGizmoDrag(Point pointer, const Rect& viewport);
 
-// Changes the object to where the pointer is now, with Ctrl held in steps of 0.25 units, 15 degrees or 0.1. Ends the drag when the object is gone or another one
-// selected.
+// Moves, turns or scales the object to where the pointer is now; with Ctrl held in steps of 0.25 units, 15
+// degrees or 0.1. Ends the drag when the object is gone or another one is selected.
 void MoveGizmoDrag(const GizmoDrag& drag, Point pointer);
 
 // Says that the drag has come to its end.

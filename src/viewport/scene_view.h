@@ -1,4 +1,4 @@
-// What of a scene decides how all of it is seen: its camera, its light and its background.
+// How a scene is seen: its camera, its light, its background, and which of its objects are drawn.
 #pragma once
 
 #include "base/color.h"
@@ -38,7 +38,7 @@ bool ShowsGame();
 struct FrameView {
     CameraPose camera{};
     Matrix4 viewProjection{};
-    Rect viewport{};  // that it fills, frame buffer pixels
+    Rect viewport{};  // the part of the frame buffer that it fills, pixels
 };
 
 // How the scene is seen now: for drawing it and for finding what lies under the pointer.
