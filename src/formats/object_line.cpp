@@ -4,6 +4,7 @@
 #include "base/numbers.h"
 #include "base/path_text.h"
 #include "formats/obj_file.h"
+#include "formats/other_writers.h"
 #include "formats/project_file.h"
 #include "platform/files.h"
 #include "render/builtin_meshes.h"
@@ -318,7 +319,7 @@ bool WriteObjectFile(const std::wstring& path, std::wstring_view header,
     return WithEnoughMemory([&] {
         const std::wstring folder = ParentFolder(path);
         if (!folder.empty()) MakeFolders(folder);
-        return WriteTextFile(path, ObjectFileText(header, objects));
+        return SaveOver(path, TextFileBytes(ObjectFileText(header, objects)));
     });
 }
 

@@ -4,6 +4,7 @@
 #include "base/file_name.h"
 #include "base/path_text.h"
 #include "formats/object_line.h"
+#include "formats/other_writers.h"
 #include "formats/scene_file.h"
 #include "formats/text_file.h"
 #include "platform/files.h"
@@ -117,7 +118,7 @@ static bool WriteInto(const std::wstring& folder, const std::wstring& relativeSc
     text += relativeScenePath;
     text += L'\n';
     WriteObjects(text, editorState.scene);
-    return WriteTextFile(JoinPath(folder, kProjectFileName), text);
+    return SaveOver(JoinPath(folder, kProjectFileName), TextFileBytes(text));
 }
 
 bool WriteProjectFile(const std::wstring& folder) {
@@ -141,7 +142,12 @@ static bool WriteMovedScene(const std::wstring& from, const std::wstring& to) {
     const std::wstring scenePath = JoinPath(root, resolved);
     if (!IsAtOrBelow(scenePath, from)) return true;
     const std::wstring moved = to + scenePath.substr(from.size());
-    return WriteWholeFile(projectFile, BytesWith(file, stored, RelativeTo(moved, root)));
+    // Nothing of another writer is lost by it: all other lines stay as they are. But it is not known either.
+    const bool isKnown = IsRemembered(projectFile, file.fingerprint);
+    const std::string bytes = BytesWith(file, stored, RelativeTo(moved, root));
+    if (!WriteWholeFile(projectFile, bytes)) return false;
+    if (isKnown) RememberFile(projectFile, Fingerprint(bytes));
+    return true;
 }
 
 bool MoveCurrentScene(const std::wstring& from, const std::wstring& to) {
@@ -153,6 +159,7 @@ static bool Read(const std::wstring& folder) {
     const std::wstring projectFile = JoinPath(folder, kProjectFileName);
     TextFile file;
     if (!ReadTextFile(projectFile, file)) return false;
+    RememberFile(projectFile, file.fingerprint);
 
     std::wstring_view stored;
     std::wstring resolved;

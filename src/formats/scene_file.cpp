@@ -1,6 +1,7 @@
 #include "formats/scene_file.h"
 
 #include "formats/object_line.h"
+#include "formats/other_writers.h"
 #include "scene/default_scenes.h"
 #include "scene/snapshots.h"
 #include "state/editor_state.h"
@@ -54,7 +55,9 @@ bool LoadScene(const std::wstring& path, SceneContent& replaced) {
     try {
         TextFile file;
         if (ReadTextFile(path, file)) {
+            const uint64_t fingerprint = file.fingerprint;
             ReadScene(file);
+            RememberFile(path, fingerprint);
             MarkSceneSaved();
             replaced = std::move(before);
             return true;

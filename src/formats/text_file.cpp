@@ -2,6 +2,7 @@
 
 #include "base/enough_memory.h"
 #include "base/typed_text.h"
+#include "formats/other_writers.h"
 #include "platform/files.h"
 
 #include <cassert>
@@ -175,13 +176,14 @@ static void DecodeNextLine(TextFile& file) {
 static bool Read(const std::wstring& path, TextFile& file) {
     std::string bytes;
     if (!ReadWholeFile(path, bytes)) return false;
+    const uint64_t fingerprint = Fingerprint(bytes);
     if (bytes.starts_with(kUtf16Mark)) {
         bytes = Utf8FromUtf16(std::string_view(bytes).substr(kUtf16Mark.size()));
-        file = {.bytes = std::move(bytes)};
+        file = {.bytes = std::move(bytes), .fingerprint = fingerprint};
         return true;
     }
     const size_t start = bytes.starts_with(kUtf8Mark) ? kUtf8Mark.size() : 0;
-    file = {.bytes = std::move(bytes), .nextByte = start};
+    file = {.bytes = std::move(bytes), .nextByte = start, .fingerprint = fingerprint};
     return true;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,13 +12,14 @@ inline constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
 // A text file in memory, and how far its lines have been handed out.
 struct TextFile {
-    std::string bytes{};  // UTF-8, behind the byte-order mark
-    size_t nextByte = 0;  // where the line after `line` begins
-    size_t lineByte = 0;  // where `line` begins
-    std::wstring line{};  // the line being handed out, without its end
-    size_t nextUnit = 0;  // how much of it has been handed out
-    bool inLine = false;  // some of it, or its end, has not been
-    bool hasEnd = false;  // it ends with a line feed; the last line of a file may not
+    std::string bytes{};       // UTF-8, behind the byte-order mark
+    size_t nextByte = 0;       // where the line after `line` begins
+    size_t lineByte = 0;       // where `line` begins
+    std::wstring line{};       // the line being handed out, without its end
+    size_t nextUnit = 0;       // how much of it has been handed out
+    bool inLine = false;       // some of it, or its end, has not been
+    bool hasEnd = false;       // it ends with a line feed; the last line of a file may not
+    uint64_t fingerprint = 0;  // of all bytes of the file
 };
 
 // Reads a whole file: UTF-8 with or without a byte-order mark, or UTF-16 behind its little-endian mark. False

@@ -5,6 +5,7 @@
 #include "base/numbers.h"
 #include "base/path_text.h"
 #include "blueprint/blueprint_editor.h"
+#include "formats/free_path.h"
 #include "formats/obj_file.h"
 #include "formats/project_file.h"
 #include "formats/text_file.h"

@@ -100,3 +100,7 @@ void AddNewAsset(const std::wstring& path, bool isFolder) {
     if (place == entries.end()) place = entries.insert(place, AssetEntryFor(path, isFolder));
     editorState.selectedFile = static_cast<int32_t>(place - entries.begin());
 }
+
+void ListOtherVersions() {
+    if (!editorState.otherVersions.empty()) RefreshAssetList();
+}

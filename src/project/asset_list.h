@@ -19,3 +19,6 @@ void RefreshAssetList();
 // Lists what now stands at `path` in the Files panel and selects it. What stood there in upper or lower case
 // keeps its entry.
 void AddNewAsset(const std::wstring& path, bool isFolder);
+
+// Lists the other versions that a save has put beside its file; see formats/other_writers.h.
+void ListOtherVersions();

@@ -8,7 +8,6 @@
 #include <utility>
 
 constexpr int32_t kLastFolderNumber = 99;
-constexpr int32_t kTriedNumbers = 9999;  // ends the search where the disk has stopped answering
 
 static bool List(const std::wstring& folder, FolderTree& tree) {
     FolderTree found;
@@ -98,24 +97,4 @@ std::wstring MakeUniqueFolder(const std::wstring& parent, const std::wstring& na
         if (KindOfPath(numbered) == PathKind::Missing) return numbered;
     }
     return path + L"_New";
-}
-
-static std::wstring Numbered(const std::wstring& name, int32_t number, const std::wstring& extension) {
-    return name + L"_" + Padded(number, 2) + extension;
-}
-
-static bool IsFree(const std::wstring& path) { return KindOfPath(path) == PathKind::Missing; }
-
-std::wstring FirstFreePath(const std::wstring& folder, const std::wstring& name,
-                           const std::wstring& extension, int32_t first) {
-    for (int32_t number = first; number < first + kTriedNumbers; ++number) {
-        std::wstring path = JoinPath(folder, Numbered(name, number, extension));
-        if (IsFree(path)) return path;
-    }
-    return {};
-}
-
-std::wstring FreePath(const std::wstring& folder, const std::wstring& name, const std::wstring& extension) {
-    const std::wstring path = JoinPath(folder, name + extension);
-    return IsFree(path) ? path : FirstFreePath(folder, name, extension);
 }

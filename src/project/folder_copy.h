@@ -1,10 +1,9 @@
-// Copying folders with all that is in them, and names that are free for what is new.
+// Copying folders with all that is in them.
 #pragma once
 
 #include "platform/files.h"
 #include "scene/long_work.h"
 
-#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -33,11 +32,3 @@ void RemoveFolderTree(const std::wstring& folder);
 // `name` in `parent`, or where something of that name exists the first free one of name_01 .. name_99;
 // name_New when all of them exist.
 std::wstring MakeUniqueFolder(const std::wstring& parent, const std::wstring& name);
-
-// `name` in `folder` with the first free number from _01 or `first` on, and the extension. Empty when none is
-// free, so that nothing can be made there.
-std::wstring FirstFreePath(const std::wstring& folder, const std::wstring& name,
-                           const std::wstring& extension, int32_t first = 1);
-
-// The name as it is where it is free, else with the first free number.
-std::wstring FreePath(const std::wstring& folder, const std::wstring& name, const std::wstring& extension);

@@ -3,11 +3,12 @@
 #include "base/enough_memory.h"
 #include "base/file_name.h"
 #include "base/path_text.h"
+#include "formats/free_path.h"
+#include "formats/other_writers.h"
 #include "formats/prefab.h"
 #include "platform/dialogs.h"
 #include "play/play_mode.h"
 #include "project/asset_list.h"
-#include "project/folder_copy.h"
 #include "project/recovery.h"
 #include "project/scene_switch.h"
 #include "scene/gestures.h"
@@ -56,6 +57,7 @@ void OpenPrefabEditor(const std::wstring& path) {
         SetStatus(L"Prefab se nepodarilo otevrit.");
         return;
     }
+    RememberFile(path);
     StopPlayMode();
     EndInteraction();
     ShowPrefab(path, std::move(objects));
@@ -75,6 +77,7 @@ static bool Save() {
     }
     editorState.prefabDirty = false;
     ForgetPrefabRecovery();
+    ListOtherVersions();
     SetStatus(L"Prefab ulozen: " + LastComponent(editorState.prefabPath));
     return true;
 }

@@ -3,6 +3,7 @@
 #include "base/enough_memory.h"
 #include "base/letter_case.h"
 #include "base/path_text.h"
+#include "formats/free_path.h"
 #include "formats/project_file.h"
 #include "formats/recent_projects.h"
 #include "formats/scene_file.h"

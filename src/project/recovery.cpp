@@ -2,12 +2,12 @@
 
 #include "base/enough_memory.h"
 #include "base/path_text.h"
+#include "formats/free_path.h"
 #include "formats/object_line.h"
 #include "formats/prefab.h"
 #include "formats/recent_projects.h"
 #include "formats/text_file.h"
 #include "platform/files.h"
-#include "project/folder_copy.h"
 #include "project/recovery_names.h"
 #include "scene/gestures.h"
 #include "scene/shown_screen.h"

@@ -32,6 +32,7 @@ static bool SaveOpenScene() {
     if (editorState.scenePath.empty()) return true;
     if (!SaveScene(editorState.scenePath)) return false;
     ForgetSceneRecovery();
+    ListOtherVersions();
     return true;
 }
 
@@ -50,6 +51,7 @@ void SaveProject() {
     const bool sceneSaved = SaveScene(CurrentScenePath());
     if (sceneSaved) ForgetSceneRecovery();
     const bool projectWritten = WriteProjectFile(editorState.projectRoot);
+    ListOtherVersions();
     ReportSaved(sceneSaved, projectWritten);
 }
 

@@ -1,6 +1,7 @@
 #include "project/stored_paths.h"
 
 #include "base/path_text.h"
+#include "formats/other_writers.h"
 #include "scene/undo.h"
 #include "state/editor_state.h"
 
@@ -41,6 +42,7 @@ static void MovePathsOf(std::vector<UndoStep>& history, const PathMove& move) {
 }
 
 void MoveStoredPaths(const std::wstring& from, const std::wstring& to) {
+    MoveRememberedFiles(from, to);
     const PathMove move{from, to};
     for (std::wstring* path : {&editorState.filesFolder, &editorState.scenePath, &editorState.blueprintPath,
                                &editorState.prefabPath}) {

@@ -4,4 +4,11 @@
 
 #include <utility>
 
-void SetStatus(std::wstring message) { editorState.statusMessage = std::move(message); }
+void SetStatus(std::wstring message) {
+    const wchar_t* before = L" Jina verze: ";
+    for (const std::wstring& name : std::exchange(editorState.otherVersions, {})) {
+        message += before + name;
+        before = L", ";
+    }
+    editorState.statusMessage = std::move(message);
+}

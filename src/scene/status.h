@@ -3,5 +3,6 @@
 
 #include <string>
 
-// Replaces the status message.
+// Replaces the status message. Where a save has just put another version of a file beside it, the message
+// goes on with its name.
 void SetStatus(std::wstring message);

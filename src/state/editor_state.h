@@ -21,6 +21,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 // The scene before a change.
@@ -47,6 +48,10 @@ struct KeptScene {
     float animationTime = 0;  // seconds
     std::vector<UndoStep> undoSteps{};
 };
+
+// What the program last read or wrote in a file that it may save over: its fingerprint, by the full path in
+// capital letters.
+using KnownFileList = std::unordered_map<std::wstring, uint64_t>;
 
 // Accessed by the window's thread only. A value: a test starts from a fresh one.
 struct EditorState : SceneContent {
@@ -87,6 +92,8 @@ struct EditorState : SceneContent {
     std::wstring filesFolder = L"Project\\Files";
     std::wstring scenePath = L"Project\\Files\\Scenes\\Main.scene";
     std::vector<AssetEntry> fileEntries{};
+    KnownFileList knownFiles{};
+    std::vector<std::wstring> otherVersions{};  // names of those kept by saves, for the next message
     std::vector<RecentProject> recentProjects{};
     std::vector<BlueprintNode> blueprintNodes{};
     std::wstring blueprintPath{};       // full path; empty without an open Blueprint

@@ -40,6 +40,7 @@ static size_t FilesIn(const std::wstring& folder) {
 }
 
 static int SaveForEver(const std::wstring& folder) {
+    LoadScene(folder + L"\\Main.scene");  // that of the run before, or it would be kept as another writer's
     for (bool isFirst = true;; isFirst = false) {
         for (const wchar_t version : {L'A', L'B'}) {
             ShowVersion(version);

@@ -1,6 +1,7 @@
 #include "formats/scene_file.h"
 
 #include "formats/object_line.h"
+#include "formats/other_writers.h"
 #include "formats/text_file.h"
 #include "platform/files.h"
 #include "platform/headless/fault_injection.h"
@@ -167,6 +168,7 @@ TEST_CASE("a scene that cannot be saved leaves the old file, whichever step fail
     for (int32_t step = 1; step < 12; ++step) {
         const ScratchFolder folder;
         PutFile(folder / L"a.scene", "old");
+        RememberFile(folder / L"a.scene");
         editorState.scene = {{.name = L"new"}};
         fileFaults = {.failStep = step, .failFollowing = true};
         const bool isSaved = SaveScene(folder / L"a.scene");
