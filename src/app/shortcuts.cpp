@@ -1,7 +1,7 @@
 #include "app/shortcuts.h"
 
 #include "blueprint/blueprint_editor.h"
-#include "editor/tool_palette.h"
+#include "editor/toolbars.h"
 #include "platform/window.h"
 #include "play/play_mode.h"
 #include "project/prefab_editor.h"

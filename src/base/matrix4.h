@@ -47,3 +47,7 @@ constexpr Matrix4 MultiplyMatrix(const Matrix4& a, const Matrix4& b) {
     }
     return product;
 }
+
+// For matrices whose last row is 0 0 0 1. False, with `inverse` as it was, when the matrix is none of those,
+// is not finite, or flattens space: then no matrix undoes it.
+bool InvertMatrix(const Matrix4& matrix, Matrix4& inverse);

@@ -1,4 +1,5 @@
-// Paths as text: their last component, its extension, the folder around it. Nothing here asks the disk.
+// Paths and names of files as text: their parts, and which names the system takes. Nothing here asks the
+// disk.
 #pragma once
 
 #include <string>
@@ -36,3 +37,10 @@ std::wstring RelativeTo(std::wstring_view path, std::wstring_view folder);
 // True when `path` is `folder` or lies below it, as the disk sees it: without regard to case and to which
 // separators stand there. False for no folder.
 bool IsAtOrBelow(std::wstring_view path, std::wstring_view folder);
+
+// The name with each of \ / : * ? " < > | replaced by _, then without spaces at both ends. May be empty.
+std::wstring SanitizeFileName(std::wstring name);
+
+// False for what the system does not take for a name, or takes for something else: an empty one, one that
+// ends with a dot or a space, control characters, and the names of devices ("NUL", "com1.txt").
+bool IsUsableFileName(const std::wstring& name);

@@ -2,7 +2,7 @@
 
 #include "base/enough_memory.h"
 #include "base/numbers.h"
-#include "base/typed_text.h"
+#include "base/text_units.h"
 #include "formats/text_file.h"
 #include "state/editor_state.h"
 

@@ -1,7 +1,7 @@
 #include "editor/component_search.h"
 
 #include "base/letter_case.h"
-#include "base/typed_text.h"
+#include "base/text_units.h"
 #include "scene/selection.h"
 #include "scene/status.h"
 #include "scene/undo.h"

@@ -1,6 +1,6 @@
 #include "editor/fit_text.h"
 
-#include "base/typed_text.h"
+#include "base/text_units.h"
 #include "platform/canvas.h"
 
 static bool Fits(const std::wstring& text, int32_t width, TextFont font) {

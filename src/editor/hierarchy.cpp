@@ -6,7 +6,7 @@
 #include "render/icons.h"
 #include "scene/commands.h"
 #include "scene/gestures.h"
-#include "scene/hierarchy.h"
+#include "scene/object_tree.h"
 #include "scene/selection.h"
 #include "scene/status.h"
 #include "scene/text_entry.h"
@@ -27,46 +27,23 @@ constexpr int32_t kCentre = 9;                        // below it the drop is be
 constexpr int32_t kChildMargin = 52;                  // right of it the whole row means "as a child"
 constexpr int32_t kDragThreshold = 6;                 // |dx| + |dy| in pixels
 
-namespace {
-
-// The tree as each object's first child and next sibling, -1 for none: less memory to walk through than lists
-// of children, and written in one pass over the objects.
-struct TreeLinks {
-    std::vector<int32_t> firstChild{};   // by parent plus one
-    std::vector<int32_t> nextSibling{};  // by object
-};
-
-}  // namespace
-
-// Of an object whose parent is neither -1 nor in the scene nothing leads to it.
-static TreeLinks LinkTree(const Scene& scene) {
-    TreeLinks links{std::vector<int32_t>(scene.size() + 1, -1), std::vector<int32_t>(scene.size(), -1)};
-    for (size_t i = scene.size(); i-- > 0;) {
-        const size_t place =
-            static_cast<size_t>(scene[i].parentIndex) + 1;  // a negative one becomes too large
-        if (place >= links.firstChild.size()) continue;
-        links.nextSibling[i] = std::exchange(links.firstChild[place], static_cast<int32_t>(i));
-    }
-    return links;
-}
-
 HierarchyRowList ListHierarchyRows(const Scene& scene, bool isPlaying) {
-    const TreeLinks links = LinkTree(scene);
+    const ObjectTree tree = BuildObjectTree(scene);
     HierarchyRowList rows;
     rows.reserve(scene.size());
 
-    // Kept in a list and not on the call stack: a chain of parents may be as long as the scene.
+    // On a list and not on the call stack: a chain of parents may be as long as the scene.
     std::vector<int32_t> later;  // the siblings to go on with on the way back, by depth
-    for (int32_t object = links.firstChild[0]; object >= 0;) {
+    for (int32_t object = FirstChild(tree, -1); object >= 0;) {
         const auto index = static_cast<size_t>(object);
         const bool isListed = !isPlaying || scene[index].active;
         if (isListed) {
             const auto depth = static_cast<int32_t>(later.size());
             rows.push_back({object, depth, kFirstRow + kRowPitch * static_cast<int32_t>(rows.size())});
         }
-        const int32_t child = isListed ? links.firstChild[index + 1] : -1;
-        if (child >= 0) later.push_back(links.nextSibling[index]);
-        object = child >= 0 ? child : links.nextSibling[index];
+        const int32_t child = isListed ? FirstChild(tree, object) : -1;
+        if (child >= 0) later.push_back(tree.nextSibling[index]);
+        object = child >= 0 ? child : tree.nextSibling[index];
         while (object < 0 && !later.empty()) {
             object = later.back();
             later.pop_back();

@@ -4,12 +4,13 @@
 #include "base/path_text.h"
 #include "formats/object_line.h"
 #include "scene/editor_camera.h"
-#include "scene/hierarchy.h"
+#include "scene/object_tree.h"
 #include "scene/selection.h"
 #include "scene/status.h"
 #include "scene/undo.h"
 #include "state/editor_state.h"
 
+#include <algorithm>
 #include <iterator>
 #include <utility>
 #include <vector>
@@ -41,7 +42,7 @@ bool WritePrefab(const std::wstring& path, std::span<const GameObject> objects) 
 }
 
 // Adds `root` and what is below it: depth first, each object before its children, none that is taken.
-static void AddSubtree(const ChildLists& lists, int32_t root, std::vector<bool>& isTaken,
+static void AddSubtree(const ObjectTree& tree, int32_t root, std::vector<bool>& isTaken,
                        std::vector<int32_t>& order) {
     std::vector<int32_t> open{root};
     while (!open.empty()) {
@@ -50,8 +51,10 @@ static void AddSubtree(const ChildLists& lists, int32_t root, std::vector<bool>&
         if (isTaken[index]) continue;
         isTaken[index] = true;
         order.push_back(index);
-        const std::span<const int32_t> children = ChildrenOf(lists, index);
-        open.insert(open.end(), children.rbegin(), children.rend());
+        const auto first = static_cast<ptrdiff_t>(open.size());
+        for (int32_t child = FirstChild(tree, index); child >= 0; child = tree.nextSibling[child])
+            open.push_back(child);
+        std::reverse(open.begin() + first, open.end());  // the first child is taken next
     }
 }
 
@@ -70,7 +73,7 @@ static Scene Reordered(std::span<const GameObject> scene, std::span<const int32_
 Scene CollectPrefab(std::span<const GameObject> scene, int32_t root) {
     std::vector<bool> isTaken(scene.size(), false);
     std::vector<int32_t> order;
-    AddSubtree(BuildChildLists(scene), root, isTaken, order);
+    AddSubtree(BuildObjectTree(scene), root, isTaken, order);
     Scene objects = Reordered(scene, order);
     objects.front().parentIndex = -1;
     return objects;
@@ -79,11 +82,12 @@ Scene CollectPrefab(std::span<const GameObject> scene, int32_t root) {
 // Roots are made first: nothing leads to an object under a stranger, and it would lose its place.
 Scene InPrefabOrder(std::span<const GameObject> list) {
     const Scene objects = WithinItself(list);
-    const ChildLists lists = BuildChildLists(objects);
+    const ObjectTree tree = BuildObjectTree(objects);
     std::vector<bool> isTaken(objects.size(), false);
     std::vector<int32_t> order;
-    for (const int32_t root : ChildrenOf(lists, -1)) AddSubtree(lists, root, isTaken, order);
-    for (int32_t i = 0; i < static_cast<int32_t>(objects.size()); ++i) AddSubtree(lists, i, isTaken, order);
+    for (int32_t root = FirstChild(tree, -1); root >= 0; root = tree.nextSibling[root])
+        AddSubtree(tree, root, isTaken, order);
+    for (int32_t i = 0; i < static_cast<int32_t>(objects.size()); ++i) AddSubtree(tree, i, isTaken, order);
     return Reordered(objects, order);
 }
 

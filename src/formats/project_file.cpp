@@ -1,7 +1,6 @@
 #include "formats/project_file.h"
 
 #include "base/enough_memory.h"
-#include "base/file_name.h"
 #include "base/path_text.h"
 #include "formats/object_line.h"
 #include "formats/other_writers.h"

@@ -1,7 +1,7 @@
 #include "formats/text_file.h"
 
 #include "base/enough_memory.h"
-#include "base/typed_text.h"
+#include "base/text_units.h"
 #include "formats/other_writers.h"
 #include "platform/files.h"
 

@@ -1,6 +1,5 @@
 #include "project/asset_commands.h"
 
-#include "base/file_name.h"
 #include "base/letter_case.h"
 #include "base/numbers.h"
 #include "base/path_text.h"

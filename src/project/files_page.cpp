@@ -1,7 +1,7 @@
 #include "project/files_page.h"
 
 #include "base/path_text.h"
-#include "base/typed_text.h"
+#include "base/text_units.h"
 #include "editor/fit_text.h"
 #include "editor/theme.h"
 #include "editor/widgets.h"

@@ -1,7 +1,6 @@
 #include "project/prefab_editor.h"
 
 #include "base/enough_memory.h"
-#include "base/file_name.h"
 #include "base/path_text.h"
 #include "formats/free_path.h"
 #include "formats/other_writers.h"

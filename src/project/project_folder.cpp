@@ -1,6 +1,5 @@
 #include "project/project_folder.h"
 
-#include "base/file_name.h"
 #include "base/path_text.h"
 #include "formats/project_file.h"
 #include "platform/files.h"

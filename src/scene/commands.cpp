@@ -4,8 +4,7 @@
 #include "render/builtin_meshes.h"
 #include "scene/editor_camera.h"
 #include "scene/gestures.h"
-#include "scene/hierarchy.h"
-#include "scene/local_position.h"
+#include "scene/object_tree.h"
 #include "scene/selection.h"
 #include "scene/status.h"
 #include "scene/transform.h"
@@ -13,7 +12,6 @@
 #include "state/editor_state.h"
 
 #include <algorithm>
-#include <iterator>
 #include <numeric>
 #include <utility>
 
@@ -58,25 +56,7 @@ static GameObject MakeChild(float) {
     return {.position = kBesideParent, .scale{0.55f, 0.55f, 0.55f}, .meshIndex = kCubeMesh};
 }
 
-namespace {
-enum AddKind { kCube, kEntity, kCamera, kLight, kPlane, kText, kChild };
-}  // namespace
-
-// clang-format off
-constexpr AddCommand kAddCommands[] = {  // in the order of AddKind
-    {"Add cube",   L"GameObject_", MakeCube,   L"Pridan novy GameObject s Cube mesh rendererem."},
-    {"Add entity", L"Entity_",     MakeEntity, L"Pridana Entity jako bodovy marker."},
-    {"Add camera", L"Camera_",     MakeCamera, L"Pridan kamerovy objekt do Hierarchy."},
-    {"Add light",  L"Light_",      MakeLight,  L"Pridan Light objekt: funguje jako slunce pro scenu."},
-    {"Add plane",  L"Plane_",      MakePlane,  L"Pridan Plane objekt."},
-    {"Add text",   L"Text_",       MakeText,   L"Pridan Text objekt. V Inspectoru upravis vlastnost Text."},
-    {"Add child",  L"Child_",      MakeChild,  L"Pridan child object s lokalni pozici pod vybrany objekt."},
-};
-// clang-format on
-static_assert(std::size(kAddCommands) == kChild + 1);
-
-static void Add(AddKind kind, int32_t parent = -1) {
-    const AddCommand& command = kAddCommands[kind];
+static void Add(const AddCommand& command, int32_t parent = -1) {
     pushUndo(command.undoLabel);
 
     const auto count = static_cast<int32_t>(editorState.scene.size());
@@ -87,6 +67,18 @@ static void Add(AddKind kind, int32_t parent = -1) {
 
     SetStatus(command.message);
 }
+
+constexpr AddCommand kCube{"Add cube", L"GameObject_", MakeCube,
+                           L"Pridan novy GameObject s Cube mesh rendererem."};
+constexpr AddCommand kEntity{"Add entity", L"Entity_", MakeEntity, L"Pridana Entity jako bodovy marker."};
+constexpr AddCommand kCamera{"Add camera", L"Camera_", MakeCamera, L"Pridan kamerovy objekt do Hierarchy."};
+constexpr AddCommand kLight{"Add light", L"Light_", MakeLight,
+                            L"Pridan Light objekt: funguje jako slunce pro scenu."};
+constexpr AddCommand kPlane{"Add plane", L"Plane_", MakePlane, L"Pridan Plane objekt."};
+constexpr AddCommand kText{"Add text", L"Text_", MakeText,
+                           L"Pridan Text objekt. V Inspectoru upravis vlastnost Text."};
+constexpr AddCommand kChild{"Add child", L"Child_", MakeChild,
+                            L"Pridan child object s lokalni pozici pod vybrany objekt."};
 
 void addCube() { Add(kCube); }
 void addEntity() { Add(kEntity); }

@@ -4,10 +4,10 @@
 #include "scene/held_keys.h"
 #include "scene/selection.h"
 #include "scene/status.h"
+#include "scene/transform.h"
 #include "scene/undo.h"
 #include "state/editor_state.h"
 
-#include <algorithm>
 #include <iterator>
 
 constexpr float kFast = 2.5f;  // factor while Ctrl is held
@@ -30,18 +30,9 @@ constexpr KeyboardTool kTools[] = {  // by Tool
 // clang-format on
 static_assert(std::size(kTools) == static_cast<size_t>(Tool::Scale) + 1);
 
-static bool HasPlace(const GameObject& object) {
-    return object.meshIndex >= 0 || object.isEntity || object.isCamera || object.isLight || object.isText;
-}
-
 static bool CanTransform() {
     if (editorState.playMode || editorState.runtimeMode) return false;
     return SelectionIsValid() && HasPlace(SelectedObject());
-}
-
-static void RaiseScale(Vec3& scale) {
-    scale = {std::max(kSmallestScale, scale.x), std::max(kSmallestScale, scale.y),
-             std::max(kSmallestScale, scale.z)};
 }
 
 void KeyboardTransformStep(float dt) {
@@ -57,7 +48,7 @@ void KeyboardTransformStep(float dt) {
     const float factor = IsControlHeld() ? kFast : 1.0f;
     Vec3& changed = SelectedObject().*tool.changed;
     changed = changed + input * tool.speed * factor * dt;
-    if (editorState.tool == Tool::Scale) RaiseScale(changed);
+    if (editorState.tool == Tool::Scale) changed = AtLeast(changed, kSmallestScale);
     MarkPrefabChanged();
 
     SetStatus(tool.message);

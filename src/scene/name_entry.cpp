@@ -1,7 +1,7 @@
 #include "scene/name_entry.h"
 
-#include "base/file_name.h"
-#include "base/typed_text.h"
+#include "base/path_text.h"
+#include "base/text_units.h"
 #include "scene/selection.h"
 #include "scene/status.h"
 #include "scene/text_entry.h"

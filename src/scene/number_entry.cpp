@@ -2,7 +2,7 @@
 
 #include "base/limit.h"
 #include "base/numbers.h"
-#include "base/typed_text.h"
+#include "base/text_units.h"
 #include "scene/selection.h"
 #include "scene/status.h"
 #include "scene/text_entry.h"

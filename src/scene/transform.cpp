@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include "base/limit.h"
 
 static Matrix4 RotationX(float angle) {
     const float c = std::cos(angle), s = std::sin(angle);
@@ -38,14 +39,10 @@ static_assert(kPlainParents % kStretch == 0);
 // In place of a number of parents.
 constexpr int32_t kUnknown = -1, kEndless = -2, kOnTheWay = -3;
 
-static bool IsIndexOf(int32_t index, std::span<const GameObject> scene) {
-    return index >= 0 && static_cast<size_t>(index) < scene.size();
-}
-
 // -1 where the chain ends.
 static int32_t ParentOf(int32_t index, std::span<const GameObject> scene) {
     const int32_t parent = scene[index].parentIndex;
-    return IsIndexOf(parent, scene) ? parent : -1;
+    return IsIndexOf(parent, scene.size()) ? parent : -1;
 }
 
 // How many parents are followed in place of `kEndless`.
@@ -95,7 +92,7 @@ static std::vector<int32_t> StretchesAbove(std::span<const GameObject> scene, in
 }
 
 Matrix4 WorldMatrix(std::span<const GameObject> scene, int32_t index) {
-    if (!IsIndexOf(index, scene)) return {};
+    if (!IsIndexOf(index, scene.size())) return {};
     const int32_t parents = CountParents(scene, index);
     if (parents <= kPlainParents) return Climb(scene, index, parents);
 
@@ -191,7 +188,7 @@ Matrix4 WorldMatrices::DeepWorld(int32_t index, int32_t parents) {
 }
 
 Matrix4 WorldMatrices::Of(int32_t index) {
-    if (!IsIndexOf(index, scene)) return {};
+    if (!IsIndexOf(index, scene.size())) return {};
     if (ParentOf(index, scene) < 0) return LocalMatrix(scene[index]);
     const int32_t parents = ParentCount(index);
     return parents <= kPlainParents ? Climb(index, parents) : DeepWorld(index, parents);
@@ -205,4 +202,16 @@ void WorldMatrices::Forget(int32_t index) {
 
 Vec3 WorldPosition(std::span<const GameObject> scene, int32_t index) {
     return Translation(WorldMatrix(scene, index));
+}
+
+Vec3 LocalPositionUnder(std::span<const GameObject> scene, int32_t parentIndex, Vec3 worldPosition) {
+    if (!IsIndexOf(parentIndex, scene.size())) return worldPosition;
+    const Matrix4 parent = WorldMatrix(scene, parentIndex);
+    Matrix4 inverse;
+    if (!InvertMatrix(parent, inverse)) return worldPosition - Translation(parent);
+    return TransformPoint(inverse, worldPosition);
+}
+
+bool HasPlace(const GameObject& object) {
+    return object.meshIndex >= 0 || object.isEntity || object.isCamera || object.isLight || object.isText;
 }

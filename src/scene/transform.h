@@ -1,4 +1,4 @@
-// From an object's own space to the world.
+// From an object's own space to the world, and back.
 #pragma once
 
 #include "base/matrix4.h"
@@ -66,3 +66,11 @@ private:
 };
 
 Vec3 WorldPosition(std::span<const GameObject> scene, int32_t index);
+
+// The local position that puts a child of `parentIndex` at `worldPosition`. Under a parent that flattens
+// space it is the distance from the parent; without a parent in the scene, the world position itself.
+Vec3 LocalPositionUnder(std::span<const GameObject> scene, int32_t parentIndex, Vec3 worldPosition);
+
+// True for an object that the user can move, turn and scale: with a mesh, or an entity, a camera, a light or
+// a text.
+bool HasPlace(const GameObject& object);

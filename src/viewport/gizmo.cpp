@@ -5,7 +5,6 @@
 #include "render/raster/camera.h"
 #include "render/raster/line.h"
 #include "scene/gestures.h"
-#include "scene/local_position.h"
 #include "scene/selection.h"
 #include "scene/status.h"
 #include "scene/transform.h"
@@ -41,10 +40,6 @@ constexpr AxisColors kAxisColors[] = {
     {Pixel{0x76D25F}, Pixel{0x7EECA0}},
     {Pixel{0xF59152}, Pixel{0xFFB47E}},
 };
-
-bool HasGizmo(const GameObject& object) {
-    return object.meshIndex >= 0 || object.isEntity || object.isCamera || object.isLight || object.isText;
-}
 
 Vec3 AxisDirection(GizmoAxis axis) {
     return {axis == GizmoAxis::X ? 1.0f : 0.0f, axis == GizmoAxis::Y ? 1.0f : 0.0f,
@@ -164,7 +159,7 @@ static const ToolDrag& DragOf(Tool tool) { return kToolDrags[static_cast<size_t>
 // The drag keeps the object's values of its beginning, and every move starts from them again: rounding errors
 // do not add up, and the way back leads to the same place.
 bool StartGizmoDrag(Point pointer, const Rect& viewport) {
-    if (ShowsGame() || !SelectionIsValid() || !HasGizmo(SelectedObject())) return false;
+    if (ShowsGame() || !SelectionIsValid() || !HasPlace(SelectedObject())) return false;
     if (!Contains(viewport, pointer)) return false;
 
     const Vec3 origin = WorldPosition(editorState.scene, editorState.selectedIndex);
@@ -187,10 +182,6 @@ bool StartGizmoDrag(Point pointer, const Rect& viewport) {
                            .screenY = tip.y - gizmo.origin.y});
     SetStatus(DragOf(tool).grabbed);
     return true;
-}
-
-static Vec3 AtLeast(Vec3 v, float low) {
-    return {std::max(v.x, low), std::max(v.y, low), std::max(v.z, low)};
 }
 
 // With Ctrl held a drag goes in whole steps from where it began.

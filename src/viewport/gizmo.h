@@ -11,9 +11,6 @@
 #include <cstdint>
 #include <optional>
 
-// True for an object that can be grabbed: with a mesh, or an entity, a camera, a light or a text.
-bool HasGizmo(const GameObject& object);
-
 // The gizmo on the screen, not rounded: far away an axis is a few pixels long, and a rounded one would lead a
 // drag past the pointer. Axes are those of the world, X, Y and Z.
 struct GizmoOnScreen {

@@ -1,5 +1,6 @@
 #include "viewport/scene_drawing.h"
 
+#include "base/limit.h"
 #include "render/frame_buffer.h"
 #include "render/raster/draw_mesh.h"
 #include "render/raster/mesh_batch.h"
@@ -14,10 +15,6 @@
 #include "viewport/viewport_overlay.h"
 
 #include <vector>
-
-static bool IsIndexOf(int32_t index, size_t count) {
-    return index >= 0 && static_cast<size_t>(index) < count;
-}
 
 static const TextureImage* TextureOf(const GameObject& object) {
     if (!object.hasTexture || !IsIndexOf(object.textureIndex, editorState.textures.size())) return nullptr;
@@ -88,7 +85,7 @@ static void DrawMarkersOf(int32_t index, const Matrix4& viewProjection, FrameWor
 }
 
 static void DrawSelectedGizmo(const FrameView& view) {
-    if (ShowsGame() || !SelectionIsValid() || !HasGizmo(SelectedObject())) return;
+    if (ShowsGame() || !SelectionIsValid() || !HasPlace(SelectedObject())) return;
     const Vec3 origin = WorldPosition(editorState.scene, editorState.selectedIndex);
     const auto* drag = std::get_if<GizmoDrag>(&editorState.gesture);
     DrawGizmo(ProjectGizmo(origin, view.viewProjection, view.viewport),

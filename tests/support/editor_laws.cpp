@@ -1,8 +1,8 @@
 #include "support/editor_laws.h"
 
 #include "platform/headless/headless.h"
-#include "scene/hierarchy.h"
 #include "scene/name_entry.h"
+#include "scene/object_tree.h"
 #include "scene/selection.h"
 #include "state/editor_state.h"
 #include "support/gestures.h"
@@ -19,11 +19,11 @@ static bool HasCycle(const Scene& scene) {
     // An object that no way leads to from a root hangs in a cycle, or below one.
     size_t reached = 0;
     std::vector<int32_t> open{-1};
-    const ChildLists lists = BuildChildLists(scene);
+    const ObjectTree tree = BuildObjectTree(scene);
     while (!open.empty()) {
         const int32_t parent = open.back();
         open.pop_back();
-        for (const int32_t child : ChildrenOf(lists, parent)) {
+        for (int32_t child = FirstChild(tree, parent); child >= 0; child = tree.nextSibling[child]) {
             ++reached;
             open.push_back(child);
         }

@@ -3,7 +3,7 @@
 
 #include "editor/inspector.h"
 #include "editor/layout.h"
-#include "editor/panel_frames.h"
+#include "editor/panels.h"
 #include "scene/default_scenes.h"
 #include "state/editor_state.h"
 #include "support/picture.h"

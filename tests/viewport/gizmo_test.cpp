@@ -19,15 +19,6 @@ static GizmoOnScreen Flat() {
             .tip{ScreenCorner{150, 100}, ScreenCorner{100, 50}, ScreenCorner{}}};
 }
 
-TEST_CASE("what has a mesh or a role has a gizmo, anything else has none") {
-    CHECK_FALSE(HasGizmo({}));
-    CHECK(HasGizmo({.meshIndex = 0}));
-    CHECK(HasGizmo({.isEntity = true}));
-    CHECK(HasGizmo({.isCamera = true}));
-    CHECK(HasGizmo({.isLight = true}));
-    CHECK(HasGizmo({.isText = true}));
-}
-
 TEST_CASE("the gizmo lies on world axes of 1.25 units, seen through the camera") {
     StartPicture(200, 100);
     const Matrix4 vp = MultiplyMatrix(ProjectionMatrix(200, 100), ViewMatrix({{0, 0, 0}, 0, 0}));

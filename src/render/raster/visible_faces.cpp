@@ -1,6 +1,6 @@
 #include "render/raster/visible_faces.h"
 
-#include "base/matrix_inverse.h"
+#include "base/matrix4.h"
 #include "render/raster/kernels.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "editor/top_bar.h"
+#include "editor/toolbars.h"
 
 #include "platform/canvas.h"
 #include "render/icons.h"

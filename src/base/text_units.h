@@ -1,4 +1,4 @@
-// Text that grows by one typed character after the other.
+// Texts in UTF-16 units: pairs of them, typing one after the other, and the spaces around a text.
 #pragma once
 
 #include <cstddef>

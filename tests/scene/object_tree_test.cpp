@@ -1,4 +1,4 @@
-#include "scene/hierarchy.h"
+#include "scene/object_tree.h"
 
 #include "support/edited_scene.h"
 
@@ -13,27 +13,30 @@ static Scene SceneWithParents(std::initializer_list<int32_t> parents) {
     return scene;
 }
 
-static std::vector<int32_t> Children(const ChildLists& lists, int32_t parent) {
-    const auto children = ChildrenOf(lists, parent);
-    return {children.begin(), children.end()};
+static std::vector<int32_t> Children(const ObjectTree& tree, int32_t parent) {
+    std::vector<int32_t> children;
+    for (int32_t child = FirstChild(tree, parent); child >= 0; child = tree.nextSibling[child])
+        children.push_back(child);
+    return children;
 }
 
 TEST_CASE("children are listed in scene order, and the roots under -1") {
-    const ChildLists lists = BuildChildLists(SceneWithParents({-1, 4, 0, 0, -1, 0, 4}));
-    CHECK(Children(lists, -1) == std::vector<int32_t>{0, 4});
-    CHECK(Children(lists, 0) == std::vector<int32_t>{2, 3, 5});
-    CHECK(Children(lists, 1).empty());
-    CHECK(Children(lists, 4) == std::vector<int32_t>{1, 6});
-    CHECK(Children(lists, 6).empty());
+    const ObjectTree tree = BuildObjectTree(SceneWithParents({-1, 4, 0, 0, -1, 0, 4}));
+    CHECK(Children(tree, -1) == std::vector<int32_t>{0, 4});
+    CHECK(Children(tree, 0) == std::vector<int32_t>{2, 3, 5});
+    CHECK(Children(tree, 1).empty());
+    CHECK(Children(tree, 4) == std::vector<int32_t>{1, 6});
+    CHECK(Children(tree, 6).empty());
 }
 
 TEST_CASE("an object with a parent outside the scene is nobody's child and no root") {
-    const ChildLists lists = BuildChildLists(SceneWithParents({-1, 3, -2, INT32_MAX, INT32_MIN}));
-    CHECK(lists.children == std::vector<int32_t>{0, 1});
-    CHECK(Children(lists, 3) == std::vector<int32_t>{1});
+    const ObjectTree tree = BuildObjectTree(SceneWithParents({-1, 3, -2, INT32_MAX, INT32_MIN}));
+    CHECK(Children(tree, -1) == std::vector<int32_t>{0});
+    for (const int32_t parent : {0, 1, 2, 4}) CHECK(Children(tree, parent).empty());
+    CHECK(Children(tree, 3) == std::vector<int32_t>{1});
 }
 
-TEST_CASE("an empty scene has no roots") { CHECK(Children(BuildChildLists({}), -1).empty()); }
+TEST_CASE("an empty scene has no roots") { CHECK(Children(BuildObjectTree({}), -1).empty()); }
 
 TEST_CASE("a subtree is the object and all below it") {
     const Scene scene = SceneWithParents({-1, -1, 1, 2, 1, 0, 3});

@@ -1,4 +1,4 @@
-#include "base/matrix_inverse.h"
+#include "base/matrix4.h"
 
 #include <array>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "base/typed_text.h"
+#include "base/text_units.h"
 
 #include "doctest/doctest.h"
 

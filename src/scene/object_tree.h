@@ -3,22 +3,26 @@
 
 #include "state/game_object.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>
 
-// The children of every object, in scene order. Read through ChildrenOf.
-struct ChildLists {
-    std::vector<int32_t> begins{};    // by parent plus one: where its children begin in `children`
-    std::vector<int32_t> children{};  // the roots, then the children of object 0, of object 1 ...
+// Each object's first child and next sibling, both in scene order, -1 for none. Two lists of numbers: a scene
+// of a hundred thousand objects is linked in one pass, and walked through without touching an object.
+struct ObjectTree {
+    std::vector<int32_t> firstChild{};   // by parent plus one, so that the first root stands at 0
+    std::vector<int32_t> nextSibling{};  // by object
 };
 
-// In time proportional to the objects. An object whose parent index is neither -1 nor names an object is
+// In time proportional to the objects. An object with a parent index that is neither -1 nor in the scene is
 // nobody's child and no root.
-ChildLists BuildChildLists(std::span<const GameObject> scene);
+ObjectTree BuildObjectTree(std::span<const GameObject> scene);
 
-// The children of an object, or the roots for -1. `parent` is -1 or an index of the scene.
-std::span<const int32_t> ChildrenOf(const ChildLists& lists, int32_t parent);
+// The first child of an object, or the first root for -1. `parent` is -1 or an index of the scene.
+inline int32_t FirstChild(const ObjectTree& tree, int32_t parent) {
+    return tree.firstChild[static_cast<size_t>(parent + 1)];
+}
 
 // For every object, whether it is `root` or below it. `root` names an object. In time proportional to the
 // objects; a cycle of parents is below `root` when `root` is in it.
