@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstring>
 #include <limits>
 
 namespace {
@@ -135,26 +136,33 @@ static float FarthestOf(const Rect& pixels, const Surface& surface) {
     return KernelsOf(surface.simd).farthestOf(first, surface.width, Width(pixels), Height(pixels));
 }
 
-static float FarthestOfTile(int32_t column, int32_t row, Surface& surface) {
+// Brings the farthest depths of some tiles of a row up to date.
+static void RefreshTiles(int32_t row, int32_t left, int32_t right, Surface& surface) {
     DepthTiles& tiles = surface.depthTiles;
-    const size_t tile = IndexOf(column, row, tiles);
-    if (tiles.isChanged[tile] != 0) {
-        tiles.farthest[tile] = FarthestOf(PixelsOf(column, row, tiles), surface);
-        tiles.isChanged[tile] = 0;
+    for (int32_t column = left; column < right; ++column) {
+        const size_t tile = IndexOf(column, row, tiles);
+        const void* changed = std::memchr(&tiles.isChanged[tile], 1, static_cast<size_t>(right - column));
+        if (changed == nullptr) return;
+        column += static_cast<int32_t>(static_cast<const uint8_t*>(changed) - &tiles.isChanged[tile]);
+        const size_t found = IndexOf(column, row, tiles);
+        tiles.farthest[found] = FarthestOf(PixelsOf(column, row, tiles), surface);
+        tiles.isChanged[found] = 0;
     }
-    return tiles.farthest[tile];
 }
 
-// Only tiles that were drawn to since they were asked last are looked at pixel by pixel, and the first far
-// one ends the search: most questions are about a part of the view where nothing stands yet.
+// Only tiles that were drawn to since they were asked last are looked at pixel by pixel, and the first row
+// with a far one ends the search: most questions are about a part of the view where nothing stands yet. The
+// rows of a large mesh are long, so they are compared in vectors.
 float FarthestDepth(const Rect& rect, Surface& surface) {
-    const TileRange range = TilesOf(rect, surface.depthTiles);
+    DepthTiles& tiles = surface.depthTiles;
+    const TileRange range = TilesOf(rect, tiles);
+    const RasterKernels& kernels = KernelsOf(surface.simd);
     float farthest = 0;
     for (int32_t row = range.top; row < range.bottom; ++row) {
-        for (int32_t column = range.left; column < range.right; ++column) {
-            farthest = std::max(farthest, FarthestOfTile(column, row, surface));
-            if (farthest >= kFarDepth) return kFarDepth;
-        }
+        RefreshTiles(row, range.left, range.right, surface);
+        const float* first = tiles.farthest.data() + IndexOf(range.left, row, tiles);
+        farthest = std::max(farthest, kernels.farthestOf(first, tiles.columns, Width(range), 1));
+        if (farthest >= kFarDepth) return kFarDepth;
     }
     return farthest;
 }
