@@ -344,6 +344,10 @@ bool ParseObjectLine(std::span<const std::wstring_view> fields, GameObject& obje
     return true;
 }
 
+// One pass over the lines. What many lines share is loaded once: `known` answers for models and images that
+// were loaded, or could not be, on an earlier line, and the field list keeps its memory from line to line. A
+// line that is no object changes nothing, so headers need no reader of their own, and a damaged line costs
+// one object.
 Scene ReadObjects(TextFile& file) {
     Scene objects;
     GameObject object;

@@ -22,13 +22,13 @@ void WriteObjects(std::wstring& text, std::span<const GameObject> objects);
 // as it was, for a line that stores no object: not tagged "O", or of fewer than 30 columns with the tag.
 bool ParseObjectLine(std::span<const std::wstring_view> fields, GameObject& object);
 
-// The files that object lines name, as far as they are loaded or cannot be.
+// The files that object lines name: those loaded so far, and those that failed.
 struct KnownFiles {
     KnownModels models = ModelsInLibrary();
     KnownTextures textures = LoadedTextures();
 };
 
-// The same for one of many lines that are read in a row.
+// Like ParseObjectLine above, but reuses `known` between lines.
 bool ParseObjectLine(std::span<const std::wstring_view> fields, GameObject& object, KnownFiles& known);
 
 // The text of a file of a header line and the lines of all objects.

@@ -23,8 +23,8 @@ bool WritePrefab(const std::wstring& path, std::span<const GameObject> objects);
 Scene CollectPrefab(std::span<const GameObject> scene, int32_t root);
 
 // The same objects as a prefab holds them: every object followed by its children, the roots in their order. A
-// parent index outside the list makes a root. A list that is so already stays as it is. What hangs in a cycle
-// of parents comes last.
+// parent index outside the list makes a root. A list in that order is unchanged. Objects in a cycle of
+// parents come last.
 Scene InPrefabOrder(std::span<const GameObject> list);
 
 // For the user: one undo step, and the root becomes the selection. It becomes a child of `parent`, at its

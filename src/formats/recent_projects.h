@@ -11,8 +11,9 @@ inline constexpr size_t kMaxRecentProjects = 12;
 // told. Made when it is missing.
 std::wstring GetDataFolder();
 
-// Puts a project folder at the front of the list, by its full path; an entry for the same path in upper or
-// lower case goes, and what is beyond the twelfth. Does nothing for a folder that is no project.
+// Puts a project folder at the front of the list, by its full path. An older entry for the same path, in any
+// case of its letters, is removed, and so is everything beyond the twelfth. Does nothing for a folder that is
+// not a project.
 void AddRecentProject(const std::wstring& path);
 
 // Rebuilds the list from its file, without what is no project any more, and saves it. Entries on drives and

@@ -31,6 +31,9 @@ void MarkSceneSaved() {
 
 bool SceneIsSaved() { return HoldsScene(editorState.savedScene, editorState.scene); }
 
+// Fills the empty state from a file that is in memory. The libraries are reset first, since the objects add
+// their models and images while they are read; the objects replace the default scene last, and only if there
+// are any. Whoever calls has put the old content aside and puts it back if memory runs out on the way.
 static void ReadScene(TextFile& file) {
     // First, because the objects add their models and images to the fresh libraries.
     resetScene(true);

@@ -158,7 +158,9 @@ static std::string Utf8FromUtf16(std::string_view bytes) {
     return utf8;
 }
 
-// Decodes the next line of the file, however long it is.
+// Decodes the next line of the file, however long it is, into `line`, which NextLine then hands out in
+// pieces. Line by line and not the whole file at once: wide text takes two to four times the memory of its
+// bytes, and a scene may have hundreds of megabytes.
 static void DecodeNextLine(TextFile& file) {
     const std::string_view rest = std::string_view(file.bytes).substr(file.nextByte);
     const size_t lineFeed = rest.find('\n');

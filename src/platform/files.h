@@ -18,7 +18,7 @@ struct FolderEntry {
 };
 
 // What stands at `path`. Unknown where the disk does not say, for want of rights or by a failure: something
-// may stand there. Whoever is about to write takes Missing alone for free.
+// may stand there. A writer treats only Missing as free.
 PathKind KindOfPath(const std::wstring& path);
 
 // What the disk says of a file beside its bytes.

@@ -150,6 +150,8 @@ static bool ReadTiffSize(const TiffBytes& tiff, ImageSize& size) {
     return true;
 }
 
+// The first bytes choose the format, never the file's name: decoders look at the bytes too, and a size that
+// was read by other rules than theirs would let an image through that takes all memory.
 bool ReadImageSize(std::string_view bytes, ImageSize& size) {
     if (bytes.starts_with("\x89PNG\r\n\x1A\n"sv)) return ReadPngSize(bytes, size);
     if (bytes.starts_with("\xFF\xD8\xFF"sv)) return ReadJpegSize(bytes, size);

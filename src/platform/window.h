@@ -67,7 +67,7 @@ void StopPlatform();
 // drops accepted, double clicks reported, shown as the program was asked to be shown. False when it fails.
 bool OpenMainWindow(const std::wstring& title, ClientSize size);
 
-// Handles every waiting message. False once the program shall end. Throws std::bad_alloc when HandleInput
+// Handles every waiting message. False once the program is to end. Throws std::bad_alloc when HandleInput
 // has: nothing reaches it from then on.
 bool PumpMessages();
 

@@ -88,6 +88,8 @@ static std::wstring WithExtension(const std::wstring& name, const AssetEntry& en
     return name + FileExtension(entry.name);
 }
 
+// The disk first, then the state, then the project file: a rename that the disk refuses has changed nothing.
+// The project file may fail after that, which the message says, since the next start would miss the scene.
 void RenameAsset(int32_t index, const std::wstring& typed) {
     if (!IsAssetIndex(index)) return;
     const AssetEntry entry = EntryAt(index);

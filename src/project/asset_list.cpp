@@ -63,8 +63,9 @@ static void AddEntriesOf(const std::wstring& folder, std::vector<AssetEntry>& op
     }
 }
 
-// Everything below a folder, each folder before what is in it. On a list and not on the call stack: a tree of
-// folders may be thousands of levels deep.
+// Lists everything below a folder, each folder before its content. `open` holds what is still to be listed,
+// the next one last; what a folder holds goes on top of it, so that it follows at once. A list and not the
+// call stack, because a tree of folders may be thousands of levels deep.
 static bool ListTree(const std::wstring& root, std::vector<AssetEntry>& list) {
     std::vector<AssetEntry> open;
     AddEntriesOf(root, open);
@@ -76,6 +77,8 @@ static bool ListTree(const std::wstring& root, std::vector<AssetEntry>& list) {
     return true;
 }
 
+// The list is made anew, so indices into it change: the selection is carried over by its path, and gestures
+// and menus that are about an item end.
 void RefreshAssetList() {
     const auto selected = static_cast<size_t>(editorState.selectedFile);
     const std::wstring selectedPath =

@@ -9,6 +9,8 @@
 
 constexpr int32_t kLastFolderNumber = 99;
 
+// Walks the tree with a list of folders that are still to be listed, so that the depth of a tree costs no
+// call stack. Paths are relative to `folder`: the same list serves the source and the copy.
 static bool List(const std::wstring& folder, FolderTree& tree) {
     FolderTree found;
     std::vector<std::wstring> pending{L""};  // relative; the next one at the back
@@ -53,6 +55,8 @@ static bool CopyTree(const std::wstring& from, const std::wstring& to, const Fol
     return true;
 }
 
+// Lists all before it copies anything: a copy into a folder below its source would otherwise meet itself and
+// never end. Folders come before files, each before what is in it, so every file finds its place.
 bool CopyFolder(const std::wstring& from, const std::wstring& to, LongWork& work) {
     FolderTree tree;
     if (!ListFolderTree(from, tree)) return false;
@@ -73,6 +77,7 @@ static void RemoveAnyway(const std::wstring& path, bool (*remove)(const std::wst
     if (!remove(path) && MakeWritable(path)) remove(path);
 }
 
+// Backwards through the list of folders: what lies in a folder goes before the folder itself.
 void RemoveFolderTree(const std::wstring& folder) {
     FolderTree tree;
     if (ListFolderTree(folder, tree)) {

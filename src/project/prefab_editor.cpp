@@ -25,6 +25,8 @@ static void EndInteraction() {
     CloseEntriesAndMenu();
 }
 
+// The prefab takes the scene's place in the state, so that every panel and command works on it unchanged.
+// What belongs to the scene is put aside as a whole, its undo history included.
 static void ShowPrefab(const std::wstring& path, Scene objects) {
     editorState.sceneBeforePrefab = KeepScene();
     editorState.scene = std::move(objects);

@@ -10,9 +10,9 @@ void SetProjectFolder(const std::wstring& folder);
 // and "Scenes". False when one cannot be made.
 bool MakeProjectFolders();
 
-// Leaves everything that belongs to the project that was open: Project Hub, a playing game, what the user was
-// in the middle of, undo history, selected file. Scene and paths stay for the caller to replace. The program
-// that started as the game stays it.
+// Ends everything that belongs to the open project: Project Hub, a playing game, gestures and entries, undo
+// history, selected asset. The caller replaces scene and paths. A program that started as the game stays the
+// game.
 void LeaveOpenProject();
 
 void ShowTitle(const std::wstring& title);
@@ -20,9 +20,9 @@ void ShowTitle(const std::wstring& title);
 // The window's title for the open project.
 void ShowProjectTitle();
 
-// The name that a copy or a build of the open project is given: the last component of its folder as a file
-// name, "ZelEngineProject" when nothing of it remains.
+// The name for a copy or a build of the open project: the last component of its folder, cleaned as a file
+// name, or "ZelEngineProject" if that leaves nothing.
 std::wstring ProjectFileName();
 
-// The file of the open scene; Scenes\Main.scene becomes it when there is none.
+// The file of the open scene. Sets it to Scenes\Main.scene first if there is none.
 const std::wstring& CurrentScenePath();

@@ -144,6 +144,10 @@ static std::wstring WithoutLastSeparator(const std::wstring& folder) {
     return LastComponent(folder).empty() ? ParentFolder(folder) : folder;
 }
 
+// Three parts. The questions come first, while nothing has changed and the user may still stay. Then the open
+// project is left and the folders of the new one are set; recoveries are taken over before the list of assets
+// is made, so that it shows them. The scene comes last, because its references are resolved against the new
+// folder.
 Opening OpenProject(const std::wstring& folder) {
     if (folder.empty() || !IsProjectFolder(folder)) {
         SetStatus(L"Vybrana slozka neni ZelEngine projekt.");

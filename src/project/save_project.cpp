@@ -46,6 +46,8 @@ static void ReportSaved(bool sceneSaved, bool projectWritten) {
     }
 }
 
+// Both files are always tried: the scene is what the user has made, and `project.zel` holds a second copy of
+// it that must not stay behind because the first could not be written.
 void SaveProject() {
     if (RefuseSaveInPlayMode()) return;
     const bool sceneSaved = SaveScene(CurrentScenePath());
@@ -78,6 +80,8 @@ static void MoveToProject(const std::wstring& folder) {
     if (!editorState.scenePath.empty()) MarkSceneSaved();
 }
 
+// Save, copy, move, in this order: the copy is made of what lies on the disk, and the state moves only once
+// the copy is whole. So a failure at any step leaves the user in the project that was open.
 void SaveProjectAs() {
     if (RefuseSaveInPlayMode() || !LeaveOtherScreens()) return;
     const std::wstring chosen = PickFolder(L"Vyber slozku, kam se ma ulozit ZelEngine projekt");
@@ -103,6 +107,8 @@ void SaveProjectAs() {
     SetStatus(L"Projekt ulozen do: " + folder);
 }
 
+// The state never leaves the open project: WriteProjectCopy writes its paths relative to it, and these name
+// the same places in the build.
 void BuildProject() {
     if (!LeaveOtherScreens() || RefuseInPlayMode(L"Nejdriv vypni Play Mode, potom sestav projekt.")) return;
     const std::wstring chosen = PickFolder(L"Vyber slozku, kam se ma sestavit projekt");

@@ -3,12 +3,12 @@
 
 #include <string>
 
-// Asks whether the open scene shall be saved first, and saves it on Yes. False when the switch must not
-// happen: the user cancelled, or saving failed; the status message says which.
+// Asks whether to save the open scene first, and saves it on Yes. False when the user cancelled or saving
+// failed; the status message says which.
 bool AskSaveBeforeSceneSwitch();
 
-// The same where the objects of the open scene are not those last loaded or saved, before it is left for
-// another project or the Project Hub. True without a question when nothing would be lost.
+// Like AskSaveBeforeSceneSwitch, but asks only when the open scene has unsaved changes. Called before it is
+// left for another project or the Project Hub.
 bool AskSaveOfChangedScene();
 
 // Opens a scene file, after that question when it is not the open one. A game stops first. Another scene

@@ -41,6 +41,9 @@ static void MovePathsOf(std::vector<UndoStep>& history, const PathMove& move) {
     ChangeHistory(history, [&move](GameObject& object) { return MovePathsOf(object, move); });
 }
 
+// In three groups: paths of the state itself, sources of what is loaded, and references of objects wherever
+// objects are. A place that is forgotten here names a file that no longer exists, which shows only at the
+// next save or undo; the test walks through all of them.
 void MoveStoredPaths(const std::wstring& from, const std::wstring& to) {
     MoveRememberedFiles(from, to);
     const PathMove move{from, to};

@@ -159,6 +159,9 @@ static bool MustWaitForWork(UINT message, WPARAM wParam) {
     return message == WM_SYSCOMMAND && command != SC_MINIMIZE && command != SC_RESTORE;
 }
 
+// Turns messages of the system into input events. Each case either handles its message (return 0) or reports
+// it and lets the system handle it too (break). The system also calls this from within its own message loops,
+// for dialogs, menus and the dragging of the frame, so nothing here may rely on the frame loop going on.
 static LRESULT CALLBACK HandleMessage(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
     if (window.dropsInput && MustWaitForWork(message, wParam)) return 0;
     if (WouldOpenMissingMenu(message, wParam, lParam)) return 0;

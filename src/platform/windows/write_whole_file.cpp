@@ -84,6 +84,11 @@ static Target OverwriteInPlace(const std::wstring& target, std::string_view byte
     return Fill(file.Get(), oldBytes) ? Target::Old : Target::Damaged;
 }
 
+// The way of a save: the new bytes go into a temporary file beside the target and down to the disk, then one
+// rename puts them in place. Only if the rename is refused, or the folder takes no temporary file, is the
+// target written over, while the complete bytes stay beside it. The order matters: at every moment at least
+// one whole file is there, the old one or the new one. A disk without room for the temporary file ends the
+// save before the target is touched.
 bool WriteWholeFile(const std::wstring& path, std::string_view bytes) {
     std::wstring target = SystemPath(path);
     DWORD attributes = GetFileAttributesW(target.c_str());
