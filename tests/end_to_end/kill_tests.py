@@ -3,6 +3,7 @@
 
 As many saves as there is time for, at most 500: in 100 seconds, or in as many as the first argument says."""
 
+import glob
 import os
 import random
 import shutil
@@ -11,11 +12,13 @@ import sys
 import tempfile
 import time
 
-from program import ROOT, STAGE, check, run_tests, running, wait_for
+from program import ROOT, STAGE, check, forget_recent_projects, run_tests, running, wait_for
 
 SAVING_PROGRAM = os.path.join(ROOT, "build", "windows", "tests", "saving_program.exe")
 KILLS = 500
 KILLS_OF_THE_EDITOR = 10
+KILLS_OF_RECOVERIES = 200
+MARK = b"\xEF\xBB\xBF"
 # Of the kills; on a busy machine there are fewer of them.
 LONGEST_SECONDS = float(sys.argv[1]) if len(sys.argv) > 1 else 100
 LONGEST_SECONDS_OF_THE_EDITOR = 30
@@ -58,9 +61,9 @@ def write_versions(folder):
     return content(folder, "A.scene"), content(folder, "B.scene")
 
 
-def save_until_killed(folder, seconds):
+def save_until_killed(folder, seconds, *mode):
     """Starts to save, and ends it at some moment. What was in the folder after the first save."""
-    with subprocess.Popen(["wine", SAVING_PROGRAM, windows_path(folder)], stdin=subprocess.DEVNULL,
+    with subprocess.Popen(["wine", SAVING_PROGRAM, windows_path(folder), *mode], stdin=subprocess.DEVNULL,
                           stdout=subprocess.PIPE, stderr=subprocess.DEVNULL) as process:
         try:
             line = process.stdout.readline().split()
@@ -89,6 +92,34 @@ def a_killed_save_leaves_the_old_scene_or_the_new_one_and_at_most_one_leftover_u
         print(f"{sum(seen)} kills: {broken_off} within the writing of a file; "
               f"then {seen[0]} scenes of version A and {seen[1]} of B")
         check(broken_off > sum(seen) // 50 and min(seen) > sum(seen) // 50, "the kills did not meet the saves")
+
+
+def recoveries():
+    """Their names and bytes, with what is beside them."""
+    [data] = glob.glob(os.path.join(os.environ["WINEPREFIX"], "drive_c/users/*/AppData/Local"))
+    folder = os.path.join(data, "ZelEngine", "recovery")
+    return {name: content(folder, name) for name in os.listdir(folder)}
+
+
+def work_that_is_not_saved_survives_every_kill_in_a_whole_recovery():
+    moments = random.Random(20261123)
+    forget_recent_projects()
+    with scratch_folder() as folder:
+        versions = write_versions(folder)
+        head = f"ZELENGINE_RECOVERY\t{windows_path(folder)}\\Main.scene\r\n".encode()
+        expected = [MARK + head + version.removeprefix(MARK) for version in versions]
+        broken_off = done = 0
+        for kill in kills(KILLS_OF_RECOVERIES, FEWEST_KILLS, LONGEST_SECONDS):
+            save_until_killed(folder, moments.uniform(0, LONGEST_WAIT), "recovery")
+            done += 1
+            found = recoveries()
+            whole = [name for name in found if not name.startswith("~")]
+            check(1 <= len(whole) <= 20, f"kill {kill} left {sorted(found)}")
+            damaged = [name for name in whole if found[name] not in expected]
+            check(not damaged, f"kill {kill} left {damaged} neither as version A nor as B")
+            broken_off += len(found) - len(whole)
+        print(f"{done} kills: {broken_off} within the writing of a recovery, none lost")
+        check(broken_off > done // 50, "the kills did not meet the writing")
 
 
 def is_whole(now, before):
@@ -145,5 +176,6 @@ def a_killed_editor_leaves_a_project_that_opens_with_every_file_whole():
 if __name__ == "__main__":
     sys.exit(0 if run_tests([
         a_killed_save_leaves_the_old_scene_or_the_new_one_and_at_most_one_leftover_until_the_next_save,
+        work_that_is_not_saved_survives_every_kill_in_a_whole_recovery,
         a_killed_editor_leaves_a_project_that_opens_with_every_file_whole,
     ]) else 1)

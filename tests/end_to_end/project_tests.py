@@ -183,10 +183,54 @@ def a_long_build_shows_how_far_it_is_takes_no_input_and_ends_by_escape():
         check(program.exit_code() == 0, f"the exit code is {program.process.returncode}")
 
 
+def what_escape_left_unsaved_lies_beside_its_scene_when_the_project_opens_again():
+    forget_everything()
+    main = ("ZelEngineProject", "Files", "Scenes", "Main.scene")
+    with running() as program:
+        program.click(*EMPTY_CARD)
+        answer(program, "Browse for Folder", "Return")
+        wait_for_title(program, "ZelEngine - ZelEngineProject")
+        program.press("g", "Escape")
+        check(program.exit_code() == 0, f"the exit code is {program.process.returncode}")
+    check(scene_objects(*main) == ["Game Camera", "Directional Light"], "the scene itself has changed")
+    check(not os.path.exists(at_home(*main[:-1], "Main_neulozeno.scene")), "a copy before the project was opened")
+    with running(forget=False) as program:
+        program.click(*FIRST_ROW)
+        wait_for_title(program, "ZelEngine - ZelEngineProject")
+        check(scene_objects(*main[:-1], "Main_neulozeno.scene") ==
+              ["Game Camera", "Directional Light", "GameObject_02"], "the copy holds something else")
+        program.press("Escape")
+        check(program.exit_code() == 0, f"the exit code is {program.process.returncode}")
+    with running(forget=False) as program:
+        program.click(*FIRST_ROW)
+        wait_for_title(program, "ZelEngine - ZelEngineProject")
+        names = sorted(os.listdir(at_home(*main[:-1])))
+        check(names == ["Main.scene", "Main_neulozeno.scene"], f"after a run without changes there is {names}")
+
+
+def a_scene_that_was_written_by_somebody_else_is_kept_beside_the_saved_one():
+    forget_everything()
+    scenes = ("ZelEngineProject", "Files", "Scenes")
+    theirs = b"ZELENGINE_SCENE\t1\r\nsomebody else's\r\n"
+    with running() as program:
+        program.click(*EMPTY_CARD)
+        answer(program, "Browse for Folder", "Return")
+        wait_for_title(program, "ZelEngine - ZelEngineProject")
+        with open(at_home(*scenes, "Main.scene"), "wb") as file:
+            file.write(theirs)
+        program.press("g", "ctrl+s")
+        wait_for(lambda: os.path.exists(at_home(*scenes, "Main_jine.scene")), "their version")
+        wait_for(lambda: content(*scenes, "Main.scene") != theirs, "the saved scene")
+        check(content(*scenes, "Main_jine.scene") == theirs, "their version has changed")
+        check(scene_objects(*scenes, "Main.scene")[2:] == ["GameObject_02"], "the saved scene holds something else")
+
+
 if __name__ == "__main__":
     sys.exit(0 if run_tests([
         both_templates_make_projects_that_a_restart_lists_and_opens,
         a_project_saved_under_a_new_folder_is_built_into_a_game_that_starts,
         projects_leave_the_list_and_go_into_the_bin_only_after_yes,
         a_long_build_shows_how_far_it_is_takes_no_input_and_ends_by_escape,
+        what_escape_left_unsaved_lies_beside_its_scene_when_the_project_opens_again,
+        a_scene_that_was_written_by_somebody_else_is_kept_beside_the_saved_one,
     ]) else 1)

@@ -2,11 +2,13 @@
 //
 //   saving_program FOLDER versions    writes A.scene and B.scene; ends with 0 when both load again
 //   saving_program FOLDER             saves Main.scene as A, B, A ...; says "saved N" once, after the first
-//   save,
-//                                     with the number of files that it found in the folder then
+//                                     save, with the number of files that it found in the folder then
+//   saving_program FOLDER recovery    writes recoveries of Main.scene as A, B, A ...; says "saved 1" once,
+//                                     after the first
 #include "../support/scene_equals_file.h"
 #include "formats/scene_file.h"
 #include "platform/files.h"
+#include "project/recovery.h"
 #include "state/editor_state.h"
 
 #include <cstdint>
@@ -52,10 +54,26 @@ static int SaveForEver(const std::wstring& folder) {
     }
 }
 
+// As an editor that is told again and again that the session ends, and goes on.
+static int RecoverForEver(const std::wstring& folder) {
+    editorState.projectRoot = folder;
+    editorState.scenePath = folder + L"\\Main.scene";
+    for (bool isFirst = true;; isFirst = false) {
+        for (const wchar_t version : {L'A', L'B'}) {
+            ShowVersion(version);
+            WriteRecoveryNow();
+            if (!isFirst || version != L'A') continue;
+            std::printf("saved 1\n");
+            std::fflush(stdout);
+        }
+    }
+}
+
 int main(int argumentCount, char** arguments) {
     if (argumentCount < 2) return 2;
     const std::string name = arguments[1];
     const std::wstring folder(name.begin(), name.end());
     if (argumentCount == 2) return SaveForEver(folder);
+    if (std::string(arguments[2]) == "recovery") return RecoverForEver(folder);
     return WriteAndLoad(folder + L"\\A.scene", L'A') && WriteAndLoad(folder + L"\\B.scene", L'B') ? 0 : 1;
 }
