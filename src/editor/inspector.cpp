@@ -240,7 +240,11 @@ static std::wstring MessageOf(const InspectorAction& action, const GameObject& o
 }
 
 static void RunAction(const InspectorAction& action, const ZonePress& press) {
-    if (action.undoLabel) pushUndo(action.undoLabel);
+    if (action.undoLabel) {
+        pushUndo(action.undoLabel);
+    } else if (std::holds_alternative<bool GameObject::*>(action.effect)) {
+        MarkFoldChanged();
+    }
     std::visit(EffectRunner{SelectedObject(), press}, action.effect);
     const std::wstring message = MessageOf(action, SelectedObject());
     if (!message.empty()) SetStatus(message);

@@ -6,6 +6,7 @@
 #include "render/icons.h"
 #include "scene/shown_screen.h"
 #include "scene/status.h"
+#include "scene/undo.h"
 
 constexpr int32_t kNarrowWidth = 760;  // pixels; up to here the right side stays empty
 constexpr int32_t kButtonTop = 8, kButtonBottom = 36, kCaptionTop = 16;
@@ -43,14 +44,20 @@ static Rect PlaceOf(const BarButton& button, const EditorLayout& layout) {
     return {origin + button.left, kButtonTop, origin + button.right, kButtonBottom};
 }
 
+static bool HasSomethingToSave(const BarButton& button) {
+    if (button.button == TopBarButton::SavePrefab) return editorState.prefabDirty;
+    return button.button == TopBarButton::SaveProject && SceneHasChanges();
+}
+
 static void DrawBarButton(const BarButton& button, const Rect& place) {
-    TextColor captionColor = kButtonText;
-    if (button.button == TopBarButton::SavePrefab) {
-        const bool unsaved = editorState.prefabDirty;
-        DrawButton(place, unsaved ? kUnsavedFill : kSaveFill, unsaved ? kUnsavedEdge : kSaveEdge, true);
-        captionColor = kSaveText;
+    TextColor captionColor = kSaveText;
+    if (HasSomethingToSave(button)) {
+        DrawButton(place, kUnsavedFill, kUnsavedEdge, true);
+    } else if (button.button == TopBarButton::SavePrefab) {
+        DrawButton(place, kSaveFill, kSaveEdge, true);
     } else {
         DrawButton(place, kButtonFill, kButtonEdge, false);
+        captionColor = kButtonText;
     }
     DrawText(place.left + button.captionLeft, kCaptionTop, button.caption, captionColor, 14, kSemiBold);
 }

@@ -24,8 +24,10 @@ void MarkSceneSaved() {
     const SceneSnapshot& earlier = history.empty() ? editorState.savedScene : history.back().scene;
     try {
         editorState.savedScene = TakeSnapshot(editorState.scene, &earlier);
+        editorState.savedVersion = editorState.sceneVersion;
     } catch (const std::bad_alloc&) {
         editorState.savedScene = {};  // a question too many is better than one too few
+        editorState.savedVersion = ++editorState.lastVersion;
     }
 }
 

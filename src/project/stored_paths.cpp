@@ -60,12 +60,12 @@ void MoveStoredPaths(const std::wstring& from, const std::wstring& to) {
         MovePath(entry.folder, move);
     }
 
-    if (MovePathsOf(editorState.scene, move)) MarkPrefabChanged();
+    if (MovePathsOf(editorState.scene, move)) MarkChanged();
     MovePathsOf(editorState.undoSteps, move);
     if (editorState.clipboardObject) MovePathsOf(*editorState.clipboardObject, move);
     for (std::optional<KeptScene>* kept : {&editorState.sceneBeforePlay, &editorState.sceneBeforePrefab}) {
         if (!*kept) continue;
-        MovePathsOf((*kept)->scene, move);
+        if (MovePathsOf((*kept)->scene, move)) (*kept)->sceneVersion = ++editorState.lastVersion;
         MovePathsOf((*kept)->undoSteps, move);
     }
 }

@@ -8,7 +8,8 @@ KeptScene KeepScene() {
             .selectedIndex = editorState.selectedIndex,
             .camera = editorState.camera,
             .animationTime = editorState.animationTime,
-            .undoSteps = editorState.undoSteps};
+            .undoSteps = editorState.undoSteps,
+            .sceneVersion = editorState.sceneVersion};
 }
 
 // The history comes back too: steps of what was shown meanwhile would bring its objects into the scene.
@@ -19,5 +20,6 @@ void PutSceneBack(std::optional<KeptScene>& kept) {
     editorState.camera = kept->camera;
     editorState.animationTime = kept->animationTime;
     editorState.undoSteps = std::move(kept->undoSteps);
+    editorState.sceneVersion = kept->sceneVersion;
     kept.reset();
 }

@@ -49,7 +49,7 @@ void KeyboardTransformStep(float dt) {
     Vec3& changed = SelectedObject().*tool.changed;
     changed = changed + input * tool.speed * factor * dt;
     if (editorState.tool == Tool::Scale) changed = AtLeast(changed, kSmallestScale);
-    MarkPrefabChanged();
+    MarkChanged();
 
     SetStatus(tool.message);
 }

@@ -10,20 +10,26 @@
 
 constexpr size_t kMaxUndoSteps = 64;
 
-void MarkPrefabChanged() {
+void MarkFoldChanged() { editorState.sceneVersion = ++editorState.lastVersion; }
+
+void MarkChanged() {
+    MarkFoldChanged();
     if (editorState.screen == Screen::PrefabEditor) editorState.prefabDirty = true;
 }
 
+bool SceneHasChanges() { return editorState.sceneVersion != editorState.savedVersion; }
+
 void pushUndo(const char* label) {
     if (editorState.runtimeMode) return;
-    MarkPrefabChanged();  // also of an empty prefab, which gets its first object
+    const uint64_t version = editorState.sceneVersion;
+    MarkChanged();  // also of an empty prefab, which gets its first object
     if (editorState.scene.empty()) return;
 
     std::vector<UndoStep>& steps = editorState.undoSteps;
     const SceneSnapshot& earlier = steps.empty() ? editorState.savedScene : steps.back().scene;
     SceneSnapshot scene = TakeSnapshot(editorState.scene, &earlier);
     if (steps.size() >= kMaxUndoSteps) steps.erase(steps.begin());
-    steps.push_back({std::move(scene), editorState.selectedIndex, label});
+    steps.push_back({std::move(scene), editorState.selectedIndex, label, version});
 }
 
 void undo() {
@@ -39,7 +45,8 @@ void undo() {
 
     ForgetObjectIndices();
     editorState.componentSearchActive = false;
-    MarkPrefabChanged();
+    MarkChanged();
+    editorState.sceneVersion = step.version;
     SetStatus(L"Ctrl+Z: posledni zmena sceny byla vracena.");
 }
 
@@ -54,7 +61,10 @@ void ChangeHistory(std::vector<UndoStep>& history, const std::function<bool(Game
         RestoreSnapshot(step.scene, scene);
         bool hasChanged = false;
         for (GameObject& object : scene) hasChanged = change(object) || hasChanged;
-        if (hasChanged) step.scene = TakeSnapshot(scene, earlier);
+        if (hasChanged) {
+            step.scene = TakeSnapshot(scene, earlier);
+            step.version = ++editorState.lastVersion;
+        }
         earlier = &step.scene;
     }
 }

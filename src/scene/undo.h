@@ -10,8 +10,17 @@
 // Nothing is kept in the game runtime, or of an empty scene.
 void pushUndo(const char* label);
 
-// A prefab that is being edited has changed. For changes that go on after their pushUndo, like drags.
-void MarkPrefabChanged();
+// The objects have changed. For changes that go on after their pushUndo, like drags.
+void MarkChanged();
+
+// Likewise for what only shows in the editor and is stored in the scene, like an Inspector fold: no reason to
+// save a prefab.
+void MarkFoldChanged();
+
+// True while the objects have another version than was last loaded or saved: costs nothing, whatever the
+// scene. Objects that were changed and changed back by hand count as changed; see SceneIsSaved for the exact
+// answer.
+bool SceneHasChanges();
 
 // Brings back the scene and the selection before the last change.
 void undo();

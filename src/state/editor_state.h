@@ -29,6 +29,7 @@ struct UndoStep {
     SceneSnapshot scene{};
     int32_t selection = -1;    // before the change
     std::string_view label{};  // of the command that made it, as written in its code; nobody is shown it
+    uint64_t version = 0;      // EditorState::sceneVersion of that scene
 };
 
 // What loading a scene replaces as a whole.
@@ -47,6 +48,7 @@ struct KeptScene {
     CameraPose camera{};
     float animationTime = 0;  // seconds
     std::vector<UndoStep> undoSteps{};
+    uint64_t sceneVersion = 0;
 };
 
 // What the program last read or wrote in a file that it may save over: its fingerprint, by the full path in
@@ -59,6 +61,9 @@ struct EditorState : SceneContent {
     std::vector<UndoStep> undoSteps{};  // oldest first, at most 64
     RecoveryState recovery{};
     SceneSnapshot savedScene{};                    // the objects as they were last loaded or saved
+    uint64_t sceneVersion = 0;                     // another number after every change of an object
+    uint64_t savedVersion = 0;                     // of `savedScene`
+    uint64_t lastVersion = 0;                      // given to any scene; no number is given twice
     std::optional<KeptScene> sceneBeforePlay{};    // none in the runtime, which has no scene to go back to
     std::optional<KeptScene> sceneBeforePrefab{};  // while a prefab is open
     std::optional<GameObject> clipboardObject{};

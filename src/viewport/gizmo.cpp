@@ -210,7 +210,7 @@ void MoveGizmoDrag(const GizmoDrag& drag, Point pointer) {
     float travel = 0;
     if (!GizmoTravel(drag.press, pointer, drag.screenX, drag.screenY, travel)) return;
     ApplyDrag(SelectedObject(), drag, travel);
-    MarkPrefabChanged();
+    MarkChanged();
     SetStatus(DragOf(drag.tool).moving);
 }
 

@@ -11,6 +11,7 @@
 #include "support/scratch_folder.h"
 
 #include "doctest/doctest.h"
+#include "formats/scene_file.h"
 
 #include <algorithm>
 #include <string>
@@ -50,6 +51,7 @@ static void StartAnew(RandomUser<RandomSource>& user) {
     editorState = EditorState{};
     headless.mouseIsCaptured = false;
     resetScene(user.Sometimes(2));
+    MarkSceneSaved();
     if (!user.Sometimes(3)) return;
     editorState.screen = Screen::PrefabEditor;
     editorState.sceneBeforePrefab = {.scene = editorState.scene};
@@ -92,6 +94,8 @@ TEST_CASE(
         const char* fault = FaultInEditor(longestName);
         REQUIRE_MESSAGE(fault == nullptr, std::string(fault == nullptr ? "" : fault));
         REQUIRE_FALSE(headless.quitRequested);
+        const bool showsScene = !editorState.playMode && editorState.screen != Screen::PrefabEditor;
+        if (showsScene && !SceneHasChanges()) REQUIRE(SceneIsSaved());
         if (wasPlaying && !editorState.playMode) continue;  // the history of before the game is back
         REQUIRE(editorState.undoSteps.size() <= steps + 1);
         if (editorState.undoSteps.size() <= steps) continue;

@@ -67,6 +67,31 @@ TEST_CASE("the three buttons at the right have the plain button's look") {
     CHECK(CountOf(kBack) == 1360 * 100 - pixels);
 }
 
+TEST_CASE("the button that saves the project is lit while the scene has changes") {
+    const EditorLayout layout = StartBar();
+    editorState.sceneVersion = ++editorState.lastVersion;
+    DrawTopBar(layout);
+    CHECK(PixelAt(1100, 20) == Pixel{0xF5A85C});
+    CHECK(PixelAt(1058, 20) == Pixel{0xE18836});
+    CHECK(PixelAt(1100, 8) == Pixel{0xE18836});
+    CHECK(PixelAt(1187, 20) == Pixel{0x161413});
+    CHECK(PixelAt(1189, 20) == Pixel{0x181514});  // the shadow
+    CHECK(PixelAt(1191, 40) == Pixel{0x131110});
+    CHECK(PixelAt(960, 20) == Pixel{0x36312F});  // the buttons beside it are as ever
+    CHECK(PixelAt(1210, 20) == Pixel{0x36312F});
+    REQUIRE(headless.texts.size() == 5);
+    for (const DrawnText& text : headless.texts) {
+        const bool isLit = text.text == L"Ulozit projekt";
+        if (text.x > 900) CHECK(text.color == (isLit ? TextColor{0xFCFAF8} : TextColor{0xE9E5E2}));
+    }
+
+    StartPicture(1360, 100, kBack);
+    editorState.savedVersion = editorState.sceneVersion;
+    DrawTopBar(layout);
+    CHECK(PixelAt(1100, 20) == Pixel{0x36312F});
+    CHECK(PixelAt(1189, 20) == kBack);
+}
+
 TEST_CASE("the logo is drawn at the left once it is loaded") {
     const EditorLayout layout = StartBar();
     DrawTopBar(layout);

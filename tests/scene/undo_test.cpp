@@ -13,6 +13,9 @@
 #include "support/open_menu.h"
 
 #include "doctest/doctest.h"
+#include "formats/scene_file.h"
+#include "scene/kept_scene.h"
+#include "support/allocation_limit.h"
 
 #include <algorithm>
 #include <string_view>
@@ -261,4 +264,82 @@ TEST_CASE("deleting and moving leave every other object under the parent that it
             if (isChanged) REQUIRE((object.parentIndex == -1 || IsObjectIndex(object.parentIndex)));
         }
     }
+}
+
+// Whether there is something to save.
+
+TEST_CASE("a change gives the scene another version, and undo gives the one of before back") {
+    editorState = EditorState{};
+    editorState.scene.resize(3);
+    MarkSceneSaved();
+    CHECK_FALSE(SceneHasChanges());
+    addCube();
+    CHECK(SceneHasChanges());
+    addCube();
+    undo();
+    CHECK(SceneHasChanges());
+    undo();
+    CHECK_FALSE(SceneHasChanges());
+}
+
+TEST_CASE("undo after saving is a change, and what was saved is not reached by another change") {
+    editorState = EditorState{};
+    editorState.scene.resize(3);
+    addCube();
+    MarkSceneSaved();
+    CHECK_FALSE(SceneHasChanges());
+    undo();
+    CHECK(SceneHasChanges());
+    addEntity();  // as many changes as at saving, but others
+    CHECK(SceneHasChanges());
+}
+
+TEST_CASE("a fold of the Inspector changes the scene and no prefab") {
+    editorState = EditorState{};
+    editorState.screen = Screen::PrefabEditor;
+    MarkFoldChanged();
+    CHECK(SceneHasChanges());
+    CHECK_FALSE(editorState.prefabDirty);
+    MarkChanged();
+    CHECK(editorState.prefabDirty);
+}
+
+TEST_CASE("what is changed in a game or a prefab is no change of the scene that comes back") {
+    editorState = EditorState{};
+    editorState.scene.resize(3);
+    MarkSceneSaved();
+    for (const bool hadChanges : {false, true}) {
+        std::optional<KeptScene> kept = KeepScene();
+        addCube();
+        CHECK(SceneHasChanges());
+        PutSceneBack(kept);
+        CHECK(SceneHasChanges() == hadChanges);
+        addCube();
+    }
+}
+
+TEST_CASE("a step whose paths were changed later is another version than the saved one") {
+    editorState = EditorState{};
+    editorState.scene = {{.prefabSource = L"a"}, {}};
+    MarkSceneSaved();
+    addCube();
+    ChangeHistory(editorState.undoSteps, [](GameObject& object) {
+        const bool isNamed = object.prefabSource == L"a";
+        if (isNamed) object.prefabSource = L"b";
+        return isNamed;
+    });
+    undo();
+    CHECK(editorState.scene[0].prefabSource == L"b");
+    CHECK(SceneHasChanges());
+}
+
+TEST_CASE("a scene whose saved objects could not be kept for want of memory counts as changed") {
+    editorState = EditorState{};
+    editorState.scene.resize(3);
+    {
+        const AllocationLimit limit(0);
+        MarkSceneSaved();
+    }
+    CHECK(SceneHasChanges());
+    CHECK_FALSE(SceneIsSaved());
 }
