@@ -24,8 +24,9 @@ void DrawPanels(const EditorLayout& layout) {
     DrawToolPalette(layout);
     DrawPanelFrames(layout);
     DrawTopBar(layout);
-    DrawHierarchy(layout);
     DrawInspector(layout);
+    DrawBottomFrame(layout);
+    DrawHierarchy(layout);
     DrawBottomPanel(layout);
     DrawFilesPage(layout);
     DrawFilesMenus(layout);

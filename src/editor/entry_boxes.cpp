@@ -10,7 +10,8 @@
 
 constexpr int32_t kBoxHeight = 142;
 constexpr int32_t kNameBoxWidth = 420, kNumberBoxWidth = 380;
-constexpr int32_t kMargin = 18;  // of the contents within the box
+constexpr int32_t kMargin = 18;    // of the contents within the box
+constexpr int32_t kBackdrop = 12;  // around the box: what is being named stays in sight
 
 static void DrawField(const Rect& field, const std::wstring& typed) {
     const auto [left, top, right, bottom] = field;
@@ -24,7 +25,8 @@ static void DrawEntry(const EditorLayout& layout, int32_t width, const std::wstr
                       const std::wstring& subtitle, const std::wstring& typed) {
     const int32_t left = std::max((layout.width - width) / 2, 8);
     const int32_t top = std::max((layout.height - kBoxHeight) / 2, 56);
-    FillRect({0, 0, layout.width, layout.height}, kEntryBackdrop);
+    FillRect({left - kBackdrop, top - kBackdrop, left + width + kBackdrop, top + kBoxHeight + kBackdrop},
+             kEntryBackdrop);
     DrawPanelBox({left, top, left + width, top + kBoxHeight}, kMenuFill, kMenuLightEdge);
 
     DrawText(left + kMargin, top + 14, title, kMenuTitle, 18, kSemiBold);

@@ -3,5 +3,5 @@
 
 #include "editor/layout.h"
 
-// The entry that is open, alone on a backdrop that covers everything. Nothing when none is open.
+// The entry that is open, on a backdrop 12 pixels larger. Nothing when none is open.
 void DrawEntryBoxes(const EditorLayout& layout);

@@ -5,12 +5,20 @@
 #include "base/rect.h"
 #include "editor/layout.h"
 
-// The backgrounds of the top bar, the Hierarchy, the Inspector and the bottom panel, and over them the three
-// splitters; the one that is being dragged stands out. Comes before every panel's contents: texts that leave
-// their panel stay visible on the next one.
+// The backgrounds of the top bar, the Hierarchy and the Inspector. Come before the contents of these panels.
 void DrawPanelFrames(const EditorLayout& layout);
 
-// The tabs, and the page with the status message when it is the Console, on the panel's frame.
+// The background of the bottom panel and the three splitters; the one that is being dragged stands out. Comes
+// after the Inspector, whose sections end where this panel begins, and before the Hierarchy, whose tree runs
+// on over it.
+void DrawBottomFrame(const EditorLayout& layout);
+
+// Fills a part of the bottom panel with its background again, its edges left out: where something is shown
+// that must be readable although the tree of the Hierarchy runs on below it.
+void FillBottomStrip(const Rect& strip, const EditorLayout& layout);
+
+// The tabs with the status message: on its page when that is the Console, else beside the tabs, shortened
+// where it would reach the Inspector.
 void DrawBottomPanel(const EditorLayout& layout);
 
 // Turns to the page whose tab is under the pointer. True when there is a tab.

@@ -3,6 +3,7 @@
 #include "base/path_text.h"
 #include "base/text_units.h"
 #include "editor/fit_text.h"
+#include "editor/panels.h"
 #include "editor/theme.h"
 #include "editor/widgets.h"
 #include "project/asset_commands.h"
@@ -59,12 +60,14 @@ static Rect CellOf(Point corner) {
     return {corner.x, corner.y - kCellAbove, corner.x + kCellWidth, corner.y + kCellBelow};
 }
 
-static void DrawItem(int32_t index, Point corner) {
+static void DrawItem(int32_t index, Point corner, const EditorLayout& layout) {
     const AssetEntry& entry = editorState.fileEntries[static_cast<size_t>(index)];
     const Rect cell = CellOf(corner);
     if (index == editorState.selectedFile) {
         FillRect(cell, kSelectedFileFill);
         DrawBoxEdges(cell, kSelectedFileEdge, kSelectedFileEdge);
+    } else {
+        FillBottomStrip(cell, layout);
     }
     DrawFileIcon(entry.kind, {corner.x + 35, corner.y, corner.x + 35 + kIconSize, corner.y + kIconSize});
     DrawText(corner.x + 7, corner.y + 32, ShownName(entry.name), kFilesText, 13, kNormal);
@@ -88,7 +91,7 @@ void DrawFilesPage(const EditorLayout& layout) {
     const auto count = static_cast<int32_t>(editorState.fileEntries.size());
     for (int32_t i = 0; i < count && corner.y - kCellAbove < layout.height; ++i) {
         if (editorState.fileEntries[static_cast<size_t>(i)].folder != editorState.filesFolder) continue;
-        DrawItem(i, corner);
+        DrawItem(i, corner, layout);
         corner = NextCorner(corner, layout);
     }
 }

@@ -133,7 +133,7 @@ TEST_CASE("menus open over the panels and stay in the window") {
     CHECK(FrameMatchesGolden("editor_create_menu_in_corner"));
 }
 
-TEST_CASE("entries hide everything behind them") {
+TEST_CASE("entries lie in the middle, on a backdrop that leaves the rest in sight") {
     StartEditor(600, 300);
     StartObjectRename(2);
     CHECK(FrameMatchesGolden("editor_rename"));

@@ -10,6 +10,7 @@
 #include "support/picture.h"
 #include "support/source_path.h"
 
+#include "app/current_layout.h"
 #include "doctest/doctest.h"
 
 #include <algorithm>
@@ -358,6 +359,28 @@ TEST_CASE("the scene lies between the panels, the panels over what leaves it") {
     editorState.playMode = true;
     RenderFrame();
     CHECK(std::ranges::count(headless.texts, L"[PLAY MODE]", &DrawnText::text) == 1);
+}
+
+// The pixels of the bottom panel, which is the one of a window of any size.
+static std::vector<Pixel> BottomPanelPixels() {
+    const EditorLayout layout = CurrentLayout();
+    std::vector<Pixel> pixels;
+    for (int32_t y = layout.bottomTop + 1; y < layout.height; ++y) {
+        for (int32_t x = 0; x < layout.width; ++x) pixels.push_back(PixelAt(x, y));
+    }
+    return pixels;
+}
+
+TEST_CASE("sections of the Inspector end at the bottom panel") {
+    for (const BottomTab tab : {BottomTab::Files, BottomTab::Console}) {
+        StartEditor({{.name = L"a"}});
+        editorState.bottomTab = tab;
+        RenderFrame();
+        const std::vector<Pixel> expected = BottomPanelPixels();
+        editorState.scene[0].scripts.assign(40, L"CollectOnTouch");
+        RenderFrame();
+        CHECK(BottomPanelPixels() == expected);
+    }
 }
 
 TEST_CASE("the gizmo shows in edit mode only, on a selected object") {

@@ -43,13 +43,17 @@ TEST_CASE("the name entry shows a title, what the name is for, the typed text wi
     }
 }
 
-// Checks an entry's box by its corner and width: edges, field, and the backdrop everywhere else.
+// Checks an entry's box by its corner and width: edges, field, and the backdrop of 12 pixels around it.
 static void CheckEntryBox(int32_t left, int32_t top, int32_t width) {
     const int32_t right = left + width, bottom = top + 142;
-    CHECK(PixelAt(0, 0) == Pixel{0x181412});
-    CHECK(PixelAt(frameBuffer.width - 1, frameBuffer.height - 1) == Pixel{0x181412});
-    CHECK(CountOf(kBack) == 0);
-    CHECK(CountOf(Pixel{0x181412}) == frameBuffer.width * frameBuffer.height - width * 142);
+    CHECK(PixelAt(left - 13, top + 9) == kBack);
+    CHECK(PixelAt(left - 12, top - 12) == Pixel{0x181412});
+    CHECK(PixelAt(left + 9, top - 13) == kBack);
+    CHECK(PixelAt(right + 11, bottom + 11) == Pixel{0x181412});
+    CHECK(PixelAt(right + 12, top + 9) == kBack);
+    CHECK(PixelAt(left + 9, bottom + 12) == kBack);
+    CHECK(CountOf(Pixel{0x181412}) == (width + 24) * (142 + 24) - width * 142);
+    CHECK(CountOf(kBack) == frameBuffer.width * frameBuffer.height - (width + 24) * (142 + 24));
 
     CHECK(PixelAt(left + 9, top) == Pixel{0x786A60});
     CHECK(PixelAt(left + 9, top + 1) == Pixel{0x443B36});
@@ -70,14 +74,14 @@ static void CheckEntryBox(int32_t left, int32_t top, int32_t width) {
     CHECK(PixelAt(left + 18, top + 100) == Pixel{0x312924});
 }
 
-TEST_CASE("the name entry is a box of 420 by 142 in the middle, alone on a backdrop") {
+TEST_CASE("the name entry is a box of 420 by 142 in the middle, on a backdrop of 12 pixels more") {
     const EditorLayout layout = StartEntry();
     editorState.nameEntry.kind = NameEntry::Kind::Object;
     DrawEntryBoxes(layout);
     CheckEntryBox(470, 339, 420);
 }
 
-TEST_CASE("the number entry is a box of 380 by 142 in the middle, alone on a backdrop") {
+TEST_CASE("the number entry is a box of 380 by 142 in the middle, on a backdrop of 12 pixels more") {
     const EditorLayout layout = StartEntry();
     editorState.numberEntry = {.open = true, .target = 0, .component = 0};
     DrawEntryBoxes(layout);
@@ -136,7 +140,8 @@ TEST_CASE("in a small window an entry stays 8 pixels from the left and 56 from t
     DrawEntryBoxes(layout);
     CHECK(headless.texts[0].x == 26);
     CHECK(headless.texts[0].y == 70);
-    CHECK(CountOf(kBack) == 0);
+    CHECK(PixelAt(0, 70) == Pixel{0x181412});
+    CHECK(PixelAt(0, 43) == kBack);
 }
 
 TEST_CASE("of a text that is longer than its field the end is shown, with the caret inside") {

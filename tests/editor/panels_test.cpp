@@ -6,6 +6,7 @@
 #include "support/picture.h"
 
 #include "doctest/doctest.h"
+#include "platform/canvas.h"
 
 constexpr Pixel kBack{0x102030};
 
@@ -15,8 +16,13 @@ static EditorLayout StartFrames(int32_t width, int32_t height) {
     return LayoutEditor(editorState.panels, width, height);
 }
 
+static void DrawFrames(const EditorLayout& layout) {
+    DrawPanelFrames(layout);
+    DrawBottomFrame(layout);
+}
+
 TEST_CASE("the top bar is 42 pixels high with light edges above and left, dark ones below and right") {
-    DrawPanelFrames(StartFrames(1360, 820));
+    DrawFrames(StartFrames(1360, 820));
     CHECK(PixelAt(700, 0) == Pixel{0x4A3E36});
     CHECK(PixelAt(700, 1) == Pixel{0x443B36});
     CHECK(PixelAt(700, 2) == Pixel{0x1F1A17});
@@ -28,7 +34,7 @@ TEST_CASE("the top bar is 42 pixels high with light edges above and left, dark o
 }
 
 TEST_CASE("the three panels have their own fills and the same edges") {
-    DrawPanelFrames(StartFrames(1360, 820));
+    DrawFrames(StartFrames(1360, 820));
     struct {
         int32_t left, top, bottom;
         Pixel fill;
@@ -52,7 +58,7 @@ TEST_CASE("the three panels have their own fills and the same edges") {
 }
 
 TEST_CASE("a splitter is a line of two pixels over the edge between two panels") {
-    DrawPanelFrames(StartFrames(1360, 820));
+    DrawFrames(StartFrames(1360, 820));
     const Pixel line{0x544941};
     CHECK(PixelAt(228, 300) == Pixel{0x251F1C});
     CHECK(PixelAt(229, 300) == line);
@@ -77,7 +83,7 @@ TEST_CASE("the splitter that is dragged has the accent colour, and only that one
     for (int32_t edge = 0; edge <= 3; ++edge) {
         const EditorLayout layout = StartFrames(1360, 820);
         if (edge > 0) Hold<PanelResize>({.edge = static_cast<PanelEdge>(edge - 1)});
-        DrawPanelFrames(layout);
+        DrawFrames(layout);
         for (int32_t i = 0; i < 3; ++i) {
             CAPTURE(edge);
             CAPTURE(i);
@@ -89,7 +95,7 @@ TEST_CASE("the splitter that is dragged has the accent colour, and only that one
 TEST_CASE("a window too narrow for side panels keeps their splitters at its sides") {
     editorState = EditorState{};
     StartPicture(200, 300, kBack);
-    DrawPanelFrames(LayoutEditor(FitPanelsToWindow({}, 200, 300), 200, 300));
+    DrawFrames(LayoutEditor(FitPanelsToWindow({}, 200, 300), 200, 300));
     CHECK(PixelAt(0, 100) == Pixel{0x544941});
     CHECK(PixelAt(1, 100) == kBack);
     CHECK(PixelAt(198, 100) == kBack);
@@ -100,7 +106,7 @@ TEST_CASE("the frames of a window of any size stay within it") {
     const struct {
         int32_t width, height;
     } windows[] = {{1, 1}, {1, 400}, {400, 1}, {50, 50}, {300, 200}, {4000, 3000}};
-    for (const auto& [width, height] : windows) DrawPanelFrames(StartFrames(width, height));
+    for (const auto& [width, height] : windows) DrawFrames(StartFrames(width, height));
     CHECK(PixelAt(3999, 2999) == Pixel{0x14100D});
 }
 
@@ -128,13 +134,19 @@ TEST_CASE("the Console page shows the last message and one line of help") {
     CHECK(PixelAt(60, 710) == Pixel{0x342C27});
     CHECK(PixelAt(112, 710) == Pixel{0x5CD2FF});
     CHECK(PixelAt(180, 710) == Pixel{0x805C30});
-    CHECK(CountOf(kBack) == 800 * 820 - (90 + 104) * 28);
+    const int32_t lines =
+        MeasureCanvasText(L"Scena ulozena.", 15, 400) + MeasureCanvasText(headless.texts[3].text, 15, 400);
+    CHECK(CountOf(kBack) == 800 * 820 - (90 + 104) * 28 - lines * 24);
 }
 
-TEST_CASE("the Files page shows no message") {
-    DrawBottomPanel(StartPanel(BottomTab::Files));
-    CHECK(headless.texts == std::vector<DrawnText>{{24, 702, L"Files", TextColor{0xFCF8F4}, 14, 600},
-                                                   {120, 702, L"Console", TextColor{0xE6DED6}, 14, 600}});
+TEST_CASE("the Files page shows the message beside the tabs") {
+    const EditorLayout layout = StartPanel(BottomTab::Files);
+    editorState.statusMessage = L"Scena ulozena.";
+    DrawBottomPanel(layout);
+    CHECK(headless.texts ==
+          std::vector<DrawnText>{{24, 702, L"Files", TextColor{0xFCF8F4}, 14, 600},
+                                 {120, 702, L"Console", TextColor{0xE6DED6}, 14, 600},
+                                 {234, 706, L"Scena ulozena.", TextColor{0xD2C6BE}, 13, 400}});
     CHECK(PixelAt(16, 710) == Pixel{0x5CD2FF});
     CHECK(PixelAt(60, 698) == Pixel{0xE6AA50});
     CHECK(PixelAt(60, 710) == Pixel{0x805C30});
@@ -146,6 +158,50 @@ TEST_CASE("the Files page shows no message") {
     CHECK(PixelAt(60, 697) == kBack);
     CHECK(PixelAt(60, 725) == Pixel{0x14100D});
     CHECK(PixelAt(60, 726) == kBack);
+}
+
+TEST_CASE("a message beside the tabs ends 16 pixels before the Inspector, shortened in its middle") {
+    EditorLayout layout = StartPanel(BottomTab::Files);
+    const int32_t letter = MeasureCanvasText(L"a", 13, 400);
+    const std::wstring longest = std::wstring(20, L'a');
+    for (const int32_t spare : {0, -1}) {
+        headless.texts.clear();
+        layout.inspectorLeft = 234 + 20 * letter + 16 + spare;
+        editorState.statusMessage = longest;
+        DrawBottomPanel(layout);
+        REQUIRE(headless.texts.size() == 3);
+        const std::wstring shortened = std::wstring(8, L'a') + L"..." + std::wstring(8, L'a');
+        CHECK(headless.texts[2].text == (spare == 0 ? longest : shortened));
+    }
+    headless.texts.clear();
+    layout.inspectorLeft = 250;  // no room at all
+    DrawBottomPanel(layout);
+    CHECK(headless.texts.size() == 2);
+}
+
+TEST_CASE("each line of the Console lies on a strip of the panel's colour, over whatever runs on below it") {
+    const EditorLayout layout = StartPanel(BottomTab::Console);
+    editorState.statusMessage = L"aaaaaaaaaa";
+    DrawBottomPanel(layout);
+    const int32_t right = 18 + MeasureCanvasText(L"aaaaaaaaaa", 15, 400);
+    const Pixel fill{0x211B18};
+    CHECK(PixelAt(18, 734) == fill);
+    CHECK(PixelAt(right - 1, 757) == fill);
+    CHECK(PixelAt(17, 740) == kBack);
+    CHECK(PixelAt(right, 740) == kBack);
+    CHECK(PixelAt(18, 733) == kBack);
+    CHECK(PixelAt(18, 758) == kBack);
+    CHECK(PixelAt(18, 762) == fill);  // the line of help
+    CHECK(PixelAt(18, 785) == fill);
+    CHECK(PixelAt(18, 786) == kBack);
+}
+
+TEST_CASE("a strip leaves the edges of the bottom panel alone") {
+    const EditorLayout layout = StartPanel(BottomTab::Console);
+    FillBottomStrip({-50, 600, 900, 900}, layout);
+    CHECK(PixelAt(1, 690) == Pixel{0x211B18});
+    CHECK(PixelAt(798, 818) == Pixel{0x211B18});
+    CHECK(CountOf(kBack) == 800 * 820 - 798 * 129);
 }
 
 TEST_CASE("a click on a tab turns to its page and says so") {

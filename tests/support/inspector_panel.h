@@ -18,6 +18,7 @@ inline void DrawInspectorAgain() {
     headless.texts.clear();
     DrawPanelFrames(inspectorLayout);
     DrawInspector(inspectorLayout);
+    DrawBottomFrame(inspectorLayout);
 }
 
 // Draws the Inspector of `object`, the only one of its scene. In a window of 1360 x 820 the panel lies at
