@@ -51,7 +51,6 @@ void FilesGoUp() {
         return;
     }
     editorState.filesFolder = ParentFolder(editorState.filesFolder);
-    editorState.selectedFile = -1;
     SetStatus(L"Files: zpet do nadrazene slozky.");
 }
 

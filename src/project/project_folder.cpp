@@ -35,7 +35,6 @@ void LeaveOpenProject() {
     editorState.playMode = false;
     editorState.sceneBeforePlay.reset();
     editorState.screen = Screen::SceneEditor;
-    editorState.blueprintDirty = false;
     ClearUndo();
 }
 

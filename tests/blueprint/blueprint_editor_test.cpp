@@ -499,6 +499,25 @@ TEST_CASE("an item's row is 28 pixels high, across the menu, from 36 below the m
     }
 }
 
+TEST_CASE("the menu's first item is drawn from a window height of 114 pixels on") {
+    // The menu stays 52 pixels below the top and 8 above the bottom; the item begins 36 below the menu's top
+    // and is drawn where 18 pixels of it fit.
+    const OpenBlueprint open(kTwoNodes);
+    const auto events = [](int32_t height) {
+        headless.clientSize = {1360, height};
+        editorState.menu.reset();
+        RightClick({500, 60});
+        REQUIRE(MenuIsOpen(MenuKind::AddNode));
+        headless.texts.clear();
+        RenderFrame();
+        const int32_t inMenu = editorState.menu->corner.x;
+        return std::ranges::count_if(headless.texts, [&](const DrawnText& text) {
+            return text.text == L"Event" && text.x >= inMenu && text.x < inMenu + 60;
+        });
+    };
+    CHECK(events(114) == events(113) + 1);
+}
+
 TEST_CASE("the right button opens the menu on the canvas and closes it elsewhere") {
     struct {
         Point at;

@@ -174,3 +174,16 @@ TEST_CASE("at a corner the upright edge wins above the bottom panel's top, the l
 TEST_CASE("where both upright edges meet, the Hierarchy's wins") {
     CHECK(NumberOf(SplitterHitTest({230, 300}, {230, 320, 132}, 550, 820)) == 1);
 }
+
+TEST_CASE("the Inspector's band begins at its left edge, between the bars, and has no right end") {
+    const EditorLayout layout = LayoutEditor({}, 1360, 820);
+    const struct {
+        Point at;
+        bool isInside;
+    } cases[] = {{{1039, 300}, false}, {{1040, 300}, true}, {{1360, 300}, true}, {{100000, 300}, true},
+                 {{1200, 41}, false},  {{1200, 42}, true},  {{1200, 687}, true}, {{1200, 688}, false}};
+    for (const auto& [at, isInside] : cases) {
+        CAPTURE(at);
+        CHECK(IsInInspectorBand(at, layout) == isInside);
+    }
+}

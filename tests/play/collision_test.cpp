@@ -203,3 +203,14 @@ TEST_CASE("ways and places that are no numbers, or huge, move without end or har
         CHECK(Object(1).velocity == Vec3{});
     }
 }
+
+TEST_CASE("what was moved without Collision is met at its new place in the same pass") {
+    GameObject child = Solid({2, 0, 0});
+    child.parentIndex = 0;
+    StartGame({{}, child, Solid({-5, 0, 0})});
+    WorldBoxes boxes;
+    MoveWithCollision(2, {1, 0, 0}, boxes);   // every box is known by now
+    MoveWithCollision(0, {-3, 0, 0}, boxes);  // passes through everything, and its child stands at -1
+    MoveWithCollision(2, {6, 0, 0}, boxes);
+    CHECK(Object(2).position.x == doctest::Approx(-2.001));
+}

@@ -72,6 +72,19 @@ TEST_CASE("items stand 108 pixels apart, and go on 60 pixels below") {
     CHECK(CornerOf(L"f112.txt") == Point{18, top + 60});
 }
 
+TEST_CASE("a cell that ends 18 pixels before the window's edge stays in its row") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    PutFiles(folder, 20);
+    editorState.panels.bottomHeight = 260;
+    for (const bool fits : {true, false}) {
+        headless.clientSize.width = 18 + 11 * 108 + 98 + 18 - (fits ? 0 : 1);
+        RenderFrame();
+        const int32_t top = CurrentLayout().bottomTop + 82;
+        CHECK(CornerOf(L"f111.txt") == (fits ? Point{18 + 11 * 108, top} : Point{18, top + 60}));
+    }
+}
+
 TEST_CASE("a cell is hit from 6 pixels above its corner to 51 below, and 98 pixels to the right") {
     const ScratchFolder folder;
     StartProject(folder);

@@ -9,6 +9,7 @@
 #include "support/project_input.h"
 
 #include "doctest/doctest.h"
+#include "project/hub_layout.h"
 
 #include <algorithm>
 
@@ -501,4 +502,81 @@ TEST_CASE("an answer that comes after its entry has left the list changes nothin
     RemoveProjectFromList(0);
     FinishChecks();
     CHECK(ListedNames() == Names{L"Game"});
+}
+
+TEST_CASE("a window of 1000 pixels has a rail, a narrower one has none") {
+    CHECK(LayoutHub(999, 600, 0).rail == Rect{0, 0, 0, 600});
+    CHECK(LayoutHub(999, 600, 0).contentLeft == 24);
+    CHECK(LayoutHub(1000, 600, 0).rail == Rect{0, 0, 208, 600});
+    CHECK(LayoutHub(1000, 600, 0).contentLeft == 232);
+}
+
+TEST_CASE("a long list has two columns where each is 200 pixels wide") {
+    // From 36 to 484 - 24 - 12: two columns and the 12 pixels between them are 412 pixels wide.
+    const HubLayout narrow = LayoutHub(795, 600, 50), wide = LayoutHub(796, 600, 50);
+    const auto isInFirstColumn = [](const Rect& row) { return row.left == 36; };
+    CHECK(std::ranges::all_of(narrow.rows, isInFirstColumn));
+    CHECK(Width(narrow.rows.front()) == 411);
+    CHECK(Width(wide.rows.front()) == 200);
+    CHECK(wide.rows.back().left == 36 + 200 + 12);
+    CHECK(wide.rows.size() == 2 * narrow.rows.size());
+    // A list that fits into one column has one.
+    const size_t fitting = narrow.rows.size();
+    CHECK(std::ranges::all_of(LayoutHub(796, 600, fitting).rows, isInFirstColumn));
+    CHECK_FALSE(std::ranges::all_of(LayoutHub(796, 600, fitting + 1).rows, isInFirstColumn));
+}
+
+TEST_CASE("a row of the list is there where all of it fits") {
+    // Rows begin at 168, and the list ends 48 pixels above the window's end: one row needs 70 pixels.
+    CHECK(LayoutHub(1360, 285, 3).rows.empty());
+    CHECK(LayoutHub(1360, 286, 3).rows.size() == 1 + 1);  // in two columns
+    CHECK(LayoutHub(700, 286, 3).rows.size() == 1);
+    CHECK(LayoutHub(700, 286 + 77, 3).rows.size() == 1);
+    CHECK(LayoutHub(700, 286 + 78, 3).rows.size() == 2);
+}
+
+TEST_CASE("the panel of templates is 30 percent of the window, from 280 to 400 pixels") {
+    const struct {
+        int32_t width, panel;
+    } cases[] = {{936, 280}, {937, 281}, {1330, 399}, {1333, 399}, {1334, 400}, {2000, 400}, {100, 280}};
+    for (const auto& [width, panel] : cases) CHECK(Width(LayoutHub(width, 600, 0).templates) == panel);
+}
+
+TEST_CASE("the templates' note is there from a height of 508 pixels on") {
+    const ScratchFolder folder;
+    StartHub(folder);
+    headless.clientSize = {1360, 507};
+    CHECK_FALSE(IsDrawn(L"Projects are saved locally"));
+    headless.clientSize = {1360, 508};
+    CHECK(IsDrawn(L"Projects are saved locally"));
+}
+
+TEST_CASE("another project begins with an empty component search and no file selected") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    editorState.componentSearchText = L"rigid";
+    editorState.componentSearchActive = true;
+    editorState.selectedFile = 1;
+    ReturnToHub();
+    CHECK_FALSE(editorState.componentSearchActive);
+    PutFolder(folder / L"other");
+    editorState.componentSearchActive = true;
+    AnswerFolder(folder / L"other");
+    CreateProject(true);
+    CHECK(editorState.componentSearchText.empty());
+    CHECK_FALSE(editorState.componentSearchActive);
+    CHECK(editorState.selectedFile == -1);
+}
+
+TEST_CASE("a press on a button of the top bar closes the Create menu") {
+    const ScratchFolder folder;
+    for (const int32_t fromRight : {360, 240, 90}) {  // Project Hub, save, build
+        CAPTURE(fromRight);
+        StartProject(folder);
+        RightClick({600, 300});
+        REQUIRE(MenuIsOpen(MenuKind::Create));
+        Click({1360 - fromRight, 20});
+        CHECK_FALSE(editorState.menu);
+        PutFolder(folder / L"projects");
+    }
 }

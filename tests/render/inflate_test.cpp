@@ -1,6 +1,7 @@
 #include "render/inflate.h"
 
 #include "doctest/doctest.h"
+#include "support/capture.h"
 
 #include <string>
 #include <string_view>
@@ -82,4 +83,101 @@ TEST_CASE("a block of a kind that does not exist, and a copy from before the beg
     CHECK_FALSE(Inflate(std::string("\x78\x01\x07\x00\x00\x00\x00\x01", 8), 0, bytes));
     // Fixed codes: length 3 (0000001) at distance 1 (00000), then the end.
     CHECK_FALSE(Inflate(std::string("\x78\x01\x03\x02\x00\x00\x00\x00\x01", 9), 3, bytes));
+}
+
+namespace {
+
+// Writes a stream by hand: bits from the lowest on, codes from their highest bit on.
+struct StreamWriter {
+    std::string bytes = "\x78\x01";
+    int32_t used = 8;  // bits of the last byte
+
+    void Put(uint32_t value, int32_t bits) {
+        for (int32_t i = 0; i < bits; ++i, ++used) {
+            if (used == 8) {
+                bytes.push_back(0);
+                used = 0;
+            }
+            bytes.back() = static_cast<char>(static_cast<uint8_t>(bytes.back()) | (value >> i & 1) << used);
+        }
+    }
+
+    void PutCode(uint32_t code, int32_t bits) {
+        for (int32_t i = bits - 1; i >= 0; --i) Put(code >> i & 1, 1);
+    }
+
+    // One of the fixed codes.
+    void PutSymbol(uint32_t symbol) {
+        if (symbol < 144) return PutCode(0x30 + symbol, 8);
+        if (symbol < 256) return PutCode(0x190 + symbol - 144, 9);
+        if (symbol < 280) return PutCode(symbol - 256, 7);
+        PutCode(0xC0 + symbol - 280, 8);
+    }
+};
+
+}  // namespace
+
+static uint32_t Adler(std::string_view bytes) {
+    uint32_t a = 1, b = 0;
+    for (const char byte : bytes) {
+        a = (a + static_cast<uint8_t>(byte)) % 65521;
+        b = (b + a) % 65521;
+    }
+    return b << 16 | a;
+}
+
+// A stored block of `before`, then a copy with the given symbols and their further bits.
+static std::string StreamOfCopy(std::string_view before, uint32_t lengthSymbol, uint32_t lengthMore,
+                                int32_t lengthBits, uint32_t distanceSymbol, uint32_t distanceMore,
+                                int32_t distanceBits, const std::string& whole) {
+    StreamWriter stream;
+    stream.Put(0, 3);
+    stream.used = 8;
+    stream.Put(static_cast<uint32_t>(before.size()), 16);
+    stream.Put(static_cast<uint32_t>(before.size()) ^ 0xFFFF, 16);
+    stream.bytes += before;
+    stream.used = 8;
+    stream.Put(3, 3);  // the last block, with the fixed codes
+    stream.PutSymbol(lengthSymbol);
+    stream.Put(lengthMore, lengthBits);
+    stream.PutCode(distanceSymbol, 5);
+    stream.Put(distanceMore, distanceBits);
+    stream.PutSymbol(256);
+    for (int32_t i = 3; i >= 0; --i) stream.bytes.push_back(static_cast<char>(Adler(whole) >> 8 * i));
+    return stream.bytes;
+}
+
+TEST_CASE("every symbol of a length and of a distance copies as many bytes from as far as it says") {
+    std::string before;
+    uint32_t random = 1;
+    while (before.size() < 40000) {
+        random = random * 1664525 + 1013904223;
+        before.push_back(static_cast<char>(random >> 24));
+    }
+    const auto check = [&](uint32_t lengthSymbol, uint32_t lengthMore, int32_t lengthBits, size_t length,
+                           uint32_t distanceSymbol, uint32_t distanceMore, int32_t distanceBits,
+                           size_t distance) {
+        CAPTURE(length);
+        CAPTURE(distance);
+        std::string whole = before, bytes;
+        for (size_t i = 0; i < length; ++i) whole.push_back(whole[whole.size() - distance]);
+        CHECK(Inflate(StreamOfCopy(before, lengthSymbol, lengthMore, lengthBits, distanceSymbol, distanceMore,
+                                   distanceBits, whole),
+                      whole.size(), bytes));
+        CHECK(bytes == whole);
+    };
+    // Lengths 3 to 10 have a symbol each; from there on four symbols share each number of further bits, and
+    // 258 has the last one to itself.
+    for (uint32_t c = 0; c < 29; ++c) {
+        const int32_t bits = c < 8 || c == 28 ? 0 : static_cast<int32_t>(c / 4) - 1;
+        const size_t first = c == 28 ? 258 : c < 8 ? 3 + c : 3 + ((4 + c % 4) << bits);
+        for (const uint32_t more : {0u, (1u << bits) - 1})
+            check(257 + c, more, bits, first + more, 3, 0, 0, 4);
+    }
+    // Distances 1 to 4 have a symbol each; from there on two share each number of further bits.
+    for (uint32_t c = 0; c < 30; ++c) {
+        const int32_t bits = c < 4 ? 0 : static_cast<int32_t>(c / 2) - 1;
+        const size_t first = c < 4 ? 1 + c : 1 + ((2 + c % 2) << bits);
+        for (const uint32_t more : {0u, (1u << bits) - 1}) check(260, 0, 0, 6, c, more, bits, first + more);
+    }
 }

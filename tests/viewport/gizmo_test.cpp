@@ -82,6 +82,16 @@ TEST_CASE("a press exactly 8 pixels beside a tip grabs the axis, 9 pixels do not
     CHECK(AxisAt(Flat(), {161, 100}) == 0);
 }
 
+TEST_CASE("an axis whose tip is not visible cannot be grabbed") {
+    for (size_t hidden = 0; hidden < 2; ++hidden) {
+        GizmoOnScreen gizmo = Flat();
+        const Point tip{static_cast<int32_t>(gizmo.tip[hidden].x), static_cast<int32_t>(gizmo.tip[hidden].y)};
+        CHECK(AxisAt(gizmo, tip) == static_cast<int32_t>(hidden) + 1);
+        gizmo.tipVisible[hidden] = false;
+        CHECK(AxisAt(gizmo, tip) == 0);
+    }
+}
+
 TEST_CASE("the distance from an axis is not rounded, the square around its tip is of whole pixels") {
     GizmoOnScreen gizmo = Flat();
     gizmo.origin.y = gizmo.tip[0].y = 100.75f;

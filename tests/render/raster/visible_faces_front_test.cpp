@@ -146,3 +146,22 @@ TEST_CASE("a mesh that grew after it was measured is drawn whole") {
     for (int32_t i = 0; i < 12; ++i) cube.triangles.push_back(cube.triangles[static_cast<size_t>(i)]);
     CHECK(FrontFaces(cube, {}, {3, 4, -9}, BestSimdLevel()).size() == 24);
 }
+
+TEST_CASE("the bound on rounding goes with the size of the mesh and of its place, to the last bit") {
+    // A power of two changes no digit. A plane's product with the eye has three lengths in it.
+    const std::vector<Mesh> library = BuildBuiltinMeshes();
+    for (const Mesh& plain : library) {
+        const auto eyeOf = [&](float size) {
+            Mesh mesh = plain;
+            for (MeshVertex& vertex : mesh.vertices) vertex.position = vertex.position * size;
+            MeasureMesh(mesh);
+            const Matrix4 world = LocalMatrix(Vec3{3, -2, 5} * size, {0.3f, 0.2f, 0.1f}, {1, 1, 1});
+            return FindEye(mesh, world, Vec3{1, 4, -6} * size);
+        };
+        const float certainty = eyeOf(1).certainty;
+        REQUIRE(certainty > 0);
+        for (const float size : {0x1p-8f, 0x1p8f}) {
+            CHECK(eyeOf(size).certainty == certainty * size * size * size);
+        }
+    }
+}

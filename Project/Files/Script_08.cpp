@@ -1,0 +1,4 @@
+// ZelEngine script
+
+void Update() {
+}
