@@ -181,6 +181,8 @@ TEST_CASE("the first turn draws, and none after it while nothing happens") {
 }
 
 TEST_CASE("a turn draws after each kind of event, once") {
+    const ScratchFolder folder;  // the event of dropped files makes the project's folders
+    folderAnswers.workingFolder = folder.path;
     StartEditor();
     Turn turn;
     PresentsOf(turn);

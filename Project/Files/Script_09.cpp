@@ -1,4 +1,0 @@
-// ZelEngine script
-
-void Update() {
-}
