@@ -20,6 +20,7 @@
 #include <utility>
 #include <vector>
 
+constexpr size_t kUsualLineLength = 320;      // units; a longer one only costs a copy
 constexpr double kLookEvery = 60;             // seconds
 constexpr size_t kObjectsPerFrame = 256;      // put into words: a millisecond of a frame
 constexpr size_t kFirstLineBuffer = 1 << 16;  // units: no path is longer
@@ -103,7 +104,9 @@ static RecoveryDraft BeginDraft(bool ofPrefab) {
     const auto& steps = editorState.undoSteps;
     const SceneSnapshot* earlier = steps.empty() ? &editorState.savedScene : &steps.back().scene;
     draft.scene = TakeSnapshot(ofPrefab ? EditedPrefab() : EditedScene(), earlier);
-    draft.text = RecoveryLine(draft.about) + L"\n" + (ofPrefab ? kPrefabHeader : kSceneHeader);
+    // All at once: a text that grows is copied now and then, which would show in a frame.
+    draft.text.reserve(kUsualLineLength * (ofPrefab ? EditedPrefab() : EditedScene()).size());
+    draft.text += RecoveryLine(draft.about) + L"\n" + (ofPrefab ? kPrefabHeader : kSceneHeader);
     return draft;
 }
 
