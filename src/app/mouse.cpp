@@ -168,6 +168,8 @@ static void Move(HierarchyDrag& drag, Point, Point to) {
 
 static void Move(FilesDrag& drag, Point, Point to) { DragFilesItem(drag, to); }
 
+static void Move(const InspectorDrag& drag, Point, Point to) { DragInspectorValue(drag, to); }
+
 static void Move(const BlueprintDrag& drag, Point, Point to) {
     DragBlueprintNode(drag, to, CurrentBlueprintLayout());
 }
@@ -219,6 +221,8 @@ static void Release(const HierarchyDrag& drag, Point pointer) {
 static void Release(const FilesDrag& drag, Point pointer) {
     ReleaseFilesItem(drag, pointer, CurrentLayout());
 }
+
+static void Release(const InspectorDrag&, Point) {}  // the value is set
 
 static void Release(const BlueprintDrag&, Point) { SaveBlueprintEditor(); }  // moved or not
 

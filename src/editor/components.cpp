@@ -70,6 +70,19 @@ const InspectorAction* FindInspectorAction(int32_t number) {
     return IsAddedByClick(number) ? &kAddFound : nullptr;
 }
 
+static bool IsBarOrWheel(const InspectorRow& row) {
+    return std::holds_alternative<SliderContent>(row.content) ||
+           std::holds_alternative<WheelContent>(row.content);
+}
+
+bool FollowsPointer(int32_t number) {
+    return std::ranges::any_of(kSections, [number](const Component* component) {
+        return std::ranges::any_of(component->look.rows, [number](const InspectorRow& row) {
+            return row.action == number && IsBarOrWheel(row);
+        });
+    });
+}
+
 bool IsPossible(const InspectorAction& action, const GameObject& object, const ZonePress& press) {
     for (const Component* component : kSections) {
         if (FindIn(component->actions, action.number) && !component->isPresent(object)) return false;

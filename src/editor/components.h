@@ -128,6 +128,9 @@ constexpr int32_t kOpenSearchAction = 50;
 // The action that a click on a zone of this number runs. Null for the numbers that a click passes over.
 const InspectorAction* FindInspectorAction(int32_t number);
 
+// True for the number of a bar or a colour wheel, which go on setting their value while the button is held.
+bool FollowsPointer(int32_t number);
+
 // True while the object has what the action changes: its component, and the script whose block was pressed.
 bool IsPossible(const InspectorAction& action, const GameObject& object, const ZonePress& press);
 

@@ -7,6 +7,7 @@
 #include "editor/theme.h"
 #include "editor/widgets.h"
 #include "render/frame_buffer.h"
+#include "scene/gestures.h"
 #include "scene/selection.h"
 #include "scene/status.h"
 #include "scene/undo.h"
@@ -239,15 +240,24 @@ static std::wstring MessageOf(const InspectorAction& action, const GameObject& o
     return std::get<std::wstring (*)(const GameObject&)>(action.message)(object);
 }
 
+static void ApplyAction(const InspectorAction& action, const ZonePress& press) {
+    std::visit(EffectRunner{SelectedObject(), press}, action.effect);
+    const std::wstring message = MessageOf(action, SelectedObject());
+    if (!message.empty()) SetStatus(message);
+}
+
 static void RunAction(const InspectorAction& action, const ZonePress& press) {
     if (action.undoLabel) {
         pushUndo(action.undoLabel);
     } else if (std::holds_alternative<bool GameObject::*>(action.effect)) {
         MarkFoldChanged();
     }
-    std::visit(EffectRunner{SelectedObject(), press}, action.effect);
-    const std::wstring message = MessageOf(action, SelectedObject());
-    if (!message.empty()) SetStatus(message);
+    ApplyAction(action, press);
+}
+
+// The press has taken the undo step: the moves that follow belong to it.
+static void StartValueDrag(const HitZone& zone) {
+    if (!GestureIsUnderWay()) StartGesture(InspectorDrag{.zone = zone, .object = editorState.selectedIndex});
 }
 
 bool ClickInspector(Point pointer, const EditorLayout& layout) {
@@ -256,9 +266,20 @@ bool ClickInspector(Point pointer, const EditorLayout& layout) {
     for (const HitZone& zone : editorState.inspectorZones) {
         const InspectorAction* action = FindInspectorAction(zone.action);
         if (action == nullptr || !Contains(zone.rect, pointer)) continue;
-        const ZonePress press{pointer, zone};
-        if (IsPossible(*action, SelectedObject(), press)) RunAction(*action, press);
+        const ZonePress press{pointer, zone};  // a copy: a dialog that the action opens may draw other zones
+        if (IsPossible(*action, SelectedObject(), press)) {
+            RunAction(*action, press);
+            if (FollowsPointer(press.zone.action)) StartValueDrag(press.zone);
+        }
         return true;
     }
     return true;
+}
+
+void DragInspectorValue(const InspectorDrag& drag, Point pointer) {
+    if (!SelectionIsValid() || editorState.selectedIndex != drag.object) return DropGesture();
+    const InspectorAction* action = FindInspectorAction(drag.zone.action);
+    if (action == nullptr) return;
+    ApplyAction(*action, {pointer, drag.zone});
+    MarkChanged();
 }

@@ -3,6 +3,7 @@
 
 #include "base/rect.h"
 #include "editor/layout.h"
+#include "state/gesture.h"
 
 // Paints what the panel holds into its frame, and refills EditorState::inspectorZones with what can be
 // clicked. Without a selected object only the title stands there.
@@ -20,3 +21,6 @@ bool IsOnNameField(Point pointer, const EditorLayout& layout);
 // still selected and still has what the action changes. False when the pointer is outside the panel; inside,
 // the press is taken even where nothing is.
 bool ClickInspector(Point pointer, const EditorLayout& layout);
+
+// Goes on setting the value of a bar or wheel that is held. Ends the drag when another object is selected.
+void DragInspectorValue(const InspectorDrag& drag, Point pointer);

@@ -24,6 +24,7 @@ static bool MeansObject(const MouseLook&) { return false; }
 static bool MeansObject(const GizmoDrag&) { return true; }
 static bool MeansObject(const HierarchyDrag&) { return true; }
 static bool MeansObject(const FilesDrag&) { return false; }
+static bool MeansObject(const InspectorDrag&) { return true; }
 static bool MeansObject(const BlueprintDrag&) { return false; }
 
 void ForgetObjectIndices() {

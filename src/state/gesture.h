@@ -4,6 +4,7 @@
 
 #include "base/rect.h"
 #include "base/vec3.h"
+#include "state/hit_zone.h"
 #include "state/modes.h"
 #include "state/panel_layout.h"
 
@@ -63,6 +64,12 @@ struct FilesDrag {
     bool dragging = false;
 };
 
+// Dragging a bar or a colour wheel of the Inspector, which go on setting their value.
+struct InspectorDrag {
+    HitZone zone{};      // as it was drawn when it was pressed, also if another size of it is shown by now
+    int32_t object = 0;  // index of the object; selecting another one ends the drag
+};
+
 // Dragging a node of the Blueprint canvas.
 struct BlueprintDrag {
     int32_t node = 0;  // index into EditorState::blueprintNodes
@@ -70,8 +77,8 @@ struct BlueprintDrag {
 };
 
 // The first alternative: no button holds anything.
-using Gesture =
-    std::variant<std::monostate, PanelResize, MouseLook, GizmoDrag, HierarchyDrag, FilesDrag, BlueprintDrag>;
+using Gesture = std::variant<std::monostate, PanelResize, MouseLook, GizmoDrag, HierarchyDrag, FilesDrag,
+                             InspectorDrag, BlueprintDrag>;
 
 // Who took the last press of the left button. A double click is its second half and has to go to the same
 // place.
