@@ -52,7 +52,7 @@ static GameObject CubeWithEverything() {
 }
 
 // Draws a frame and compares its pixels, texts and images.
-TEST_CASE("the editor shows the sample scene") {
+TEST_CASE("the sample scene stands between Hierarchy and Inspector, its cube outlined with a gizmo") {
     StartEditor(1000, 620);
     CHECK(FrameMatchesGolden("editor_default"));
 }
@@ -164,7 +164,7 @@ TEST_CASE("a dragged row shows where it would land") {
     CHECK(FrameMatchesGolden("editor_drag_after"));
 }
 
-TEST_CASE("Play mode shows the scene through its camera and hides what is not active") {
+TEST_CASE("Play mode shows the scene through its camera, without markers and what is not active") {
     StartEditor(800, 480);
     editorState.scene[4].active = false;
     editorState.scene[5].parentIndex = 4;
@@ -172,7 +172,7 @@ TEST_CASE("Play mode shows the scene through its camera and hides what is not ac
     CHECK(FrameMatchesGolden("editor_play_mode"));
 }
 
-TEST_CASE("the Prefab editor has its own top bar") {
+TEST_CASE("the Prefab editor's bar has a button back and one to save, brighter with unsaved changes") {
     StartEditor(900, 480);
     editorState.screen = Screen::PrefabEditor;
     editorState.prefabName = L"Coin";

@@ -52,7 +52,7 @@ TEST_CASE("a Blueprint without nodes is an empty canvas between palette and deta
     CHECK(CountOf(kLink) == 0);
 }
 
-TEST_CASE("one node has no link") {
+TEST_CASE("one node stands alone, without a link") {
     StartBlueprint(1000, 400, {{1, L"Event BeginPlay", 130, 120}});
     CHECK(DrawsGolden("blueprint_one"));
     CHECK(CountOf(kLink) == 2 * 8 * 8);  // its pins
@@ -69,7 +69,7 @@ TEST_CASE("of overlapping nodes the later ones lie on top") {
     CHECK(DrawsGolden("blueprint_overlapping"));
 }
 
-TEST_CASE("the Save button shows unsaved changes") {
+TEST_CASE("the Save button is brighter while there are unsaved changes") {
     StartBlueprint(1000, 200, {});
     editorState.blueprintDirty = true;
     editorState.blueprintShownPath.clear();
@@ -99,7 +99,7 @@ TEST_CASE("a small window shows what it has room for, and the whole menu") {
     CHECK(DrawsGolden("blueprint_narrow"));
 }
 
-TEST_CASE("a big window has a wide canvas") {
+TEST_CASE("in a big window the canvas takes what palette and details leave") {
     StartBlueprint(1920, 1080, ThreeNodes());
     CHECK(DrawsGolden("blueprint_big"));
 }

@@ -81,7 +81,7 @@ static bool DrawsTheGoldenPicture(const std::string& name, const std::vector<Dra
     return MatchesGolden(name);
 }
 
-TEST_CASE("the default scene looks as in its golden picture") {
+TEST_CASE("the default scene shows an outlined cube before a platform, and no Ground from above") {
     const MeshDraw frame{.eye = kEditorEye, .light = kSun, .viewProjection = kEditorView};
     DrawnMesh player{kCubeMesh, frame}, platform{kCubeMesh, frame}, ground{kGroundMesh, frame};
     player.draw.world = {{{{1, 0, 0, 0}, {0, 1, 0, 0.35f}, {0, 0, 1, 2}, {0, 0, 0, 1}}}};
@@ -93,7 +93,7 @@ TEST_CASE("the default scene looks as in its golden picture") {
     CHECK(DrawsTheGoldenPicture("default_scene", {player, platform, ground}));
 }
 
-TEST_CASE("faces that cross the near plane look as in their golden picture") {
+TEST_CASE("a chequered floor and a wall that begin behind the eye are cut at the near plane") {
     MeshDraw frame{.eye{0, 0, 0}, .light = kSunFromBehind, .viewProjection = kOriginView};
     DrawnMesh floor{kPlaneMesh, frame}, wall{kCubeMesh, frame};
     floor.draw.world = {{{{6, 0, 0, 0}, {0, 1, 0, -0.8f}, {0, 0, 30, 0}, {0, 0, 0, 1}}}};
@@ -103,7 +103,8 @@ TEST_CASE("faces that cross the near plane look as in their golden picture") {
     CHECK(DrawsTheGoldenPicture("near_plane", {floor, wall}));
 }
 
-TEST_CASE("textures, tints and materials look as in their golden picture") {
+TEST_CASE(
+    "pictures lie on faces, stretched and repeated, under a tint, and beside plain and outlined faces") {
     const MeshDraw frame{.eye{0, 0, 0}, .light = kSunFromBehind, .viewProjection = kOriginView};
     DrawnMesh stretched{kCubeMesh, frame}, repeated{kCubeMesh, frame}, tinted{kCubeMesh, frame},
         tintedTexture{kPyramidMesh, frame}, plain{kPyramidMesh, frame}, flat{kPlaneMesh, frame};
@@ -126,7 +127,7 @@ TEST_CASE("textures, tints and materials look as in their golden picture") {
     CHECK(DrawsTheGoldenPicture("surfaces", {stretched, repeated, tinted, tintedTexture, plain, flat}));
 }
 
-TEST_CASE("the round meshes look as in their golden picture") {
+TEST_CASE("spheres, capsules and cylinders are round, plain, outlined, tinted and with a picture on them") {
     // Without gloss no pow has a part in it.
     const MeshDraw frame{.eye{0, 0, 0}, .light = kSunFromBehind, .viewProjection = kOriginView, .gloss = 0};
     const BuiltinMesh round[] = {kSphereMesh, kCapsuleMesh, kCylinderMesh};
