@@ -27,6 +27,10 @@ constexpr int32_t kCentre = 9;                        // below it the drop is be
 constexpr int32_t kChildMargin = 52;                  // right of it the whole row means "as a child"
 constexpr int32_t kDragThreshold = 6;                 // |dx| + |dy| in pixels
 
+// In: the objects. Out: a row for each that can be reached from a root, parents before their children. Goes
+// down to the first child where there is one, else across to the next sibling, else back up to the sibling
+// that was left waiting; the number of those waiting is the depth. An object in a cycle of parents is never
+// reached.
 HierarchyRowList ListHierarchyRows(const Scene& scene, bool isPlaying) {
     const ObjectTree tree = BuildObjectTree(scene);
     HierarchyRowList rows;

@@ -260,6 +260,9 @@ static void StartValueDrag(const HitZone& zone) {
     if (!GestureIsUnderWay()) StartGesture(InspectorDrag{.zone = zone, .object = editorState.selectedIndex});
 }
 
+// Goes through the zones of the last frame, in the order in which they were drawn. The first one under the
+// pointer that has an action takes the press, whether or not the action is still possible: a second click
+// before the next frame must not fall through to what lies behind. Numbers without an action are passed over.
 bool ClickInspector(Point pointer, const EditorLayout& layout) {
     if (!Contains(layout.inspector, pointer)) return false;
     if (!SelectionIsInspected()) return true;

@@ -17,6 +17,9 @@ ObjectTree BuildObjectTree(std::span<const GameObject> scene) {
     return tree;
 }
 
+// A list of objects whose children are still to be marked, and no recursion: a chain of parents may be as
+// long as the scene. An object is put on the list once, when it is marked, so a cycle of parents ends by
+// itself.
 std::vector<bool> MarkSubtree(std::span<const GameObject> scene, int32_t root) {
     assert(IsIndexOf(root, scene.size()));
     const ObjectTree tree = BuildObjectTree(scene);
