@@ -121,7 +121,9 @@ static bool SelectionIsProtected() {
     return editorState.screen != Screen::PrefabEditor && editorState.selectedIndex < kProtectedObjects;
 }
 
-// Takes the marked objects out and keeps every parent index naming the same object.
+// Takes the marked objects out and keeps every parent index naming the same object. One walk moves what stays
+// to the front and notes its new index; a second one renames the parents. Taking objects out one by one would
+// move the rest of the scene for each.
 static void RemoveObjects(const std::vector<bool>& isRemoved, Scene& scene) {
     std::vector<int32_t> newIndices(scene.size(), -1);
     size_t kept = 0;
@@ -153,7 +155,7 @@ void deleteSelected() {
 }
 
 // Takes the object at `from` out and puts it in again at `to`. Every parent index names the same object as
-// before.
+// before: a list of the old indices makes the same move, and turned round it tells each object's new index.
 static void MoveObject(int32_t from, int32_t to, Scene& scene) {
     std::vector<int32_t> oldIndices(scene.size());
     std::iota(oldIndices.begin(), oldIndices.end(), 0);
@@ -169,6 +171,9 @@ static void MoveObject(int32_t from, int32_t to, Scene& scene) {
     RenumberParents(newIndices, scene);
 }
 
+// The object stays where it is in the world: its place is worked out under its new parent before anything moves.
+// Behind a target means directly behind it, in front of its children in the list; the Hierarchy shows the same,
+// because it lists children under their parents whatever their indices are.
 void moveInHierarchy(int32_t dragged, int32_t target, bool dropAsChild, bool dropAfter) {
     if (!IsObjectIndex(dragged) || !IsObjectIndex(target)) return;
     Scene& scene = editorState.scene;
