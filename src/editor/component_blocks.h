@@ -4,6 +4,7 @@
 
 #include "editor/components.h"
 #include "editor/widgets.h"
+#include "formats/project_file.h"
 
 #include <algorithm>
 
@@ -34,6 +35,10 @@ constexpr int32_t kSmallWheel = 22;  // radius, pixels
 
 // What a press on a bar sets, 0 .. 1.
 inline float FractionOf(Press press) { return BarFraction(press.pointer.x, press.zone.rect); }
+
+// A path inside the project as the path bar shows folders, "Files\\Coin.prefab", with its middle left out
+// where it is too long for a row.
+inline std::wstring ShownPath(const std::wstring& path) { return ValueRowPath(MakeProjectRelative(path)); }
 
 // Up by a step; beyond `last` it starts again at `first`. Sums of 0.05 miss 0.5 by a rounding error, which is
 // less than a scene file stores.

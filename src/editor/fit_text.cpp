@@ -15,21 +15,39 @@ static std::wstring AroundDots(const std::wstring& text, size_t kept) {
     return text.substr(0, head) + L"..." + text.substr(text.size() - tail);
 }
 
-// Halves the range between a length that fits and one that does not: a text of 300 units is measured ten
-// times and not 300 times, in every frame that shows it. Widths grow with the text, so the longest that fits
-// is found.
-std::wstring ShortenMiddle(const std::wstring& text, int32_t width, TextFont font) {
-    if (text.size() <= 2 || Fits(text, width, font)) return text;
-    size_t fits = 2, tooMany = text.size();
+static std::wstring BeforeDots(const std::wstring& text, size_t kept) {
+    if (kept > 0 && IsFirstHalf(text[kept - 1])) --kept;
+    return text.substr(0, kept) + L"...";
+}
+
+// The longest form of the text that fits, at least `fits` units of it. Halves the range between a length that
+// fits and one that does not: a text of 300 units is measured ten times and not 300 times, in every frame
+// that shows it. Widths grow with the text, so the longest that fits is found.
+static std::wstring LongestThatFits(const std::wstring& text, int32_t width, TextFont font, size_t fits,
+                                    std::wstring (*shorten)(const std::wstring&, size_t)) {
+    size_t tooMany = text.size();
     while (fits + 1 < tooMany) {
         const size_t middle = (fits + tooMany) / 2;
-        if (Fits(AroundDots(text, middle), width, font)) {
+        if (Fits(shorten(text, middle), width, font)) {
             fits = middle;
         } else {
             tooMany = middle;
         }
     }
-    return AroundDots(text, fits);
+    return shorten(text, fits);
+}
+
+std::wstring ShortenMiddle(const std::wstring& text, int32_t width, TextFont font) {
+    if (text.size() <= 2 || Fits(text, width, font)) return text;
+    return LongestThatFits(text, width, font, 2, AroundDots);
+}
+
+// Most texts are a few letters in a box for many. No letter is wider than its cell is high, so that those
+// need not be measured.
+std::wstring ShortenEnd(const std::wstring& text, int32_t width, TextFont font) {
+    const bool surelyFits = static_cast<int64_t>(text.size()) * font.height <= width;
+    if (surelyFits || text.size() <= 1 || Fits(text, width, font)) return text;
+    return LongestThatFits(text, width, font, 1, BeforeDots);
 }
 
 std::wstring EndThatFits(const std::wstring& text, int32_t width, TextFont font) {

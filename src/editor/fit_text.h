@@ -14,6 +14,10 @@ struct TextFont {
 // least its first and last characters stay. Surrogate pairs are kept whole.
 std::wstring ShortenMiddle(const std::wstring& text, int32_t width, TextFont font);
 
+// The text, or its beginning with "..." where it is wider than `width` pixels. At least
+// its first character stays. Surrogate pairs are kept whole.
+std::wstring ShortenEnd(const std::wstring& text, int32_t width, TextFont font);
+
 // The end of the text that fits into the width, whole where all of it does. Surrogate pairs are kept whole.
 std::wstring EndThatFits(const std::wstring& text, int32_t width, TextFont font);
 

@@ -4,6 +4,7 @@
 #include "editor/color_wheel.h"
 #include "editor/component_search.h"
 #include "editor/components.h"
+#include "editor/fit_text.h"
 #include "editor/theme.h"
 #include "editor/widgets.h"
 #include "render/frame_buffer.h"
@@ -54,8 +55,10 @@ static void DrawHeaderStrip(const Column& column, const GameObject& object) {
     const int32_t left = column.left;
     DrawPanelBox({left, 86, column.right, 122}, kStripFill, kInputEdge);
     FillRect({left + 10, 95, left + 26, 111}, ChipColor(object));
-    DrawPanelBox(NameField(column), kNameBoxFill, kInputEdge);
-    DrawText(left + 42, 96, object.name, kObjectNameText, 14, kSemiBold);
+    const Rect field = NameField(column);
+    const int32_t room = field.right - 2 - (left + 42);
+    DrawPanelBox(field, kNameBoxFill, kInputEdge);
+    DrawText(left + 42, 96, ShortenEnd(object.name, room, {14, kSemiBold}), kObjectNameText, 14, kSemiBold);
     DrawText(left + 226, 96, L"[ ] Static", kLabelText, 13, kNormal);
 }
 

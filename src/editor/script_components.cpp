@@ -9,12 +9,12 @@
 // What the rows show. The first row is common to all scripts.
 
 static std::wstring CollectedName(const GameObject& object) {
-    if (!object.collectPrefab.empty()) return object.collectPrefab;
+    if (!object.collectPrefab.empty()) return ShownPath(object.collectPrefab);
     return object.collectTarget.empty() ? L"Drop .prefab from Files" : object.collectTarget;
 }
 
 static std::wstring SpawnedName(const GameObject& object) {
-    return object.spawnerPrefab.empty() ? L"First .prefab in Files" : object.spawnerPrefab;
+    return object.spawnerPrefab.empty() ? L"First .prefab in Files" : ShownPath(object.spawnerPrefab);
 }
 
 // clang-format off

@@ -169,7 +169,7 @@ static std::wstring TextureName(const GameObject& object) {
     if (object.textureIndex >= 0 && static_cast<size_t>(object.textureIndex) < textures.size()) {
         return LastComponent(textures[static_cast<size_t>(object.textureIndex)].path);
     }
-    return object.texturePath.empty() ? L"Drop image here" : object.texturePath;
+    return object.texturePath.empty() ? L"Drop image here" : ShownPath(object.texturePath);
 }
 
 static void AddTexture(GameObject& object) {

@@ -2,6 +2,7 @@
 
 #include "base/limit.h"
 #include "base/numbers.h"
+#include "editor/fit_text.h"
 #include "editor/theme.h"
 #include "render/frame_buffer.h"
 
@@ -55,12 +56,18 @@ static void DrawLabel(int32_t x, int32_t y, const std::wstring& label) {
 
 static void DrawValueBox(const Rect& rect) { DrawPanelBox(rect, kValueBoxFill, kInputEdge); }
 
+constexpr TextFont kValueFont{13, kNormal};
+constexpr int32_t kValueRoom = 286 - 128 - 2;  // pixels from a row's value to the bevel of its box
+
+std::wstring ValueRowPath(const std::wstring& path) { return ShortenMiddle(path, kValueRoom, kValueFont); }
+
 Rect DrawValueRow(int32_t x, int32_t y, const std::wstring& label, const std::wstring& value) {
     constexpr int32_t kReachBelow = 2;  // a click this far below the box still counts
     const Rect box{x + 120, y - 2, x + 286, y + 20};
     DrawLabel(x, y, label);
     DrawValueBox(box);
-    DrawText(x + 128, y + 1, value, kValueText, 13, kNormal);
+    DrawText(x + 128, y + 1, ShortenEnd(value, kValueRoom, kValueFont), kValueText, kValueFont.height,
+             kValueFont.weight);
     return {box.left, box.top, box.right, box.bottom + kReachBelow};
 }
 
@@ -75,7 +82,9 @@ std::array<Rect, 3> DrawVectorRow(int32_t x, int32_t y, const std::wstring& labe
         box = {offset + 116, y - 2, offset + 160, y + 20};
         DrawText(offset + 102, y, kAxes[i], kAxisText, 13, kSemiBold);
         DrawValueBox(box);
-        DrawText(offset + 120, y + 1, Fixed(components[i], 2), kValueText, 13, kNormal);
+        // Never shortened: a number without its end is another number.
+        DrawText(offset + 120, y + 1, Fixed(components[i], 2), kValueText, kValueFont.height,
+                 kValueFont.weight);
     }
     return boxes;
 }

@@ -28,9 +28,12 @@ struct SectionMarks {
 SectionMarks DrawSectionHeader(int32_t left, int32_t top, int32_t right, const std::wstring& title,
                                bool expanded, bool enabled);
 
-// A label at (x + 10, y) and a box with a value from x + 120 to x + 286. Returns the box with two pixels more
-// below it.
+// A label at (x + 10, y) and a box with a value from x + 120 to x + 286, cut with "..." at the box's edge.
+// Returns the box with two pixels more below it.
 Rect DrawValueRow(int32_t x, int32_t y, const std::wstring& label, const std::wstring& value);
+
+// The path as such a row shows it: shortened in its middle where it is too long for the box.
+std::wstring ValueRowPath(const std::wstring& path);
 
 // A label and three boxes with the components. Returns the boxes.
 std::array<Rect, 3> DrawVectorRow(int32_t x, int32_t y, const std::wstring& label, Vec3 value);

@@ -24,6 +24,16 @@ TEST_CASE("the first and the last character stay in the narrowest place") {
     CHECK(ShortenMiddle(L"a", 0, kFont) == L"a");
 }
 
+TEST_CASE("a text that is too wide for its box loses its end, and no more than it must") {
+    CHECK(ShortenEnd(L"0123456789", 100, kFont) == L"0123456789");
+    CHECK(ShortenEnd(L"0123456789", 99, kFont) == L"012345...");
+    CHECK(ShortenEnd(L"0123456789", 90, kFont) == L"012345...");
+    CHECK(ShortenEnd(L"0123456789", 89, kFont) == L"01234...");
+    for (const int32_t width : {39, 10, 0, -100}) CHECK(ShortenEnd(L"0123456789", width, kFont) == L"0...");
+    CHECK(ShortenEnd(L"a", 0, kFont) == L"a");
+    CHECK(ShortenEnd(L"", 0, kFont).empty());
+}
+
 TEST_CASE("no surrogate pair is cut in two") {
     const std::wstring pair{static_cast<wchar_t>(0xD83D), static_cast<wchar_t>(0xDE00)};
     const std::wstring text = pair + pair + pair + pair + pair;

@@ -658,3 +658,25 @@ TEST_CASE("a small window draws what fits, and only its panel takes presses") {
     DrawInspectorAgain();
     CHECK_FALSE(PressInspector({199, 100}));
 }
+
+TEST_CASE("paths inside the project are shown from its folder on, others whole") {
+    OpenInspector({.scripts = {L"CollectOnTouch"}, .hasTexture = true});
+    editorState.projectRoot = L"C:\\Game";
+    for (const auto& [path, shown] : {std::pair{L"C:\\Game\\Files\\Gold.png", L"Files\\Gold.png"},
+                                      {L"D:\\Elsewhere\\Gold.png", L"D:\\Elsewhere\\Gold.png"}}) {
+        editorState.scene[0].texturePath = editorState.scene[0].collectPrefab = path;
+        DrawInspectorAgain();
+        CHECK(ValueBeside(L"Image") == shown);
+        CHECK(ValueBeside(L"Prefab") == shown);
+    }
+}
+
+// From 46 to 218 pixels behind the panel's edge; the headless text output gives a letter of this height 7
+// pixels.
+TEST_CASE("a name that is too long for its box is cut at the box's edge") {
+    for (const auto& [name, shown] : {std::pair{std::wstring(25, L'n'), std::wstring(25, L'n')},
+                                      {std::wstring(26, L'n'), std::wstring(22, L'n') + L"..."}}) {
+        OpenInspector({.name = name});
+        CHECK(std::ranges::count(headless.texts, shown, &DrawnText::text) == 1);
+    }
+}

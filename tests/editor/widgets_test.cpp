@@ -123,6 +123,20 @@ TEST_CASE("a value row is a label and a box with the value") {
                                                    {138, 21, L"1.50", TextColor{0xDEDAD6}, 13, 400}});
 }
 
+// The headless text output gives a character of this height 6 pixels: 26 of them reach 156 pixels, to the
+// bevel.
+TEST_CASE("a value row cuts its value at the edge of the box, and a path in its middle") {
+    const std::wstring fits(26, L'n'), tooLong(27, L'n');
+    StartPicture(340, 60, kBack);
+    DrawValueRow(10, 20, L"", fits);
+    CHECK(headless.texts.back().text == fits);
+    DrawValueRow(10, 20, L"", tooLong);
+    CHECK(headless.texts.back().text == std::wstring(23, L'n') + L"...");
+    CHECK(ValueRowPath(L"Files\\Prefabs\\Gold.prefab") == L"Files\\Prefabs\\Gold.prefab");  // 25
+    // 23 units beside the dots: 12 from the start, 11 from the end.
+    CHECK(ValueRowPath(L"Files\\Prefabs\\Golden Coin.prefab") == L"Files\\Prefab...Coin.prefab");
+}
+
 TEST_CASE("a vector row shows three components with two decimals, each in a box of its own") {
     StartPicture(340, 60, kBack);
     const std::array<Rect, 3> boxes = DrawVectorRow(10, 20, L"Position", {1, -2.5f, 1234.567f});
