@@ -119,18 +119,37 @@ static bool HasDrive(const std::wstring& path) {
 }
 
 // Nothing leads above the root, that of a drive included.
-static std::wstring NormalPath(const std::wstring& path, std::error_code& error) {
-    if (IsOnServer(path)) return L'\\' + ProgramPath(TranslatedPath(path.substr(1)).lexically_normal());
-    if (!HasDrive(path)) return ProgramPath(fs::absolute(NativePath(path), error).lexically_normal());
-    return path.substr(0, 2) + ProgramPath(TranslatedPath(path.substr(2)).lexically_normal());
+// `root` and the components of `rest` behind it, with "." and ".." resolved: nothing leads above the root.
+// Not std::filesystem's own, which can lose a component when memory fails, and gives another path without a
+// word.
+static std::wstring Resolved(std::wstring_view root, std::wstring_view rest) {
+    std::wstring full(root);
+    for (size_t begin = 0; begin < rest.size();) {
+        const size_t end = std::min(rest.find_first_of(L"\\/", begin), rest.size());
+        const std::wstring_view component = rest.substr(begin, end - begin);
+        begin = end + 1;
+        if (component == L"..") {
+            full.resize(std::max(
+                full.find_last_of(L'\\') == std::wstring::npos ? 0 : full.find_last_of(L'\\'), root.size()));
+        } else if (!component.empty() && component != L".") {
+            if (full.empty() || full.back() != L'\\') full += L'\\';
+            full += component;
+        }
+    }
+    const bool isFolder = full.size() == root.size() || IsSeparator(rest.back());
+    if (isFolder && (full.empty() || full.back() != L'\\')) full += L'\\';
+    return full;
 }
 
 std::wstring AbsolutePath(const std::wstring& path) {
     if (path.empty()) return path;
-    std::error_code error;
-    std::wstring full = NormalPath(path, error);
-    if (error) return path;
-    // What ends with "." or ".." has become a folder with a separator behind it.
-    if (!IsSeparator(path.back()) && full.size() > 3 && full.back() == L'\\') full.pop_back();
+    std::wstring whole = path;
+    if (!IsOnServer(path) && !HasDrive(path)) {
+        std::error_code error;
+        whole = ProgramPath(fs::absolute(NativePath(path), error));
+        if (error) return path;
+    }
+    const size_t root = IsOnServer(whole) || HasDrive(whole) ? 2 : 0;
+    std::wstring full = Resolved(whole.substr(0, root), whole.substr(root));
     return full.size() > kLongestFullPath ? path : full;
 }
