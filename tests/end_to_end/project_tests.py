@@ -6,6 +6,7 @@ import os
 import re
 import shutil
 import sys
+import time
 
 from program import HUB_TITLE, check, forget_recent_projects, output_of, run_tests, running, wait_for
 
@@ -18,6 +19,8 @@ OPEN_OTHER = (1230, 36)
 REMOVE_ITEM, DELETE_ITEM = (100, 49), (100, 82)
 # In the top bar of the editor.
 HUB_BUTTON, BUILD_BUTTON = (WIDTH - 365, 22), (WIDTH - 90, 22)
+# Of the Files page.
+FILES_TAB, SECOND_CELL = (60, 706), (175, 790)
 
 BAR = (20, 760, 1340, 800)  # over the bottom panel, during long work
 
@@ -199,6 +202,13 @@ def what_escape_left_unsaved_lies_beside_its_scene_when_the_project_opens_again(
         wait_for_title(program, "ZelEngine - ZelEngineProject")
         check(scene_objects(*main[:-1], "Main_neulozeno.scene") ==
               ["Game Camera", "Directional Light", "GameObject_02"], "the copy holds something else")
+        program.click(*FILES_TAB)
+        program.see(program.double_click, *SECOND_CELL)  # the folder Scenes
+        time.sleep(1)  # or the next press would be part of this double click
+        program.double_click(*SECOND_CELL)  # the copy, behind Main.scene
+        answer(program, "ZelEngine", "alt+n")
+        program.press("ctrl+s")
+        wait_for(lambda: b"Main_neulozeno.scene" in content("ZelEngineProject", "project.zel"), "the opened copy")
         program.press("Escape")
         check(program.exit_code() == 0, f"the exit code is {program.process.returncode}")
     with running(forget=False) as program:
