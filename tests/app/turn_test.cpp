@@ -4,6 +4,7 @@
 #include "platform/headless/fault_injection.h"
 #include "support/editor_input.h"
 #include "support/game.h"
+#include "support/sample_project.h"
 #include "support/scratch_folder.h"
 
 #include "doctest/doctest.h"
@@ -252,4 +253,48 @@ TEST_CASE("a picture that failed is tried again in the next turn") {
     CHECK(PresentsOf(turn) == 0);
     headless.canvasFails = false;
     CHECK(PresentsOf(turn) == 1);
+}
+
+// A turn that draws nothing leaves the picture that drawing would give. Called where nothing is held.
+static void CheckLeftOutTurns(Turn& turn) {
+    for (int32_t i = 0; i < 3; ++i) {
+        if (RunTurn(0.016f, turn)) continue;
+        const std::vector<Pixel> left = headless.pixels;
+        RenderFrame();
+        REQUIRE(headless.pixels == left);
+    }
+}
+
+TEST_CASE("through a session with each sample no picture is left out that would be another one") {
+    for (const wchar_t* name : {L"Project", L"Dive"}) {
+        StartEditor(900, 560);
+        OpenSample(name);
+        headless.clientSize = {900, 560};
+        headless.paintsTexts = true;
+        Turn turn;
+        const int32_t before = headless.presents;
+        const auto after = [&turn](const auto& act) {
+            act();
+            CheckLeftOutTurns(turn);
+        };
+        CheckLeftOutTurns(turn);
+        for (const Point at : {Point{100, 101}, {100, 213}, {400, 250}, {450, 300}, {700, 300}, {60, 446}}) {
+            after([at] { Click(at); });
+        }
+        after([] { RightClick({400, 250}); });
+        after([] { Move({440, 330}); });
+        after([] { Click({440, 330}); });
+        after([] { TapKey(kKeyF3); });
+        after([] { Press({450, 300}); });
+        after([] { Move({470, 280}); });
+        after([] { Release({470, 280}); });
+        after([] { TapWithControl('Z'); });
+        after([] { HandleInput({.kind = InputKind::KeyDown, .key = 'W'}); });
+        after([] { HandleInput({.kind = InputKind::KeyUp, .key = 'W'}); });
+        after([] { TapKey('P'); });
+        for (int32_t i = 0; i < 20; ++i) CHECK(RunTurn(0.016f, turn));  // every turn of a game draws
+        after([] { TapKey('P'); });
+        after([] { LoseFocus(); });
+        CHECK(headless.presents > before + 20);
+    }
 }
