@@ -12,9 +12,9 @@ void FilesGoUp();
 // Shows a folder, opens a scene, a Blueprint or a prefab in its editor, and anything else with the system.
 void OpenAsset(int32_t index);
 
-// Gives a new name within the same folder, and lets everything follow that refers to the old one. A file keeps
-// its extension when `typed` has none; another one makes it a file of another kind. `typed` has no forbidden
-// characters.
+// Gives a new name within the same folder, and lets everything follow that refers to the old one. A file
+// keeps its extension when `typed` has none; another one makes it a file of another kind. `typed` has no
+// forbidden characters.
 void RenameAsset(int32_t index, const std::wstring& typed);
 
 // Copies a file beside itself, or makes an empty folder beside a folder.

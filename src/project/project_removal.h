@@ -6,7 +6,8 @@
 
 // Called once per frame of the Hub: asks the disk about the entries that LoadRecentProjects left open, one
 // after the other and aside, so that nobody waits for a drive or server that does not answer. What is no
-// project leaves the list; what cannot be reached stays, with the answer Silent. True when an answer has come.
+// project leaves the list; what cannot be reached stays, with the answer Silent. True when an answer has
+// come.
 bool CheckListedProjects();
 
 // Asks about one entry now, after it could not be opened, and does the same with the answer.

@@ -171,9 +171,9 @@ static void MoveObject(int32_t from, int32_t to, Scene& scene) {
     RenumberParents(newIndices, scene);
 }
 
-// The object stays where it is in the world: its place is worked out under its new parent before anything moves.
-// Behind a target means directly behind it, in front of its children in the list; the Hierarchy shows the same,
-// because it lists children under their parents whatever their indices are.
+// The object stays where it is in the world: its place is worked out under its new parent before anything
+// moves. Behind a target means directly behind it, in front of its children in the list; the Hierarchy shows
+// the same, because it lists children under their parents whatever their indices are.
 void moveInHierarchy(int32_t dragged, int32_t target, bool dropAsChild, bool dropAfter) {
     if (!IsObjectIndex(dragged) || !IsObjectIndex(target)) return;
     Scene& scene = editorState.scene;

@@ -83,8 +83,8 @@ SceneSnapshot TakeSnapshot(const Scene& scene, const SceneSnapshot* earlier) {
     return snapshot;
 }
 
-// Answers at the first difference. A scene that was never changed costs one comparison of all its objects, which
-// is less than asking a file.
+// Answers at the first difference. A scene that was never changed costs one comparison of all its objects,
+// which is less than asking a file.
 bool HoldsScene(const SceneSnapshot& snapshot, const Scene& scene) {
     if (ObjectCount(snapshot) != Length(scene)) return false;
     ptrdiff_t begin = 0;
@@ -95,8 +95,8 @@ bool HoldsScene(const SceneSnapshot& snapshot, const Scene& scene) {
     return scene.empty() || AreParentsOf(scene, *snapshot.parents);
 }
 
-// Changes only what differs, object by object: an undo of one change in a large scene copies one object, and the
-// names and scripts of all others keep their memory.
+// Changes only what differs, object by object: an undo of one change in a large scene copies one object, and
+// the names and scripts of all others keep their memory.
 void RestoreSnapshot(const SceneSnapshot& snapshot, Scene& scene) {
     const ptrdiff_t count = ObjectCount(snapshot);
     ptrdiff_t at = 0;

@@ -20,8 +20,8 @@ void MarkChanged() {
 bool SceneHasChanges() { return editorState.sceneVersion != editorState.savedVersion; }
 
 // Keeps the whole scene, so that no command needs to know how it is undone. The snapshot shares with the step
-// before it, or with the saved scene, every run of objects that has not changed since: a step of a large scene
-// costs one comparison and the objects around the change. The oldest step goes when there are 64.
+// before it, or with the saved scene, every run of objects that has not changed since: a step of a large
+// scene costs one comparison and the objects around the change. The oldest step goes when there are 64.
 void pushUndo(const char* label) {
     if (editorState.runtimeMode) return;
     const uint64_t version = editorState.sceneVersion;
@@ -35,8 +35,8 @@ void pushUndo(const char* label) {
     steps.push_back({std::move(scene), editorState.selectedIndex, label, version});
 }
 
-// The scene of before comes back with its version, so that a scene without changes is again one without changes.
-// Indices that somebody holds may mean other objects now, and all of them are forgotten.
+// The scene of before comes back with its version, so that a scene without changes is again one without
+// changes. Indices that somebody holds may mean other objects now, and all of them are forgotten.
 void undo() {
     if (editorState.undoSteps.empty()) {
         SetStatus(L"Ctrl+Z: neni co vratit.");
