@@ -42,9 +42,7 @@ constexpr MenuTable kAddNodeMenu{
     .takesPressOutside = true,
     .items = kAddNodeItems};
 
-static MenuArea AreaOf(const BlueprintLayout& layout) { return {layout.width, layout.height}; }
-
-void DrawAddNodeMenu(const BlueprintLayout& layout) { DrawMenu(kAddNodeMenu, AreaOf(layout)); }
+void DrawAddNodeMenu(const BlueprintLayout& layout) { DrawMenu(kAddNodeMenu, MenuAreaOf(layout)); }
 
 static void PressNode(Point pointer, const BlueprintLayout& layout) {
     const int32_t index = NodeAt(pointer, editorState.blueprintNodes, layout);
@@ -55,7 +53,7 @@ static void PressNode(Point pointer, const BlueprintLayout& layout) {
 }
 
 void PressBlueprint(Point pointer, const BlueprintLayout& layout) {
-    if (PressTopBar(pointer, layout) || ClickMenu(kAddNodeMenu, pointer, AreaOf(layout))) return;
+    if (PressTopBar(pointer, layout) || ClickMenu(kAddNodeMenu, pointer, MenuAreaOf(layout))) return;
     PressNode(pointer, layout);
 }
 
@@ -70,6 +68,6 @@ void ReleaseBlueprint() {
 void PressRightInBlueprint(Point pointer, const BlueprintLayout& layout) {
     CloseMenu();
     if (!Contains(layout.canvas, pointer)) return;
-    OpenMenu(kAddNodeMenu, -1, pointer, AreaOf(layout));
+    OpenMenu(kAddNodeMenu, -1, pointer, MenuAreaOf(layout));
     SetStatus(L"Blueprint: vyber node k pridani.");
 }

@@ -64,24 +64,23 @@ constexpr MenuTable kCreateMenu{.kind = MenuKind::Create,
                                 .takesPressOutside = true,
                                 .items = kCreateItems};
 
-static MenuArea AreaOf(const EditorLayout& layout) { return {layout.width, layout.height}; }
-
 void OpenObjectMenu(int32_t object, Point pointer, const EditorLayout& layout) {
     editorState.selectedIndex = object;
-    OpenMenu(kObjectMenu, object, pointer, AreaOf(layout));
+    OpenMenu(kObjectMenu, object, pointer, MenuAreaOf(layout));
     SetStatus(L"Otevreno menu objektu v Hierarchy.");
 }
 
 void OpenCreateMenu(Point pointer, const EditorLayout& layout) {
-    OpenMenu(kCreateMenu, -1, pointer, AreaOf(layout));
+    OpenMenu(kCreateMenu, -1, pointer, MenuAreaOf(layout));
     SetStatus(L"Otevreno Create menu.");
 }
 
 void DrawMenus(const EditorLayout& layout) {
-    DrawMenu(kObjectMenu, AreaOf(layout));
-    DrawMenu(kCreateMenu, AreaOf(layout));
+    DrawMenu(kObjectMenu, MenuAreaOf(layout));
+    DrawMenu(kCreateMenu, MenuAreaOf(layout));
 }
 
 bool ClickMenus(Point pointer, const EditorLayout& layout) {
-    return ClickMenu(kObjectMenu, pointer, AreaOf(layout)) || ClickMenu(kCreateMenu, pointer, AreaOf(layout));
+    return ClickMenu(kObjectMenu, pointer, MenuAreaOf(layout)) ||
+           ClickMenu(kCreateMenu, pointer, MenuAreaOf(layout));
 }

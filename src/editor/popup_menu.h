@@ -13,6 +13,12 @@ struct MenuArea {
     int32_t width = 0, height = 0;
 };
 
+// That of a screen, from its layout.
+template <typename Layout>
+MenuArea MenuAreaOf(const Layout& layout) {
+    return {layout.width, layout.height};
+}
+
 // What an item is told when it is chosen. The menu is closed by then.
 struct MenuChoice {
     PopupMenu menu{};

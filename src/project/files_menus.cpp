@@ -52,20 +52,19 @@ constexpr MenuTable kCreateMenu{.kind = MenuKind::FilesCreate,
                                 .cutAt = kMenuCut,
                                 .items = kCreateItems};
 
-static MenuArea AreaOf(const EditorLayout& layout) { return {layout.width, layout.height}; }
-
 void OpenFilesMenu(int32_t item, Point pointer, const EditorLayout& layout) {
     const bool isAboutItem = item >= 0;
-    OpenMenu(isAboutItem ? kItemMenu : kCreateMenu, item, pointer, AreaOf(layout));
+    OpenMenu(isAboutItem ? kItemMenu : kCreateMenu, item, pointer, MenuAreaOf(layout));
     SetStatus(isAboutItem ? L"Otevreno menu polozky projektu."
                           : L"Otevreno Files menu pro vytvoreni nove polozky.");
 }
 
 void DrawFilesMenus(const EditorLayout& layout) {
-    DrawMenu(kItemMenu, AreaOf(layout));
-    DrawMenu(kCreateMenu, AreaOf(layout));
+    DrawMenu(kItemMenu, MenuAreaOf(layout));
+    DrawMenu(kCreateMenu, MenuAreaOf(layout));
 }
 
 bool ClickFilesMenus(Point pointer, const EditorLayout& layout) {
-    return ClickMenu(kItemMenu, pointer, AreaOf(layout)) || ClickMenu(kCreateMenu, pointer, AreaOf(layout));
+    return ClickMenu(kItemMenu, pointer, MenuAreaOf(layout)) ||
+           ClickMenu(kCreateMenu, pointer, MenuAreaOf(layout));
 }

@@ -57,9 +57,7 @@ constexpr MenuTable kProjectMenu{
     .beside = PressBesideItems::StaysOpen,
     .items = kProjectItems};
 
-static MenuArea AreaOf(const HubLayout& layout) { return {layout.width, layout.height}; }
-
-void DrawProjectMenu(const HubLayout& layout) { DrawMenu(kProjectMenu, AreaOf(layout)); }
+void DrawProjectMenu(const HubLayout& layout) { DrawMenu(kProjectMenu, MenuAreaOf(layout)); }
 
 // A folder that is no project any more leaves the list.
 static void OpenListed(int32_t index) {
@@ -69,7 +67,7 @@ static void OpenListed(int32_t index) {
 
 bool HubLeftClick(Point pointer, const HubLayout& layout) {
     if (!IsInWindow(pointer, layout)) return false;
-    if (ClickMenu(kProjectMenu, pointer, AreaOf(layout))) return true;
+    if (ClickMenu(kProjectMenu, pointer, MenuAreaOf(layout))) return true;
     const int32_t row = ProjectRowAt(pointer);
     if (Contains(layout.openButton, pointer)) {
         OpenProjectDialog();
@@ -90,7 +88,7 @@ bool HubRightClick(Point pointer, const HubLayout& layout) {
         CloseMenu();
         return true;
     }
-    OpenMenu(kProjectMenu, row, pointer, AreaOf(layout));
+    OpenMenu(kProjectMenu, row, pointer, MenuAreaOf(layout));
     SetStatus(L"Project menu: " + editorState.recentProjects[static_cast<size_t>(row)].name);
     return true;
 }
