@@ -116,6 +116,11 @@ const HierarchyRow* HierarchyRowAt(int32_t y) {
     return &*row;
 }
 
+bool HierarchyReachesBelow(int32_t y) {
+    const HierarchyRowList& rows = editorState.hierarchyRows;
+    return !rows.empty() && rows.back().y + kRowBelow + kDropLineWidth > y;  // a drop is marked below its row
+}
+
 int32_t HierarchyObjectAt(Point point, const EditorLayout& layout) {
     if (!Contains(layout.hierarchy, point)) return -1;
     const HierarchyRow* row = HierarchyRowAt(point.y);

@@ -24,6 +24,9 @@ void DrawHierarchy(const EditorLayout& layout);
 // The row at a height in the window, wherever x is. Null between rows.
 const HierarchyRow* HierarchyRowAt(int32_t y);
 
+// True when some row reaches below a height: the tree is not cut where its panel ends.
+bool HierarchyReachesBelow(int32_t y);
+
 // The object whose row is under a point of the panel. -1 without one.
 int32_t HierarchyObjectAt(Point point, const EditorLayout& layout);
 

@@ -1,6 +1,7 @@
 #include "editor/panels.h"
 
 #include "editor/fit_text.h"
+#include "editor/hierarchy.h"
 #include "editor/theme.h"
 #include "editor/widgets.h"
 #include "render/frame_buffer.h"
@@ -56,11 +57,15 @@ void FillBottomStrip(const Rect& strip, const EditorLayout& layout) {
              kBottomPanelFill);
 }
 
-// A line on a strip of its own: the tree of the Hierarchy may run on below it.
+// A line on a strip of its own, where the tree of the Hierarchy runs on below it. Elsewhere the strip would
+// show what is there already, and asking the system for its length is the dearest part of a panel with cached
+// texts.
 static void DrawLine(Point place, const std::wstring& text, TextFont font, const EditorLayout& layout) {
     const int32_t top = place.y - (kStripHeight - font.height) / 2;
-    const int32_t right = place.x + MeasureCanvasText(text, font.height, font.weight);
-    FillBottomStrip({place.x, top, right, top + kStripHeight}, layout);
+    if (HierarchyReachesBelow(top)) {
+        const int32_t right = place.x + MeasureCanvasText(text, font.height, font.weight);
+        FillBottomStrip({place.x, top, right, top + kStripHeight}, layout);
+    }
     DrawText(place.x, place.y, text, kConsoleText, font.height, font.weight);
 }
 
