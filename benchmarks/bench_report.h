@@ -41,5 +41,6 @@ void MeasureBest(benchmark::State& state, Round round) {
 void RegisterPlayBenchmarks();
 void RegisterRasterizerBenchmarks();
 void RegisterScaleBenchmarks();
+void RegisterRecoveryBenchmarks();
 void RegisterSceneFileBenchmarks();
 void RegisterUndoBenchmarks();

@@ -83,6 +83,7 @@ int main(int argc, char** argv) {
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
     RegisterPlayBenchmarks();
     RegisterScaleBenchmarks();
+    RegisterRecoveryBenchmarks();
     RegisterSceneFileBenchmarks();
     RegisterUndoBenchmarks();
     RegisterRasterizerBenchmarks();  // the last: a peer changes how memory is kept

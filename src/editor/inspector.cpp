@@ -253,7 +253,7 @@ static void RunAction(const InspectorAction& action, const ZonePress& press) {
     if (action.undoLabel) {
         pushUndo(action.undoLabel);
     } else if (std::holds_alternative<bool GameObject::*>(action.effect)) {
-        MarkFoldChanged();
+        RaiseSceneVersion();
     }
     ApplyAction(action, press);
 }

@@ -4,6 +4,7 @@
 #include "formats/other_writers.h"
 #include "scene/default_scenes.h"
 #include "scene/snapshots.h"
+#include "scene/undo.h"
 #include "state/editor_state.h"
 
 #include <algorithm>
@@ -31,7 +32,8 @@ void MarkSceneSaved() {
     }
 }
 
-bool SceneIsSaved() { return HoldsScene(editorState.savedScene, editorState.scene); }
+// The version answers first, so that only a scene that was changed costs a comparison.
+bool SceneIsSaved() { return !SceneHasChanges() || HoldsScene(editorState.savedScene, editorState.scene); }
 
 // Fills the empty state from a file that is in memory. The libraries are reset first, since the objects add
 // their models and images while they are read; the objects replace the default scene last, and only if there
@@ -63,6 +65,7 @@ bool LoadScene(const std::wstring& path, SceneContent& replaced) {
             const uint64_t fingerprint = file.fingerprint;
             ReadScene(file);
             RememberFile(path, fingerprint);
+            RaiseSceneVersion();  // other objects, hence another version
             MarkSceneSaved();
             replaced = std::move(before);
             return true;

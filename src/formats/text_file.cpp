@@ -224,9 +224,11 @@ std::string TextFileBytes(std::wstring_view text) {
     std::string bytes;
     bytes.reserve(kUtf8Mark.size() + text.size() + text.size() / 64);
     bytes += kUtf8Mark;
-    Encode(text, "\r\n", bytes);
+    AppendTextLines(bytes, text);
     return bytes;
 }
+
+void AppendTextLines(std::string& bytes, std::wstring_view text) { Encode(text, "\r\n", bytes); }
 
 bool WriteTextFile(const std::wstring& path, std::wstring_view text) {
     return WithEnoughMemory([&] { return WriteWholeFile(path, TextFileBytes(text)); });

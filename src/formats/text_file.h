@@ -41,6 +41,9 @@ void SplitAtTabs(std::wstring_view line, std::vector<std::wstring_view>& fields)
 // What WriteTextFile puts on the disk.
 std::string TextFileBytes(std::wstring_view text);
 
+// Appends lines that end with "\n" to what TextFileBytes has begun, each with CR LF at its end.
+void AppendTextLines(std::string& bytes, std::wstring_view text);
+
 // Writes a whole file in one step that cannot leave half of it: a byte-order mark, then `text`, whose lines
 // each end with "\n" and are written with CR LF. False when it cannot be written, for want of memory too; the
 // old file then stands.

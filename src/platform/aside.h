@@ -4,5 +4,6 @@
 #include <functional>
 
 // Runs `work` on a thread of its own, to its end or to that of the program. It must not throw, and touches
-// neither the state nor anything else of the window's thread. Not run when the system gives no thread.
-void RunAside(std::function<void()> work);
+// neither the state nor anything else of the window's thread. False when the system gives no thread; then it
+// is not run.
+bool RunAside(std::function<void()> work);

@@ -14,11 +14,12 @@
 #include "project/asset_list.h"
 #include "project/folder_copy.h"
 #include "project/project_folder.h"
-#include "project/recovery.h"
+#include "project/recovery_files.h"
 #include "project/scene_switch.h"
 #include "scene/default_scenes.h"
 #include "scene/shown_screen.h"
 #include "scene/status.h"
+#include "scene/undo.h"
 #include "state/editor_state.h"
 
 #include <string_view>
@@ -59,6 +60,7 @@ static bool MakeProject(const std::wstring& folder, bool empty) {
     SetProjectFolder(folder);
     LeaveOpenProject();
     resetScene(!empty);
+    RaiseSceneVersion();
     editorState.scenePath = MainScenePath(editorState.filesRoot);
     const bool hasFolders = MakeProjectFolders() && WritePlayerController();
     return hasFolders && SaveScene(editorState.scenePath) && WriteProjectFile(editorState.projectRoot);
@@ -133,6 +135,7 @@ static std::wstring FreeMainScenePath() {
 
 static void MakeDefaultScene() {
     resetScene(true);
+    RaiseSceneVersion();
     editorState.scenePath = FreeMainScenePath();
     SaveScene(editorState.scenePath);
     RefreshAssetList();

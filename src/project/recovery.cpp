@@ -2,13 +2,13 @@
 
 #include "base/enough_memory.h"
 #include "base/path_text.h"
-#include "formats/free_path.h"
 #include "formats/object_line.h"
 #include "formats/prefab.h"
-#include "formats/recent_projects.h"
 #include "formats/text_file.h"
+#include "platform/aside.h"
+#include "platform/clock.h"
 #include "platform/files.h"
-#include "project/recovery_names.h"
+#include "project/recovery_files.h"
 #include "scene/gestures.h"
 #include "scene/shown_screen.h"
 #include "scene/snapshots.h"
@@ -20,123 +20,197 @@
 #include <utility>
 #include <vector>
 
-constexpr size_t kUsualLineLength = 320;      // units; a longer one only costs a copy
-constexpr double kLookEvery = 60;             // seconds
-constexpr size_t kObjectsPerFrame = 256;      // put into words: a millisecond of a frame
-constexpr size_t kFirstLineBuffer = 1 << 16;  // units: no path is longer
+constexpr size_t kUsualLineLength = 320;   // bytes; a longer one only costs a copy
+constexpr double kLookEvery = 60;          // seconds
+constexpr size_t kObjectsPerFrame = 128;   // put into words: a quarter of a millisecond
+constexpr uint32_t kLongestWait = 10'000;  // milliseconds, at the end, for a disk that is still writing
 constexpr const wchar_t* kSceneHeader = L"ZELENGINE_SCENE\t1\n";
 constexpr const wchar_t* kPrefabHeader = L"ZELENGINE_PREFAB\t1\n";
 
-static std::wstring RecoveryFolder() { return JoinPath(GetDataFolder(), L"recovery"); }
-
 // --- What there is to lose
 
-// The scene that the user edits, also while a prefab or a game is shown in its place.
-static const Scene& EditedScene() {
-    if (editorState.sceneBeforePrefab) return editorState.sceneBeforePrefab->scene;
-    return editorState.sceneBeforePlay ? editorState.sceneBeforePlay->scene : editorState.scene;
+namespace {
+// What the user edits, also while a game or, for the scene, a prefab is shown in its place.
+struct Edited {
+    const Scene& scene;
+    uint64_t version;  // EditorState::sceneVersion
+    const std::vector<UndoStep>& undoSteps;
+};
+}  // namespace
+
+static Edited ShownOrKept(const std::optional<KeptScene>& kept) {
+    if (kept) return {kept->scene, kept->sceneVersion, kept->undoSteps};
+    return {editorState.scene, editorState.sceneVersion, editorState.undoSteps};
 }
 
-static const Scene& EditedPrefab() {
-    return editorState.sceneBeforePlay ? editorState.sceneBeforePlay->scene : editorState.scene;
+static Edited EditedObjects(bool ofPrefab) {
+    const bool isBelowPrefab = !ofPrefab && editorState.sceneBeforePrefab;
+    return ShownOrKept(isBelowPrefab ? editorState.sceneBeforePrefab : editorState.sceneBeforePlay);
 }
 
-static bool SceneIsAtRisk() {
+static const std::wstring& PathOf(bool ofPrefab) {
+    return ofPrefab ? editorState.prefabPath : editorState.scenePath;
+}
+
+static bool IsAtRisk(bool ofPrefab) {
+    if (PathOf(ofPrefab).empty()) return false;
+    if (ofPrefab) return ShownScreen() == Shown::Prefab && editorState.prefabDirty;
     const bool isOpen = ShownScreen() != Shown::Hub && ShownScreen() != Shown::Game;
-    return isOpen && !editorState.scenePath.empty() && !HoldsScene(editorState.savedScene, EditedScene());
+    return isOpen && EditedObjects(false).version != editorState.savedVersion;
 }
 
-static bool PrefabIsAtRisk() {
-    return ShownScreen() == Shown::Prefab && editorState.prefabDirty && !editorState.prefabPath.empty();
+static std::optional<OwnRecovery>& Own(bool ofPrefab) {
+    return ofPrefab ? editorState.recovery.prefab : editorState.recovery.scene;
 }
 
-// --- Writing
-
-static void RemoveSurplus() {
-    std::vector<FolderEntry> entries;
-    if (!ListFolder(RecoveryFolder(), entries)) return;
-    std::vector<RecoveryFacts> all;
-    for (const FolderEntry& entry : entries) {
-        const std::wstring path = JoinPath(RecoveryFolder(), entry.name);
-        FileFacts facts;
-        if (!entry.isFolder && ReadFileFacts(path, facts)) all.push_back({path, facts.bytes, facts.written});
-    }
-    for (const std::wstring& path : SurplusRecoveries(std::move(all))) RemoveFile(path);
+static bool NeedsRecovery(bool ofPrefab) {
+    const auto& own = Own(ofPrefab);
+    const bool isRecovered = own && own->version == EditedObjects(ofPrefab).version &&
+                             own->about == AbsolutePath(PathOf(ofPrefab));
+    return IsAtRisk(ofPrefab) && !isRecovered;
 }
 
-// The one that belongs to this program when it is about the same file, else a new one under a name that no
-// other window uses.
-static std::wstring FileFor(const std::optional<OwnRecovery>& own, const RecoveryDraft& draft) {
-    if (own && own->about == draft.about) return own->path;
-    return FreePath(RecoveryFolder(), RecoveryStem(draft.about), draft.ofPrefab ? L".prefab" : L".scene");
-}
+// --- Letting go
 
 static void Forget(std::optional<OwnRecovery>& own) {
     if (own) RemoveFile(own->path);
     own.reset();
 }
 
-static void WriteDraft(const RecoveryDraft& draft) {
-    std::optional<OwnRecovery>& own =
-        draft.ofPrefab ? editorState.recovery.prefab : editorState.recovery.scene;
-    if (!MakeFolders(RecoveryFolder())) return;
-    const std::wstring path = FileFor(own, draft);
-    if (path.empty() || !WriteTextFile(path, draft.text)) return;
-    if (own && own->path != path) Forget(own);
-    own = {.about = draft.about, .path = path, .holds = draft.scene};
-    RemoveSurplus();
+// One that nobody writes yet is never written. One that is being written goes when it is there.
+static void CallOffWriting() {
+    auto& writing = editorState.recovery.writing;
+    RecoveryStage stage = RecoveryStage::Waiting;
+    if (writing->stage.compare_exchange_strong(stage, RecoveryStage::Failed)) {
+        writing.reset();
+    } else {
+        writing->isUnwanted = true;
+    }
 }
 
-static void ForgetRecovery(std::optional<OwnRecovery>& own, bool ofPrefab) {
-    auto& draft = editorState.recovery.draft;
-    if (draft && draft->ofPrefab == ofPrefab) draft.reset();
-    Forget(own);
+static void ForgetRecovery(bool ofPrefab) {
+    RecoveryState& recovery = editorState.recovery;
+    if (recovery.draft && recovery.draft->ofPrefab == ofPrefab) recovery.draft.reset();
+    if (recovery.writing && recovery.writing->ofPrefab == ofPrefab) CallOffWriting();
+    Forget(Own(ofPrefab));
 }
 
-void ForgetSceneRecovery() { ForgetRecovery(editorState.recovery.scene, false); }
-void ForgetPrefabRecovery() { ForgetRecovery(editorState.recovery.prefab, true); }
+void ForgetSceneRecovery() { ForgetRecovery(false); }
+void ForgetPrefabRecovery() { ForgetRecovery(true); }
+
+// What has been saved, or undone, needs no recovery any more.
+static void ForgetWhatIsSafe() {
+    for (const bool ofPrefab : {false, true}) {
+        if (!IsAtRisk(ofPrefab)) ForgetRecovery(ofPrefab);
+    }
+}
 
 // --- Putting into words
 
 static RecoveryDraft BeginDraft(bool ofPrefab) {
-    RecoveryDraft draft{.ofPrefab = ofPrefab,
-                        .about = AbsolutePath(ofPrefab ? editorState.prefabPath : editorState.scenePath)};
-    const auto& steps = editorState.undoSteps;
-    const SceneSnapshot* earlier = steps.empty() ? &editorState.savedScene : &steps.back().scene;
-    draft.scene = TakeSnapshot(ofPrefab ? EditedPrefab() : EditedScene(), earlier);
-    // All at once: a text that grows is copied now and then, which would show in a frame.
-    draft.text.reserve(kUsualLineLength * (ofPrefab ? EditedPrefab() : EditedScene()).size());
-    draft.text += RecoveryLine(draft.about) + L"\n" + (ofPrefab ? kPrefabHeader : kSceneHeader);
+    const Edited edited = EditedObjects(ofPrefab);
+    RecoveryDraft draft{
+        .ofPrefab = ofPrefab, .about = AbsolutePath(PathOf(ofPrefab)), .version = edited.version};
+    const std::string start =
+        TextFileBytes(RecoveryLine(draft.about) + L"\n" + (ofPrefab ? kPrefabHeader : kSceneHeader));
+    // All at once: bytes that grow are copied now and then, which would show in a frame.
+    draft.bytes.reserve(start.size() + kUsualLineLength * edited.scene.size());
+    draft.bytes += start;
     return draft;
 }
 
-// Goes through the runs of the snapshot, which nobody changes any more: what the user does meanwhile makes no
-// mixture of two scenes. True when all objects are in the text.
-static bool ContinueDraft(RecoveryDraft& draft, size_t objects) {
-    while (objects > 0 && draft.nextRun < draft.scene.runs.size()) {
-        for (const GameObject& shared : *draft.scene.runs[draft.nextRun]) {
-            GameObject object = shared;
-            object.parentIndex = (*draft.scene.parents)[draft.nextObject++];
-            WriteObjectLine(draft.text, object);
-        }
-        objects -= std::min(objects, draft.scene.runs[draft.nextRun]->size());
-        ++draft.nextRun;
+// The place in the snapshot of the object that comes next.
+static void FindNextObject(RecoveryDraft& draft) {
+    draft.nextRun = 0;
+    draft.nextInRun = draft.nextObject;
+    const auto& runs = draft.kept->runs;
+    while (draft.nextRun < runs.size() && draft.nextInRun >= runs[draft.nextRun]->size()) {
+        draft.nextInRun -= runs[draft.nextRun++]->size();
     }
-    return draft.nextRun == draft.scene.runs.size();
 }
 
-static bool IsRecovered(const std::optional<OwnRecovery>& own, const std::wstring& path, const Scene& scene) {
-    return own && own->about == AbsolutePath(path) && HoldsScene(own->holds, scene);
+// The objects that the draft began with are those of the scene until the user changes something. Then the
+// change's undo step holds them, so that a draft costs no copy of the scene. False when neither has them.
+static bool HoldsItsObjects(RecoveryDraft& draft, const Edited& edited) {
+    if (draft.kept || draft.version == edited.version) return true;
+    const auto step = std::ranges::find(edited.undoSteps, draft.version, &UndoStep::version);
+    if (step == edited.undoSteps.end()) return false;
+    draft.kept = step->scene;
+    FindNextObject(draft);
+    return true;
 }
 
-static bool SceneNeedsRecovery() {
-    return SceneIsAtRisk() && !IsRecovered(editorState.recovery.scene, editorState.scenePath, EditedScene());
+static size_t CountObjects(const RecoveryDraft& draft, const Edited& edited) {
+    if (!draft.kept) return edited.scene.size();
+    return draft.kept->parents ? draft.kept->parents->size() : 0;
 }
 
-static bool PrefabNeedsRecovery() {
-    return PrefabIsAtRisk() &&
-           !IsRecovered(editorState.recovery.prefab, editorState.prefabPath, EditedPrefab());
+static GameObject TakeFromSnapshot(RecoveryDraft& draft) {
+    const Scene& run = *draft.kept->runs[draft.nextRun];
+    GameObject object = run[draft.nextInRun];
+    object.parentIndex = (*draft.kept->parents)[draft.nextObject];
+    if (++draft.nextInRun == run.size()) {
+        ++draft.nextRun;
+        draft.nextInRun = 0;
+    }
+    return object;
 }
+
+// Appends the next lines, at most `most`. True when all objects are in the draft.
+static bool ContinueDraft(RecoveryDraft& draft, const Edited& edited, size_t most) {
+    const size_t count = CountObjects(draft, edited);
+    std::wstring lines;
+    for (; most > 0 && draft.nextObject < count; --most) {
+        if (draft.kept) {
+            WriteObjectLine(lines, TakeFromSnapshot(draft));
+        } else {
+            WriteObjectLine(lines, edited.scene[draft.nextObject]);
+        }
+        ++draft.nextObject;
+    }
+    AppendTextLines(draft.bytes, lines);
+    return draft.nextObject == count;
+}
+
+// --- Writing
+
+// The file that belongs to this program when it is about the same scene or prefab, else a new one.
+static std::shared_ptr<RecoveryWriting> MakeWriting(RecoveryDraft draft) {
+    auto writing = std::make_shared<RecoveryWriting>();
+    const auto& own = Own(draft.ofPrefab);
+    writing->ofPrefab = draft.ofPrefab;
+    writing->version = draft.version;
+    writing->folder = RecoveryFolder();
+    if (own && own->about == draft.about) writing->path = own->path;
+    writing->about = std::move(draft.about);
+    writing->bytes = std::move(draft.bytes);
+    return writing;
+}
+
+// Takes the answer of a writing that has come to its end. True when none is under way any more.
+static bool TakeAnswer() {
+    auto& writing = editorState.recovery.writing;
+    if (!writing) return true;
+    const RecoveryStage stage = writing->stage;
+    if (stage != RecoveryStage::Written && stage != RecoveryStage::Failed) return false;
+    const auto done = std::exchange(writing, nullptr);
+    if (stage == RecoveryStage::Failed) return true;
+    auto& own = Own(done->ofPrefab);
+    if (own && own->path != done->path) Forget(own);
+    own = {.about = done->about, .path = done->path, .version = done->version};
+    if (done->isUnwanted) Forget(own);
+    return true;
+}
+
+static void WriteAside(RecoveryDraft draft) {
+    auto& writing = editorState.recovery.writing;
+    writing = MakeWriting(std::move(draft));
+    bool isUnderWay = false;
+    WithEnoughMemory([&] { return isUnderWay = RunAside([job = writing] { WriteRecovery(*job); }); });
+    if (!isUnderWay) writing.reset();
+}
+
+// --- When
 
 static bool IsInTheMiddleOfSomething() {
     return editorState.playMode || GestureIsUnderWay() || editorState.keyboardTransform ||
@@ -144,40 +218,39 @@ static bool IsInTheMiddleOfSomething() {
 }
 
 static bool StillIsAbout(const RecoveryDraft& draft) {
-    const bool isOpen = draft.ofPrefab ? PrefabIsAtRisk() : ShownScreen() != Shown::Hub;
-    return isOpen &&
-           draft.about == AbsolutePath(draft.ofPrefab ? editorState.prefabPath : editorState.scenePath);
+    const bool isOpen = draft.ofPrefab ? IsAtRisk(true) : ShownScreen() != Shown::Hub;
+    return isOpen && draft.about == AbsolutePath(PathOf(draft.ofPrefab));
 }
 
-// What has been saved, or undone, needs no recovery any more.
-static void ForgetWhatIsSafe() {
-    if (!SceneIsAtRisk()) ForgetSceneRecovery();
-    if (!PrefabIsAtRisk()) ForgetPrefabRecovery();
+// Once a minute the scene has its turn and then the prefab, also when the scene could not be written.
+static void LookForWork(double now) {
+    RecoveryState& recovery = editorState.recovery;
+    if (IsInTheMiddleOfSomething()) return;
+    if (std::exchange(recovery.prefabIsNext, false)) {
+        if (NeedsRecovery(true)) recovery.draft = BeginDraft(true);
+    } else if (now >= recovery.nextLook) {
+        recovery.nextLook = now + kLookEvery;
+        recovery.prefabIsNext = true;
+        ForgetWhatIsSafe();
+        if (NeedsRecovery(false)) recovery.draft = BeginDraft(false);
+    }
 }
 
-// The scene first, and then at once the prefab, so that a scene that cannot be written does not keep a prefab
-// from its turn.
-static void ContinueOrEndDraft() {
-    auto& draft = editorState.recovery.draft;
-    if (!ContinueDraft(*draft, kObjectsPerFrame)) return;
-    const RecoveryDraft done = *std::exchange(draft, std::nullopt);
-    WriteDraft(done);
-    if (!done.ofPrefab && PrefabNeedsRecovery()) draft = BeginDraft(true);
-}
-
+// One frame of it: a look, or some lines, or the way to the disk, which no frame waits for. A draft whose
+// objects nobody holds any more is dropped, and the next frame looks again.
 static bool Keep(double now) {
     RecoveryState& recovery = editorState.recovery;
-    if (recovery.draft && !StillIsAbout(*recovery.draft)) recovery.draft.reset();
-    if (recovery.draft) {
-        ContinueOrEndDraft();
-    } else if (now >= recovery.nextLook && !IsInTheMiddleOfSomething()) {
-        recovery.nextLook = now + kLookEvery;
-        ForgetWhatIsSafe();
-        if (SceneNeedsRecovery()) {
-            recovery.draft = BeginDraft(false);
-        } else if (PrefabNeedsRecovery()) {
-            recovery.draft = BeginDraft(true);
-        }
+    if (!TakeAnswer()) return true;
+    if (!recovery.draft) {
+        LookForWork(now);
+        return true;
+    }
+    const Edited edited = EditedObjects(recovery.draft->ofPrefab);
+    if (!StillIsAbout(*recovery.draft) || !HoldsItsObjects(*recovery.draft, edited)) {
+        recovery.draft.reset();
+        recovery.nextLook = now;
+    } else if (ContinueDraft(*recovery.draft, edited, kObjectsPerFrame)) {
+        WriteAside(*std::exchange(recovery.draft, std::nullopt));
     }
     return true;
 }
@@ -187,52 +260,40 @@ void KeepRecovery(double now) {
     if (!WithEnoughMemory([now] { return Keep(now); })) editorState.recovery.draft.reset();
 }
 
+// Two writings of one file would race, so the older one ends first. False when its disk does not answer.
+static bool EndWriting() {
+    if (editorState.recovery.writing) WriteRecovery(*editorState.recovery.writing);
+    for (uint32_t waited = 0; waited < kLongestWait; ++waited) {
+        if (TakeAnswer()) return true;
+        SleepMilliseconds(1);
+    }
+    return false;
+}
+
+// The objects themselves are compared here: what was changed and changed back by hand leaves nothing.
+static bool IsReallyAtRisk(bool ofPrefab) {
+    return IsAtRisk(ofPrefab) &&
+           (ofPrefab || !HoldsScene(editorState.savedScene, EditedObjects(false).scene));
+}
+
 static bool WriteNow() {
     editorState.recovery.draft.reset();
+    if (!EndWriting()) return false;
     for (const bool ofPrefab : {false, true}) {
-        if (!(ofPrefab ? PrefabNeedsRecovery() : SceneNeedsRecovery())) continue;
-        RecoveryDraft draft = BeginDraft(ofPrefab);
-        ContinueDraft(draft, SIZE_MAX);
-        WriteDraft(draft);
+        if (!IsReallyAtRisk(ofPrefab)) {
+            ForgetRecovery(ofPrefab);
+        } else if (NeedsRecovery(ofPrefab)) {
+            RecoveryDraft draft = BeginDraft(ofPrefab);
+            ContinueDraft(draft, EditedObjects(ofPrefab), SIZE_MAX);
+            editorState.recovery.writing = MakeWriting(std::move(draft));
+            WriteRecovery(*editorState.recovery.writing);
+            TakeAnswer();
+        }
     }
-    ForgetWhatIsSafe();
     return true;
 }
 
 void WriteRecoveryNow() {
     if (ShownScreen() == Shown::Game) return;
     WithEnoughMemory(WriteNow);
-}
-
-// --- Finding it again
-
-// True when the recovery has no further use.
-static bool TakeOver(const std::wstring& recovery, const std::wstring& folder) {
-    TextFile file;
-    std::wstring_view line;
-    if (!ReadTextFile(recovery, file) || !NextLine(file, kFirstLineBuffer, line)) return false;
-    const std::wstring path = RecoveredPath(line);
-    if (path.empty() || !IsAtOrBelow(path, folder)) return false;
-
-    const std::string bytes = std::string(kUtf8Mark) + file.bytes.substr(file.nextByte);
-    std::string saved;
-    FileFacts savedFacts, facts;
-    const bool isSaved = ReadWholeFile(path, saved) && ReadFileFacts(path, savedFacts);
-    const bool isOld = isSaved && ReadFileFacts(recovery, facts) && facts.written < savedFacts.written;
-    if (isOld || (isSaved && saved == bytes)) return true;
-    if (!MakeFolders(ParentFolder(path))) return false;
-    const std::wstring copy = FreePath(ParentFolder(path), RecoveredStem(path), FileExtension(path));
-    return !copy.empty() && WriteWholeFile(copy, bytes);
-}
-
-void TakeOverRecoveries(const std::wstring& folder) {
-    WithEnoughMemory([&folder] {
-        std::vector<FolderEntry> entries;
-        if (!ListFolder(RecoveryFolder(), entries)) return false;
-        for (const FolderEntry& entry : entries) {
-            const std::wstring path = JoinPath(RecoveryFolder(), entry.name);
-            if (!entry.isFolder && !entry.isLink && TakeOver(path, folder)) RemoveFile(path);
-        }
-        return true;
-    });
 }

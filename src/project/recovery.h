@@ -2,12 +2,10 @@
 // anything to the user: a recovery that cannot be written is tried again later.
 #pragma once
 
-#include <string>
-
 // Called once per frame with the time in seconds. At most once a minute it begins to write the open scene,
-// and the open prefab, when they differ from what was last loaded or saved and from their recovery; the
-// objects are put into words a few per frame. Never during Play mode, a gesture or an entry, and never in a
-// game.
+// and the open prefab, when they differ from what was last loaded or saved and from their recovery: the
+// objects are put into words a few per frame, and a thread aside writes the file. Never during Play mode, a
+// gesture or an entry, and never in a game.
 void KeepRecovery(double now);
 
 // At the end of the program, and of the system's session: writes at once what KeepRecovery would have
@@ -17,8 +15,3 @@ void WriteRecoveryNow();
 // The open scene, or the open prefab, was saved, or the user let its changes go.
 void ForgetSceneRecovery();
 void ForgetPrefabRecovery();
-
-// Before the files of the project in `folder` are listed: each recovery of one of its scenes and prefabs that
-// is newer than the file and differs from it is put beside it under a free name, "Main_neulozeno.scene". All
-// of them go then; one that cannot be copied stays for the next time.
-void TakeOverRecoveries(const std::wstring& folder);

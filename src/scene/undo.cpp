@@ -10,10 +10,10 @@
 
 constexpr size_t kMaxUndoSteps = 64;
 
-void MarkFoldChanged() { editorState.sceneVersion = ++editorState.lastVersion; }
+void RaiseSceneVersion() { editorState.sceneVersion = ++editorState.lastVersion; }
 
 void MarkChanged() {
-    MarkFoldChanged();
+    RaiseSceneVersion();
     if (editorState.screen == Screen::PrefabEditor) editorState.prefabDirty = true;
 }
 

@@ -10,12 +10,13 @@
 // Nothing is kept in the game runtime, or of an empty scene.
 void pushUndo(const char* label);
 
-// The objects have changed. For changes that go on after their pushUndo, like drags.
-void MarkChanged();
+// Gives the objects a version that no other objects have had. For what only shows in the editor and is stored
+// in the scene, like an Inspector fold: no reason to save a prefab.
+void RaiseSceneVersion();
 
-// Likewise for what only shows in the editor and is stored in the scene, like an Inspector fold: no reason to
-// save a prefab.
-void MarkFoldChanged();
+// The objects have changed: a new version, and a prefab to be saved. For changes that go on after their
+// pushUndo, like drags.
+void MarkChanged();
 
 // True while the objects have another version than was last loaded or saved: costs nothing, whatever the
 // scene. Objects that were changed and changed back by hand count as changed; see SceneIsSaved for the exact

@@ -9,6 +9,7 @@
 #include "formats/scene_file.h"
 #include "platform/files.h"
 #include "project/recovery.h"
+#include "scene/undo.h"
 #include "state/editor_state.h"
 
 #include <cstdint>
@@ -20,6 +21,7 @@ constexpr int32_t kObjects = 5000;
 
 // The versions differ in every line and in length.
 static void ShowVersion(wchar_t version) {
+    MarkChanged();
     editorState.scene.clear();
     for (int32_t i = 0; i < kObjects; ++i) {
         const std::wstring number = std::to_wstring(i);

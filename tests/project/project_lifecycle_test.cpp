@@ -3,6 +3,7 @@
 #include "formats/scene_file.h"
 #include "platform/files.h"
 #include "project/save_project.h"
+#include "scene/undo.h"
 #include "support/folder_tree.h"
 #include "support/gestures.h"
 #include "support/project_input.h"
@@ -246,6 +247,7 @@ TEST_CASE("opening says whether the folder holds no project or the user stays") 
     StartProject(folder);
     const std::wstring other = folder / L"projects\\Other";
     PutFolder(other + L"\\Files");
+    pushUndo("Remove");
     editorState.scene.pop_back();
     Answers({Answer::Cancel});
     CHECK(OpenProject(other) == Opening::Refused);

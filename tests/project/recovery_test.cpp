@@ -5,7 +5,9 @@
 #include "platform/files.h"
 #include "platform/headless/native_path.h"
 #include "project/asset_list.h"
+#include "project/recovery_files.h"
 #include "scene/gestures.h"
+#include "scene/undo.h"
 #include "support/capture.h"
 #include "support/folder_entries.h"
 #include "support/folder_tree.h"
@@ -32,9 +34,27 @@ static std::wstring Recovered(const ScratchFolder& folder) {
 
 static size_t RecoveryCount(const ScratchFolder& folder) { return EntriesOf(RecoveriesIn(folder)).size(); }
 
+// What the thread aside would do.
+static void WorkAside() {
+    for (; !headless.aside.empty(); headless.aside.pop_front()) headless.aside.front()();
+}
+
 // As many frames as a look at the work and its writing take. `minute` counts the looks.
 static void PassMinute(int32_t minute) {
-    for (int32_t frame = 0; frame < 20; ++frame) KeepRecovery(61.0 * minute + 0.01 * frame);
+    for (int32_t frame = 0; frame < 20; ++frame) {
+        KeepRecovery(61.0 * minute + 0.01 * frame);
+        WorkAside();
+    }
+}
+
+static void AddObject(const std::wstring& name) {
+    MarkChanged();
+    editorState.scene.push_back({.name = name});
+}
+
+static std::string OnlyRecovery(const ScratchFolder& folder) {
+    REQUIRE(RecoveryCount(folder) == 1);
+    return FileBytes(RecoveriesIn(folder) + L"\\" + EntriesOf(RecoveriesIn(folder))[0].name);
 }
 
 // A new process in the same folders, which opens the project from the Hub.
@@ -196,15 +216,15 @@ TEST_CASE("two windows keep two recoveries of one scene, and both are found") {
     const ScratchFolder folder;
     StartProject(folder);
     const EditorState fresh = editorState;
-    editorState.scene.push_back({.name = L"First window"});
+    AddObject(L"First window");
     PassMinute(1);
     const EditorState first = editorState;
     editorState = fresh;
-    editorState.scene.push_back({.name = L"Second window"});
+    AddObject(L"Second window");
     PassMinute(1);
     CHECK(RecoveryCount(folder) == 2);
     editorState = first;
-    editorState.scene.push_back({.name = L"First window again"});
+    AddObject(L"First window again");
     PassMinute(2);
     CHECK(RecoveryCount(folder) == 2);
 
@@ -271,7 +291,7 @@ TEST_CASE("whichever file call fails, the work is in a recovery or in its copy, 
     FailEachStep(
         [](const ScratchFolder& folder) {
             StartProject(folder);
-            editorState.scene.push_back({.name = L"Unsaved"});
+            AddObject(L"Unsaved");
             WriteRecoveryNow();
         },
         [](const ScratchFolder& folder) { TakeOverRecoveries(ProjectIn(folder)); },
@@ -311,22 +331,131 @@ TEST_CASE("a full disk, a missing and a read-only data folder cost no message an
     CHECK(RecoveryCount(folder) == 1);
 }
 
+// As a scene of this many objects that was changed a moment ago.
+static void ShowLargeScene(int32_t objects) {
+    MarkChanged();
+    editorState.scene = Scene(static_cast<size_t>(objects), GameObject{.name = L"old"});
+    for (size_t i = 1; i < editorState.scene.size(); ++i)
+        editorState.scene[i].parentIndex = static_cast<int32_t>(i) - 1;
+}
+
 TEST_CASE("a large scene is put into words a few objects per frame, as it was when that began") {
+    for (const int32_t changedInFrame : {0, 1, 2, 20, 39, 40, 1000}) {
+        CAPTURE(changedInFrame);
+        const ScratchFolder folder;
+        StartProject(folder);
+        ShowLargeScene(5000);
+        const std::string expected = TextFileBytes(RecoveryLine(MainScene(folder)) + L"\n" +
+                                                   ObjectFileText(L"ZELENGINE_SCENE\t1", editorState.scene));
+        KeepRecovery(61);
+        int32_t frames = 0;
+        while (headless.aside.empty() && frames < 1000) {
+            if (frames == changedInFrame || frames == changedInFrame + 3) {
+                editorState.selectedIndex = 70 + frames;
+                pushUndo("Change");
+                editorState.scene.insert(editorState.scene.begin() + 70, 3, GameObject{.name = L"new"});
+                editorState.scene[4990].name = L"new";
+            }
+            KeepRecovery(61.01 + 0.01 * ++frames);
+        }
+        CHECK(frames == (5000 + 127) / 128);  // 128 objects in each
+        CHECK(RecoveryCount(folder) == 0);
+        WorkAside();
+        CHECK(OnlyRecovery(folder) == expected);
+    }
+}
+
+TEST_CASE("a scene whose first objects of a recovery nobody holds any more is put into words anew") {
     const ScratchFolder folder;
     StartProject(folder);
-    editorState.scene = Scene(5000, GameObject{.name = L"old"});
+    ShowLargeScene(1000);
     KeepRecovery(61);
-    int32_t frames = 0;
-    while (RecoveryCount(folder) == 0 && frames < 1000) {
-        editorState.scene[static_cast<size_t>(frames)].name = L"new";
-        KeepRecovery(61.01 + 0.01 * ++frames);
+    KeepRecovery(61.01);
+    RaiseSceneVersion();  // without an undo step
+    editorState.scene[0].name = L"changed";
+    editorState.scene[999].name = L"changed";
+    for (int32_t frame = 0; frame < 20; ++frame) KeepRecovery(61.02 + 0.01 * frame);
+    WorkAside();
+    const std::string bytes = OnlyRecovery(folder);
+    CHECK(std::ranges::count(bytes, '\n') == 1002);
+    CHECK(bytes.find("changed") < 200);
+    CHECK(bytes.find("changed", 300) != std::string::npos);
+}
+
+TEST_CASE("while a recovery is on its way to the disk no other begins, and then the prefab has its turn") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    ChooseCreate(CreateItem::Prefab);
+    RenderFrame();
+    TapKey('G');
+    DoubleClick(FileNamed(L"PlayerCube.prefab"));
+    TapKey('G');
+    for (int32_t frame = 0; frame < 20; ++frame) KeepRecovery(61 + 0.01 * frame);
+    CHECK(headless.aside.size() == 1);
+    CHECK_FALSE(editorState.recovery.draft);
+    WorkAside();
+    for (int32_t frame = 0; frame < 20; ++frame) KeepRecovery(62 + 0.01 * frame);
+    CHECK(headless.aside.size() == 1);
+    WorkAside();
+    CHECK(RecoveryCount(folder) == 2);
+}
+
+TEST_CASE("what is saved while its recovery is on its way to the disk leaves none") {
+    for (const bool isWritten : {false, true}) {
+        CAPTURE(isWritten);
+        const ScratchFolder folder;
+        StartProject(folder);
+        TapKey('G');
+        for (int32_t frame = 0; frame < 5; ++frame) KeepRecovery(61 + 0.01 * frame);
+        REQUIRE(headless.aside.size() == 1);
+        if (isWritten) WorkAside();
+        TapWithControl('S');
+        WorkAside();
+        KeepRecovery(62);
+        CHECK(RecoveryCount(folder) == 0);
     }
-    CHECK(frames >= 5000 / 320);  // of at most 256 objects and the rest of a run
-    CHECK(frames <= 5000 / 256 + 2);
-    const std::string bytes =
-        FileBytes(RecoveriesIn(folder) + L"\\" + EntriesOf(RecoveriesIn(folder))[0].name);
-    CHECK(std::ranges::count(bytes, '\n') == 5002);
-    CHECK(bytes.find("new") == std::string::npos);
+}
+
+TEST_CASE("the end of the program writes what is still on its way to the disk, and what came after it") {
+    for (const bool hasMore : {false, true}) {
+        CAPTURE(hasMore);
+        const ScratchFolder folder;
+        StartProject(folder);
+        AddObject(L"First");
+        for (int32_t frame = 0; frame < 5; ++frame) KeepRecovery(61 + 0.01 * frame);
+        REQUIRE(headless.aside.size() == 1);
+        if (hasMore) AddObject(L"Second");
+        WriteRecoveryNow();
+        WorkAside();  // the thread comes too late
+        const std::string bytes = OnlyRecovery(folder);
+        CHECK(bytes.find("First") != std::string::npos);
+        CHECK((bytes.find("Second") != std::string::npos) == hasMore);
+    }
+}
+
+TEST_CASE("without a thread aside the recovery is tried again a minute later") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    TapKey('G');
+    headless.hasNoThread = true;
+    PassMinute(1);
+    CHECK(RecoveryCount(folder) == 0);
+    headless.hasNoThread = false;
+    PassMinute(2);
+    CHECK(RecoveryCount(folder) == 1);
+}
+
+TEST_CASE("an end of the program that finds the disk still writing waits for it, but not for ever") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    TapKey('G');
+    for (int32_t frame = 0; frame < 5; ++frame) KeepRecovery(61 + 0.01 * frame);
+    REQUIRE(editorState.recovery.writing);
+    editorState.recovery.writing->stage = RecoveryStage::Writing;  // by a thread that hangs
+    WriteRecoveryNow();
+    CHECK(headless.slept >= 10'000);
+    CHECK(headless.slept <= 11'000);
+    CHECK(RecoveryCount(folder) == 0);
 }
 
 TEST_CASE("at most twenty recoveries stay, and the newest are among them") {
@@ -334,7 +463,7 @@ TEST_CASE("at most twenty recoveries stay, and the newest are among them") {
     StartProject(folder);
     for (int32_t i = 0; i < 25; ++i) {
         editorState.recovery = {};  // as if by another window each time
-        editorState.scene.push_back({.name = L"Object " + std::to_wstring(i)});
+        AddObject(L"Object " + std::to_wstring(i));
         WriteRecoveryNow();
     }
     CHECK(RecoveryCount(folder) == 20);

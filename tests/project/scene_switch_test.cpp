@@ -201,15 +201,26 @@ TEST_CASE("a scene that nobody edited is left without a question, however its fi
     CHECK_FALSE(AsksOnLeaving(folder, TextFileBytes(line)));
 }
 
+// As a command does.
+static void ChangeScene(void (*change)(Scene& scene)) {
+    pushUndo("Change");
+    change(editorState.scene);
+}
+
 TEST_CASE("an edited scene is not left without a question, until the edit is undone or saved") {
     const std::string bytes = "ZELENGINE_SCENE\t1\nO\tA" + std::string(28, '\t') + "\n";
     struct {
         void (*edit)();
         bool asks;
-    } cases[] = {{[] { editorState.scene[0].position.x = 1; }, true},
-                 {[] { editorState.scene[0].parentIndex = 7; }, true},
+    } cases[] = {{[] { ChangeScene([](Scene& scene) { scene[0].position.x = 1; }); }, true},
+                 {[] { ChangeScene([](Scene& scene) { scene[0].parentIndex = 7; }); }, true},
                  {[] { TapKey('G'); }, true},
-                 {[] { editorState.scene.clear(); }, true},
+                 {[] { ChangeScene([](Scene& scene) { scene.clear(); }); }, true},
+                 {[] {  // moved away and back by hand
+                      ChangeScene([](Scene& scene) { scene[0].position.x = 1; });
+                      ChangeScene([](Scene& scene) { scene[0].position.x = 0; });
+                  },
+                  false},
                  {[] {
                       TapKey('G');
                       TapWithControl('Z');

@@ -297,7 +297,7 @@ TEST_CASE("undo after saving is a change, and what was saved is not reached by a
 TEST_CASE("a fold of the Inspector changes the scene and no prefab") {
     editorState = EditorState{};
     editorState.screen = Screen::PrefabEditor;
-    MarkFoldChanged();
+    RaiseSceneVersion();
     CHECK(SceneHasChanges());
     CHECK_FALSE(editorState.prefabDirty);
     MarkChanged();

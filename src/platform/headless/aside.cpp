@@ -5,4 +5,8 @@
 #include <utility>
 
 // The test says when it runs, so that no test depends on which thread is faster.
-void RunAside(std::function<void()> work) { headless.aside.push_back(std::move(work)); }
+bool RunAside(std::function<void()> work) {
+    if (headless.hasNoThread) return false;
+    headless.aside.push_back(std::move(work));
+    return true;
+}

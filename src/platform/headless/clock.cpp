@@ -17,4 +17,4 @@ double MonotonicSeconds() {
 double WorkSeconds() { return headless.workTime += headless.workTimeStep; }
 
 // Tests do not wait.
-void SleepMilliseconds(uint32_t) {}
+void SleepMilliseconds(uint32_t milliseconds) { headless.slept += milliseconds; }

@@ -62,6 +62,7 @@ struct HeadlessPlatform {
     std::deque<double> clock{};  // seconds; each question takes the first one
     double workTime = 0;         // seconds, as WorkSeconds() tells them
     double workTimeStep = 0;     // that pass until the next question
+    uint64_t slept = 0;          // milliseconds that the program asked for; none passed
 
     // Work that the frame loop waits for.
     std::deque<std::vector<InputEvent>> workInput{};  // what arrives during it: one batch per DropInput
@@ -70,6 +71,7 @@ struct HeadlessPlatform {
 
     // Work beside the window's thread: the test runs it.
     std::deque<std::function<void()>> aside{};
+    bool hasNoThread = false;  // for any more of it
 
     // Dialogs, answered in order. Without an answer left they are cancelled.
     std::deque<std::wstring> folderAnswers{};

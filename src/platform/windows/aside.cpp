@@ -15,10 +15,11 @@ static unsigned __stdcall Run(void* work) {
     return 0;
 }
 
-void RunAside(std::function<void()> work) {
+bool RunAside(std::function<void()> work) {
     auto owned = std::make_unique<Work>(std::move(work));
     const uintptr_t thread = _beginthreadex(nullptr, 0, Run, owned.get(), 0, nullptr);
-    if (thread == 0) return;
+    if (thread == 0) return false;
     owned.release();  // the thread's from here on
     CloseHandle(reinterpret_cast<HANDLE>(thread));
+    return true;
 }

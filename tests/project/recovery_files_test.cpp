@@ -1,4 +1,4 @@
-#include "project/recovery_names.h"
+#include "project/recovery_files.h"
 
 #include "doctest/doctest.h"
 
