@@ -11,7 +11,7 @@
 #include "project/project_hub.h"
 #include "project/project_lifecycle.h"
 #include "project/recovery.h"
-#include "scene/gestures.h"
+#include "scene/interaction.h"
 #include "scene/name_entry.h"
 #include "scene/number_entry.h"
 #include "scene/shown_screen.h"

@@ -5,9 +5,8 @@
 #include "formats/project_file.h"
 #include "platform/dialogs.h"
 #include "play/play_mode.h"
-#include "scene/gestures.h"
+#include "scene/interaction.h"
 #include "scene/status.h"
-#include "scene/text_entry.h"
 #include "state/editor_state.h"
 
 #include <algorithm>

@@ -2,9 +2,8 @@
 
 #include "blueprint/blueprint_editor.h"
 #include "editor/popup_menu.h"
-#include "scene/gestures.h"
+#include "scene/interaction.h"
 #include "scene/status.h"
-#include "scene/text_entry.h"
 #include "state/editor_state.h"
 
 static bool PressTopBar(Point pointer, const BlueprintLayout& layout) {

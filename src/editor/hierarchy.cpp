@@ -5,11 +5,10 @@
 #include "render/frame_buffer.h"
 #include "render/icons.h"
 #include "scene/commands.h"
-#include "scene/gestures.h"
+#include "scene/interaction.h"
 #include "scene/object_tree.h"
 #include "scene/selection.h"
 #include "scene/status.h"
-#include "scene/text_entry.h"
 #include "state/editor_state.h"
 
 #include <algorithm>

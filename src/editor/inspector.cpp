@@ -8,7 +8,7 @@
 #include "editor/theme.h"
 #include "editor/widgets.h"
 #include "render/frame_buffer.h"
-#include "scene/gestures.h"
+#include "scene/interaction.h"
 #include "scene/selection.h"
 #include "scene/status.h"
 #include "scene/undo.h"

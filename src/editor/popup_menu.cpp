@@ -1,7 +1,7 @@
 #include "editor/popup_menu.h"
 
 #include "render/frame_buffer.h"
-#include "scene/text_entry.h"
+#include "scene/interaction.h"
 
 #include <algorithm>
 

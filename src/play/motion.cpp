@@ -2,7 +2,7 @@
 
 #include "base/limit.h"
 #include "play/collision.h"
-#include "scene/held_keys.h"
+#include "scene/interaction.h"
 #include "state/editor_state.h"
 
 #include <algorithm>

@@ -1,9 +1,9 @@
 #include "play/play_mode.h"
 
 #include "play/collect.h"
-#include "scene/gestures.h"
-#include "scene/kept_scene.h"
+#include "scene/interaction.h"
 #include "scene/shown_screen.h"
+#include "scene/snapshots.h"
 #include "scene/status.h"
 #include "state/editor_state.h"
 

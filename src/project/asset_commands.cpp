@@ -17,7 +17,7 @@
 #include "project/scene_switch.h"
 #include "project/stored_paths.h"
 #include "scene/commands.h"
-#include "scene/gestures.h"
+#include "scene/interaction.h"
 #include "scene/shown_screen.h"
 #include "scene/status.h"
 #include "state/editor_state.h"

@@ -5,8 +5,7 @@
 #include "base/path_text.h"
 #include "platform/files.h"
 #include "project/project_folder.h"
-#include "scene/gestures.h"
-#include "scene/text_entry.h"
+#include "scene/interaction.h"
 #include "state/editor_state.h"
 
 #include <algorithm>

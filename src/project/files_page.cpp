@@ -10,7 +10,7 @@
 #include "project/files_icons.h"
 #include "project/files_menus.h"
 #include "render/frame_buffer.h"
-#include "scene/gestures.h"
+#include "scene/interaction.h"
 #include "scene/status.h"
 #include "state/editor_state.h"
 

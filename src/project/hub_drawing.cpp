@@ -5,7 +5,7 @@
 #include "project/project_hub.h"
 #include "render/frame_buffer.h"
 #include "render/icons.h"
-#include "scene/text_entry.h"
+#include "scene/interaction.h"
 #include "state/editor_state.h"
 
 constexpr Pixel kHubFill{0x1A1613}, kHubRailFill{0x15120F};

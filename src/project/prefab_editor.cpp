@@ -10,11 +10,10 @@
 #include "project/asset_list.h"
 #include "project/recovery.h"
 #include "project/scene_switch.h"
-#include "scene/gestures.h"
-#include "scene/kept_scene.h"
+#include "scene/interaction.h"
 #include "scene/selection.h"
+#include "scene/snapshots.h"
 #include "scene/status.h"
-#include "scene/text_entry.h"
 #include "state/editor_state.h"
 
 #include <utility>

@@ -5,8 +5,7 @@
 #include "platform/files.h"
 #include "platform/window.h"
 #include "play/play_mode.h"
-#include "scene/gestures.h"
-#include "scene/text_entry.h"
+#include "scene/interaction.h"
 #include "scene/undo.h"
 #include "state/editor_state.h"
 

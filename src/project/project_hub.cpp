@@ -7,9 +7,8 @@
 #include "project/project_lifecycle.h"
 #include "project/project_removal.h"
 #include "project/scene_switch.h"
-#include "scene/gestures.h"
+#include "scene/interaction.h"
 #include "scene/status.h"
-#include "scene/text_entry.h"
 #include "state/editor_state.h"
 
 #include <algorithm>

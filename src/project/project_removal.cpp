@@ -8,8 +8,8 @@
 #include "platform/dialogs.h"
 #include "platform/files.h"
 #include "platform/folders.h"
+#include "scene/interaction.h"
 #include "scene/status.h"
-#include "scene/text_entry.h"
 #include "state/editor_state.h"
 
 #include <algorithm>

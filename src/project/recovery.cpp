@@ -9,7 +9,7 @@
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "project/recovery_files.h"
-#include "scene/gestures.h"
+#include "scene/interaction.h"
 #include "scene/shown_screen.h"
 #include "scene/snapshots.h"
 #include "state/editor_state.h"

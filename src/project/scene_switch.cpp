@@ -9,9 +9,8 @@
 #include "project/prefab_editor.h"
 #include "project/project_folder.h"
 #include "project/recovery.h"
-#include "scene/gestures.h"
+#include "scene/interaction.h"
 #include "scene/status.h"
-#include "scene/text_entry.h"
 #include "scene/undo.h"
 #include "state/editor_state.h"
 

@@ -3,7 +3,7 @@
 #include "base/numbers.h"
 #include "render/builtin_meshes.h"
 #include "scene/editor_camera.h"
-#include "scene/gestures.h"
+#include "scene/interaction.h"
 #include "scene/object_tree.h"
 #include "scene/selection.h"
 #include "scene/status.h"

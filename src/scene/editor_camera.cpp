@@ -3,7 +3,7 @@
 #include "base/limit.h"
 #include "platform/window.h"
 #include "render/raster/camera.h"
-#include "scene/held_keys.h"
+#include "scene/interaction.h"
 #include "scene/status.h"
 #include "scene/transform.h"
 #include "state/editor_state.h"

@@ -1,7 +1,7 @@
 #include "scene/keyboard_transform.h"
 
 #include "platform/window.h"
-#include "scene/held_keys.h"
+#include "scene/interaction.h"
 #include "scene/selection.h"
 #include "scene/status.h"
 #include "scene/transform.h"

@@ -2,9 +2,9 @@
 
 #include "base/path_text.h"
 #include "base/text_units.h"
+#include "scene/interaction.h"
 #include "scene/selection.h"
 #include "scene/status.h"
-#include "scene/text_entry.h"
 #include "scene/undo.h"
 #include "state/editor_state.h"
 

@@ -3,6 +3,7 @@
 #include "scene/object_fields.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstddef>
 #include <utility>
 
@@ -117,4 +118,25 @@ void RestoreSnapshot(const SceneSnapshot& snapshot, Scene& scene) {
         }
     }
     scene.resize(count);
+}
+
+KeptScene KeepScene() {
+    return {.scene = editorState.scene,
+            .selectedIndex = editorState.selectedIndex,
+            .camera = editorState.camera,
+            .animationTime = editorState.animationTime,
+            .undoSteps = editorState.undoSteps,
+            .sceneVersion = editorState.sceneVersion};
+}
+
+// The history comes back too: steps of what was shown meanwhile would bring its objects into the scene.
+void PutSceneBack(std::optional<KeptScene>& kept) {
+    assert(kept);
+    editorState.scene = std::move(kept->scene);
+    editorState.selectedIndex = kept->selectedIndex;
+    editorState.camera = kept->camera;
+    editorState.animationTime = kept->animationTime;
+    editorState.undoSteps = std::move(kept->undoSteps);
+    editorState.sceneVersion = kept->sceneVersion;
+    kept.reset();
 }

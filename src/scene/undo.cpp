@@ -1,7 +1,7 @@
 #include "scene/undo.h"
 
 #include "base/limit.h"
-#include "scene/gestures.h"
+#include "scene/interaction.h"
 #include "scene/snapshots.h"
 #include "scene/status.h"
 

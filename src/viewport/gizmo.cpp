@@ -4,7 +4,7 @@
 #include "render/frame_buffer.h"
 #include "render/raster/camera.h"
 #include "render/raster/line.h"
-#include "scene/gestures.h"
+#include "scene/interaction.h"
 #include "scene/selection.h"
 #include "scene/status.h"
 #include "scene/transform.h"

@@ -1,6 +1,6 @@
 #include "editor/popup_menu.h"
 
-#include "scene/text_entry.h"
+#include "scene/interaction.h"
 #include "support/open_menu.h"
 #include "support/picture.h"
 

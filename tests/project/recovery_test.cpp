@@ -6,7 +6,7 @@
 #include "platform/headless/native_path.h"
 #include "project/asset_list.h"
 #include "project/recovery_files.h"
-#include "scene/gestures.h"
+#include "scene/interaction.h"
 #include "scene/undo.h"
 #include "support/capture.h"
 #include "support/folder_entries.h"

@@ -14,7 +14,7 @@
 
 #include "doctest/doctest.h"
 #include "formats/scene_file.h"
-#include "scene/kept_scene.h"
+#include "scene/snapshots.h"
 #include "support/allocation_limit.h"
 
 #include <algorithm>

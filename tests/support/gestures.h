@@ -1,7 +1,7 @@
 // What the pointer holds, as tests ask for it.
 #pragma once
 
-#include "scene/gestures.h"
+#include "scene/interaction.h"
 #include "state/editor_state.h"
 
 #include <optional>

@@ -1,7 +1,7 @@
 // The pop-up menu that is open, as tests ask for it.
 #pragma once
 
-#include "scene/text_entry.h"
+#include "scene/interaction.h"
 #include "state/editor_state.h"
 
 // One far outside every window when none is open.

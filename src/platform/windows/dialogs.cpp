@@ -1,9 +1,9 @@
 #include "platform/dialogs.h"
 
 #include "platform/files.h"
+#include "platform/windows/file_calls.h"
 #include "platform/windows/main_window.h"
 #include "platform/windows/recycle_bin.h"
-#include "platform/windows/shell_answer.h"
 
 #include <windows.h>
 

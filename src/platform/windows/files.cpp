@@ -1,8 +1,7 @@
 #include "platform/files.h"
 
 #include "base/path_text.h"
-#include "platform/windows/file_bytes.h"
-#include "platform/windows/system_path.h"
+#include "platform/windows/file_calls.h"
 
 #include <windows.h>
 

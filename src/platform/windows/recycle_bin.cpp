@@ -1,7 +1,7 @@
 #include "platform/windows/recycle_bin.h"
 
+#include "platform/windows/file_calls.h"
 #include "platform/windows/system_library.h"
-#include "platform/windows/system_path.h"
 
 #include <shellapi.h>
 

@@ -4,7 +4,6 @@
 #include "platform/clock.h"
 #include "platform/windows/main_window.h"
 #include "platform/windows/system_library.h"
-#include "platform/windows/window_place.h"
 
 #include <windows.h>
 
@@ -24,12 +23,6 @@ constexpr double kLongGap = 0.5;           // seconds without messages, after wh
 
 namespace {
 
-// An attribute of the desktop's window manager: number and value. A colour is 0x00BBGGRR.
-struct CaptionAttribute {
-    DWORD number = 0;
-    DWORD value = 0;
-};
-
 struct WindowState {
     HWND handle = nullptr;
     bool holdsMouse = false;  // captured by the program
@@ -45,26 +38,6 @@ struct WindowState {
 WindowState window;
 
 }  // namespace
-
-// clang-format off
-constexpr CaptionAttribute kDarkMode{20, 1}, kEarlyDarkMode{19, 1};  // the number before Windows 10 2004
-constexpr std::array<CaptionAttribute, 2> kCaptionColors{{
-    {35, 0x221F1E},  // caption
-    {36, 0xF4F0EC},  // text of the caption
-}};
-// clang-format on
-
-static void DarkenCaption() {
-    HRESULT(WINAPI * setAttribute)(HWND, DWORD, LPCVOID, DWORD) = nullptr;
-    FindFunction(LoadSystemLibrary(L"dwmapi.dll"), "DwmSetWindowAttribute", setAttribute);
-    if (!setAttribute) return;
-    const auto set = [setAttribute](const CaptionAttribute& attribute) {
-        return SUCCEEDED(
-            setAttribute(window.handle, attribute.number, &attribute.value, sizeof attribute.value));
-    };
-    if (!set(kDarkMode)) set(kEarlyDarkMode);
-    for (const CaptionAttribute& attribute : kCaptionColors) set(attribute);
-}
 
 // The system called: no exception may leave by this way.
 static void Send(const InputEvent& event) {
@@ -241,34 +214,6 @@ static int ShowCommand() {
 
 HWND MainWindow() { return window.handle; }
 
-void ShowWindowIcons(const WindowIcons& icons) {
-    if (!window.handle) return;
-    SendMessageW(window.handle, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(icons.large));
-    SendMessageW(window.handle, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(icons.little));
-}
-
-// The system places a window of any size; what would lie outside the work area is moved and cut.
-static void FitOntoScreen() {
-    RECT place{};
-    MONITORINFO monitor{};
-    monitor.cbSize = sizeof monitor;
-    if (!GetWindowRect(window.handle, &place)) return;
-    if (!GetMonitorInfoW(MonitorFromWindow(window.handle, MONITOR_DEFAULTTONEAREST), &monitor)) return;
-    const RECT fitted = FitIntoWorkArea(place, monitor.rcWork);
-    if (EqualRect(&fitted, &place)) return;
-    SetWindowPos(window.handle, nullptr, fitted.left, fitted.top, fitted.right - fitted.left,
-                 fitted.bottom - fitted.top, SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
-// A program that runs as an administrator gets no files from the desktop, which does not, unless it lets
-// these messages through.
-static void AcceptDroppedFiles() {
-    constexpr UINT kCopyGlobalData = 0x0049;  // brings the list of files over; in no header
-    for (const UINT message : {UINT{WM_DROPFILES}, UINT{WM_COPYDATA}, kCopyGlobalData})
-        ChangeWindowMessageFilterEx(window.handle, message, MSGFLT_ALLOW, nullptr);
-    DragAcceptFiles(window.handle, TRUE);
-}
-
 bool OpenMainWindow(const std::wstring& title, ClientSize size) {
     if (!RegisterWindowClass()) return false;
     RECT outer{0, 0, size.width, size.height};
@@ -280,10 +225,7 @@ bool OpenMainWindow(const std::wstring& title, ClientSize size) {
                                     nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
     if (!window.handle) return false;
 
-    DarkenCaption();
-    ShowWindowIcons(CurrentWindowIcons());
-    AcceptDroppedFiles();
-    FitOntoScreen();
+    DressWindow(window.handle);
     ShowWindow(window.handle, ShowCommand());
     return true;
 }

@@ -3,9 +3,9 @@
 #include "doctest/doctest.h"
 #include "platform/files.h"
 #include "platform/window.h"
+#include "platform/windows/file_calls.h"
 #include "platform/windows/main_window.h"
 #include "platform/windows/recycle_bin.h"
-#include "platform/windows/shell_answer.h"
 #include "platform/windows/test_folder.h"
 
 #include <windows.h>

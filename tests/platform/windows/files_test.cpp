@@ -2,8 +2,7 @@
 
 #include "doctest/doctest.h"
 #include "platform/aside.h"
-#include "platform/windows/file_bytes.h"
-#include "platform/windows/held_files.h"
+#include "platform/windows/file_calls.h"
 #include "platform/windows/test_folder.h"
 #include "support/folder_entries.h"
 

@@ -6,7 +6,6 @@
 #include "platform/windows/recorded_input.h"
 #include "platform/windows/system_library.h"
 #include "platform/windows/window_icon.h"
-#include "platform/windows/window_place.h"
 
 #include <windows.h>
 

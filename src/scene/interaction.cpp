@@ -1,8 +1,13 @@
-#include "scene/gestures.h"
+#include "scene/interaction.h"
 
 #include "platform/window.h"
-#include "scene/text_entry.h"
 #include "state/editor_state.h"
+
+bool KeyIsDown(uint32_t key) { return editorState.keyDown[key]; }
+
+float KeyAxis(uint32_t positive, uint32_t negative) {
+    return static_cast<float>(KeyIsDown(positive)) - static_cast<float>(KeyIsDown(negative));
+}
 
 bool GestureIsUnderWay() { return !std::holds_alternative<std::monostate>(editorState.gesture); }
 
@@ -15,6 +20,20 @@ void DropGesture() {
     if (!GestureIsUnderWay()) return;
     editorState.gesture = {};
     ReleaseMouse();
+}
+
+bool MenuIsOpen() { return editorState.menu.has_value(); }
+
+bool MenuIsOpen(MenuKind kind) { return editorState.menu && editorState.menu->kind == kind; }
+
+void CloseMenu() { editorState.menu.reset(); }
+
+void CloseEntriesAndMenu() {
+    CloseMenu();
+    editorState.nameEntry = {};
+    editorState.numberEntry = {};
+    editorState.typedHalf = 0;
+    editorState.componentSearchActive = false;
 }
 
 // One per gesture, so that a new one does not compile before somebody has thought about it.
