@@ -3,7 +3,7 @@
 
 The linker keeps one copy of an inline function for the whole program. If the object of a wide vector offered one,
 that copy could be the one that every other file calls, and a processor without such vectors would stop there. So an
-object of src/render/raster/kernels_<width>.cpp may offer nothing but its table of functions.
+object that comes from src/render/raster/kernels.cpp.in may offer nothing but its table of functions.
 
 Arguments: the program nm, then the objects."""
 import re

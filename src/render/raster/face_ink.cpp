@@ -9,7 +9,7 @@ constexpr float kSmallestScale = 0.001f;  // of a world axis, for texture coordi
 constexpr float kAmbient = 0.3f;
 constexpr Pixel kWhite{0xFFFFFF};
 
-// ---- Shading. One literal form: ink_kernel.h and light_kernel.h repeat these operations in this order.
+// ---- Shading. One literal form: ink_kernel.h repeats these operations in this order.
 
 float Brightness(float lightCosine, float halfwayCosine, float roughness, float gloss) {
     const float diffuse = std::max(lightCosine, 0.0f), specular = std::max(halfwayCosine, 0.0f);

@@ -1,5 +1,5 @@
 // The loops of the rasterizer that run in vectors, one table of functions for each width. All tables give the
-// same bits; kernels_one.cpp is the definition.
+// same bits; that of one lane is the definition.
 #pragma once
 
 #include "render/raster/mesh_to_draw.h"

@@ -8,7 +8,7 @@
 #pragma once
 
 #include "render/raster/kernels.h"
-#include "render/raster/lane_points.h"
+#include "render/raster/lanes.h"
 
 namespace {
 
