@@ -3,7 +3,7 @@
 
 #include "blueprint/blueprint_layout.h"
 #include "editor/layout.h"
-#include "project/hub_layout.h"
+#include "project/hub_screen.h"
 
 // The regions of the editor, with the panel sizes fitted to the window. The viewport is the whole client area
 // in the game.

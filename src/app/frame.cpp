@@ -13,7 +13,7 @@
 #include "platform/window.h"
 #include "project/files_menus.h"
 #include "project/files_page.h"
-#include "project/project_hub.h"
+#include "project/hub_screen.h"
 #include "render/frame_buffer.h"
 #include "scene/shown_screen.h"
 #include "state/editor_state.h"

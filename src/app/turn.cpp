@@ -1,7 +1,7 @@
 #include "app/turn.h"
 
 #include "app/frame.h"
-#include "project/project_removal.h"
+#include "project/project_hub.h"
 #include "scene/editor_camera.h"
 #include "scene/keyboard_transform.h"
 #include "scene/shown_screen.h"

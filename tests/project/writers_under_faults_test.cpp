@@ -10,7 +10,7 @@
 #include "project/asset_commands.h"
 #include "project/asset_list.h"
 #include "project/prefab_editor.h"
-#include "project/project_removal.h"
+#include "project/project_hub.h"
 #include "project/save_project.h"
 #include "project/scene_switch.h"
 #include "scene/commands.h"

@@ -2,14 +2,12 @@
 
 #include "formats/recent_projects.h"
 #include "formats/text_file.h"
-#include "project/project_removal.h"
 #include "support/capture.h"
 #include "support/folder_tree.h"
 #include "support/open_menu.h"
 #include "support/project_input.h"
 
 #include "doctest/doctest.h"
-#include "project/hub_layout.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-// Where everything of the Project Hub lies.
+// The screen of the Project Hub: where everything lies, and the picture of it.
 #pragma once
 
 #include "base/rect.h"
@@ -24,3 +24,6 @@ HubLayout LayoutHub(int32_t width, int32_t height, size_t projects);
 
 // The project's menu, opened at `corner` and moved so that it stays 8 pixels inside the window.
 Rect ProjectMenuRect(Point corner, int32_t width, int32_t height);
+
+// The whole screen. What lies under the pointer and can be clicked is lit up.
+void DrawProjectHub(const HubLayout& layout);

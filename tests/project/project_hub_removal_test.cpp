@@ -1,4 +1,4 @@
-#include "project/project_removal.h"
+#include "project/project_hub.h"
 
 #include "formats/recent_projects.h"
 #include "support/open_menu.h"
