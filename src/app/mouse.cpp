@@ -3,7 +3,7 @@
 #include "app/current_layout.h"
 #include "app/files_drop.h"
 #include "blueprint/blueprint_editor.h"
-#include "blueprint/blueprint_mouse.h"
+#include "blueprint/blueprint_screen.h"
 #include "editor/drop_assignments.h"
 #include "editor/hierarchy.h"
 #include "editor/inspector.h"

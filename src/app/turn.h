@@ -3,7 +3,7 @@
 #pragma once
 
 #include "platform/window.h"
-#include "play/play_step.h"
+#include "play/play_mode.h"
 
 #include <cstdint>
 

@@ -1,12 +1,14 @@
 #include "blueprint/blueprint_screen.h"
 
 #include "blueprint/blueprint_editor.h"
-#include "blueprint/blueprint_mouse.h"
 #include "blueprint/visible_nodes.h"
 #include "editor/fit_text.h"
+#include "editor/popup_menu.h"
 #include "editor/theme.h"
 #include "editor/widgets.h"
 #include "render/frame_buffer.h"
+#include "scene/interaction.h"
+#include "scene/status.h"
 #include "state/editor_state.h"
 
 #include <algorithm>
@@ -37,7 +39,7 @@ static void DrawTextUpTo(int32_t right, int32_t x, int32_t y, const std::wstring
     DrawText(x, y, ShortenMiddle(text, right - x, font), color, font.height, font.weight);
 }
 
-// Canvas.
+// ---- The canvas.
 
 // The canvas as far as the window shows it.
 static Rect ShownCanvas(const BlueprintLayout& layout) {
@@ -85,7 +87,7 @@ static void DrawNode(const VisibleNode& visible) {
     }
 }
 
-// Around the canvas.
+// ---- Around the canvas.
 
 static void DrawTopBar(const BlueprintLayout& layout) {
     const Rect& bar = layout.topBar;
@@ -142,6 +144,31 @@ static void DrawDetails(const Rect& details) {
     DrawStatus(left + 18, 252, boxRight - left - 18);
 }
 
+// ---- The Add Node menu.
+
+static void AddNode(const wchar_t* title, const MenuChoice& choice) {
+    const BlueprintLayout layout = LayoutBlueprint(choice.area.width, choice.area.height);
+    AddBlueprintNode(title, PlaceOfAddedNode(choice.menu.corner, layout));
+}
+
+constexpr MenuItem kAddNodeItems[] = {
+    {36, L"Event", [](const MenuChoice& choice) { AddNode(L"Event", choice); }},
+    {64, L"Print String", [](const MenuChoice& choice) { AddNode(L"Print String", choice); }},
+    {92, L"Branch", [](const MenuChoice& choice) { AddNode(L"Branch", choice); }},
+};
+
+constexpr MenuTable kAddNodeMenu{
+    .kind = MenuKind::AddNode,
+    .title = L"Add Node",
+    .titleTop = 10,
+    .titleHeight = 14,
+    .titleColor = TextColor{0xF6F2EE},
+    .box = [](Point corner,
+              const MenuArea& area) { return AddNodeMenuRect(corner, area.width, area.height); },
+    .beside = PressBesideItems::Closes,
+    .takesPressOutside = true,
+    .items = kAddNodeItems};
+
 void DrawBlueprintScreen(const BlueprintLayout& layout) {
     Clear(kFrameFill);
     // First the canvas, so that what lies around it cuts off what runs out of it.
@@ -153,5 +180,47 @@ void DrawBlueprintScreen(const BlueprintLayout& layout) {
     DrawTopBar(layout);
     DrawPalette(layout.palette);
     if (Width(layout.details) > 0) DrawDetails(layout.details);
-    DrawAddNodeMenu(layout);
+    DrawMenu(kAddNodeMenu, MenuAreaOf(layout));
+}
+
+// ---- The mouse.
+
+static bool PressTopBar(Point pointer, const BlueprintLayout& layout) {
+    const bool onScene = Contains(layout.sceneButton, pointer), onSave = Contains(layout.saveButton, pointer);
+    if (!onScene && !onSave) return false;
+    CloseMenu();
+    if (onScene) {
+        CloseBlueprintEditor();
+    } else {
+        SaveBlueprintEditor();
+    }
+    return true;
+}
+
+static void PressNode(Point pointer, const BlueprintLayout& layout) {
+    const int32_t index = NodeAt(pointer, editorState.blueprintNodes, layout);
+    if (index < 0) return;
+    const Rect node = NodeRect(editorState.blueprintNodes[static_cast<size_t>(index)]);
+    StartGesture(BlueprintDrag{.node = index, .grab{pointer.x - node.left, pointer.y - node.top}});
+    SetStatus(L"Tahni Blueprint node mysi.");
+}
+
+void PressBlueprint(Point pointer, const BlueprintLayout& layout) {
+    if (PressTopBar(pointer, layout) || ClickMenu(kAddNodeMenu, pointer, MenuAreaOf(layout))) return;
+    PressNode(pointer, layout);
+}
+
+void DragBlueprintNode(const BlueprintDrag& drag, Point pointer, const BlueprintLayout& layout) {
+    MoveBlueprintNode(drag.node, PlaceOfDraggedNode(pointer, drag.grab, layout));
+}
+
+void ReleaseBlueprint() {
+    if (editorState.blueprintDirty) SaveBlueprintEditor();
+}
+
+void PressRightInBlueprint(Point pointer, const BlueprintLayout& layout) {
+    CloseMenu();
+    if (!Contains(layout.canvas, pointer)) return;
+    OpenMenu(kAddNodeMenu, -1, pointer, MenuAreaOf(layout));
+    SetStatus(L"Blueprint: vyber node k pridani.");
 }

@@ -1,7 +1,22 @@
-// The picture of the Blueprint screen: canvas with links and nodes, top bar, palette, details, menu.
+// The Blueprint screen: its picture, with canvas, links, nodes, top bar, palette, details and menu, and what
+// the mouse does there.
 #pragma once
 
+#include "base/rect.h"
 #include "blueprint/blueprint_layout.h"
+#include "state/gesture.h"
 
 // Draws the whole frame from the state.
 void DrawBlueprintScreen(const BlueprintLayout& layout);
+
+// The left button: the two buttons of the top bar, then the menu while it is open, then the nodes.
+void PressBlueprint(Point pointer, const BlueprintLayout& layout);
+
+// Takes a held node along.
+void DragBlueprintNode(const BlueprintDrag& drag, Point pointer, const BlueprintLayout& layout);
+
+// The left button came up without a node: saves what has changed, a node from the menu, say.
+void ReleaseBlueprint();
+
+// The right button: opens the Add Node menu on the canvas, and closes it elsewhere.
+void PressRightInBlueprint(Point pointer, const BlueprintLayout& layout);
