@@ -13,6 +13,7 @@ Vec3 CameraForward(float yaw, float pitch) {
     return Normalise({std::sin(yaw) * std::cos(pitch), std::sin(pitch), std::cos(yaw) * std::cos(pitch)});
 }
 
+// The right vector always lies in the horizontal plane: the camera never rolls.
 Matrix4 ViewMatrix(const CameraPose& camera) {
     const Vec3 f = CameraForward(camera.yaw, camera.pitch);
     const Vec3 r = Normalise({f.z, 0, -f.x});
@@ -24,15 +25,20 @@ Matrix4 ViewMatrix(const CameraPose& camera) {
               {0, 0, 0, 1}}}};
 }
 
+// Column vectors, left-handed: clip w is the depth in world units along the view, and z / w runs from 0 at
+// the near plane to 1 at the far one. Nothing is clipped at the far plane: a depth beyond it is limited to
+// 1 later, and the strict depth test drops it.
 Matrix4 ProjectionMatrix(int32_t width, int32_t height) {
     const float aspect = static_cast<float>(std::max(width, 1)) / static_cast<float>(std::max(height, 1));
     const float t = 1 / std::tan(kHalfFov);
     return {{{{t / aspect, 0, 0, 0}, {0, t, 0, 0}, {0, 0, kDepthScale, kDepthOffset}, {0, 0, 1, 0}}}};
 }
 
-// The last step of every vertex, also in vertex_kernel.h, in this literal form and order. Limiting the corner
-// comes last: rejected points never reach it, and what is limited fits into an integer. Every comparison is
-// written so that not a number fails it.
+// Takes a point of clip space to the pixels of the viewport. vertex_kernel.h repeats these operations in
+// this order, because one vertex may go through either and must land on the same bits. The tests come
+// before the limits: a point at or behind the eye would divide by zero or turn inside out, and must be
+// rejected rather than moved to the edge. Every comparison is written so that a value that is not a number
+// fails it. The limits come last; they keep what is left within the range of a conversion to integers.
 bool ProjectToViewport(const Vec4& clip, const Rect& viewport, ScreenCorner& corner) {
     if (!(clip.w > kNearestW)) return false;
     const float inverseW = 1 / clip.w;

@@ -1,5 +1,5 @@
-// The way of a point to the screen: from the world to clip space by the camera, from there to the pixels of
-// the viewport. Camera space is left-handed: +X right, +Y up, +Z into the screen.
+// How a point reaches the screen: the camera takes it from the world to clip space, the projection from
+// there to the pixels of the viewport. Camera space is left-handed: +X right, +Y up, +Z into the screen.
 #pragma once
 
 #include "base/matrix4.h"
@@ -34,5 +34,5 @@ static_assert(sizeof(ScreenCorner) == 16);
 // range by more than 0.001, or not a number. `corner` is then unchanged.
 bool ProjectToViewport(const Vec4& clip, const Rect& viewport, ScreenCorner& corner);
 
-// The projected point of a world position in whole pixels, truncated. False when it is not visible.
+// Projects a world position to whole pixels, truncated. False when it is not visible.
 bool ProjectToPixel(const Matrix4& viewProjection, Vec3 world, const Rect& viewport, Point& pixel);

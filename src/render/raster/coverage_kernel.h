@@ -1,10 +1,11 @@
 // What a triangle covers.
 //
-// In go a triangle's corners on the screen, with every number in all lanes. Out come, for the pixels whose
-// centres are given, the weights of the corners, which say at once whether the triangle covers the pixel and
-// what depth and colours it has there. Each weight is computed from the centre in one literal form and never
-// stepped from pixel to pixel, so that every width gives the same bits. The crossings of the edges with rows
-// and columns only narrow what is looked at: they have slack for rounding, and the weights decide.
+// In go a triangle's corners on the screen, with every number in all lanes. Out come the weights of the
+// corners at the pixel centres that are asked about. The weights answer three questions at once: does the
+// triangle cover the pixel, how deep is it there, and which part of its texture shows. Each weight is
+// computed from the centre in one literal form. Stepping it from pixel to pixel would be cheaper and would
+// round differently for each width. The crossings of the edges with rows and columns only narrow down
+// where to look: they carry slack for rounding, and the weights decide.
 #pragma once
 
 #include "render/raster/ink_kernel.h"
@@ -37,14 +38,15 @@ ZEL_INLINE TriangleOfLanes SetUp(const ScreenCorner& a, const ScreenCorner& b, c
         t.runX[i] = t.startX[end] - t.startX[i];
         t.runY[i] = t.startY[end] - t.startY[i];
     }
-    // (c - a) x (b - a): the runs are those to a with the other sign, which changes no rounding.
+    // (c - a) x (b - a). Both runs have the opposite sign here, which cancels out and changes no rounding.
     t.area = t.runY[1] * t.runX[2] - t.runX[1] * t.runY[2];
     t.divisor = PrepareDivisor(t.area, isOrdinary);
     t.nearest = Splat(nearest);
     return t;
 }
 
-// One product of each edge function: of columns, or of rows.
+// One of the two products of each edge function. The first depends on the column alone, the second on the
+// row alone.
 struct Products {
     Floats of[3];
 };
@@ -67,21 +69,21 @@ ZEL_INLINE Weights WeightsAt(const TriangleOfLanes& t, const Products& columns, 
     return {edges[0], edges[1], edges[2]};
 }
 
-// The lanes that the triangle covers at a depth from 0 on.
+// The lanes that the triangle covers, edges included, at a depth of 0 or more.
 ZEL_INLINE Mask AreInside(const Weights& w, Floats depth) {
     const Floats zero = Splat(0.0f);
     return (w.w0 >= zero) & (w.w1 >= zero) & (w.w2 >= zero) & (depth >= zero);
 }
 
-// ---- The spans of an edge: which rows of a block, which columns of a row it leaves.
+// ---- Spans: which rows of a block, and which columns of a row, the three edges leave.
 
 // Narrow triangles take blocks of four columns, others wider ones.
 constexpr int kNarrowColumns = kLanes < 4 ? kLanes : 4, kNarrowRows = kLanes / kNarrowColumns;
 constexpr int kBlockRows = kLanes == 16 ? 2 : 1, kBlockColumns = kLanes / kBlockRows;
 constexpr int32_t kMostBlocks = 8, kSmallWidth = kMostBlocks * kBlockColumns;
 
-// Boxes up to this width are filled whole: fewer rows would not pay for looking for them.
-constexpr int32_t kWholeWidth = 8;
+// Narrower boxes are filled whole: finding the rows to skip would cost more than they do.
+constexpr int32_t kWholeWidth = 8;  // pixels
 
 // The rows of the blocks, the last one exclusive.
 struct BlockRows {
@@ -89,14 +91,14 @@ struct BlockRows {
     int32_t bottom[kMostBlocks < kLanes ? kLanes : kMostBlocks];
 };
 
-// More than how far rounding can move the crossing of an edge with a block or a row, pixels. The crossing is
-// as far from the edge's start as the triangle is wide or high at most, 2e5 pixels, and five operations round
-// it by 2^-24 of that each: by 0.06 in all. The edge function itself is rounded by as much. What crosses
-// farther off lies outside the box, and rounding does not bring it in.
+// Pixels; more than rounding can move the crossing of an edge with a block or a row. A crossing inside the
+// box lies at most 2e5 pixels from the edge's start, and each of five operations rounds it by 2^-24 of
+// that: 0.06 in all. The edge function itself is rounded by as much. A crossing farther away lies outside
+// the box, and rounding cannot bring it in.
 constexpr float kCrossingSlack = 0.25f;
 
-// Narrows the rows in which an edge lets the blocks be covered: its function's first product is greatest in
-// the first or in the last column of a block.
+// Narrows the rows in which a block can be covered, by one edge. The first product of its function is
+// greatest in the first or in the last column of the block, so the better of the two bounds all of them.
 ZEL_INLINE void NarrowRows(const TriangleOfLanes& t, int edge, Floats firstX, Floats& top, Floats& bottom) {
     const Floats zero = Splat(0.0f);
     const Floats runX = Signed(t.runX[edge], t.area), runY = Signed(t.runY[edge], t.area);
@@ -107,7 +109,8 @@ ZEL_INLINE void NarrowRows(const TriangleOfLanes& t, int edge, Floats firstX, Fl
     bottom = Select(runX > zero, Least(bottom, crossing), bottom);
 }
 
-// The rows of the box's blocks that may hold a covered pixel: all that do, and hardly more.
+// Finds the rows of each block of the box that may hold a covered pixel: all that do, and hardly more. One
+// lane works on one block.
 ZEL_INLINE void FindBlockRows(const TriangleOfLanes& t, const Rect& box, BlockRows& found) {
     const Floats boxTop = Number(box.top), boxBottom = Number(box.bottom);
     const Floats slack = Splat(0.5f + kCrossingSlack);
@@ -122,7 +125,7 @@ ZEL_INLINE void FindBlockRows(const TriangleOfLanes& t, const Rect& box, BlockRo
     }
 }
 
-// What an edge lets be covered in the rows whose centres are given.
+// Narrows the columns that can be covered in the given rows, by one edge.
 ZEL_INLINE void NarrowColumns(const TriangleOfLanes& t, int edge, Floats centreY, Floats& left,
                               Floats& right) {
     const Floats zero = Splat(0.0f), direction = Signed(t.runY[edge], t.area);
@@ -132,7 +135,7 @@ ZEL_INLINE void NarrowColumns(const TriangleOfLanes& t, int edge, Floats centreY
     right = Select(direction < zero, Least(right, crossing + Splat(kCrossingSlack + 1)), right);
 }
 
-// A vector of rows from `firstRow` on: see coveredColumns.
+// Finds the columns of a vector of rows, one row in each lane; see coveredColumns.
 ZEL_INLINE void FindColumns(const TriangleOfLanes& t, const Rect& box, int32_t firstRow, int32_t* lefts,
                             int32_t* rights) {
     const Floats boxLeft = Number(box.left), boxRight = Number(box.right);

@@ -16,10 +16,12 @@
 
 constexpr Pixel kOutline{0x56D6FF};
 
-// With fewer than one face to so many vertices, the faces' own vertices are transformed in place of all.
+// If there are more vertices than this for each visible face, only the vertices of those faces are
+// transformed.
 constexpr size_t kFewFronts = 5;
 
-// ---- Meshes that reach beyond the near plane or the range of depths: their faces are drawn one by one.
+// ---- Meshes that reach through the near plane or beyond the range of depths. Their faces are drawn one
+// by one: whole faces as elsewhere, the others as the parts that the near plane leaves.
 
 static void DrawParts(const PlacedMesh& placed, const MeshTriangle& triangle, Surface& surface) {
     const MeshDraw& draw = placed.draw;
@@ -66,8 +68,8 @@ static MeshToDraw FacesToDraw(const PlacedMesh& placed, std::span<const ScannedF
     return whole;
 }
 
-// Turns many flat faces to the light together. That of a few waits, as the colour of each does, for its first
-// pixel.
+// Lights many flat faces together. A few faces are cheaper to light one by one, when their first pixel has
+// passed the depth test.
 static void LightManyFaces(MeshToDraw& mesh, SimdLevel level, MeshScratch& scratch) {
     const RasterKernels& kernels = KernelsOf(level);
     if (mesh.isTextured || kernels.lanes == 1 || mesh.faceCount < static_cast<size_t>(kernels.lanes)) return;
@@ -76,7 +78,7 @@ static void LightManyFaces(MeshToDraw& mesh, SimdLevel level, MeshScratch& scrat
     mesh.lights = scratch.lights.data();
 }
 
-// The pixels of the viewport that the mesh may cover. All of them where a vertex is not plain.
+// The pixels of the viewport that the mesh may cover. All of them if a vertex is not plain.
 static Rect CoveredPixels(const VertexExtent& extent, const Rect& viewport) {
     if (!extent.arePlain) return viewport;
     return {std::max(viewport.left, static_cast<int32_t>(std::floor(extent.left))),
@@ -89,9 +91,10 @@ static VertexTransform TransformOf(const MeshDraw& draw, const Rect& viewport) {
     return {draw.world, draw.viewProjection, viewport};
 }
 
-// Draws the first faces of scratch.fronts, which are those that may turn to the eye. In go placed vertices,
-// out come pixels: the scan leaves out what certainly changes none, and what is left is lit and filled as one
-// mesh, so that each step runs over many faces at a time.
+// Draws the first `fronts` faces of scratch.fronts, which may turn to the eye. In go transformed vertices,
+// out come pixels. The scan drops the faces that certainly change no pixel; those that are left are lit
+// and filled as one mesh, so that each step runs over many faces at a time. Faces keep the order of the
+// mesh, which decides between equal depths.
 static void DrawFronts(const PlacedMesh& placed, size_t fronts, Surface& surface) {
     const Rect covered = CoveredPixels(placed.vertices.extent, placed.viewport);
     if (Width(covered) <= 0 || Height(covered) <= 0) return;
@@ -109,7 +112,8 @@ static void DrawFronts(const PlacedMesh& placed, size_t fronts, Surface& surface
     }
 }
 
-// Draws the faces with those vertices alone that they need. They stand in the order of the mesh, as ever.
+// For a mesh with few visible faces: copies their vertices and transforms only those. The faces keep the
+// order of the mesh.
 static void DrawFewFronts(const Mesh& mesh, const MeshDraw& draw, SimdLevel level, size_t fronts,
                           Surface& surface) {
     MeshScratch& scratch = surface.scratch;
@@ -144,7 +148,8 @@ static void DrawOutline(const Mesh& mesh, const MeshVertices& vertices, Surface&
     }
 }
 
-// How many faces may be visible: of a mesh that nothing is drawn before, all that turn to the eye.
+// Writes the faces that may be visible to scratch.fronts and returns how many they are. If nothing was
+// drawn in front of the mesh, these are all that turn to the eye.
 static size_t FindVisibleFronts(const Mesh& mesh, const MeshDraw& draw, const MeshPlace& place,
                                 SimdLevel level, Surface& surface) {
     EyeInObject eye = FindEye(mesh, draw.world, draw.eye);
@@ -155,23 +160,25 @@ static size_t FindVisibleFronts(const Mesh& mesh, const MeshDraw& draw, const Me
     return FindFrontFaces(mesh, eye, level, surface.scratch.fronts);
 }
 
-// Sixteen lanes do not pay for a flat mesh of few faces: most of them stay empty, and processors run the
-// other code beside them more slowly.
+// Sixteen lanes do not pay for a flat mesh of few faces: most lanes stay empty, and processors run the
+// code around them more slowly.
 static SimdLevel LevelFor(const Mesh& mesh, const MeshDraw& draw, const Surface& surface) {
     constexpr size_t kFewFaces = 16;
     const bool isSmall = draw.texture == nullptr && mesh.triangles.size() < kFewFaces;
     return isSmall && surface.simd == SimdLevel::Avx512 ? SimdLevel::Avx2 : surface.simd;
 }
 
-// Where the mesh lies. Whether it is hidden costs as much to find out as drawing a mesh of few faces.
+// Nothing is found out about a mesh of few faces: it would cost as much as drawing it.
 static MeshPlace PlaceToDraw(const Mesh& mesh, const MeshDraw& draw, const Rect& viewport) {
     constexpr size_t kFewFaces = 32;
     if (mesh.triangles.size() < kFewFaces) return {};
     return PlaceMesh(mesh, TransformOf(draw, viewport));
 }
 
-// The cheapest question comes first, each leaves less for the next: is the mesh in view, do its faces turn to
-// the eye before what was drawn, where do their vertices lie, which of them hold a pixel's centre.
+// A mesh and its matrices go in, pixels and depths come out. The cheapest question comes first, and each
+// leaves less for the next: is the mesh in view at all, which faces turn to the eye and are not hidden,
+// where do their vertices lie on the screen, which faces contain a pixel centre. The first, second and
+// fourth only save work: about every pixel the fill decides.
 void DrawMeshInView(const Mesh& mesh, const MeshDraw& draw, Surface& surface) {
     const MeshPlace place = PlaceToDraw(mesh, draw, surface.viewport);
     if (surface.pixels == nullptr || (!draw.selected && (place.isBeside || place.isTooSmall))) return;
@@ -196,8 +203,9 @@ void DrawMesh(const Mesh& mesh, const MeshDraw& draw, Surface& surface) {
     DrawMeshInView(mesh, draw, surface);
 }
 
-// The questions of drawing, asked for a viewport of one pixel: what they leave of the mesh are the few faces
-// that may cover its centre before the depth found so far, and those are placed and asked exactly.
+// Asks the same questions as drawing, but scans for one pixel. A few faces are left, which may cover its
+// centre at a smaller depth than found so far. Their parts are then placed and tested exactly as the fill
+// does it, so that a click always hits what is seen.
 bool MeshCoversPixel(const Mesh& mesh, const MeshDraw& draw, PickedPixel& picked, Surface& surface) {
     const VertexTransform transform = TransformOf(draw, picked.viewport);
     const MeshPlace place = PlaceMesh(mesh, transform);

@@ -3,20 +3,20 @@
 
 #include "render/raster/surface.h"
 
-// Draws the faces that turn their front to the eye, then the outline. Depth decides what is visible. Every
-// triangle index of the mesh must be valid.
+// Draws the faces that turn their front to the eye, then the outline of a selected mesh. Depth decides
+// what is visible. Every triangle index of the mesh must be valid.
 void DrawMesh(const Mesh& mesh, const MeshDraw& draw, Surface& surface);
 
-// The same for a mesh of which the caller has asked whether it is invisible: see IsInvisible.
+// Likewise, if the caller already knows that IsInvisible is false for the mesh.
 void DrawMeshInView(const Mesh& mesh, const MeshDraw& draw, Surface& surface);
 
-// A pixel that is asked about, and the nearest depth that was found there so far.
+// A pixel to ask about, and the nearest depth found there so far.
 struct PickedPixel {
     Rect viewport{};
     Point pixel{};
     float depth = kFarDepth;
 };
 
-// True when DrawMesh would draw that pixel over something at the depth found so far; the mesh's depth there
-// takes its place. The outline does not count. Nothing is drawn: the surface lends its memory.
+// True when DrawMesh would draw the pixel over something at the depth found so far, which the mesh's depth
+// then replaces. The outline does not count. Draws nothing; the surface only lends its scratch memory.
 bool MeshCoversPixel(const Mesh& mesh, const MeshDraw& draw, PickedPixel& picked, Surface& surface);

@@ -9,7 +9,8 @@ constexpr float kSmallestScale = 0.001f;  // of a world axis, for texture coordi
 constexpr float kAmbient = 0.3f;
 constexpr Pixel kWhite{0xFFFFFF};
 
-// ---- Shading. One literal form: ink_kernel.h repeats these operations in this order.
+// ---- Shading: a constant, a diffuse part and a highlight. ink_kernel.h repeats these operations in this
+// order, because a face may be lit here or there and must get the same colour.
 
 float Brightness(float lightCosine, float halfwayCosine, float roughness, float gloss) {
     const float diffuse = std::max(lightCosine, 0.0f), specular = std::max(halfwayCosine, 0.0f);
@@ -24,7 +25,8 @@ float FaceBrightness(Vec3 normal, Vec3 toEye, Vec3 light, float roughness, float
 Pixel Tinted(Pixel color, uint32_t tint) {
     if (tint == 0) return color;
     const auto c = static_cast<uint32_t>(color);
-    // The halves of what differs, without a carry from one channel into the next.
+    // Common bits plus half of the bits that differ. The lowest bit of each channel is masked out before
+    // the shift, so that nothing moves into the channel below.
     return Pixel{((c & tint) + (((c ^ tint) & 0xFEFEFE) >> 1)) & 0xFFFFFF};
 }
 
@@ -52,10 +54,10 @@ Pixel SampleTexture(const TextureImage& texture, float u, float v, bool repeat) 
         .texels[static_cast<size_t>(row) * static_cast<size_t>(texture.width) + static_cast<size_t>(column)];
 }
 
-// ---- Inks. The fill calls one of the three functions at the end when the first pixel of a face has passed
-// the depth test. The cull test is exact here: the scan only left out faces that certainly turn away. A
-// textured face maps its object-space corners onto the plane that it mostly faces, so that a mesh needs no
-// texture coordinates of its own.
+// ---- Inks. The fill calls one of the three functions at the end of this file when the first pixel of a
+// face has passed the depth test. Whether the face turns to the eye is decided exactly here: the scan only
+// left out faces that certainly turn away. A textured face maps its corners in object space onto the plane
+// that it mostly faces, so that a mesh needs no texture coordinates of its own.
 
 FaceInWorld PlaceFace(const MeshVertex* vertices, const MeshTriangle& triangle, const MeshDraw& draw) {
     FaceInWorld face;

@@ -1,10 +1,11 @@
 // Which faces of a mesh may be visible, one face in each lane.
 //
-// Two questions, the cheaper one first. FindFronts asks the planes of all faces, in object space, on which
-// side the eye lies: half of a closed mesh ends here, before any of its corners is looked at. Scan then takes
-// the corners of what is left and leaves out the faces without area, those between the centres of pixels, and
-// those behind everything that was drawn where the mesh may show. Both leave out only what rounding could not
-// bring back; whatever is not certain goes on to the exact tests of the fill.
+// Two questions, the cheaper one first. FindFronts asks on which side of each face's plane the eye lies,
+// in object space: half of a closed mesh ends here, before any vertex is transformed. Scan then takes the
+// corners of the faces that are left and drops those without area, those that fall between pixel centres,
+// and those behind everything already drawn where the mesh may show. Both drop a face only if no rounding
+// could have changed the answer; doubtful faces go on to the exact tests of the fill. So these two may be
+// changed for speed without changing a pixel.
 #pragma once
 
 #include "render/raster/kernels.h"
@@ -12,7 +13,7 @@
 
 namespace {
 
-// The planes are followed by zeros to the end of a vector.
+// The lists of planes are padded with zeros to whole vectors.
 size_t FindFronts(const FacePlanes& planes, const EyeInObject& eye, uint32_t* out) {
     const Floats x = Splat(eye.position.x), y = Splat(eye.position.y), z = Splat(eye.position.z);
     const Floats inside = Splat(eye.inside), least = Splat(-eye.certainty), most = Splat(eye.hiddenFrom);
@@ -31,7 +32,7 @@ size_t FindFronts(const FacePlanes& planes, const EyeInObject& eye, uint32_t* ou
     return found;
 }
 
-// Pixels from a corner to a centre within which rounding may still count the centre as inside.
+// Pixels. A centre this close outside a corner may be counted as inside, because of rounding.
 constexpr float kCentreSlack = 1.0f / 32;
 
 // Rounding moves an edge's function by at most 8 * 2^-24 * size^2 in a box of `size` pixels, and off the box
@@ -42,7 +43,8 @@ constexpr float kCertainArea = 2 * 48 * 0x1p-24f / kCentreSlack;
 // A face of no more than two columns and two rows is looked at pixel by pixel.
 constexpr float kFewPixels = 1;  // from the first to the last
 
-// An edge's function below this is a weight below 0 too: no area is so large that the quotient vanishes.
+// An edge function below this gives a weight below 0: no area is large enough to round the quotient to
+// zero.
 constexpr float kCertainlyOutside = -1e-30f;
 
 // Corners from eight pixels on are multiples of 2^-20, so that a run is zero or at least as large, and so is
@@ -56,8 +58,8 @@ struct CornersOfLanes {
     Floats x, y, depth;
 };
 
-// What the faces may cover: from the first to the last pixel, both inclusive and inside the viewport. Empty
-// where the last is less than the first. Where a place is not a number, so is the area.
+// The pixels that each face may cover, first and last inclusive, inside the viewport. Empty if the last is
+// less than the first. If a corner is not a number, neither is the area.
 struct FaceSpans {
     Floats cross, area;  // twice the area, square pixels: with the sign of the winding, and its size
     Floats size;         // from one end to the farthest centre that is looked at
@@ -79,8 +81,8 @@ ZEL_INLINE CornersOfLanes LoadCorners(const FacesToScan& scan, const uint32_t* g
 ZEL_INLINE Floats Least(Floats a, Floats b, Floats c) { return Least(Least(a, b), c); }
 ZEL_INLINE Floats Most(Floats a, Floats b, Floats c) { return Most(Most(a, b), c); }
 
-// The first and last pixel of a line whose centre may lie from `low` to `high`: exactly, or with the margin
-// of a whole pixel where rounding may reach farther.
+// The first and last pixel whose centre may lie within `low` .. `high`. Exact for a face that is certain;
+// for others there is a margin of a whole pixel.
 ZEL_INLINE Floats FirstPixel(Floats low, Mask isCertain) {
     return Select(isCertain, Ceil(low - Splat(0.5f + kCentreSlack)), Floor(low));
 }
@@ -110,7 +112,7 @@ ZEL_INLINE Mask AreEmpty(const FaceSpans& spans) {
     return (spans.area < Splat(kSmallestArea)) | (spans.left > spans.right) | (spans.top > spans.bottom);
 }
 
-// No pixel of a face lies before this.
+// No pixel of a face is nearer than this.
 ZEL_INLINE Floats NearestDepths(const CornersOfLanes& a, const CornersOfLanes& b, const CornersOfLanes& c,
                                 const FaceSpans& spans) {
     const Floats least = Least(a.depth, b.depth, c.depth);
@@ -119,13 +121,13 @@ ZEL_INLINE Floats NearestDepths(const CornersOfLanes& a, const CornersOfLanes& b
     return least - (least * rounding + Splat(kVanishing));
 }
 
-// Of more than a few pixels.
+// The faces of more than a few pixels.
 ZEL_INLINE Mask AreLarge(const FaceSpans& spans) {
     const Floats few = Splat(kFewPixels);
     return (spans.right - spans.left > few) | (spans.bottom - spans.top > few);
 }
 
-// Where an edge leaves the centres of a face's first and last pixels outside: by column and row.
+// Whether an edge has the centres of a face's first and last pixels on its outer side, by column and row.
 struct OutsideOfEdges {
     Mask at[2][2];
 };
@@ -144,7 +146,7 @@ ZEL_INLINE void AddOutside(const CornersOfLanes& start, const CornersOfLanes& en
     }
 }
 
-// Of faces of a few pixels those that cover none of their centres: their edges tell it as filling does.
+// The faces of at most 2 x 2 pixels that cover no centre. The edges are evaluated as the fill does it.
 ZEL_INLINE Mask MissCentres(const CornersOfLanes& a, const CornersOfLanes& b, const CornersOfLanes& c,
                             const FaceSpans& spans) {
     OutsideOfEdges outside{{{NoLanes(), NoLanes()}, {NoLanes(), NoLanes()}}};
@@ -170,7 +172,7 @@ ZEL_INLINE uint32_t LowestLane(uint32_t lanes) {
 #endif
 }
 
-// Adds the faces of the lanes.
+// Appends the faces of the given lanes and returns their number.
 ZEL_INLINE size_t AddFaces(uint32_t lanes, const uint32_t* group, const FaceSpans& spans, Floats nearest,
                            ScannedFace* out) {
     Places places;
@@ -189,12 +191,13 @@ ZEL_INLINE size_t AddFaces(uint32_t lanes, const uint32_t* group, const FaceSpan
     return count;
 }
 
-// The lanes of a group that stand for faces of the list.
+// The lanes of a group that hold faces of the list, and not its padding.
 ZEL_INLINE uint32_t LanesOfList(size_t first, size_t count) {
     return first + kLanes <= count ? kAllLanes : (1u << (count - first)) - 1;
 }
 
-// A place that is not a number leaves a face in.
+// A corner is not a number if its vertex is not plain. No comparison drops such a face: it stays in and is
+// drawn by its parts later.
 size_t Scan(const FacesToScan& scan, ScannedFace* out) {
     size_t found = 0;
     for (size_t i = 0; i < scan.count; i += kLanes) {

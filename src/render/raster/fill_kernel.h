@@ -1,29 +1,30 @@
-// A triangle's pixels, as many at a time as there are lanes.
+// Filling: the pixels of a triangle, as many at a time as there are lanes, and whole blocks of the buffer.
 //
-// In go the faces that the scan has left, with a box and a nearest depth each; out come pixels, depths and
-// owners. Everything that decides about a pixel is computed from its centre in one literal form and never
-// stepped along a row, so that every width gives the same bits. The first product of an edge function belongs
-// to a column and the second one to a row: each is made once for all pixels that share it.
+// In go the faces that the scan has left, each with a box and a nearest depth; out come pixels, depths and
+// owners. The order of the questions is the order of their cost: is a pixel of the block covered, is it
+// nearer than what was drawn, and only then what colour it has. The first product of an edge function
+// belongs to a column and the second one to a row, so each is made once for all pixels that share it.
 //
-// Small triangles are cut into blocks of columns; of each only the rows that the edges leave are looked at.
-// Large ones go by bands of rows, each with the columns that the edges leave. Blocks lie inside the buffer:
-// one that would reach beyond its right or lower side is moved back, and the lanes before its place are not
-// allowed.
+// Small triangles are cut into blocks of columns, and only the rows that the edges leave are looked at.
+// Large ones are cut into bands of rows, each with the columns that the edges leave, so that vectors
+// beyond an edge are skipped. A block never reaches beyond the buffer. At the right and lower sides it is
+// moved back, and the lanes that another block has already filled are masked out.
 #pragma once
 
 #include "render/raster/coverage_kernel.h"
 
 namespace {
 
-// Of the lanes at the depth that was drawn, those in which an object was that comes after this one.
+// Of the lanes that tie with the depth drawn before, those that show an object later in the scene than
+// this one.
 template <int rows>
 ZEL_INLINE Mask WonTies(const FillTarget& to, int64_t at, Mask ties) {
     if (to.owners == nullptr || !IsAny(ties)) return NoLanes();
     return ties & (Splat(to.owner) < LoadBlock<rows>(static_cast<const void*>(to.owners + at), to.width));
 }
 
-// One block of pixels from `at` on, by the edge functions there: which of them the triangle covers before
-// what was drawn, and what they show. False when the triangle is not to be drawn.
+// Fills one block of pixels that begins at `at`: weighs every pixel, tests its depth, and asks the ink
+// only if a pixel has passed. False when the ink says that the triangle is not to be drawn at all.
 template <int rows, typename Ink>
 ZEL_INLINE bool FillBlock(const TriangleOfLanes& t, const Products& columns, const Products& rowsOf,
                           Mask allowed, Floats drawnDepth, const FillTarget& to, int64_t at, Ink& ink) {
@@ -44,7 +45,7 @@ ZEL_INLINE bool FillBlock(const TriangleOfLanes& t, const Products& columns, con
 
 // ---- Small triangles: blocks of columns.
 
-// The columns of one block from `x` on. False when the triangle is not to be drawn.
+// Goes down one block of columns that begins at `x`. False when the triangle is not to be drawn.
 template <int rows, typename Ink>
 ZEL_INLINE bool FillColumns(const TriangleOfLanes& t, int32_t x, int32_t right, int32_t top, int32_t bottom,
                             const FillTarget& to, Ink& ink) {
@@ -62,6 +63,7 @@ ZEL_INLINE bool FillColumns(const TriangleOfLanes& t, int32_t x, int32_t right, 
         }
         const int64_t at = static_cast<int64_t>(first) * to.width + left;
         const Floats drawnDepth = LoadBlock<rows>(to.depth + at, to.width);
+        // All that was drawn here is nearer than the face can be.
         if (!IsAny(Without(allowed, drawnDepth < t.nearest))) continue;
         const Products rowsOf = RowProducts(t, Centres(RowsFrom<rows>(first)));
         if (!FillBlock<rows>(t, columns, rowsOf, allowed, drawnDepth, to, at, ink)) return false;
@@ -89,7 +91,7 @@ ZEL_INLINE void FillSmall(const TriangleOfLanes& t, const Rect& box, const FillT
 
 constexpr int32_t kBandRows = kLanes == 16 ? 16 : 8;
 
-// Some rows of a triangle, and what does not change along them.
+// A band of rows, with what stays the same along each row.
 struct RowBand {
     int32_t left[kBandRows], right[kBandRows];
     float products[3][kBandRows];
@@ -112,8 +114,8 @@ ZEL_INLINE void SetUpBand(const TriangleOfLanes& t, const Rect& box, int32_t top
     }
 }
 
-// Column by column of vectors, so that the rows share what belongs to their columns. False when the triangle
-// is not to be drawn.
+// Goes through a band one vector of columns at a time and down its rows, so that the rows share the
+// products of their columns. False when the triangle is not to be drawn.
 template <typename Ink>
 ZEL_INLINE bool FillBand(const TriangleOfLanes& t, const Rect& box, int32_t top, const FillTarget& to,
                          Ink& ink) {
@@ -144,7 +146,8 @@ ZEL_INLINE void FillLarge(const TriangleOfLanes& t, const Rect& box, const FillT
     }
 }
 
-// ---- The faces of a mesh, one after the other.
+// ---- The faces of a mesh, one after the other. Their order is that of the mesh: of two faces at the same
+// depth the first one keeps the pixel.
 
 template <typename Ink>
 ZEL_INLINE void FillEachFace(const MeshToDraw& mesh, const FillTarget& target) {
@@ -167,9 +170,9 @@ ZEL_INLINE void FillEachFace(const MeshToDraw& mesh, const FillTarget& target) {
 void FillFlat(const MeshToDraw& mesh, const FillTarget& to) { FillEachFace<FlatInk>(mesh, to); }
 void FillTextured(const MeshToDraw& mesh, const FillTarget& to) { FillEachFace<TextureInk>(mesh, to); }
 
-// ---- Blocks of the buffer: clearing, and the greatest depth of a tile. Whole vectors row by row; the last
-// one of a row overlaps the one before it, rather than being written number by number. Both are bound by the
-// memory that they touch, so nothing else would gain: aligned, wider or streaming stores do not.
+// ---- Blocks of the buffer: clearing one, and the greatest depth of a tile. Both run row by row in whole
+// vectors; the last vector of a row overlaps the one before it, so that no number is handled alone. Memory
+// is the limit: aligned, wider or streaming stores gain nothing.
 
 void ClearBlock(void* first, int64_t stride, int32_t width, int32_t height, uint32_t value) {
     const Ints values = Splat(static_cast<int32_t>(value));

@@ -19,8 +19,9 @@ static SimdLevel LevelThatFits(SimdLevel level, const Surface& surface) {
     return isTiny ? SimdLevel::OneLane : level;
 }
 
-// The depths are kept in tiles: those that the mesh may touch are written first if they are still those of an
-// earlier frame, and marked afterwards, because their farthest depth may have changed.
+// The last stage: faces go in, pixels and depths come out of the kernel for the width at hand. The depths
+// are kept in tiles. Tiles that the mesh may touch are written first if they still hold an earlier frame,
+// and marked afterwards, because their farthest depth may have changed.
 void FillFaces(const MeshToDraw& mesh, const Rect& covered, SimdLevel level, Surface& surface) {
     const RasterKernels& kernels = KernelsOf(LevelThatFits(level, surface));
     PrepareDepth(covered, surface);
@@ -37,7 +38,7 @@ float AreaOf(const std::array<ScreenCorner, 3>& corners) {
     return (c.x - a.x) * (b.y - a.y) - (c.y - a.y) * (b.x - a.x);
 }
 
-// False also where a corner is not a number: such a triangle has no box.
+// Also false if a corner is not a number: such a triangle has no box.
 static bool HasArea(const std::array<ScreenCorner, 3>& corners) {
     return std::abs(AreaOf(corners)) >= kSmallestArea;
 }

@@ -1,10 +1,11 @@
-// The colours of a face's pixels.
+// The colours of a face's pixels, and the light of many faces at once.
 //
-// An ink is made for a face before it is known whether any pixel of it is visible. When the first one has
-// passed the depth test, it finds the face's colour, or its texture coordinates and light, and keeps them in
-// registers for the pixels that follow. A face may then turn out not to be drawn: the exact test of its back
-// is part of the finding. The ink of a textured face takes the weights of the pixels, looks up the texels,
-// tints and lights them, all in the words of face_ink.h.
+// An ink is made for every face, but most faces have no visible pixel, so it starts empty. When the first
+// pixel has passed the depth test, the ink finds the face's colour, or its texture coordinates and light,
+// and keeps them in registers for the pixels that follow. Finding includes the exact test of whether the
+// face turns its back to the eye, so a face may still turn out not to be drawn. The ink of a textured face
+// takes the weights of the pixels, looks up the texels, tints and lights them, with the operations of
+// face_ink.h in their order.
 #pragma once
 
 #include "render/raster/face_ink.h"
@@ -13,17 +14,18 @@
 
 namespace {
 
-// How much of each corner a pixel has: the quotients of its edge functions and the triangle's area.
+// How much each corner counts at a pixel: its edge functions divided by the triangle's area.
 struct Weights {
     Floats w0, w1, w2;
 };
 
-// The weighted sum of what the corners have, summed from the left.
+// The weighted sum of a value of the corners, summed from the left.
 ZEL_INLINE Floats Weighted(const Weights& w, const Floats (&values)[3]) {
     return w.w0 * values[0] + w.w1 * values[1] + w.w2 * values[2];
 }
 
-// Rare beside the pixels that follow, and in code for other vectors.
+// Calls code that was compiled for other vectors. Kept out of line, because it is rare beside the pixels
+// that follow.
 ZEL_APART bool FindInk(const MeshToDraw& mesh, size_t face, FaceInk& ink) {
     LeaveVectors();
     return mesh.findInk(mesh, face, ink);
@@ -70,7 +72,7 @@ ZEL_INLINE Ints TintedColors(Ints colors, uint32_t tint) {
     return average & Splat(0xFFFFFF);
 }
 
-// Nothing is read for lanes that are not seen.
+// Reads nothing for lanes that are not seen.
 ZEL_INLINE Ints SampleTexels(const TextureSource& texture, Floats u, Floats v, Mask seen) {
     if (texture.texels == nullptr) return Splat(0xFFFFFF);
     const Floats lastColumn = Number(texture.width - 1), lastRow = Number(texture.height - 1);
@@ -82,6 +84,8 @@ ZEL_INLINE Ints SampleTexels(const TextureSource& texture, Floats u, Floats v, M
     return Gather(texture.texels, row * Splat(texture.width) + column, seen);
 }
 
+// Perspective: 1 / w, u / w and v / w are linear on the screen, u and v are not. So the weights are
+// multiplied by each corner's 1 / w first and divided by their sum afterwards.
 struct TextureInk {
     const MeshToDraw& mesh;
     size_t face;
@@ -97,7 +101,7 @@ struct TextureInk {
             u[i] = Splat(ink.points[i].u);
             v[i] = Splat(ink.points[i].v);
         }
-        // Written so that not a number becomes the least.
+        // Written so that a value that is not a number becomes the darkest.
         float limited = ink.brightness > kDarkest ? ink.brightness : kDarkest;
         limited = limited < kBrightest ? limited : kBrightest;
         brightness = Splat(limited);
@@ -118,12 +122,13 @@ struct TextureInk {
     }
 };
 
-// ---- The light of many flat faces, one in each lane, before any is filled. In go the faces that the scan
-// has left, out come three cosines for each: to the eye, which decides exactly whether the face is drawn, to
-// the light, and to the middle of both. The operations are those of LightOfFace, which lights one face alone.
-// The power of the highlight is left to FindFaceInk, for the faces that show.
+// ---- Lighting many flat faces before any is filled, one face in each lane. In go the faces that the scan
+// has left. Out come three cosines for each: with the eye, which decides exactly whether the face is
+// drawn, with the light, and with the direction half way between them. The operations are those of
+// LightOfFace, which lights one face alone, so it does not matter which of the two a face went through.
+// The power of the highlight is left to FindFlatInk: only faces that show a pixel pay for it.
 
-// The numbers of a vector of faces.
+// The triangle indices of a vector of faces.
 struct FaceGroup {
     uint32_t triangles[kLanes];
 };
@@ -140,7 +145,7 @@ ZEL_INLINE Points LoadPositions(const MeshToDraw& mesh, const FaceGroup& group, 
     return loaded;
 }
 
-// The list's last face stands in for those that are missing in its last vector.
+// The last face of the list fills up the last vector.
 void LightAll(const MeshToDraw& mesh, FaceLight* out) {
     const MeshDraw& draw = *mesh.draw;
     const Points light = Splat(draw.light), eye = Splat(draw.eye);

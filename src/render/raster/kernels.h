@@ -11,7 +11,7 @@
 
 constexpr size_t kMostLanes = 16;
 
-// Twice the area below which a triangle is not drawn, square pixels.
+// A triangle is not drawn if twice its area is below this, square pixels.
 constexpr float kSmallestArea = 0.0001f;
 
 // Interpolated 1 / w below which a textured pixel is skipped.
@@ -20,38 +20,39 @@ constexpr float kSmallestQ = 1e-6f;
 // Pixels from a corner of a triangle to the farthest centre that is looked at.
 constexpr float kBoxMargin = 1.5f;
 
-// How far rounding moves the depth of a triangle's pixels. It moves the sum of a pixel's three weights off 1,
-// by at most 3 * 8 * 2^-24 * size^2 / area from the edges and a third of that from the area, in a box of
-// `size` pixels: so much less than the least depth of its corners a pixel of the face may have. This is a
-// little more; the second one is for the products and sums of depths.
+// How far rounding moves the depth of a triangle's pixels. The sum of a pixel's three weights may differ
+// from 1 by 3 * 8 * 2^-24 * size^2 / area because of the edges, and by a third of that because of the
+// area, in a box of `size` pixels. A pixel may be nearer than the nearest corner by this share of its
+// depth. The first number is a little more than that; the second one covers the products and sums of
+// depths.
 constexpr float kDepthRounding = 40 * 0x1p-24f, kSumRounding = 16 * 0x1p-24f;
 
-// Of numbers smaller than this rounding takes more than its part, down to all: the bound on a depth goes down
-// by as much. It changes no other.
+// Numbers below this lose more than their share to rounding, up to all of it. The bound on a depth is
+// lowered by this much, which changes no larger one.
 constexpr float kVanishing = 0x1p-126f;
 
-// Lists that kernels write to have room for as many elements more.
+// Lists that kernels write to have room for this many more elements, because whole vectors are stored.
 constexpr size_t kListMargin = kMostLanes;
 
-// Makes room in a list for `count` elements and the margin. It never shrinks, because growing again would
-// write all that was cut off.
+// Makes room in a list for `count` elements and the margin. The list never shrinks: growing it again would
+// clear what was cut off.
 template <typename Element>
 void Reserve(std::vector<Element>& list, size_t count) {
     if (list.size() < count + kListMargin) list.resize(count + kListMargin);
 }
 
-// What is drawn to. Whole vectors are stored: what they hold beyond a triangle is stored back as it was.
+// What is drawn to. Whole vectors are stored: lanes beyond a triangle are written back unchanged.
 struct FillTarget {
     Pixel* pixels = nullptr;  // of the buffer's first pixel
     float* depth = nullptr;
     int32_t width = 0, height = 0;  // of the buffer
-    // Where objects are drawn in another order than the scene's: the index of the object that every pixel
-    // shows. Of two at the same depth the first in the scene wins. Null: the first one drawn does.
+    // By pixel, the index of the object that it shows; kept while objects are drawn in another order than
+    // the scene's. At equal depths the earlier object of the scene wins. Null: the one drawn first wins.
     int32_t* owners = nullptr;
     int32_t owner = 0;  // the index of the object at hand
 };
 
-// No block of any width is wider or higher, so a buffer of this size can be filled at every level.
+// No width uses larger blocks, so a buffer of at least this size can be filled at every level.
 constexpr int32_t kWidestBlock = 16, kHighestBlock = 4;
 
 // The planes of a mesh's faces, see MeshMeasures.
@@ -90,18 +91,18 @@ struct RasterKernels {
     // Writes how each face of the mesh stands to eye and light. The list has a margin.
     void (*lightFaces)(const MeshToDraw& mesh, FaceLight* out);
 
-    // Fills the pixels of each face whose centres lie inside, edges included, and nearer than the depth
-    // there.
+    // Fills the pixels whose centres lie inside a face, edges included, if the face is nearer than the
+    // depth there.
     void (*fillFlatFaces)(const MeshToDraw& mesh, const FillTarget& to);
     void (*fillTexturedFaces)(const MeshToDraw& mesh, const FillTarget& to);
 
-    // True where a triangle with an area covers the pixel's centre, edges included, and lies strictly before
-    // `depth`, which then becomes the triangle's depth there.
+    // True when a triangle with an area covers the centre of the pixel, edges included, and is strictly
+    // nearer than `depth`, which then becomes the triangle's depth there.
     bool (*coversPixel)(const ScreenCorner (&corners)[3], int32_t x, int32_t y, float& depth);
 
-    // The columns that a triangle may cover in as many rows as there are lanes, from a row on, as far as they
-    // lie in the box: at least every covered pixel, and little more. A row is empty when none can be; its
-    // right column is exclusive.
+    // The columns inside the box that a triangle may cover, in as many rows as there are lanes: every
+    // covered pixel, and little more. The right column is exclusive; a row that cannot be covered is
+    // empty.
     void (*coveredColumns)(const ScreenCorner (&corners)[3], const Rect& box, int32_t firstRow, int32_t* left,
                            int32_t* right);
 

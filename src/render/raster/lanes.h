@@ -1,12 +1,15 @@
-// Vectors of floats and integers, one pixel, vertex or face in each lane: what every kernel is written in.
+// Vectors of floats and integers, with one pixel, vertex or face in each lane. Every kernel is written
+// with them.
 //
-// A file that includes this says first how wide its vectors are: ZEL_LANES is 1, 4 (SSE2), 8 (AVX2) or 16
-// (AVX-512). One lane is the definition; a wider vector does the same operation in every lane and gives the
-// same bits. What only one width can do well, as a gather or a compressing store, is one operation here.
+// A source that includes this defines first how wide its vectors are: ZEL_LANES is 1, 4 (SSE2), 8 (AVX2)
+// or 16 (AVX-512). Each width is one source, made from kernels.cpp.in. One lane is the definition; a wider
+// vector does the same operation in every lane and gives the same bits. What only one width does well,
+// such as a gather or a compressing store, is one operation here, so that no kernel has to know its width.
 //
-// Such a file is compiled for processors that may not be there. So everything in it has internal linkage, and
-// it calls no inline function of the library or of other headers: the linker may keep one copy of those for
-// the whole program, and it must not be this one. tests/vector_symbols_test.py looks at the objects.
+// Such a source is compiled for processors that may not be there. So everything in it has internal
+// linkage, and it calls no inline function of the library or of other headers. The linker keeps one copy
+// of such a function for the whole program; if it kept this one, older processors would stop at its first
+// instruction. tests/vector_symbols_test.py looks at the objects.
 #pragma once
 
 #include "base/color.h"
@@ -52,8 +55,7 @@ ZEL_INLINE Floats Limited(Floats value, float low, float high) {
     return Least(Most(value, Splat(low)), Splat(high));
 }
 
-// The lanes' column numbers in a block of `rows` rows that begins at column `x`, and the rows that they lie
-// in.
+// The column and the row of each lane, in a block of `rows` rows whose corner is (x, y).
 template <int rows>
 ZEL_INLINE Ints ColumnsFrom(int32_t x) {
     return Splat(x) + (LaneNumbers() & Splat(kLanes / rows - 1));

@@ -77,7 +77,7 @@ ZEL_INLINE void StoreFlags(uint8_t* to, Mask mask) {
     _mm_storel_epi64(reinterpret_cast<__m128i*>(to), _mm_packus_epi16(words, words));
 }
 
-// For each of the 256 masks the set lanes, one byte each.
+// For each of the 256 masks, the lanes that are set, one byte each.
 struct CompressedLanes {
     uint64_t lanes[256];
 };
@@ -122,7 +122,7 @@ ZEL_INLINE void Transpose(__m256& a, __m256& b, __m256& c, __m256& d) {
     d = _mm256_shuffle_ps(high0, high1, _MM_SHUFFLE(3, 2, 3, 2));
 }
 
-// Single loads put together: they cost a third of what gathers do.
+// Single loads put together cost a third of what the gather instruction does.
 template <typename RecordAt>
 ZEL_INLINE void LoadRecords(const RecordAt& at, Floats& a, Floats& b, Floats& c, Floats& d) {
     a.v = LoadPair(at(0), at(4));

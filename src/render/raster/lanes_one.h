@@ -32,7 +32,7 @@ ZEL_INLINE Floats operator+(Floats a, Floats b) { return {a.v + b.v}; }
 ZEL_INLINE Floats operator-(Floats a, Floats b) { return {a.v - b.v}; }
 ZEL_INLINE Floats operator*(Floats a, Floats b) { return {a.v * b.v}; }
 ZEL_INLINE Floats operator/(Floats a, Floats b) { return {a.v / b.v}; }
-// The second one where either is not a number, or both are zeros.
+// The second one if either is not a number or both are zeros, as the instructions do it.
 ZEL_INLINE Floats Least(Floats a, Floats b) { return a.v < b.v ? a : b; }
 ZEL_INLINE Floats Most(Floats a, Floats b) { return a.v > b.v ? a : b; }
 ZEL_INLINE Floats SquareRoot(Floats a) { return {sqrtf(a.v)}; }
@@ -44,7 +44,7 @@ ZEL_INLINE Mask operator>(Floats a, Floats b) { return {a.v > b.v}; }
 ZEL_INLINE Mask operator<=(Floats a, Floats b) { return {a.v <= b.v}; }
 ZEL_INLINE Mask operator>=(Floats a, Floats b) { return {a.v >= b.v}; }
 ZEL_INLINE Mask operator==(Floats a, Floats b) { return {a.v == b.v}; }
-// Where neither is not a number.
+// True if both are numbers.
 ZEL_INLINE Mask AreNumbers(Floats a, Floats b) { return {a.v == a.v && b.v == b.v}; }
 
 ZEL_INLINE Ints operator+(Ints a, Ints b) { return {a.v + b.v}; }
@@ -77,7 +77,7 @@ ZEL_INLINE Ints BitsAsInts(Floats a) {
     return {bits};
 }
 
-// `a`, negated where `sign` is negative.
+// `a`, negated if `sign` is negative.
 ZEL_INLINE Floats Signed(Floats a, Floats sign) {
     return BitsAsFloats(BitsAsInts(a) ^ (BitsAsInts(sign) & BitsAsInts(Splat(-0.0f))));
 }
@@ -95,8 +95,8 @@ ZEL_INLINE Floats Select(Mask mask, Floats yes, Floats no) { return mask.v ? yes
 // One byte per lane: 1 where the mask is set.
 ZEL_INLINE void StoreFlags(uint8_t* to, Mask mask) { *to = mask.v ? 1 : 0; }
 
-// Stores the numbers of the lanes in the mask one after the other and gives how many they are. May write up
-// to a whole vector.
+// Stores the lanes of the mask one after the other and returns how many they are. May write a whole
+// vector.
 ZEL_INLINE size_t StoreCompressed(uint32_t* to, Ints numbers, Mask mask) {
     *to = static_cast<uint32_t>(numbers.v);
     return mask.v ? 1 : 0;
@@ -138,7 +138,7 @@ ZEL_INLINE Ints LoadBlock(const void* from, int64_t) {
     return Load(from);
 }
 
-// Replaces the pixels in the mask. Those of floats were loaded before, as `old`.
+// Replaces the pixels of the mask. For floats the caller has loaded the others before, as `old`.
 template <int rows>
 ZEL_INLINE void StoreBlock(float* to, int64_t, Mask mask, Floats values, Floats) {
     if (mask.v) Store(to, values);
@@ -148,9 +148,9 @@ ZEL_INLINE void StoreBlock(void* to, int64_t, Mask mask, Ints values) {
     if (mask.v) Store(to, values);
 }
 
-// What divides three numbers at a time, prepared once for many. They and the divisor may be `ordinary`: each
-// number is zero or no smaller than 2^-69, the divisor lies in 2^-14 .. 2^40, and nobody asks for the sign of
-// a zero.
+// A divisor for three numbers at a time, prepared once for many. Numbers and divisor are `ordinary` if
+// each number is zero or at least 2^-69, the divisor lies in 2^-14 .. 2^40, and the sign of a zero does
+// not matter: AVX-512 then has a faster way with the same bits.
 struct Divisor {
     Floats value;
 };

@@ -81,7 +81,7 @@ ZEL_INLINE Floats Select(Mask mask, Floats yes, Floats no) {
     return {_mm_or_ps(_mm_and_ps(mask.v, yes.v), _mm_andnot_ps(mask.v, no.v))};
 }
 
-// Without an instruction for it: numbers from 2^23 on have no fraction and stay as they are.
+// SSE2 has no instruction for it. Numbers from 2^23 on have no fraction and stay as they are.
 ZEL_INLINE Floats Floor(Floats a) {
     const Floats whole = Converted(Truncated(a));
     const Floats down = {_mm_sub_ps(whole.v, _mm_and_ps((whole > a).v, _mm_set1_ps(1)))};
@@ -98,7 +98,7 @@ ZEL_INLINE void StoreFlags(uint8_t* to, Mask mask) {
     for (int lane = 0; lane < 4; ++lane) to[lane] = lanes >> lane & 1;
 }
 
-// Writes all lanes, one after the other, and goes on only past those that are set.
+// Writes every lane, and moves on only past those that are set: no branch depends on the mask.
 ZEL_INLINE size_t StoreCompressed(uint32_t* to, Ints numbers, Mask mask) {
     alignas(16) uint32_t all[4];
     _mm_store_si128(reinterpret_cast<__m128i*>(all), numbers.v);

@@ -26,6 +26,8 @@ static int32_t Along(int32_t start, double offset, double rise, double run) {
     return static_cast<int32_t>(start + static_cast<int64_t>(offset * rise / run));
 }
 
+// Moves one end at a time to an edge that it lies beyond, until both ends are inside or both lie beyond
+// the same edge. The order decides how the ends are rounded: top and bottom come before left and right.
 bool ClipLine(LineSegment& line, const Rect& bounds) {
     Point& a = line.from;
     Point& b = line.to;
@@ -33,8 +35,8 @@ bool ClipLine(LineSegment& line, const Rect& bounds) {
     while ((codeA | codeB) != kInside) {
         if ((codeA & codeB) != kInside) return false;
         const uint32_t code = codeA != kInside ? codeA : codeB;
-        // The difference divided by is never 0: ends without one lie beyond the edge together, which has
-        // dropped the line above.
+        // The divisor is never 0: if both ends had the same coordinate, both would lie beyond this edge,
+        // and the line would have been dropped above.
         const double dx = Span(a.x, b.x), dy = Span(a.y, b.y);
         Point cut;
         if ((code & (kBeyondTop | kBeyondBottom)) != 0) {
@@ -55,6 +57,9 @@ bool ClipLine(LineSegment& line, const Rect& bounds) {
     return true;
 }
 
+// Bresenham: `error` follows the distance from the exact line, scaled to integers. Each step goes one
+// pixel along the longer side and sometimes along the other one too. Every pixel is tested against the
+// viewport, because clipping happens at a larger rectangle.
 void DrawLine(Point from, Point to, Pixel color, Surface& surface) {
     if (surface.pixels == nullptr) return;
     const Rect& viewport = surface.viewport;

@@ -9,9 +9,9 @@ struct LineSegment {
     friend constexpr bool operator==(const LineSegment&, const LineSegment&) = default;
 };
 
-// Cuts a segment at a rectangle by Cohen and Sutherland; all four edges belong to the rectangle. Cut ends are
-// truncated toward zero. False when nothing is left.
+// Clips a segment to a rectangle by Cohen and Sutherland; all four edges belong to the rectangle. The
+// quotient that a clipped end is moved by is truncated toward zero. False when nothing is left.
 bool ClipLine(LineSegment& line, const Rect& bounds);
 
-// A line from end to end, both included, as far as it lies in the viewport.
+// Draws from end to end, both included, but only inside the viewport.
 void DrawLine(Point from, Point to, Pixel color, Surface& surface);

@@ -8,14 +8,16 @@
 #include <cstdint>
 #include <vector>
 
-// Sorts as the distance does, and then as the place in the scene: one number is compared faster than two.
+// Distance in the upper half, index in the lower one. Sorted by distance and then by place in the scene;
+// one number is compared faster than two.
 using Place = uint64_t;
 
 static float DistanceOf(const MeshInstance& instance) {
     return TransformToClip(instance.draw.viewProjection, Translation(instance.draw.world)).w;
 }
 
-// Orders floats as unsigned integers. A value that is not a number sorts to one of the ends.
+// An integer that sorts as the float does: the sign bit of positive numbers is set, and all bits of
+// negative ones are flipped. A value that is not a number sorts to one of the ends.
 static uint32_t OrderOf(float number) {
     const auto bits = std::bit_cast<uint32_t>(number);
     return (bits & 0x80000000) != 0 ? ~bits : bits | 0x80000000;
@@ -30,8 +32,8 @@ static void SortNearestFirst(std::span<const MeshInstance> instances, std::vecto
     std::ranges::sort(places);
 }
 
-// True when the order of the scene is near enough to that of the distances: keeping the owners of pixels
-// costs more than a better order gives then. An order by chance moves a mesh by a third of their number.
+// True when the scene stands nearly in the order of distance: keeping owners would then cost more than the
+// better order saves. In a random order a mesh is moved by a third of their number on average.
 static bool AreNearlyInOrder(const std::vector<Place>& places) {
     constexpr double kNearly = 0.2;  // of the number of meshes, in the mean
     double moved = 0;
@@ -41,7 +43,7 @@ static bool AreNearlyInOrder(const std::vector<Place>& places) {
     return moved <= kNearly * count * count;
 }
 
-// How much of the view a mesh may fill, 0 .. 1: by its reach and its distance.
+// An estimate of how much of the view a mesh fills, 0 .. 1: the square of its reach over its distance.
 static float ShareOfView(const MeshInstance& instance) {
     const Matrix4& world = instance.draw.world;
     float size = 0;
@@ -53,9 +55,9 @@ static float ShareOfView(const MeshInstance& instance) {
     return share > 0 ? std::min(share, 1.0f) : 0.0f;
 }
 
-// True when large meshes come much later in the scene than their distance would have them, as a wall that was
-// added last before many small ones: it hides them only if it is drawn first. Of fewer meshes it would not
-// hide enough.
+// True when large meshes come much later in the scene than in the order of distance. An example is a wall
+// that was added last and stands before many small meshes: it hides them only if it is drawn first. It has
+// to hide many for this to pay.
 static bool DoLargeOnesComeLate(std::span<const MeshInstance> instances, const std::vector<Place>& places) {
     constexpr size_t kMany = 256;
     constexpr double kLate = 0.2;  // of the number of meshes, in the mean by their share of the view
@@ -74,8 +76,8 @@ static void DrawInSceneOrder(std::span<const MeshInstance> instances, Surface& s
     for (const MeshInstance& instance : instances) DrawMeshInView(*instance.mesh, instance.draw, surface);
 }
 
-// Of two meshes at the same depth the first in the scene is visible, whichever is drawn first: the pixels
-// remember whose depth they hold.
+// At equal depths the earlier mesh of the scene must be visible, whichever is drawn first. So every pixel
+// remembers the index of the mesh that it shows.
 static void DrawInOrder(std::span<const MeshInstance> instances, const std::vector<Place>& places,
                         Surface& surface) {
     KeepOwners(surface);
@@ -87,10 +89,10 @@ static void DrawInOrder(std::span<const MeshInstance> instances, const std::vect
     ForgetOwners(surface);
 }
 
-// In go meshes in scene order, out comes the picture of drawing them in that order. Nearest first is cheaper,
-// because what was drawn hides what comes later before its vertices are transformed. But it needs an owner
-// for every pixel, so that ties go to the scene's order, and owners are one more buffer to write: few meshes,
-// and those already nearly sorted, are drawn as they stand.
+// In go meshes in scene order; out comes the picture that drawing them in this order gives. Nearest first
+// is cheaper, because a hidden mesh ends before its vertices are transformed. The price is an owner for
+// every pixel, which keeps ties as the scene has them: one more buffer to write. So few meshes, and meshes
+// that are already nearly sorted, are drawn as they stand.
 void DrawMeshes(std::span<const MeshInstance> instances, Surface& surface) {
     if (instances.size() < kFewestToSort) {
         DrawInSceneOrder(instances, surface);

@@ -1,14 +1,14 @@
-// Many meshes of one scene.
+// Draws the meshes of a scene, the nearest first if that pays.
 #pragma once
 
 #include "render/raster/surface.h"
 
 #include <span>
 
-// The number of meshes from which their order is looked at.
+// Fewer meshes than this are drawn as they stand.
 constexpr size_t kFewestToSort = 16;
 
-// Gives the pixels and depths that drawing one after the other gives. Of many meshes the nearest are drawn
-// first: what they hide costs little then. None of them is selected.
-// Invisible ones had better be left out before: see IsInvisible.
+// Gives the same pixels and depths as drawing one after the other, but draws the nearest of many meshes
+// first: what they hide then costs little. None of them may be selected. The caller leaves out those that
+// IsInvisible names.
 void DrawMeshes(std::span<const MeshInstance> instances, Surface& surface);

@@ -11,21 +11,23 @@ constexpr int32_t kSmallestViewport = 32;  // pixels; in a smaller one the margi
 constexpr float kBehindW = 0.04f;          // below the w of any visible point
 constexpr float kRounding = 1e-5f;         // more than what rounding changes, of the sum of all sizes
 
-// Half of what one operation rounds a number of size 1 by at most, twice.
+// One operation rounds by at most this much of the result.
 constexpr float kUnit = 0x1p-24f;
 
-// What rounding changes of a clip coordinate, of the sum of all sizes, with both ways to it taken together:
-// by one matrix here, where an entry is a sum of four products, and by two matrices for the vertices. Each
-// way rounds by four units a matrix; this is twice that.
+// How much rounding can change a clip coordinate, as a share of the sum of all sizes. It covers the
+// difference between two ways: one product of both matrices here, and the two matrices after one another
+// for the vertices. Each rounds by four units a matrix; this is twice that.
 constexpr float kTightRounding = 32 * kUnit;
 
-// The same for the two matrices of the vertices alone: eight units, and one for the rounding of this bound.
+// Likewise for the vertices alone: eight units for their two matrices, and one for the rounding of this
+// bound.
 constexpr float kVertexRounding = 9 * kUnit;
 
-// Twice the area of a triangle is the difference of two products of edges; rounding adds less than the rest.
+// Twice the area of a triangle is the difference of two products of edges. The part above 2 covers
+// rounding.
 constexpr float kAreaOfEdges = 2.001f;
 
-// Beyond these nothing is said about a mesh: close to the eye, and far beside the view, where corners are
+// Nothing is said about a mesh beyond these: close to the eye, or so far beside the view that corners are
 // moved to what fits into an integer.
 constexpr float kSmallestW = 0.1f, kGreatestW = 1e6f, kFarBeside = 4;  // of half the viewport
 
@@ -51,14 +53,14 @@ static Vec4 Beyond(const Vec4& p, float side, const Vec4& q) {
 
 namespace {
 
-// A mesh's box and the way of its points to clip space. `sizes` bounds what rounding can add up to.
+// A mesh's box, and the matrix that takes it to clip space.
 struct BoxInClip {
     MeshBounds bounds{};
     Matrix4 toClip{};
     Vec4 sizes{};  // of the four clip coordinates, sums of what is added without its signs
 };
 
-// The numbers of one clip coordinate over the box.
+// The least and the greatest value of a clip coordinate in the box.
 struct Range {
     float low = 0, high = 0;
 };
@@ -78,10 +80,16 @@ static BoxInClip PlaceBox(const Mesh& mesh, const VertexTransform& transform) {
     return box;
 }
 
+// A linear function of a point is least at the corner of the box that lies against its direction: the
+// value at the centre, less the half sizes weighted by the absolute coefficients. So one test stands for
+// eight corners.
 static bool IsAbove(const BoxInClip& box, const Vec4& plane, float least) {
     return Dot(plane, box.bounds.centre) - Dot(Sizes(plane), box.bounds.halfSize) > least;
 }
 
+// Five linear functions: all of the box behind the eye, or beyond the left, right, lower or upper side.
+// The sides are tested in clip space before any division, where they stay linear behind the eye too.
+// `least` is what rounding could have added.
 static bool IsBeside(const BoxInClip& box) {
     const Vec4 w = Row(box.toClip, 3);
     const float sizeW = box.sizes.w;
@@ -106,13 +114,14 @@ static Range RangeOf(const BoxInClip& box, const Vec4& row, float size) {
     return {middle - reach, middle + reach};
 }
 
-// What the quotient of both may be. w is positive.
+// The range of the quotient. w is positive.
 static Range Quotient(const Range& a, const Range& w) {
     return {a.low / (a.low < 0 ? w.low : w.high), a.high / (a.high > 0 ? w.low : w.high)};
 }
 
-// The least depth of the box. Where depth grows with w alone, as cameras make it, it lies where w is least;
-// whether it really is the least is looked at.
+// The least depth of the box. With the projection of a camera, depth grows with w alone and is least where
+// w is least. Other matrices may be used, so the last line proves that the answer is a bound; without
+// proof there is none.
 static bool FindNearest(const BoxInClip& box, const Range& w, float& nearest) {
     const Vec4 rowZ = Row(box.toClip, 2), rowW = Row(box.toClip, 3);
     const float leastZ = Dot(rowZ, box.bounds.centre) - Dot(Sizes(rowZ), box.bounds.halfSize);
@@ -122,8 +131,9 @@ static bool FindNearest(const BoxInClip& box, const Range& w, float& nearest) {
     return nearest > 0 && nearest < 1 && IsAbove(box, Beyond(rowZ, 1, Scaled(rowW, nearest)), rounding);
 }
 
-// How far rounding moves a corner along an axis, pixels, whose quotient is `most` at most. The two matrices
-// move clip coordinates, the projection then rounds its quotient twice, and its sums and product with them.
+// How far rounding moves a corner along an axis, pixels. `most` bounds the quotient by w. The two matrices
+// round the clip coordinates; the projection then rounds the quotient twice, and after it a product and
+// two sums.
 static float Moved(float size, float sizeW, float leastW, float most, float halfSide, float first) {
     const float clip = kVertexRounding * (size + most * sizeW) / leastW;
     return 1.01f * (halfSide * (clip + kUnit * (5 * most + 3)) + kUnit * std::abs(first));
@@ -131,6 +141,10 @@ static float Moved(float size, float sizeW, float leastW, float most, float half
 
 static float LengthOf(const Vec4& row) { return Length({row.x, row.y, row.z}); }
 
+// In goes the box in clip space; out come bounds on everything that the vertices will give: their pixels,
+// their nearest depth, the longest edge on the screen and how far rounding moves a corner. Each bound
+// includes what rounding can do. If one cannot be bounded, because the box reaches close to the eye or far
+// to the side, `isBounded` stays false and the mesh is drawn without these shortcuts.
 static MeshPlace PlaceMesh(const Mesh& mesh, const Rect& viewport, const BoxInClip& box) {
     MeshPlace place;
     place.toClip = box.toClip;
@@ -179,8 +193,8 @@ MeshPlace PlaceMesh(const Mesh& mesh, const VertexTransform& transform) {
     return PlaceMesh(mesh, transform.viewport, box);
 }
 
-// A mesh of ordinary size is told from one too small by a cheap estimate: the length on the screen of its
-// longest edge, seen from the front. Only below it the real bound is computed.
+// Most meshes are not too small, and a cheap estimate says so: the length on the screen of the longest
+// edge, seen from the front. The real bound is only computed for the others.
 bool IsInvisible(const Mesh& mesh, const VertexTransform& transform) {
     constexpr float kMaybeTooSmall = 0.01f;  // pixels
     if (IsTiny(transform.viewport) || mesh.vertices.empty()) return false;
@@ -193,8 +207,9 @@ bool IsInvisible(const Mesh& mesh, const VertexTransform& transform) {
     return PlaceMesh(mesh, transform.viewport, box).isTooSmall;
 }
 
-// A point lies to the right of column x where clip x is more than w times x, and so on, wherever w is above
-// 0, as it is for all that is visible. Linear as this is, it holds for a face when it holds for its corners.
+// A visible point has w above 0, so it lies to the right of column x if its clip x is more than x times w;
+// likewise for the other sides. This is linear: if it holds for the corners of a face, it holds for the
+// whole face, and four planes around the pixel tell which meshes can show it.
 PixelPlanes PlanesAround(Point pixel, const Rect& viewport, const Matrix4& viewProjection) {
     constexpr float kMarginOfPixel = 2;  // more than what projecting rounds
     const Vec4 rowX = Row(viewProjection, 0), rowY = Row(viewProjection, 1), rowW = Row(viewProjection, 3);

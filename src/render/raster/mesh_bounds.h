@@ -1,19 +1,19 @@
-// Where a whole mesh lies for the view, by the box around its vertices.
+// Where a whole mesh lies in the view, told from the box around its vertices.
 #pragma once
 
 #include "render/raster/mesh_to_draw.h"
 
 #include <array>
 
-// True when it is certain that no face of the mesh shows a pixel, because all of it lies beyond one side of
-// the viewport or behind the eye. Says so with a wide margin: an eighth of the viewport.
+// True when it is certain that no face of the mesh shows a pixel, because all of it lies behind the eye or
+// beyond one side of the viewport, by at least an eighth of the viewport.
 bool IsBesideView(const Mesh& mesh, const VertexTransform& transform);
 
-// True when it is certain that no face of the mesh shows a pixel, because it is beside the view, or each of
-// its faces is so small on the screen that it is not drawn.
+// True when it is certain that no face of the mesh shows a pixel, because the mesh is beside the view, or
+// every face is too small on the screen to be drawn.
 bool IsInvisible(const Mesh& mesh, const VertexTransform& transform);
 
-// What is certain of the corners on the screen that TransformVertices will give, rounding included.
+// What is certain about the corners that TransformVertices will compute, rounding included.
 struct MeshPlace {
     bool isBeside = false;    // see IsBesideView
     bool isTooSmall = false;  // no face is large enough to be drawn
@@ -29,7 +29,8 @@ struct MeshPlace {
 
 MeshPlace PlaceMesh(const Mesh& mesh, const VertexTransform& transform);
 
-// The world around what a pixel shows, as four planes that look outwards, two pixels off its centre.
+// The part of the world that a pixel shows, between four planes that face outwards, two pixels off its
+// centre.
 struct PixelPlanes {
     std::array<Vec4, 4> planes{};
     std::array<Vec4, 4> sizes{};  // sums of what each plane was added from, without signs
@@ -37,6 +38,6 @@ struct PixelPlanes {
 
 PixelPlanes PlanesAround(Point pixel, const Rect& viewport, const Matrix4& viewProjection);
 
-// True when it is certain that the mesh does not show the pixel: a sphere around it lies beyond one of the
-// planes. Of a mesh that was measured; of others nothing is certain.
+// True when it is certain that the mesh does not show the pixel, because a sphere around it lies beyond
+// one of the planes. Always false for a mesh that was not measured.
 bool MissesPixel(const Mesh& mesh, const Matrix4& world, const PixelPlanes& around);

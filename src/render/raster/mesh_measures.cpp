@@ -54,9 +54,10 @@ MeshBounds BoundsOf(const Mesh& mesh) {
             {(b.x - a.x) / 2, (b.y - a.y) / 2, (b.z - a.z) / 2, 0}};
 }
 
-// Planes, reach and longest edge bound what rounding can do to a mesh, so they are measured in doubles and
-// rounded up once. The lists of planes are padded with zeros to whole vectors of the widest kernel, which
-// reads past the last face. Measuring is done when a mesh is loaded: no frame pays for it.
+// In go vertices and triangles; out come what the visibility tests need of them: a plane for each face,
+// the box, the reach and the longest edge. They bound what rounding can do to the mesh, so they are
+// computed in doubles and rounded up once. The lists of planes are padded with zeros, because the widest
+// kernel reads whole vectors past the last face.
 void MeasureMesh(Mesh& mesh) {
     MeshMeasures measures{.identity = std::make_shared<const MeshMark>()};
     const size_t padded = (mesh.triangles.size() + kPlanesAtOnce - 1) / kPlanesAtOnce * kPlanesAtOnce;

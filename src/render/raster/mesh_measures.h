@@ -1,10 +1,10 @@
-// What drawing asks of a mesh again and again, found out once.
+// Measures a mesh once, so that no frame has to.
 #pragma once
 
 #include "state/mesh.h"
 
-// To be called when a mesh is complete. From then on it has an identity, which its copies share.
+// Call it when a mesh is complete. From then on the mesh has an identity, which its copies share.
 void MeasureMesh(Mesh& mesh);
 
-// Of a mesh with vertices.
+// The mesh must have vertices.
 MeshBounds BoundsOf(const Mesh& mesh);

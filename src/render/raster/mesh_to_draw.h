@@ -1,4 +1,4 @@
-// A mesh on its way to the picture: what the stages of drawing hand to one another, in their order.
+// What the stages of drawing a mesh hand to one another, in the order of the stages.
 #pragma once
 
 #include "base/color.h"
@@ -48,7 +48,7 @@ struct VertexLists {
     uint8_t* beyondNearPlane = nullptr;
 };
 
-// Where the corners of a mesh lie.
+// The bounds of the corners of a mesh.
 struct VertexExtent {
     float left = 0, top = 0, right = 0, bottom = 0;  // pixels; only when all are plain
     bool arePlain = false;                           // all of them: see MeshVertices::IsPlain
@@ -65,7 +65,7 @@ struct MeshVertices {
 
     bool IsPlain(size_t i) const { return visible[i] && beyondNearPlane[i]; }
 
-    // By vertex: as in `corners` where it is plain, else not a number.
+    // By vertex: the corner if the vertex is plain, else not a number.
     const ScreenCorner* PlainCorners() const {
         return extent.arePlain ? corners.data() : plainCorners.data();
     }
@@ -73,14 +73,15 @@ struct MeshVertices {
 
 // ---- Which faces are visible.
 
-// The eye as the faces of a mesh see it.
+// The eye in the object space of a mesh, and how certain that is.
 struct EyeInObject {
     Vec3 position{};   // object space
     float inside = 1;  // -1 where the matrix turns the mesh inside out
-    // By the length of a face's normal farther behind its plane than this, no rounding brings the eye before
-    // it. One bound for all faces: beside a long edge small faces are hardly ever left out.
+    // The height of the eye over the plane of a face, times the length of the face's normal: below minus
+    // this, the eye is certainly behind the face. One bound serves all faces, so in a mesh with a long
+    // edge small faces are hardly ever left out.
     float certainty = 0;
-    // A face is hidden where the eye is higher before its plane than this: see HiddenHeight.
+    // A face is hidden if the eye stands higher over its plane than this: see HiddenHeight.
     float hiddenFrom = std::numeric_limits<float>::infinity();
     bool isUsable = false;  // false: nothing is known of any face
 };
@@ -90,7 +91,8 @@ struct ScannedFace {
     uint32_t triangle = 0;  // index into the mesh's triangles
     Rect box{};         // the face covers nothing of the viewport outside it; not empty, inside the buffer
     float nearest = 0;  // no pixel of it lies before this depth
-    // Edge functions at its pixels are zero or no smaller than 2^-69, and not all three zero: see Divisor.
+    // Edge functions at its pixels are zero or at least 2^-69 in size, and not all three are zero: see
+    // Divisor.
     bool isOrdinary = false;
 };
 
@@ -114,7 +116,7 @@ struct TextureSource {
     uint32_t tint = 0;  // 0x00BBGGRR, 0 for none
 };
 
-// Cosines of angles to a face's normal.
+// Cosines of the angles between a face's normal and three directions.
 struct FaceLight {
     float eye = 0;  // not above 0: the face turns its back to the eye
     float light = 0;
@@ -131,7 +133,7 @@ struct FaceInk {
 
 struct MeshToDraw;
 
-// Finds the ink of a face by its place in the list. False: the face is not drawn.
+// Finds the ink of a face, given its index in the list. False: the face is not drawn.
 using FindFaceInk = bool (*)(const MeshToDraw& mesh, size_t face, FaceInk& ink);
 
 // Faces of one mesh, in the order of drawing. The fill asks for the ink of a face when the first of its
@@ -153,13 +155,13 @@ struct MeshToDraw {
 
 // ---- Memory.
 
-// Some faces of a mesh and the vertices that they need, each as often as it is needed.
+// Some faces of a mesh with their own copies of vertices: one copy for each corner.
 struct MeshPart {
     std::vector<MeshVertex> vertices{};
     std::vector<MeshTriangle> triangles{};
 };
 
-// Memory that drawing uses again for the next mesh and the next frame. What it holds means nothing between
+// Memory that drawing uses again for the next mesh and the next frame. Its content means nothing between
 // two calls.
 struct MeshScratch {
     MeshVertices vertices{};

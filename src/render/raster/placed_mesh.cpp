@@ -19,10 +19,10 @@ static void CopyPlainCorners(size_t count, MeshVertices& out) {
     }
 }
 
-// Each vertex is transformed once, however many faces share it. Most meshes are plain, all of them between
-// the near plane and the end of the depth range: their corners are used as they are. For the others a second
-// list marks every vertex that is not plain by a corner that is not a number, which fails every comparison of
-// the scan and so keeps the faces there for the exact tests.
+// Each vertex is transformed once, however many faces share it. In most meshes every vertex is plain, that
+// is between the near plane and the end of the depth range, and the corners are used as they are. For
+// other meshes a second list gives every vertex that is not plain a corner that is not a number. It fails
+// every comparison of the scan, which therefore keeps the face for the exact tests.
 void TransformVertices(std::span<const MeshVertex> vertices, const VertexTransform& transform,
                        SimdLevel level, MeshVertices& out) {
     const size_t count = vertices.size();
@@ -36,8 +36,8 @@ void TransformVertices(std::span<const MeshVertex> vertices, const VertexTransfo
     if (!out.extent.arePlain) CopyPlainCorners(count, out);
 }
 
-// ---- The near plane. It cuts few faces, those that pass the eye: they are cut in clip space, one by one,
-// before the division by w that would turn what lies behind the eye inside out.
+// ---- The near plane. It cuts few faces, those that reach past the eye. They are cut one by one in clip
+// space, because the division by w would turn what lies behind the eye inside out.
 
 constexpr float kSmallestRise = 1e-6f;  // below it an edge counts as parallel to the plane
 
@@ -99,8 +99,8 @@ static void AddWholeFace(const PlacedMesh& placed, const MeshTriangle& triangle,
     }
 }
 
-// What the near plane leaves is a fan of triangles around its first vertex. One with a corner that is not
-// visible is not drawn at all.
+// The near plane leaves a triangle or a quad, which is drawn as a fan around its first vertex. A triangle
+// of the fan with a corner that is not visible is not drawn at all.
 static void AddCutFace(const PlacedMesh& placed, const MeshTriangle& triangle, FaceParts& found) {
     std::array<ClipVertex, 3> uncut;
     for (size_t c = 0; c < 3; ++c) {

@@ -1,4 +1,4 @@
-// A mesh on the screen: its vertices transformed, and each face of it whole or cut at the near plane.
+// A mesh on the screen: its transformed vertices, and its faces, whole or cut at the near plane.
 #pragma once
 
 #include "render/raster/face_ink.h"
@@ -8,7 +8,7 @@
 #include <array>
 #include <span>
 
-// Replaces what `out` holds; its memory is used again. Every level gives the same bits.
+// Replaces what `out` holds and uses its memory again. Every level gives the same bits.
 void TransformVertices(std::span<const MeshVertex> vertices, const VertexTransform& transform,
                        SimdLevel level, MeshVertices& out);
 
@@ -41,7 +41,7 @@ struct PlacedMesh {
     SimdLevel level;
 };
 
-// True when all of the face is in view and nothing of it has to be cut.
+// True when all vertices of the face are plain: nothing has to be cut off.
 bool IsWhole(const MeshVertices& vertices, const MeshTriangle& triangle);
 
 // A triangle of a face as it lies on the screen.
@@ -51,8 +51,9 @@ struct FacePart {
     Pixel color{};                         // of the face's first corner
 };
 
-// The parts of a face on the screen: itself, or up to two triangles where the near plane cuts it. None of a
-// face that turns its back to the eye, and none that reaches beyond the range of depths.
+// The parts of a face on the screen: the face itself, or up to two triangles if the near plane cuts it. No
+// parts if the face turns its back to the eye. A triangle that reaches beyond the range of depths is left
+// out.
 struct FaceParts {
     FaceInWorld face{};
     std::array<FacePart, 2> parts{};

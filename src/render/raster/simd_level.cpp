@@ -22,7 +22,7 @@ struct CpuAnswer {
 
 }  // namespace
 
-// Zeros for a question that the processor does not know.
+// All zeros if the processor does not know the question.
 static CpuAnswer AskCpu(uint32_t leaf) {
     CpuAnswer answer;
 #if defined(_MSC_VER)
@@ -57,7 +57,9 @@ std::string NameOf(SimdLevel level) {
     return kNames[static_cast<size_t>(level)];
 }
 
-// A processor may have registers that the system does not save: both are asked.
+// Asks both sides, from the narrowest extension up: the processor must have the instructions, and the
+// operating system must save their registers. Without the second the instructions fault, although the
+// processor has them.
 SimdLevel BestSimdLevel() {
     constexpr uint32_t kFma = 1u << 12, kPopcnt = 1u << 23, kOsUsesXsave = 1u << 27, kAvx = 1u << 28;
     constexpr uint32_t kAvx2 = 1u << 5;

@@ -1,4 +1,4 @@
-// Which vectors the rasterizer works with, and its loops written with them.
+// How wide the vectors of the rasterizer are, and its kernels for each width.
 #pragma once
 
 #include <span>
@@ -16,7 +16,7 @@ SimdLevel BestSimdLevel();
 
 struct RasterKernels;
 
-// Of a level that the processor has: see kernels.h.
+// The kernels of a level that this processor has: see kernels.h.
 const RasterKernels& KernelsOf(SimdLevel level);
 
 // Every level, the narrowest first, and those of them that this processor has.

@@ -23,8 +23,9 @@ void PreparePixelAccess(Surface& surface) {
 
 static int32_t CountOf(int32_t pixels, int32_t size) { return std::max(0, (pixels + size - 1) / size); }
 
-// Writes no depth: each tile is marked stale, and is written when something is drawn to it. A frame that
-// leaves half of its tiles alone clears half of its depths.
+// Writes no depth at all: each tile is marked as stale, and its depths are written when something is first
+// drawn to it. A frame that leaves half of its tiles alone clears half of its depths. Whoever reads or
+// writes a depth must call PrepareDepth first, or would see the frame before.
 void ClearDepth(const Rect& area, Surface& surface) {
     DepthTiles& tiles = surface.depthTiles;
     tiles.area = area;
@@ -71,8 +72,8 @@ struct TiledValues {
 
 }  // namespace
 
-// Writes the stale tiles of a rectangle, those that follow one another in a row together: in rows as long as
-// possible, memory is written in the order that caches expect. Gives how many tiles that were.
+// Writes the stale tiles of a rectangle and returns how many they were. Stale tiles side by side are
+// written as one block: its rows are longer, and memory is written more nearly in its own order.
 template <typename Value>
 static size_t WriteStale(const TiledValues<Value>& tiled, const Rect& rect, const Surface& surface) {
     const DepthTiles& tiles = surface.depthTiles;
@@ -96,7 +97,7 @@ static size_t WriteStale(const TiledValues<Value>& tiled, const Rect& rect, cons
     return written;
 }
 
-// The number of pixels without an owner is the lowest: they win every tie.
+// The lowest number, so that pixels without an owner win every tie.
 constexpr int32_t kNobody = std::numeric_limits<int32_t>::min();
 
 void PrepareDepth(const Rect& rect, Surface& surface) {
@@ -136,7 +137,8 @@ static float FarthestOf(const Rect& pixels, const Surface& surface) {
     return KernelsOf(surface.simd).farthestOf(first, surface.width, Width(pixels), Height(pixels));
 }
 
-// Brings the farthest depths of some tiles of a row up to date.
+// Brings the farthest depths of some tiles of a row up to date. Unchanged tiles are skipped by a search
+// through bytes.
 static void RefreshTiles(int32_t row, int32_t left, int32_t right, Surface& surface) {
     DepthTiles& tiles = surface.depthTiles;
     for (int32_t column = left; column < right; ++column) {
@@ -150,9 +152,10 @@ static void RefreshTiles(int32_t row, int32_t left, int32_t right, Surface& surf
     }
 }
 
-// Only tiles that were drawn to since they were asked last are looked at pixel by pixel, and the first row
-// with a far one ends the search: most questions are about a part of the view where nothing stands yet. The
-// rows of a large mesh are long, so they are compared in vectors.
+// Asked before a mesh is drawn: what is farther away than the answer cannot be seen. Only tiles that were
+// drawn to since the last question are measured pixel by pixel. The first row with a far tile ends the
+// search, because part of the rectangle is usually still empty. The rows of a large mesh are long, so they
+// are compared in vectors.
 float FarthestDepth(const Rect& rect, Surface& surface) {
     DepthTiles& tiles = surface.depthTiles;
     const TileRange range = TilesOf(rect, tiles);

@@ -1,7 +1,7 @@
 // The memory that is drawn into: pixels and their depths.
 //
-// The depths are kept in tiles. Most of a frame is never drawn to, and need not be cleared; and what lies
-// behind all that a tile shows need not be drawn.
+// The depths are kept in tiles, for two reasons: tiles that nothing is drawn to are never cleared, and
+// what lies behind all that a tile shows is never drawn.
 #pragma once
 
 #include "base/color.h"
@@ -28,7 +28,8 @@ struct DepthTiles {
     size_t staleCount = 0;
 };
 
-// Whose depth each pixel holds, while objects are drawn in another order than the scene's.
+// The object whose depth each pixel holds. Kept only while objects are drawn in another order than the
+// scene's.
 struct PixelOwners {
     bool areKept = false;
     int32_t current = 0;              // the number of the object at hand, in the scene's order
@@ -48,23 +49,23 @@ struct Surface {
     MeshScratch scratch{};
 };
 
-// To be called before pixels are read or written directly: what the system drew before is then in them.
+// Call it before pixels are read or written directly: it waits until what the system drew is in them.
 void PreparePixelAccess(Surface& surface);
 
-// Makes every depth of the area far. The others are never looked at.
+// Makes every depth of the area far. Depths outside the area are not used until the next call.
 void ClearDepth(const Rect& area, Surface& surface);
 
-// To be called before depths or owners are read or written inside a rectangle: what was cleared is then
-// written.
+// Call it before depths or owners are read or written inside a rectangle: it writes what ClearDepth and
+// KeepOwners have only marked.
 void PrepareDepth(const Rect& rect, Surface& surface);
 
-// From now on pixels have owners, until ForgetOwners. What was drawn before belongs to no object and keeps
-// its place before others of the same depth.
+// Gives pixels owners until ForgetOwners. What was drawn before belongs to no object and wins every tie.
 void KeepOwners(Surface& surface);
 void ForgetOwners(Surface& surface);
 
-// To be called after depths were written inside a rectangle.
+// Call it after depths were written inside a rectangle.
 void DepthChanged(const Rect& rect, Surface& surface);
 
-// A depth that no pixel of the rectangle lies beyond, as near as the tiles tell it.
+// A depth that no pixel of the rectangle exceeds. It is the farthest one of all tiles that the rectangle
+// touches.
 float FarthestDepth(const Rect& rect, Surface& surface);

@@ -1,10 +1,10 @@
-// The vertices of a mesh on their way to the screen, one in each lane.
+// Vertices: from object space to the screen, one vertex in each lane.
 //
-// In go the mesh's vertices and two matrices, out come the corners on the screen, sixteen bytes each, so that
-// a face later takes each of its corners with one load. A vertex is transformed once, however many faces
-// share it: first to the world, then by view and projection, in two steps, because the product of both
-// matrices would round differently. The operations are those of ProjectToViewport, but nothing branches: what
-// is not visible gets a corner all the same, and a flag that says so.
+// In go the mesh's vertices and two matrices. Out come the corners on the screen, sixteen bytes each, so
+// that a face later takes each of its corners with one load. A vertex is transformed once, however many
+// faces share it. It goes to the world first and through view and projection second: the product of both
+// matrices would be less work, but it rounds differently. The operations are those of ProjectToViewport
+// without its branches: a vertex that is not visible gets a corner too, and a flag that says so.
 #pragma once
 
 #include "render/raster/kernels.h"
@@ -12,7 +12,7 @@
 
 namespace {
 
-// Where the corners found so far lie.
+// The bounds of the corners so far.
 struct ExtentOfLanes {
     Floats left, top, right, bottom;
     Mask plain;  // set while every vertex of the lane is
@@ -26,7 +26,7 @@ ZEL_INLINE void Widen(ExtentOfLanes& extent, Floats x, Floats y, Mask plain) {
     extent.plain = extent.plain & plain;
 }
 
-// A vector of vertices, written from place `i` of the lists on.
+// Transforms one vector of vertices and writes it to the lists from index `i` on.
 ZEL_INLINE void TransformVector(const MeshVertex* vertices, const VertexTransform& transform, size_t i,
                                 const VertexLists& out, ExtentOfLanes& extent) {
     Points object;
@@ -56,8 +56,8 @@ ZEL_INLINE void TransformVector(const MeshVertex* vertices, const VertexTransfor
     Widen(extent, limitedX, limitedY, visible & beyond);
 }
 
-// The last vector overlaps the one before it; a mesh smaller than one vector is filled up with its last
-// vertex.
+// The last vector overlaps the one before it. A mesh smaller than one vector is filled up with copies of
+// its last vertex.
 void TransformAll(const MeshVertex* vertices, size_t count, const VertexTransform& transform,
                   const VertexLists& out, VertexExtent& extent) {
     const Floats most = Splat(kMaxScreen), least = Splat(-kMaxScreen);

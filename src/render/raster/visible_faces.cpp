@@ -13,9 +13,10 @@ constexpr float kUnit = 0x1p-24f;            // of one operation's rounding
 constexpr float kRoundedUp = 1.001f;         // more than what rounding takes off the few operations here
 constexpr float kClipRounding = 32 * kUnit;  // of a clip coordinate's size
 
-// ---- The eye. Whether a face turns its front to the eye is decided in world space, per face. Here the eye
-// is brought into object space instead, once for the mesh, so that one product with the face's plane tells.
-// The two ways round differently; `certainty` bounds the difference, and no face within it is left out.
+// ---- The eye. Drawing decides in world space, face by face, whether a face turns its front to the eye.
+// That needs three transformed corners and a normal for each. Here the eye is taken into object space once
+// for the whole mesh, and one product with the stored plane of a face answers the question. The two ways
+// round differently: `certainty` bounds the difference, and a face within it is kept for the exact test.
 
 static float NormOf(const Matrix4& a) {
     float sum = 0;
@@ -31,9 +32,9 @@ static float VolumeOf(const Matrix4& a) {
                Cross({m[0][1], m[1][1], m[2][1]}, {m[0][2], m[1][2], m[2][2]}));
 }
 
-// How far rounding moves the product of a face's normal and its way to the eye in world space, where drawing
-// decides: the vertices by `moved`, and with them the edges, whose products and that with the way to the eye
-// are rounded again.
+// How far rounding can move the product of a face's normal and the way to the eye in world space, where
+// drawing decides. Each vertex moves by `moved`, and the edges with it; then the products of the edges and
+// the product with the way to the eye are rounded again.
 static float WorldRounding(const Mesh& mesh, const Matrix4& world, Vec3 eye) {
     const float size = NormOf(world), reach = size * mesh.measures.reach;
     const float edge = size * mesh.measures.longestEdge;
@@ -49,7 +50,7 @@ static float ObjectRounding(const Mesh& mesh, const Matrix4& inverse, Vec3 eye, 
     return normal * (eyeMoved + 8 * kUnit * (Length(eyeInObject) + mesh.measures.reach));
 }
 
-// Outside these sizes products vanish or overflow, and no bound on their rounding holds.
+// Beyond these sizes products vanish or overflow, and no bound on their rounding holds.
 static bool IsOrdinary(float size) { return std::isfinite(size) && std::abs(size) > 1e-30f; }
 
 EyeInObject FindEye(const Mesh& mesh, const Matrix4& world, Vec3 eye) {
@@ -68,23 +69,25 @@ EyeInObject FindEye(const Mesh& mesh, const Matrix4& world, Vec3 eye) {
     return found;
 }
 
-// ---- Hidden faces. A face is hidden where the depths of its corners lie beyond `farthest` by more than
-// rounding can take off a pixel's depth. Rounding takes much off a thin triangle, up to all of it, and any
-// face may be seen so nearly from its side that it is thin. So a mesh is never left out for its box alone:
-// the height of the eye over a face's plane says how large the face is on the screen, and only faces that are
-// large enough are hidden. The few others go the usual way.
+// ---- Hidden faces. A face is hidden if its corners lie farther away than everything drawn there, by more
+// than rounding can take off the depth of a pixel. For a thin triangle that may be all of the depth, and
+// any face is thin when it is seen almost from its edge. So a mesh is never left out because of its box
+// alone. The height of the eye over a face's plane says how large the face is on the screen; only faces
+// that are large enough count as hidden, and the few others go the usual way.
 
 static Vec3 Axis(const Matrix4& a, size_t row) { return {a.m[row][0], a.m[row][1], a.m[row][2]}; }
 
-// How far from zero a clip coordinate of the eye may be. Exactly it is zero: the eye is where all rays meet.
+// How far from zero a clip coordinate of the eye may be. Without rounding it would be zero, because all
+// rays meet in the eye.
 static float OffZero(const Matrix4& toClip, size_t row, Vec3 eye, float size) {
     const float found = Dot(Axis(toClip, row), eye) + toClip.m[row][3];
     const float largest = std::abs(eye.x) + std::abs(eye.y) + std::abs(eye.z);
     return std::abs(found) + kClipRounding * (size + largest * Length(Axis(toClip, row)));
 }
 
-// Twice the area on the screen that a face needs, square pixels, so that no pixel of it lies before
-// `farthest`: see NearestDepths in faces_kernel.h. Infinite when no area is enough.
+// Twice the area on the screen, square pixels, from which on no pixel of a face can be nearer than
+// `farthest`: the bound of NearestDepths in faces_kernel.h, solved for the area. Infinite when no area is
+// enough.
 static float AreaNeeded(const MeshPlace& place, float farthest) {
     const float spare = 1 - farthest / place.nearest - kSumRounding - 8 * kUnit - kVanishing / place.nearest;
     if (!(spare > kUnit)) return kNever;
@@ -98,7 +101,7 @@ float HiddenHeight(const Mesh& mesh, const MeshPlace& place, const EyeInObject& 
     const float needed = AreaNeeded(place, farthest);
     if (needed == kNever) return kNever;
 
-    // What rounding moves of an area, when it moves each corner.
+    // How much an area loses when rounding moves each corner.
     const float edge = place.edge + 2 * place.moved;
     const float lost = 8 * place.moved * (edge + place.moved) + 8 * kUnit * edge * edge;
 
@@ -114,8 +117,8 @@ float HiddenHeight(const Mesh& mesh, const MeshPlace& place, const EyeInObject& 
     if (!(scale > 0)) return kNever;
     const float height = (needed + lost) * place.mostW * place.mostW * place.mostW / scale;
 
-    // The heights are those of the eye that faces turn to. How far it is from where rays meet counts against
-    // them.
+    // The height is measured from `eye`, but the matrix may see from a slightly different point. The
+    // difference counts against the height.
     const float away = (OffZero(place.toClip, 0, eye.position, place.sizes.x) * Length(yw) +
                         OffZero(place.toClip, 1, eye.position, place.sizes.y) * Length(wx) +
                         OffZero(place.toClip, 3, eye.position, place.sizes.w) * Length(xy)) /
@@ -125,7 +128,7 @@ float HiddenHeight(const Mesh& mesh, const MeshPlace& place, const EyeInObject& 
     return found >= 0 ? found : kNever;
 }
 
-// ---- Faces that turn to the eye, by their planes in object space: before any corner is transformed.
+// ---- Front faces, told from their planes in object space before any vertex is transformed.
 
 size_t FindFrontFaces(const Mesh& mesh, const EyeInObject& eye, SimdLevel level, std::vector<uint32_t>& out) {
     const size_t count = mesh.triangles.size();
@@ -139,8 +142,8 @@ size_t FindFrontFaces(const Mesh& mesh, const EyeInObject& eye, SimdLevel level,
     return KernelsOf(level).findFrontFaces(planes, eye, out.data());
 }
 
-// ---- The scan: the faces that are left, by their corners on the screen. The kernel does the work; its list
-// of faces is followed by copies of the last one, so that whole vectors can be read.
+// ---- The scan: the faces that are left, told from their corners on the screen. The kernel does the work.
+// Its list of faces is padded with copies of the last one, so that whole vectors can be read.
 
 std::span<const ScannedFace> ScanFaces(const MeshTriangle* triangles, const MeshVertices& vertices,
                                        const Rect& viewport, float farthest, SimdLevel level, size_t fronts,

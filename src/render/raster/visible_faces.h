@@ -1,6 +1,6 @@
-// Which faces of a mesh may be visible. Most are not: half of all turn away, others lie behind what was
-// drawn, and most faces of small or distant objects hold no pixel's centre. Only what certainly changes no
-// pixel is left out, and every level leaves out the same.
+// Which faces of a mesh may be visible. Most are not: half of them turn away, others lie behind what was
+// drawn, and most faces of small or distant objects contain no pixel centre. A face is left out only if it
+// certainly changes no pixel, and every level leaves out the same faces.
 #pragma once
 
 #include "render/raster/mesh_bounds.h"
@@ -11,14 +11,14 @@
 
 EyeInObject FindEye(const Mesh& mesh, const Matrix4& world, Vec3 eye);
 
-// The height of the eye over a face's plane, in the measure of FindFrontFaces, from which on the face draws
-// nothing: all that it could cover shows something nearer than `farthest` then. Infinite where no height is
-// enough.
+// A face draws nothing if the eye stands at least this high over its plane, in the measure of
+// FindFrontFaces: everything that the face could cover shows something nearer than it. `farthest` bounds
+// what was drawn there. Infinite if no height is enough.
 float HiddenHeight(const Mesh& mesh, const MeshPlace& place, const EyeInObject& eye, const Rect& viewport,
                    float farthest);
 
-// How many faces may turn to the eye and are not hidden. Their indices are the first of `out`, in their
-// order. All faces when nothing is known.
+// Writes the indices of the faces that may turn to the eye and are not hidden to the front of `out`, in
+// order, and returns how many they are. All faces when nothing is known.
 size_t FindFrontFaces(const Mesh& mesh, const EyeInObject& eye, SimdLevel level, std::vector<uint32_t>& out);
 
 // Those of the first `fronts` faces of scratch.fronts that may be visible, in their order. Left out are faces
