@@ -22,7 +22,7 @@ constexpr Box Grown(const Box& box, float distance) {
     return {box.min - d, box.max + d};
 }
 
-// Widens `box` so that it holds `other` too, as far as that is a number.
+// Widens `box` so that it holds `other` too. Coordinates of `other` that are not numbers are ignored.
 constexpr void Include(const Box& other, Box& box) {
     box.min = {std::min(box.min.x, other.min.x), std::min(box.min.y, other.min.y),
                std::min(box.min.z, other.min.z)};

@@ -1,10 +1,10 @@
-// Memory that does not suffice, as an ordinary failure.
+// Running out of memory as an ordinary failure.
 #pragma once
 
 #include <new>
 
-// What `act` answers; false when memory does not suffice for it. `act` must leave the state whole at every
-// step that takes memory.
+// Returns what `act` returns, or false when memory runs out meanwhile. `act` must leave the state whole at
+// every step that takes memory.
 template <typename Act>
 bool WithEnoughMemory(Act act) {
     try {

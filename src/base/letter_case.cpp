@@ -5,7 +5,7 @@
 
 namespace {
 
-// The letters first, first + step ... last; each has its capital `toCapital` further on.
+// The small letters first, first + step ... last. The capital of each stands `toCapital` further on.
 struct SmallLetters {
     uint16_t first = 0, last = 0, step = 1;
     int32_t toCapital = 0;
@@ -13,8 +13,10 @@ struct SmallLetters {
 
 }  // namespace
 
-// The simple mappings of Unicode that lead there and back. `tests/platform/windows/letter_case_test.cpp`
-// holds every unit against the system.
+// The simple case mappings of Unicode that lead there and back, in rising order, so that one binary search
+// finds a letter. Alphabets mostly alternate between capital and small letters or stand in two blocks, which
+// is why a row is a run with a step. `tests/platform/windows/letter_case_test.cpp` compares every unit with
+// the system.
 // clang-format off
 constexpr SmallLetters kSmallLetters[] = {
     {0x0061, 0x007A, 1, -32}, {0x00E0, 0x00F6, 1, -32}, {0x00F8, 0x00FE, 1, -32}, {0x00FF, 0x00FF, 1, 121},
@@ -82,8 +84,8 @@ static wchar_t Capital(wchar_t letter) {
     return isSmall ? static_cast<wchar_t>(static_cast<int32_t>(unit) + row->toCapital) : letter;
 }
 
-// Puts a character where its UTF-16 units stand, also where it is one unit: those beyond 0xFFFF come before
-// 0xE000 .. 0xFFFF.
+// The place of a character in the order of UTF-16 units, also where wchar_t has 32 bits: characters beyond
+// 0xFFFF are pairs of units from 0xD800 on and come before 0xE000 .. 0xFFFF.
 static uint32_t PlaceOf(wchar_t c) {
     const auto unit = static_cast<uint32_t>(c);
     if constexpr (sizeof(wchar_t) == 2) return unit;

@@ -3,8 +3,8 @@
 #include <array>
 #include <cmath>
 
-// The volume of a unit cube after the matrix, relative to the product of its edges. What a chain of matrices
-// flattens keeps a rounding error of about this much.
+// The volume that a unit cube has after the matrix, relative to the product of its edges. If a chain of
+// matrices flattens space, rounding leaves about this much.
 constexpr double kFlatVolume = 1e-6;
 
 using Vector = std::array<double, 3>;
@@ -28,6 +28,9 @@ static bool IsFinite(const Matrix4& matrix) {
     return true;
 }
 
+// By cofactors: the rows of the inverse are the cross products of two columns, divided by the determinant.
+// Computed in doubles and rounded once, because parents and children of very different scales lose most of a
+// float's digits in the products. A flat matrix is refused rather than inverted into huge numbers.
 bool InvertMatrix(const Matrix4& matrix, Matrix4& inverse) {
     if (!IsFinite(matrix) || matrix.m[3] != Matrix4{}.m[3]) return false;
 

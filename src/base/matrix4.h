@@ -5,7 +5,7 @@
 
 #include <array>
 
-// A point of homogeneous coordinates, in clip space where nothing else is said.
+// A point in homogeneous coordinates, in clip space unless something else is said.
 struct Vec4 {
     float x = 0, y = 0, z = 0, w = 0;
 
@@ -48,6 +48,6 @@ constexpr Matrix4 MultiplyMatrix(const Matrix4& a, const Matrix4& b) {
     return product;
 }
 
-// For matrices whose last row is 0 0 0 1. False, with `inverse` as it was, when the matrix is none of those,
-// is not finite, or flattens space: then no matrix undoes it.
+// Inverts a matrix whose last row is 0 0 0 1. False, with `inverse` unchanged, for other matrices and for
+// those that are not finite or flatten space.
 bool InvertMatrix(const Matrix4& matrix, Matrix4& inverse);

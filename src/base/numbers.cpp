@@ -13,12 +13,12 @@ constexpr size_t kNumberBuffer = 64;
 // From this magnitude on a float is a whole number, and a million times it may not fit 64 bits.
 constexpr float kLargeFloat = 17592186044416.0f;  // 2 to the 44th
 
-// Exponents beyond this are as good as infinite, and sums with it stay far from overflow.
+// Larger exponents act like infinity; sums with this one stay far from overflow.
 constexpr int64_t kExponentLimit = 1'000'000'000'000;
 
 constexpr double kPowersOfTen[] = {1, 10, 100, 1000, 10'000, 100'000, 1'000'000};
 
-// Digits of a whole number, written backwards from `end` on. Returns where they begin.
+// Writes the digits of a whole number backwards, so that they stop at `end`. Returns where they begin.
 static wchar_t* WriteDigits(uint64_t number, wchar_t* end) {
     do {
         *--end = static_cast<wchar_t>(L'0' + number % 10);
@@ -27,8 +27,8 @@ static wchar_t* WriteDigits(uint64_t number, wchar_t* end) {
     return end;
 }
 
-// The same for a float that is whole and at least 2 to the 44th: its 24 bits are shifted into 128, which are
-// divided by ten until nothing is left.
+// Likewise for a float of at least 2 to the 44th, which is always whole: its 24 bits are shifted into a
+// number of 128 bits, which is divided by ten until nothing is left.
 static wchar_t* WriteLargeDigits(float magnitude, wchar_t* end) {
     int exponent = 0;
     const auto mantissa = static_cast<uint32_t>(std::ldexp(std::frexp(magnitude, &exponent), 24));
@@ -62,6 +62,8 @@ static uint64_t RoundHalfToEven(double value) {
     return whole + (up ? 1 : 0);
 }
 
+// Written without the library, whose result depends on the locale and, for an exact half, on the compiler.
+// Digits are made from the last to the first in a buffer: the decimals, the point, the whole part.
 void AppendFixed(std::wstring& text, float value, int32_t decimals) {
     assert(decimals >= 0 && decimals <= 6);
     if (std::isnan(value)) {
@@ -155,7 +157,7 @@ static bool TakeLimited(std::basic_string_view<Char>& text, int64_t low, int64_t
 }
 
 namespace {
-// The extent of a number's text, and where its first digit that is not zero stands.
+// How long the text of a number is, and how large its value.
 struct NumberText {
     size_t length = 0;      // characters, exponent included; 0 when there is no digit
     bool isZero = true;     // every digit is zero
@@ -195,7 +197,9 @@ static NumberText MeasureNumber(std::basic_string_view<Char> text) {
     return number;
 }
 
-// The value of a number's text without a sign, infinite where it is too large.
+// The value of a number's text without a sign; infinite if it is too large. The library converts exactly and
+// without a locale, but it says the same about numbers that are too large and too small. So the magnitude
+// decides, and far out it decides alone, however long the text is.
 template <typename Char>
 static float ConvertNumber(std::basic_string_view<Char> text, const NumberText& number) {
     if (number.isZero || number.magnitude < -50) return 0;

@@ -20,14 +20,14 @@ void AppendInteger(std::wstring& text, int64_t number);
 int32_t ReadInteger(std::wstring_view text, int32_t fallback);
 uint32_t ReadUnsigned(std::wstring_view text, uint32_t fallback);
 
-// Likewise for digits with a decimal point and an exponent. The result is finite: `fallback` also where the
-// number is too large for a float.
+// Likewise for digits with a decimal point and an exponent. The result is always finite: a number too large
+// for a float gives `fallback`.
 float ReadFloat(std::wstring_view text, float fallback);
 
 // Takes the integer that `text` begins with, read as above, off its front. False when there is no digit.
 bool TakeInteger(std::string_view& text, int32_t& value);
 
-// Takes the number that `text` begins with off its front, which need not be finite: too large a number,
-// "inf", "infinity", "nan" and "nan(...)" in any case and with a sign are numbers too. False, with `text` and
-// `value` as they were, when there is none.
+// Takes the number that `text` begins with off its front. It need not be finite: a number that is too large
+// counts, and so do "inf", "infinity", "nan" and "nan(...)" in any case and with a sign. False, with `text`
+// and `value` as they were, when there is none.
 bool TakeFloat(std::string_view& text, float& value);

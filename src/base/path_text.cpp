@@ -31,7 +31,7 @@ std::wstring ParentFolder(std::wstring_view path) {
     return std::wstring(path.substr(0, isRoot ? start : separator));
 }
 
-// Where a server's share ends: behind the name that follows the server's, with its separator.
+// Where the root of a share ends: after the name of the server, the name of the share, and one separator.
 static size_t ShareEnd(std::wstring_view path) {
     const size_t server = path.find_first_of(L"\\/", 2);
     if (server == std::wstring_view::npos) return path.size();
@@ -68,6 +68,8 @@ std::wstring RelativeTo(std::wstring_view path, std::wstring_view folder) {
     return std::wstring(isBelow ? path.substr(folder.size() + 1) : path);
 }
 
+// Both sides are brought to one separator and compared without regard to case. A separator must follow the
+// folder, so that "C:\Game2" is not below "C:\Game"; a root brings its own.
 bool IsAtOrBelow(std::wstring_view path, std::wstring_view folder) {
     if (folder.empty() || path.size() < folder.size()) return false;
     const auto withOneSeparator = [](std::wstring_view text) {

@@ -1,11 +1,10 @@
-// Paths and names of files as text: their parts, and which names the system takes. Nothing here asks the
-// disk.
+// Paths and file names as text: their parts, and which names the system accepts. Nothing here asks the disk.
 #pragma once
 
 #include <string>
 #include <string_view>
 
-// What stands between the components of a path.
+// True for what stands between the components of a path.
 constexpr bool IsSeparator(wchar_t c) { return c == L'\\' || c == L'/'; }
 
 // What follows the last `\` or `/`; the whole path without one. Empty for a path that ends with a separator.
@@ -26,21 +25,21 @@ std::wstring FileExtension(std::wstring_view path);
 // The last component without that extension.
 std::wstring NameWithoutExtension(std::wstring_view path);
 
-// `stored` under `folder`: the folder alone when `stored` is empty, `stored` alone when the folder is; else
-// both with one separator between them. `stored` is not tested for being absolute.
+// `stored` under `folder`, with one separator between them. If one of the two is empty, the other one alone.
+// `stored` may be absolute; nobody checks.
 std::wstring JoinPath(std::wstring_view folder, std::wstring_view stored);
 
-// The part of `path` below `folder`, by an exact, case-sensitive comparison. Empty when both are equal; the
-// path as it is when it does not lie below.
+// The part of `path` below `folder`, compared exactly. Empty when both are equal; `path` itself when it does
+// not lie below.
 std::wstring RelativeTo(std::wstring_view path, std::wstring_view folder);
 
-// True when `path` is `folder` or lies below it, as the disk sees it: without regard to case and to which
-// separators stand there. False for no folder.
+// True when `path` is `folder` or lies below it, as the disk sees it: case and the kind of separator do not
+// matter. False for an empty folder.
 bool IsAtOrBelow(std::wstring_view path, std::wstring_view folder);
 
-// The name with each of \ / : * ? " < > | replaced by _, then without spaces at both ends. May be empty.
+// The name with each of \ / : * ? " < > | replaced by _, and without spaces at both ends. May be empty.
 std::wstring SanitizeFileName(std::wstring name);
 
-// False for what the system does not take for a name, or takes for something else: an empty one, one that
-// ends with a dot or a space, control characters, and the names of devices ("NUL", "com1.txt").
+// False for names that the system refuses or takes for something else: an empty name, one that ends with a
+// dot or a space, control characters, and the names of devices ("NUL", "com1.txt").
 bool IsUsableFileName(const std::wstring& name);

@@ -10,6 +10,9 @@ static bool IsControl(wchar_t unit) {
     return code < 32 || code == kDeleteCharacter;
 }
 
+// The system reports a character beyond 16 bits as two units, one event each. The first half waits until the
+// second one comes; anything else in between drops it, so a text never holds half of a character. The limit
+// counts units, and a pair that would pass it is dropped as a whole.
 void AppendTyped(wchar_t unit, size_t limit, wchar_t& half, std::wstring& text) {
     const wchar_t first = std::exchange(half, wchar_t{0});
     if (IsFirstHalf(unit)) {

@@ -1,10 +1,10 @@
-// Texts in UTF-16 units: pairs of them, typing one after the other, and the spaces around a text.
+// Texts as UTF-16 units: surrogate pairs, typing and erasing, and the spaces around a text.
 #pragma once
 
 #include <cstddef>
 #include <string>
 
-// Halves of a surrogate pair: what comes first and what comes second in UTF-16.
+// The halves of a surrogate pair, in the order in which they stand.
 constexpr bool IsFirstHalf(char32_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
 constexpr bool IsSecondHalf(char32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
 
@@ -16,5 +16,5 @@ void AppendTyped(wchar_t unit, size_t limit, wchar_t& half, std::wstring& text);
 // Removes the last character, both halves of a surrogate pair together. Nothing when empty.
 void EraseLastCharacter(std::wstring& text);
 
-// Without the spaces at both ends. Tabs and other blanks stay.
+// The text without the spaces at both ends. Tabs and other blanks stay.
 std::wstring TrimSpaces(const std::wstring& text);

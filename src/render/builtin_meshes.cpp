@@ -64,7 +64,7 @@ static Mesh Pyramid() {
     };
 }
 
-// Faces down: from above only the grid is visible.
+// Its front faces down: from above only the grid is visible.
 static Mesh Ground() {
     return {
         {
@@ -77,7 +77,7 @@ static Mesh Ground() {
     };
 }
 
-// Visible from both sides.
+// Two triangles for each side, so that it is visible from above and from below.
 static Mesh Plane() {
     return {
         {
@@ -90,6 +90,8 @@ static Mesh Plane() {
     };
 }
 
+// One vertex a segment, on a circle about the y axis. Rings have no closing vertex; the last segment goes
+// back to the first one.
 static void AppendRing(Mesh& mesh, float y, float radius, int32_t segments) {
     for (int32_t i = 0; i < segments; ++i) {
         const float turn = static_cast<float>(i) / static_cast<float>(segments);
@@ -99,7 +101,7 @@ static void AppendRing(Mesh& mesh, float y, float radius, int32_t segments) {
     }
 }
 
-// A band between two rings of vertices, the lower one first seen from outside.
+// Two triangles a segment between two rings, wound so that their fronts point outward.
 static void AppendBand(Mesh& mesh, int32_t lowerRing, int32_t upperRing, int32_t segments) {
     for (int32_t i = 0; i < segments; ++i) {
         const int32_t j = (i + 1) % segments;
@@ -120,6 +122,8 @@ static void AppendBottomFan(Mesh& mesh, int32_t pole, int32_t ring, int32_t segm
     }
 }
 
+// From the top pole down, ring by ring. Files refer to meshes by name only, but pictures depend on the order
+// of the triangles: of two at the same depth the first one is seen.
 static Mesh Sphere() {
     Mesh mesh;
     mesh.vertices.push_back({{0, 1, 0}, MeshGradientColor(1, 0)});
@@ -139,6 +143,8 @@ static Mesh Sphere() {
     return mesh;
 }
 
+// From the bottom pole up: the rings of the lower cap, the two ends of the straight part, the rings of the
+// upper cap.
 static Mesh Capsule() {
     constexpr float kPole = 1.1f;                       // the tops of the two hemispheres
     constexpr float kStep = kPi / 2 / (kCapRings + 1);  // angle between the rings of a cap

@@ -25,7 +25,7 @@ inline constexpr const wchar_t* kBuiltinMeshNames[kBuiltinMeshCount] = {
 // In the order of BuiltinMesh. Solids are wound so that their fronts point outward.
 std::vector<Mesh> BuildBuiltinMeshes();
 
-// The same with their names: the mesh library that every scene begins with.
+// The same meshes with their names: the library that every scene begins with.
 std::vector<MeshAsset> BuiltinMeshLibrary();
 
 // The colour of a generated vertex: `height` -1.1 .. 1.1 (limited to it), `turn` the fraction of a full

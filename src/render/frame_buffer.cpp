@@ -8,7 +8,7 @@
 
 FrameBuffer frameBuffer;
 
-// Allocates the depths of the whole buffer at once, so that no later frame can run out of memory.
+// Takes the memory for all depths at once, so that no later frame can run out of memory half way.
 static bool MakeDepth() {
     FrameBuffer& fb = frameBuffer;
     fb.depth.assign(static_cast<size_t>(fb.width) * static_cast<size_t>(fb.height), kFarDepth);
@@ -16,6 +16,9 @@ static bool MakeDepth() {
     return true;
 }
 
+// The pixels belong to the platform and the depths to this program, so both are made anew together. While
+// this fails, `pixels` stays null and every primitive draws nothing, which keeps the program running in a
+// window that is too large for the memory.
 bool EnsureSize(int32_t width, int32_t height) {
     FrameBuffer& fb = frameBuffer;
     const bool isUsable = width >= 1 && height >= 1;
@@ -64,8 +67,8 @@ void DrawPanelBox(const Rect& rect, Pixel fill, Pixel light) {
     FillRect({right - 1, top, right, bottom}, kBoxDarkEdge);
 }
 
-// Text and images are the system's work, drawn straight into the pixels. It may finish later: the flag makes
-// PreparePixelAccess wait before the program touches pixels itself, and only then.
+// The system draws text and images straight into the pixels, and may finish later. The flag makes
+// PreparePixelAccess wait for it before the program touches pixels itself, and only then.
 void DrawText(int32_t x, int32_t y, const std::wstring& text, TextColor color, int32_t height,
               int32_t weight) {
     if (frameBuffer.pixels == nullptr) return;

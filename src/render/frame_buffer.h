@@ -24,14 +24,13 @@ extern FrameBuffer frameBuffer;
 // memory runs out; the next call tries again.
 bool EnsureSize(int32_t width, int32_t height);
 
-// Gives the buffer's memory back: the frame buffer is then as it was before its first size.
+// Gives the memory back. The frame buffer is then as it was before it first had a size.
 void ReleaseFrameBuffer();
 
 // Fills everything and makes every depth far.
 void Clear(Pixel color);
 
-// Fills left <= x < right, top <= y < bottom as far as it lies inside the buffer. Nothing for an empty
-// rectangle.
+// Fills the part of a rectangle that lies inside the buffer. An empty rectangle fills nothing.
 void FillRect(const Rect& rect, Pixel color);
 
 // The two bevel colours that every panel box has.

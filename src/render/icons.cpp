@@ -40,8 +40,9 @@ static DecodedImage PixelsOf(const std::wstring& path) {
     return pixels;
 }
 
-// The program decodes its own PNG files: waking the system's decoder takes longer than the rest of the start.
-// A file that is not a plain PNG is left to the system.
+// The program decodes its own PNG files, because starting the system's decoder takes longer than the rest of
+// the program's start. A file that is not a plain PNG is left to the system. The logo is decoded once for
+// both of its uses.
 void LoadIcons() {
     const std::wstring folder = AssetsFolder() + L"\\";
     for (const auto& [icon, name] : kIconFiles) {

@@ -16,6 +16,6 @@ struct Icons {
 
 extern Icons icons;
 
-// Loads the icons, and the window's icon, from the folder "assets" beside the executable, or else in the
-// working folder. An icon whose file is missing stays -1 and is not drawn.
+// Loads the icons and the icon of the window from the folder "assets" beside the executable, or else from
+// the one in the working folder. An icon whose file is missing stays -1 and is not drawn.
 void LoadIcons();

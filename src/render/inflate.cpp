@@ -11,7 +11,8 @@ constexpr size_t kHeaderBytes = 2, kCheckSumBytes = 4;
 constexpr uint32_t kCheckSumModulus = 65521;
 
 // clang-format off
-// What a length symbol stands for, and how many further bits are added to it; likewise a distance symbol.
+// The length that a symbol stands for, and how many bits follow that are added to it; then the same for
+// distances.
 constexpr std::array<uint16_t, 29> kLengths{
     3, 4, 5, 6, 7, 8, 9, 10, 11, 13, 15, 17, 19, 23, 27, 31, 35, 43, 51, 59, 67, 83, 99, 115, 131, 163, 195,
     227, 258};
@@ -22,14 +23,15 @@ constexpr std::array<uint16_t, 30> kDistances{
     4097, 6145, 8193, 12289, 16385, 24577};
 constexpr std::array<uint8_t, 30> kDistanceBits{
     0, 0, 0, 0, 1, 1, 2, 2, 3, 3, 4, 4, 5, 5, 6, 6, 7, 7, 8, 8, 9, 9, 10, 10, 11, 11, 12, 12, 13, 13};
-// The order in which the lengths of the codes for code lengths are stored.
+// The order in which a block stores the lengths of the codes that code lengths are coded with.
 constexpr std::array<uint8_t, 19> kLengthOrder{
     16, 17, 18, 0, 8, 7, 9, 6, 10, 5, 11, 4, 12, 3, 13, 2, 14, 1, 15};
 // clang-format on
 
 namespace {
 
-// Bits from the lowest of each byte on. Past the end they are zero and `failed` is set.
+// Gives bits, the lowest of each byte first. Past the end it gives zeros and sets `failed`, so that callers
+// may read on and ask once at the end.
 struct BitReader {
     std::string_view bytes{};
     size_t next = 0;
@@ -53,7 +55,8 @@ struct BitReader {
     void SkipToByte() { Take(count % 8); }
 };
 
-// Symbols by their codes: how many codes there are of each length, and the symbols in the order of the codes.
+// A canonical Huffman code: how many codes have each length, and the symbols in the order of their codes.
+// Nothing else is stored, because codes of one length are consecutive numbers.
 struct CodeTable {
     std::array<uint16_t, kLongestCode + 1> counts{};
     std::array<uint16_t, 288> symbols{};
@@ -61,7 +64,9 @@ struct CodeTable {
 
 }  // namespace
 
-// False when more codes are wanted than there are of a length.
+// In go the code lengths of all symbols, 0 for an unused one; out comes the table. A code may leave numbers
+// unused, which TakeSymbol then reports. False when a length has more codes than there are numbers left for
+// it.
 static bool MakeTable(std::span<const uint8_t> lengths, CodeTable& table) {
     table = {};
     for (const uint8_t length : lengths) ++table.counts[length];
@@ -79,7 +84,9 @@ static bool MakeTable(std::span<const uint8_t> lengths, CodeTable& table) {
     return true;
 }
 
-// The codes of a length are consecutive numbers, and follow those of the length below. -1 for no code.
+// Reads one code, bit by bit. The codes of each length are consecutive numbers that follow those of the
+// shorter lengths, so a comparison tells whether the code ends here. One bit at a time is slow, and fast
+// enough for eight icons. -1 for no code.
 static int32_t TakeSymbol(BitReader& reader, const CodeTable& table) {
     int32_t code = 0, first = 0, index = 0;
     for (size_t length = 1; length <= kLongestCode; ++length) {
@@ -101,7 +108,8 @@ static bool CopyStored(BitReader& reader, size_t size, std::string& bytes) {
     return !reader.failed;
 }
 
-// The bytes before the end, once more. They may overlap what they become.
+// Appends `length` bytes again that stand `distance` before the end. They may overlap what is appended: a
+// distance of 1 repeats one byte, so they are copied one by one.
 static bool Repeat(size_t distance, size_t length, size_t size, std::string& bytes) {
     if (distance > bytes.size() || bytes.size() + length > size) return false;
     for (size_t i = 0; i < length; ++i) bytes.push_back(bytes[bytes.size() - distance]);
@@ -147,7 +155,9 @@ static void MakeFixedTables(CodeTable& literals, CodeTable& distances) {
     MakeTable(five, distances);
 }
 
-// The code lengths of literals and distances are themselves coded, runs of equal ones as one symbol.
+// Reads the two tables of a block. Their code lengths are themselves coded, by a third table that comes
+// first: symbols below 16 are lengths, 16 repeats the last one, 17 and 18 are runs of zeros. A run may cross
+// from the literals into the distances, so both are read as one list.
 static bool TakeTables(BitReader& reader, CodeTable& literals, CodeTable& distances) {
     const size_t literalCount = 257 + reader.Take(5), distanceCount = 1 + reader.Take(5);
     const size_t orderCount = 4 + reader.Take(4);
@@ -181,6 +191,9 @@ static bool TakeTables(BitReader& reader, CodeTable& literals, CodeTable& distan
            MakeTable(all.subspan(literalCount, distanceCount), distances);
 }
 
+// Blocks follow one another until one says that it is the last. Each is stored plainly, or coded with fixed
+// tables, or with tables of its own. Every step asks for `size` before it appends, so a damaged stream
+// cannot take more memory than the image.
 static bool TakeBlocks(BitReader& reader, size_t size, std::string& bytes) {
     CodeTable literals, distances;
     bool isLast = false;
@@ -208,7 +221,8 @@ static uint32_t CheckSum(std::string_view bytes) {
     return high << 16 | low;
 }
 
-// Compression method 8, a window of at most 32 KB, no dictionary, and a sum that is a multiple of 31.
+// True for compression method 8 with a window of at most 32 KB and no dictionary; both bytes together are a
+// multiple of 31.
 static bool IsHeader(std::string_view stream) {
     if (stream.size() < kHeaderBytes) return false;
     const auto method = static_cast<uint8_t>(stream[0]), flags = static_cast<uint8_t>(stream[1]);

@@ -1,4 +1,4 @@
-// The compression of PNG files undone.
+// Undoes the compression of PNG files.
 #pragma once
 
 #include <cstddef>

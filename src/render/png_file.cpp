@@ -13,7 +13,7 @@ constexpr size_t kHeaderSize = 13, kPixelBytes = 4;
 constexpr uint32_t kLongestSide = 1024;  // pixels
 // 8 bits, red, green, blue and alpha; the only compression and filter methods; rows in order.
 constexpr std::string_view kForm("\x08\x06\x00\x00\x00", 5);
-// What says nothing about the pixels: background hint, texts, time, size of a pixel.
+// Chunks that do not change pixels: background hint, texts, time, size of a pixel.
 constexpr std::string_view kIgnored[] = {"bKGD", "tEXt", "zTXt", "iTXt", "tIME", "pHYs"};
 
 namespace {
@@ -51,7 +51,7 @@ static uint32_t Crc(std::string_view bytes) {
     return ~crc;
 }
 
-// Length, type, data, check sum of type and data. Takes the chunk off the front of `bytes`.
+// Takes a chunk off the front of `bytes`: length, type, data, and a check sum of type and data.
 static bool TakeChunk(std::string_view& bytes, Chunk& chunk) {
     if (bytes.size() < 12) return false;
     const size_t length = Number(bytes);
@@ -70,7 +70,8 @@ static bool ReadHeader(const Chunk& chunk, Header& header) {
     return isSide(header.width) && isSide(header.height);
 }
 
-// The data of all IDAT chunks, which follow each other.
+// Joins the data of all IDAT chunks, which must follow each other. A chunk that is not known to leave pixels
+// alone ends the reading: the system may understand it.
 static bool JoinData(std::string_view bytes, std::string& data) {
     bool hasEnded = false;
     for (Chunk chunk; TakeChunk(bytes, chunk);) {
@@ -86,7 +87,8 @@ static bool JoinData(std::string_view bytes, std::string& data) {
     return false;
 }
 
-// Whichever of left, above and above left is nearest to left + above - above left.
+// Whichever of left, above and above left is nearest to left + above - above left. On a tie the first of
+// these three.
 static int32_t Nearest(int32_t left, int32_t above, int32_t aboveLeft) {
     const int32_t guess = left + above - aboveLeft;
     const int32_t toLeft = std::abs(guess - left), toAbove = std::abs(guess - above),
@@ -95,7 +97,7 @@ static int32_t Nearest(int32_t left, int32_t above, int32_t aboveLeft) {
     return toAbove <= toAboveLeft ? above : aboveLeft;
 }
 
-// What a row's filter expects of a byte. -1 for an unknown filter.
+// What the filter of a row predicts for a byte. -1 for an unknown filter.
 static int32_t Expected(uint8_t filter, int32_t left, int32_t above, int32_t aboveLeft) {
     switch (filter) {
         case 0: return 0;
@@ -107,7 +109,8 @@ static int32_t Expected(uint8_t filter, int32_t left, int32_t above, int32_t abo
     }
 }
 
-// Each row is its filter and the differences to what the filter expects. Turned into the bytes themselves.
+// In go rows that hold a filter and then differences from what the filter predicts; out come the bytes, in
+// place. Predictions use bytes that are already restored, so it goes from the top left, byte by byte.
 static bool Unfilter(const Header& header, std::string& bytes) {
     const size_t pitch = 1 + header.width * kPixelBytes;
     for (size_t row = 0; row < header.height; ++row) {
@@ -142,6 +145,8 @@ static DecodedImage ImageOf(const Header& header, std::string_view rows) {
     return image;
 }
 
+// Signature, header, compressed rows, filters, pixels: each stage refuses what it does not know, and the
+// image is only assigned when the last one has succeeded.
 bool ReadPngFile(std::string_view bytes, DecodedImage& image) {
     if (!bytes.starts_with(kSignature)) return false;
     bytes.remove_prefix(kSignature.size());

@@ -49,8 +49,9 @@ static size_t IndexIn(const TextPicture& picture, int32_t x, int32_t y) {
     return static_cast<size_t>(y) * static_cast<size_t>(picture.width) + static_cast<size_t>(x);
 }
 
-// The smallest rectangle around all pixels that are not of the colour that a picture started from, in either
-// of two pictures of the same text. The backgrounds are so different that every mark shows on one of them.
+// The smallest rectangle around all pixels that differ from the background, in either of two pictures of the
+// same text. One picture would miss pixels that happen to have the colour of its background; the two
+// backgrounds are so different that every pixel of the text shows on one of them.
 static Rect InkOf(const TextPicture& first, uint32_t firstGround, const TextPicture& second,
                   uint32_t secondGround) {
     Rect ink{first.width, first.height, 0, 0};
@@ -66,7 +67,8 @@ static Rect InkOf(const TextPicture& first, uint32_t firstGround, const TextPict
     return ink.right == 0 ? Rect{} : ink;
 }
 
-// A pixel more on each side, where the system may leave traces too faint for these backgrounds.
+// One more pixel on each side: the system may leave traces there that are too faint to show on these
+// backgrounds.
 static Rect WithRim(const Rect& ink) {
     if (Width(ink) == 0) return ink;
     return {ink.left - 1, ink.top - 1, ink.right + 1, ink.bottom + 1};
@@ -83,18 +85,21 @@ static std::vector<Pixel> Cut(const TextPicture& picture, const Rect& part) {
     return pixels;
 }
 
-// False when the text reaches beyond its picture: the picture then holds only part of it.
+// False when the text reaches beyond its picture, which then holds only part of it.
 static bool Fits(const Rect& part, const TextPicture& picture) {
     return part.left >= 0 && part.top >= 0 && part.right <= picture.width && part.bottom <= picture.height;
 }
 
-// The margin is the text's height: slanted letters, accents and long tails reach out of the cell.
+// The margin is the height of the text: accents, long tails and slanted letters reach out of their cells.
 static bool Rasterize(const TextRunView& view, uint32_t background, TextPicture& picture) {
     const TextStyle& style = view.style;
     return RasterizeText(std::wstring(view.text), style.color, style.height, style.weight, Pixel{background},
                          style.height, picture);
 }
 
+// Fills a run: the system draws the text on its background and on a very different one, and what differs
+// from the backgrounds is kept. A text that does not fit its picture is marked, so that it is not tried
+// again.
 static void Rasterize(const TextRunView& view, TextRun& run) {
     run.state = TextRunState::NotCacheable;
     const uint32_t ground = view.background, otherGround = ground ^ kHalfOfEachChannel;
@@ -111,9 +116,9 @@ static void Rasterize(const TextRunView& view, TextRun& run) {
 
 // Null for a text that is asked for the first time, and for one that must always be drawn.
 //
-// A text seen once may be gone in the next frame, as a counter's is: only the second question pays for two
-// pictures of it. A full cache is emptied whole. What is shown comes back within two frames, and nothing has
-// to be noted about when a run was used last.
+// A text that is shown once may be gone in the next frame, like that of a counter, so only the second
+// request pays for two pictures of it. A full cache is emptied as a whole: what is shown comes back within
+// two frames, and nobody has to keep track of when each run was used last.
 static const TextRun* FindRun(const TextRunView& view, TextRunCache& cache) {
     const auto found = cache.runs.find(view);
     if (found == cache.runs.end()) {
@@ -136,8 +141,9 @@ static void CopyRun(const TextRun& run, const Rect& place, const Surface& surfac
     }
 }
 
-// The cached pixels hold the text blended with one colour, so they stand for it only where every pixel below
-// has that colour now: it is part of the key, and all of the place is compared with it.
+// The cached pixels hold the text already blended with a background colour, which is part of the key. They
+// are right only where every pixel below has that colour, so the whole place is compared first. Without the
+// comparison a text over a picture would show a box around it.
 bool DrawCachedText(Point corner, const std::wstring& text, const TextStyle& style, TextRunCache& cache,
                     Surface& surface) {
     if (text.size() > kLongestText || !IsInside({corner.x, corner.y, corner.x + 1, corner.y + 1}, surface))

@@ -1,5 +1,5 @@
-// Texts cached as pixels. The system needs tens of microseconds for a string and an editor frame shows a
-// hundred or more, mostly the same ones at the same place as in the frame before.
+// Texts cached as pixels. The system needs tens of microseconds for a string. A frame of the editor shows a
+// hundred strings or more, most of them the same as in the frame before.
 #pragma once
 
 #include "base/color.h"
@@ -20,7 +20,7 @@ struct TextStyle {
     friend bool operator==(const TextStyle&, const TextStyle&) = default;
 };
 
-// What a run is looked up by, without a copy of its text.
+// The key of a run, without a copy of its text.
 struct TextRunView {
     std::wstring_view text{};
     TextStyle style{};
@@ -60,8 +60,8 @@ struct TextRunCache {
     size_t pixels = 0;  // of all runs
 };
 
-// Draws a text out of cached pixels, so that the picture is the one that the system would make. False, with
-// nothing drawn, when the text is new, hangs over an edge of the surface, or lies on more than one colour:
-// the system must draw it then. A text asked for a second time is cached from then on.
+// Draws a text out of cached pixels; the picture is the one that the system would make. False, with nothing
+// drawn, when the text is new, hangs over an edge of the surface, or lies on more than one colour: the
+// system must draw it then. A text is cached when it is asked for a second time.
 bool DrawCachedText(Point corner, const std::wstring& text, const TextStyle& style, TextRunCache& cache,
                     Surface& surface);
