@@ -17,9 +17,10 @@ constexpr float kInfinity = std::numeric_limits<float>::infinity();
 constexpr float kNotANumber = std::numeric_limits<float>::quiet_NaN();
 constexpr Box kEmpty{{kInfinity, kInfinity, kInfinity}, {-kInfinity, -kInfinity, -kInfinity}};
 
-// ---- Building. The boxes are halved twice along the longest side of what they fill, which gives the four
-// parts of a node, and each part of more than one box becomes a node in turn. Neighbours end up together in
-// memory, whatever their numbers.
+// ---- Building. In go numbered boxes, out comes a tree with four parts to a node. The boxes are halved
+// along the longest side of the space that they fill, and each half once more; a part of more than one box
+// becomes a node in turn. Halving by count keeps the tree flat even if all boxes lie in one place.
+// Neighbours end up together in memory, whatever their numbers.
 
 static float CentreOn(float Vec3::*axis, const NumberedBox& numbered) {
     const float centre = (numbered.box.min.*axis + numbered.box.max.*axis) / 2;
@@ -60,7 +61,8 @@ static int32_t LowestOf(Part part) {
                         : std::ranges::min_element(part, {}, &NumberedBox::number)->number;
 }
 
-// The parts of a node, the one with the lowest number first: a search for the lowest looks there first.
+// The four parts of a node, the one with the lowest number first, because a search for the lowest number
+// looks there first.
 static std::array<Part, 4> Divided(Part part) {
     std::array<Part, 4> parts;
     if (part.size() <= parts.size()) {
@@ -96,7 +98,8 @@ static Box BoundsOfAll(const BoxTreeNode& node) {
 
 constexpr int32_t kNothing = std::numeric_limits<int32_t>::min();  // below a part that is not there
 
-// Nodes stand behind the ones above them.
+// From the last node to the first: nodes stand behind those above them, so what is below is measured
+// already.
 void MeasureNodes(BoxTree& tree) {
     for (auto node = tree.nodes.rbegin(); node != tree.nodes.rend(); ++node) {
         for (size_t part = 0; part < 4; ++part) {
@@ -149,6 +152,8 @@ BoxTree BuildBoxTree(std::vector<NumberedBox> boxes) {
     return tree;
 }
 
+// An added box waits outside the tree, where every search tests it. Building anew for each one would cost
+// more than the tests; it is done when more wait than a quarter of the tree, and a few.
 void AddBox(const NumberedBox& added, BoxTree& tree) {
     const auto number = static_cast<size_t>(added.number);
     if (tree.slots.size() <= number) tree.slots.resize(number + 1, -1);
@@ -160,8 +165,9 @@ void AddBox(const NumberedBox& added, BoxTree& tree) {
     if (outside > kFewAdded + inTree / 4) tree = BuildBoxTree(std::move(tree.boxes));
 }
 
-// The box itself is exact, the nodes above it only grow: most moves end at the first one, which holds the box
-// already.
+// The box itself becomes exact, and the nodes above it only grow. Most moves end at the first node, which
+// already holds the new box. Bounds that have grown too far cost time but never miss a box, and the next
+// RefitBoxTree tightens them.
 void MoveBox(const NumberedBox& moved, BoxTree& tree) {
     const auto number = static_cast<size_t>(moved.number);
     if (number >= tree.slots.size() || tree.slots[number] < 0) return;
@@ -181,12 +187,12 @@ void MoveBox(const NumberedBox& moved, BoxTree& tree) {
     }
 }
 
-// ---- Searching: down from the root, through every part that touches. Nodes wait on a list, not on the call
-// stack.
+// ---- Searching: from the root down, through every part that touches. Four parts are tested by one
+// comparison. Nodes that are still to be searched wait on a list of fixed size, not on the call stack.
 
 namespace {
 
-// A box that the parts of nodes are compared with, four at a time: BoxesTouch.
+// BoxesTouch for one box and the four parts of a node at once.
 struct TouchTest {
     __m128 min[3], max[3];
 
@@ -194,7 +200,7 @@ struct TouchTest {
         : min{_mm_set1_ps(box.min.x), _mm_set1_ps(box.min.y), _mm_set1_ps(box.min.z)},
           max{_mm_set1_ps(box.max.x), _mm_set1_ps(box.max.y), _mm_set1_ps(box.max.z)} {}
 
-    // A bit for each part.
+    // One bit for each part that touches.
     uint32_t operator()(const BoxTreeNode& node) const {
         __m128 touching = _mm_cmple_ps(_mm_load_ps(node.min[0]), max[0]);
         touching = _mm_and_ps(touching, _mm_cmple_ps(min[0], _mm_load_ps(node.max[0])));
@@ -219,8 +225,9 @@ struct OpenNodes {
 
 }  // namespace
 
-// What was found rules out every part whose numbers are all higher, so the parts are asked in the order of
-// their lowest numbers.
+// The caller walks through the touching boxes in scene order while the box itself moves, so it asks for one
+// at a time. A number that was found rules out every part whose numbers are all higher; the part with the
+// lowest number is therefore searched first. It is pushed last, and so it comes off the list first.
 int32_t NextTouching(const Box& box, int32_t after, int32_t except, const BoxTree& tree) {
     constexpr int32_t kNone = std::numeric_limits<int32_t>::max();
     int32_t best = kNone;

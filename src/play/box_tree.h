@@ -12,8 +12,8 @@ struct NumberedBox {
     int32_t number = 0;
 };
 
-// Four parts of the tree, each a box or a node below. The sides of all four lie together, so that one
-// comparison asks all of them. Not a number where there is no part: nothing touches it.
+// Four parts of the tree, each of them a box or a node below. The sides of all four lie together, so that
+// one comparison tests all of them. A missing part has sides that are not numbers: nothing touches it.
 struct alignas(64) BoxTreeNode {
     float min[3][4]{}, max[3][4]{};  // by axis, then by part; they hold the boxes below
     int32_t below[4]{};              // a node, or ~ of the number of a box
@@ -26,8 +26,8 @@ struct NumbersBelow {
     int32_t lowest[4]{}, highest[4]{};
 };
 
-// Built once and queried while boxes move a little: the bounds of nodes only grow. Boxes that are added later
-// are looked at one by one until the tree is built anew.
+// Built once and queried while boxes move a little; the bounds of nodes only grow meanwhile. Boxes that are
+// added later are tested one by one until the tree is built anew.
 struct BoxTree {
     std::vector<NumberedBox> boxes{};     // those of the tree, neighbours together, then those added
     std::vector<BoxTreeNode> nodes{};     // the root first, each before those below; none for an empty tree
@@ -36,14 +36,14 @@ struct BoxTree {
     std::vector<int32_t> parts{};  // by place in `boxes`: 4 * node + part; as long as the tree was built
 };
 
-// Makes the bounds of all nodes as tight as their boxes allow.
+// Makes the bounds of all nodes as tight as possible.
 void MeasureNodes(BoxTree& tree);
 
 // Numbers start at 0 and are unique; each gap costs four bytes.
 BoxTree BuildBoxTree(std::vector<NumberedBox> boxes);
 
-// Moves every box that the tree was built from; `boxOf` gives the new box for a number. Cheaper than building
-// a tree, and as good while neighbours stay neighbours.
+// Moves every box of the tree; `boxOf` gives the new box for a number. Cheaper than building a tree, and as
+// good while neighbours stay neighbours.
 template <typename BoxOf>
 void RefitBoxTree(BoxTree& tree, BoxOf boxOf) {
     for (NumberedBox& numbered : tree.boxes) numbered.box = boxOf(numbered.number);
@@ -53,7 +53,7 @@ void RefitBoxTree(BoxTree& tree, BoxOf boxOf) {
 // Adds a box with a number that is not there.
 void AddBox(const NumberedBox& added, BoxTree& tree);
 
-// Does nothing when no box has that number.
+// Moves one box. Does nothing when no box has that number.
 void MoveBox(const NumberedBox& moved, BoxTree& tree);
 
 // The numbers of all boxes except `except` that touch `box`, in order. False when there are more than `most`:

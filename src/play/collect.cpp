@@ -12,8 +12,8 @@
 constexpr float kReach = 0.08f;  // world units around the collector's box
 
 // An object collects by prefab or by name, never both, and at most one thing a frame: two coins that are
-// touched at once count in two frames. What was collected becomes inactive with all below it, so that it
-// neither counts again nor stands in anybody's way later in the same frame.
+// touched at once count in two frames. What was collected becomes inactive together with everything below
+// it, so that it neither counts again nor blocks anybody later in the same frame.
 static void Collect(int32_t index, const std::wstring& message, WorldBoxes& boxes) {
     SetActiveRecursive(index, false, boxes);
     ++editorState.score;
@@ -21,7 +21,8 @@ static void Collect(int32_t index, const std::wstring& message, WorldBoxes& boxe
     SetStatus(message);
 }
 
-// The topmost object of the instance that `index` belongs to.
+// The topmost object of the instance that `index` belongs to: up while the parent comes from the same
+// prefab. A cycle of parents ends after as many steps as there are objects.
 static int32_t InstanceRoot(int32_t index) {
     const Scene& scene = editorState.scene;
     const std::wstring& prefab = scene[index].prefabSource;

@@ -25,7 +25,7 @@ static int32_t StepCount(Vec3 displacement) {
     return static_cast<int32_t>(Limit(std::ceil(longest / kLongestStep), 1.0f, kMostSteps));
 }
 
-// What rests on top of another slides over it.
+// An object that rests on top of another slides over it, so obstacles sideways need some height in common.
 static bool BlocksAlong(Axis axis, const Box& mover, const Box& other) {
     if (axis == &Vec3::y) return true;
     return !(std::min(mover.max.y, other.max.y) - std::max(mover.min.y, other.min.y) < kLeastOverlap);
@@ -64,9 +64,10 @@ static Box Along(const Box& box, Vec3 way) {
     return swept;
 }
 
-// The solid objects along the whole way, found with one search in place of one for each step and push. Good
-// as long as the mover stays in the region that was searched; outside it every step searches for itself. A
-// mover with children searches each time: they move along, so their boxes do not stay where they were found.
+// Finds the solid objects along the whole way with one search, in place of one for each step and each push.
+// The list is right as long as the mover stays in the region that was searched; outside it every step
+// searches for itself. A mover with children always searches: they move along, so their boxes do not stay
+// where they were found.
 static Neighbours FindNeighbours(int32_t index, Vec3 displacement, WorldBoxes& boxes) {
     constexpr float kMargin = 0.05f;  // world units: what pushing out moves sideways and back
     constexpr size_t kMost = 32;
@@ -77,7 +78,7 @@ static Neighbours FindNeighbours(int32_t index, Vec3 displacement, WorldBoxes& b
     return found;
 }
 
-// Like NextSolid, from the list where it is good.
+// Like NextSolid, but from the list while the list is right.
 static int32_t NextNeighbour(const Box& mover, int32_t after, int32_t index, const Neighbours& neighbours,
                              WorldBoxes& boxes) {
     if (!neighbours.areKnown || !Holds(neighbours.region, mover))
@@ -89,9 +90,9 @@ static int32_t NextNeighbour(const Box& mover, int32_t after, int32_t index, con
 }
 
 // One step along one axis. The mover goes first and is then pushed back out of each solid object that it
-// touches, in scene order and each one once. A push moves it away from what it met and perhaps into something
-// else, which the rest of the walk finds if it stands later in the scene. So the order of the scene decides,
-// and no search may change it.
+// touches, in scene order, each object once. A push moves it away from what it met and perhaps into
+// something else; the rest of the walk finds that only if it stands later in the scene. So the result
+// depends on the order, and a search may skip objects that cannot touch but must not reorder the others.
 static void MoveAlong(int32_t index, Axis axis, float step, const Neighbours& neighbours, WorldBoxes& boxes) {
     if (step == 0) return;
     Shift(index, axis, step, boxes);
@@ -108,6 +109,8 @@ static void MoveAlong(int32_t index, Axis axis, float step, const Neighbours& ne
     }
 }
 
+// A long way is cut into short steps, so that a fast object does not jump over a wall. Each step goes along
+// x, then y, then z: the mover stops along the axis that is blocked and slides along the others.
 void MoveWithCollision(int32_t index, Vec3 displacement, WorldBoxes& boxes) {
     if (!IsObjectIndex(index)) return;
     GameObject& object = editorState.scene[index];

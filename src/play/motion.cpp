@@ -17,7 +17,7 @@ constexpr float kForce = 22.0f;       // world units per second squared at mass 
 constexpr float kLeastMass = 0.1f;    // lighter ones count as this
 constexpr float kLeastInput = 1e-4f;  // shorter directions are none
 
-// Where the keys lead: in the plane, not of unit length.
+// Where the keys lead, in the horizontal plane. Two keys at once give a longer vector.
 static Vec3 InputDirection(float yaw) {
     const Vec3 ahead = Normalise({std::sin(yaw), 0, std::cos(yaw)});
     const Vec3 right = Normalise({std::cos(yaw), 0, -std::sin(yaw)});
@@ -31,6 +31,8 @@ static void LimitSpeed(Vec3& velocity) {
     velocity.z *= kSpeed / speed;
 }
 
+// Force, drag, limit, in this order: the limit must come last, or a strong push would exceed it for a frame.
+// The vertical speed belongs to gravity and is left alone.
 static void PushBody(Vec3 input, float dt, GameObject& object) {
     if (Length(input) > kLeastInput) {
         const Vec3 direction = Normalise(input);
@@ -55,8 +57,9 @@ void PlayerControllerStep(int32_t index, float dt, WorldBoxes& boxes) {
     }
 }
 
-// ---- Gravity. The speed changes first and then moves the object, and a landing sets it to 0:
-// a resting object falls by one frame's speed in every frame and is pushed back out.
+// ---- Gravity. The speed changes first and moves the object after that. Landing sets it to 0
+// (MoveWithCollision), so a resting object falls by one frame's speed in every frame and is pushed back out.
+// So nothing has to keep track of which objects rest.
 
 static bool Falls(const GameObject& object) {
     return object.active && (object.hasGravitation || object.hasRigidbody) && !object.isEntity &&
@@ -78,7 +81,8 @@ void GravityStep(int32_t index, float dt, WorldBoxes& boxes) {
     if (object.hasRigidbody) object.velocityY = object.velocity.y;
 }
 
-// ---- Animations. They go through walls: nothing pushes them back.
+// ---- Animations. They set the transform without asking what is in the way, so animated objects go through
+// walls.
 
 constexpr float kPulseRate = 3.0f;      // radians per second at speed 1
 constexpr float kPulseHeight = 0.08f;   // of the scale

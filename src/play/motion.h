@@ -1,4 +1,4 @@
-// What moves an object: gravity, the player's keys, ready-made animations.
+// What moves an object: the player's keys, gravity, ready-made animations.
 #pragma once
 
 #include "play/world_boxes.h"
@@ -7,12 +7,13 @@
 
 // In all of these `dt` is in seconds and `index` names an object.
 
-// Moves an object with the script PlayerController by W, S, A and D, ahead and sideways as it is turned about
-// y: at 4 units per second, or with a Rigidbody by a force that its mass weighs against, up to that speed.
+// Moves an object with the script PlayerController by W, S, A and D, relative to its rotation about y.
+// Without a Rigidbody it moves at 4 units per second; with one, a force speeds it up to at most that, the
+// more slowly the larger its mass.
 void PlayerControllerStep(int32_t index, float dt, WorldBoxes& boxes);
 
-// The fall of an active object with Gravitation or a Rigidbody: speeds it up downwards, lets its drag slow
-// it, and moves it until it lands. Entities, cameras and lights do not fall.
+// Lets an active object with Gravitation or a Rigidbody fall: speeds it up, lets its drag slow it down, and
+// moves it until it lands. Entities, cameras and lights do not fall.
 void GravityStep(int32_t index, float dt, WorldBoxes& boxes);
 
 // Turns, pulses or bounces an object with an animation, active or not.

@@ -27,8 +27,8 @@ void ResetGameState() {
 
 static bool IsEditingScene() { return !editorState.playMode && ShownScreen() == Shown::SceneEditor; }
 
-// A game plays in the edited scene itself, so what it may change is put aside first and comes back whole:
-// whatever a game does, stopping it undoes.
+// A game plays in the edited scene itself. What it may change is put aside first and comes back as a whole,
+// so stopping a game undoes whatever it has done, without knowing what that was.
 void StartPlayMode() {
     if (!IsEditingScene()) return;
     editorState.sceneBeforePlay = KeepScene();
@@ -61,10 +61,11 @@ static void StepObject(int32_t index, float dt, PlayPass& pass) {
     if (HasScript(editorState.scene[index], kPlanePrefabSpawner)) SpawnerStep(index, pass);
 }
 
-// There is no fixed time step and no list of contacts. Objects act one after the other, and each meets the
-// others where they stand at that moment, so the result depends on the scene's order and on nothing else. The
-// pass looks up names, prefabs and boxes once; an object is fetched anew for each action, because a spawner
-// may make the list of objects grow.
+// One frame of the game. There is no fixed time step and no list of contacts: objects act one after the
+// other, and each meets the others where they stand at that moment. So the result depends on the order of
+// the scene, and no cache or search may change that order. The pass looks up names, prefabs and boxes once.
+// Objects are fetched by index for each action, because a spawner may make the list of objects grow and
+// move.
 void PlayStep(float dt, PlayCache& cache) {
     PlayPass pass{.boxes = std::move(cache.boxes)};
     StartPass(pass.boxes);

@@ -3,17 +3,18 @@
 
 #include "play/world_boxes.h"
 
-// Resets velocities, animation clock and score for a new game, and shows the score.
+// Sets velocities, animation clock and score to 0 for a new game, and shows the score.
 void ResetGameState();
 
-// Keeps scene, undo history, editor camera, animation clock and selection aside and begins to play. Only in
-// the Scene editor while it edits; nothing happens elsewhere.
+// Puts scene, undo history, editor camera, animation clock and selection aside and begins to play. Does
+// nothing outside the Scene editor or while a game runs.
 void StartPlayMode();
 
-// Ends the game and puts back what StartPlayMode kept. A game that the runtime started keeps its scene.
+// Ends the game and puts back what StartPlayMode has put aside. A game that the runtime started keeps its
+// scene.
 void StopPlayMode();
 
-// What one step computes and the next one can still use. An empty cache is always right.
+// What one step has computed and the next one may use again. An empty cache is always right.
 struct PlayCache {
     WorldBoxes boxes{};
 };

@@ -23,9 +23,10 @@ bool FirstByName::Equal::operator()(int32_t index, std::wstring_view name) const
     return NameOf(index) == name;
 }
 
-// The tables of names and prefabs are filled lazily, by the first question, and continued by later ones:
-// objects are only ever added at the end during a pass. Names are hashed by object index, so that no name is
-// copied.
+// Both tables are filled lazily: the first question reads the whole scene, later ones only what was added
+// since. That is enough, because during a pass objects are only ever added at the end. The set of names
+// holds object indices and hashes the names behind them, so that no name is copied. Without the tables each
+// collector would compare its target with every name in every frame.
 int32_t FirstObjectNamed(const std::wstring& name, SceneLookup& lookup) {
     FirstByName& names = lookup.names;
     for (; names.seen < editorState.scene.size(); ++names.seen) {

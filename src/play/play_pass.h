@@ -1,5 +1,5 @@
-// What one pass over a playing scene finds out and keeps until its end: boxes, and objects by name and by
-// prefab, and files. Each is looked at once.
+// What one pass over a playing scene looks up and keeps until its end: boxes, objects by name and by prefab,
+// and which files exist. Each is looked up at most once.
 #pragma once
 
 #include "play/world_boxes.h"
@@ -13,7 +13,7 @@
 #include <unordered_set>
 #include <vector>
 
-// Names of the open scene's objects, each by the first object that has it.
+// The names of the open scene, each with the first object that has it.
 struct FirstByName {
     struct Hash {
         using is_transparent = void;
@@ -30,15 +30,15 @@ struct FirstByName {
     size_t seen = 0;  // objects that were looked at so far
 };
 
-// By prefab the objects that were made from it, in scene order. Those inactive when first looked at are
-// missing.
+// For each prefab the objects that were made from it, in scene order, without those that were inactive when
+// first looked at.
 struct InstancesByPrefab {
     std::unordered_map<std::wstring, std::vector<int32_t>> indices{};
     size_t seen = 0;
 };
 
-// Valid as long as no object changes its name or the prefab that it was made from, or becomes active. Objects
-// added at the end are noticed.
+// Valid as long as no object changes its name or its prefab, or becomes active. Objects added at the end are
+// noticed.
 struct SceneLookup {
     FirstByName names{};
     InstancesByPrefab instances{};

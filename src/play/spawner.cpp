@@ -22,7 +22,8 @@ static Vec3 RandomSpotOn(const Box& box) {
     return {x, box.max.y + kHeight, z};
 }
 
-// Gives the spawner the first prefab of the project when its own does not exist. False when there is none.
+// Gives the spawner the first prefab of the project if its own does not exist. False when the project has
+// none.
 static bool FindPrefab(GameObject& spawner, SceneLookup& lookup) {
     if (IsFile(spawner.spawnerPrefab, lookup)) return true;
     const auto& files = editorState.fileEntries;
@@ -42,8 +43,9 @@ static bool InstanceStandsOn(int32_t spawner, const std::wstring& prefab, const 
     });
 }
 
-// True when this spawner was placed in this pass, by the same prefab or by way of it: a prefab that spawns
-// itself out of its own reach would otherwise fill the scene within one frame.
+// True when this spawner was placed in this pass and comes from the prefab itself, or one of the spawners
+// that led to it in this pass does. Otherwise a prefab that spawns itself out of its own reach would fill
+// the scene within one frame, because whatever is added still acts in the same pass.
 static bool WasPlacedBy(const std::wstring& prefab, int32_t spawner, const PlayPass& pass) {
     while (spawner >= pass.objectsBefore) {
         if (editorState.scene[spawner].prefabSource == prefab) return true;
@@ -52,9 +54,9 @@ static bool WasPlacedBy(const std::wstring& prefab, int32_t spawner, const PlayP
     return false;
 }
 
-// In this order: is there a prefab, was this spawner itself placed by it in this pass, does an instance stand
-// here already. Only then a random spot is drawn, so that the random sequence depends on what was placed and
-// on nothing else.
+// Asks in this order: is there a prefab, was this spawner itself placed by it in this pass, does an instance
+// stand here already. A random spot is drawn only after that, so that the random sequence depends on what
+// was placed and on nothing else.
 void SpawnerStep(int32_t index, PlayPass& pass) {
     GameObject& spawner = editorState.scene[index];
     if (!spawner.active || !spawner.hasShape) return;

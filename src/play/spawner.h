@@ -5,8 +5,8 @@
 
 #include <cstdint>
 
-// Places the prefab at a random spot on top of the object when none of its instances stands there. Without
-// such a file the first prefab of the project's files becomes the object's. Only for an active object with
-// Shape; `index` names an object. An instance does not place its own kind, nor one that led to it, in the
-// frame in which it was placed itself.
+// Places the prefab at a random spot on top of the object if no instance of it stands there. If that file
+// does not exist, the first prefab of the project becomes the object's own. Does nothing for an inactive
+// object or one without Shape; `index` names an object. In the frame in which a spawner was itself placed,
+// it does not place its own prefab, nor one that led to it.
 void SpawnerStep(int32_t index, PlayPass& pass);

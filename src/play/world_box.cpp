@@ -13,7 +13,7 @@ constexpr float kInfinity = std::numeric_limits<float>::infinity();
 constexpr MeshVertex kCubeCorners[] = {{{-1, -1, -1}}, {{1, -1, -1}}, {{-1, 1, -1}}, {{1, 1, -1}},
                                        {{-1, -1, 1}},  {{1, -1, 1}},  {{-1, 1, 1}},  {{1, 1, 1}}};
 
-// Null for an object whose shape is the cube in place of a mesh.
+// Null for an object without a mesh, whose shape is the cube.
 static const Mesh* MeshOf(const GameObject& object) {
     const auto mesh = static_cast<size_t>(object.meshIndex);
     const bool hasMesh = object.hasShape && object.meshIndex >= 0 && mesh < editorState.meshes.size() &&
@@ -27,7 +27,8 @@ static std::span<const MeshVertex> ShapeOf(const GameObject& object) {
     return mesh->vertices;
 }
 
-// A mesh that was not measured has no identity: nothing tells whether it is the same one later.
+// What stands for the shape in the cache. A mesh that was not measured has no identity, so nothing can tell
+// later whether it is still the same: its extent is computed every time.
 static int32_t ShapeNumber(const GameObject& object) {
     const Mesh* mesh = MeshOf(object);
     if (mesh == nullptr) return kCubeShape;
@@ -69,7 +70,8 @@ Box WorldBox(int32_t index) {
     return Thickened(BoxAround(ShapeOf(scene[index]), WorldMatrix(scene, index)));
 }
 
-// The place of an object without parent is its position, and its rotation and scale are all that turns it.
+// The extent of an object without parent depends on its rotation and scale alone; comparing these is cheaper
+// than building and comparing matrices.
 static const Box& ExtentOfRoot(const GameObject& object, TurnedShape& shape) {
     const int32_t mesh = ShapeNumber(object);
     const bool isSame = shape.mesh != kUnknownShape && shape.mesh == mesh && shape.isOfRoot &&
@@ -94,8 +96,10 @@ static const Box& ExtentOfChild(const GameObject& object, const Matrix4& world, 
     return shape.extent;
 }
 
-// TransformPoint adds the translation last. Rounding is monotone, so the smallest sum belongs to the smallest
-// summand: the translation may as well be added to the extent.
+// In goes an object with its caches, out comes the box that transforming every vertex would give, bit for
+// bit, mostly without touching a vertex. TransformPoint adds the translation last, and rounding is monotone:
+// the smallest sum belongs to the smallest summand. So the translation may just as well be added to the
+// cached extent. Only a translation that is not finite breaks this, and goes the long way.
 Box WorldBox(int32_t index, WorldMatrices& worlds, TurnedShape& shape) {
     const GameObject& object = editorState.scene[index];
     if (object.parentIndex < 0 && IsFinite(object.position)) {

@@ -7,11 +7,11 @@
 
 #include <cstdint>
 
-// In place of the index of a mesh.
+// Stand in place of the index of a mesh.
 constexpr int32_t kCubeShape = -1, kUnknownShape = -2;
 
-// The extent of an object's shape, turned and scaled, cached so that a shape that only moves is not
-// transformed again. Valid as long as the mesh library stays the same.
+// The extent of an object's shape after rotation and scale. It is cached so that a shape that only moves is
+// not transformed again, and is valid as long as the mesh library stays the same.
 struct TurnedShape {
     Vec3 rotation{}, scale{};      // of an object without parent
     Matrix4 world{};               // of one with parents; its translation does not matter
@@ -20,10 +20,10 @@ struct TurnedShape {
     bool isOfRoot = false;
 };
 
-// The box around an object's mesh, or around its cube of edge 2 when it has no Shape or no mesh. Every side
-// is at least 0.04 long, those of flat planes too. `index` names an object of the open scene.
+// The box around an object's mesh, or around a cube of edge 2 if it has no Shape or no mesh. Every side is
+// at least 0.04 long, even for flat planes. `index` names an object of the open scene.
 Box WorldBox(int32_t index);
 
-// The same box, bit for bit, by way of what is known of the object's parents and of its shape, and brings
-// both up to date.
+// The same box, bit for bit, from what is cached about the object's parents and its shape. Brings both
+// caches up to date.
 Box WorldBox(int32_t index, WorldMatrices& worlds, TurnedShape& shape);

@@ -10,10 +10,11 @@ constexpr float kNotANumber = std::numeric_limits<float>::quiet_NaN();
 constexpr Box kNowhere{{kNotANumber, kNotANumber, kNotANumber}, {kNotANumber, kNotANumber, kNotANumber}};
 
 // How the boxes are cached. A box is computed when it is first asked for and stays until somebody reports a
-// move of its object or of one above it. Only what was asked for is marked as used, together with all above
-// it, so a report reaches what depends on it and walks through nothing else. The tree over the solid objects
-// follows lazily: moved boxes are listed as stale and entered when the tree is asked next, because a mover
-// changes its box many times before another object asks.
+// move of its object or of one above it. Only objects that were asked for are marked as used, together with
+// all above them: a report then reaches everything that depends on the move and walks through nothing else.
+// The tree over the solid objects follows lazily. Moved boxes are listed as stale and entered when the tree
+// is searched next, because a mover changes its box many times before another object asks. A move that is
+// not reported leaves a wrong box, which the random games beside their plain twins would show.
 
 static int32_t ObjectCount() { return static_cast<int32_t>(editorState.scene.size()); }
 
@@ -22,8 +23,8 @@ static NumberedBox InTree(int32_t index, const WorldBoxes& boxes) {
     return {IsSolid(index) ? boxes.objects[index].box : kNowhere, index};
 }
 
-// A box depends on the object and on all above it. Whoever is marked has marked parents, so the way up ends
-// at the first one, and in a cycle too.
+// A box depends on the object and on all above it. An object that is marked has marked parents, so the way
+// up ends at the first marked one, in a cycle too.
 static void MarkUsed(int32_t index, WorldBoxes& boxes) {
     for (; IsObjectIndex(index) && !boxes.objects[index].isUsed; ++boxes.steps) {
         boxes.objects[index].isUsed = true;
@@ -57,7 +58,8 @@ static bool LeadsIntoCycle(int32_t index, uint32_t firstWalk, WorldBoxes& boxes)
     return false;
 }
 
-// Takes in the objects from `first` on.
+// Adds the objects from `first` on to the caches: as children of their parents and, once there is a tree, to
+// the tree.
 static void TakeIn(int32_t first, WorldBoxes& boxes) {
     const int32_t count = ObjectCount();
     const uint32_t firstWalk = boxes.visits + 1;
@@ -87,8 +89,9 @@ static MeshIdentities MeshesOfLibrary() {
     return identities;
 }
 
-// An added object may come with new meshes, or become the parent of one that named it before it was there,
-// and it lengthens the way through a cycle of parents: then nothing that was known holds for sure.
+// Notices objects that were added at the end. Usually nothing that is cached depends on them. But one may
+// come with new meshes, become the parent of an object that named its index before it existed, or lengthen
+// the way through a cycle of parents: then everything is forgotten.
 static void KeepUpWithScene(WorldBoxes& boxes) {
     const auto known = static_cast<int32_t>(boxes.objects.size());
     if (known == ObjectCount()) return;
@@ -127,7 +130,7 @@ static bool HoldsExactly(const std::vector<NumberedBox>& solids, const BoxTree& 
     });
 }
 
-// Builds the tree, or measures that of the pass before anew while it holds the same objects: neighbours
+// Builds the tree, or measures the tree of the pass before again if it holds the same objects: neighbours
 // seldom change within a second, and measuring costs less than building.
 static void MakeTree(WorldBoxes& boxes) {
     constexpr int32_t kOldest = 60;  // passes after which neighbours may have parted
@@ -147,8 +150,8 @@ static void MakeTree(WorldBoxes& boxes) {
     boxes.hasTree = true;
 }
 
-// Brings the tree up to date, except for the box of `except`, which may stay stale: the mover asks about
-// others, and its own box changes again with its next step.
+// Brings the tree up to date. The box of `except` may stay stale: the mover asks about others, and its own
+// box changes again with its next step.
 static void RefreshTree(int32_t except, WorldBoxes& boxes) {
     if (!boxes.hasTree) MakeTree(boxes);
     std::erase_if(boxes.stale, [&](int32_t index) {
@@ -197,9 +200,9 @@ const std::vector<int32_t>& SubtreeOf(int32_t index, WorldBoxes& boxes) {
     return subtree;
 }
 
-// Forgets what depends on the object: itself and all below it. Where nothing does, nothing below does either,
-// so that the objects of a long chain may all be moved one after another: each is forgotten once after each
-// use.
+// Forgets the boxes that depend on the object: its own and all below it. The walk ends at an object that is
+// not used, because nothing below it is used either. So moving all objects of a long chain one after another
+// stays cheap: each box is forgotten once after each use.
 void ObjectMoved(int32_t index, WorldBoxes& boxes) {
     if (boxes.objects.empty()) return;
     KeepUpWithScene(boxes);

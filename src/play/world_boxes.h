@@ -1,4 +1,5 @@
-// The world boxes of a scene's objects during one pass over it: computed once, and again after a move.
+// The world boxes of all objects during one pass over the scene: each is computed once, and again after a
+// move.
 #pragma once
 
 #include "play/box_tree.h"
@@ -23,8 +24,8 @@ struct CachedBox {
     uint32_t lastVisit = 0;    // number of the walk that came here last
 };
 
-// Valid for the open scene from its first use on, as long as every change is told; only objects that are
-// added at the end are noticed by themselves. What it answers is what WorldBox answers, bit for bit.
+// Valid for the open scene from its first use on, as long as every change is reported; only objects added at
+// the end are noticed without a report. The answers are those of WorldBox, bit for bit.
 struct WorldBoxes {
     std::vector<CachedBox> objects{};  // by object index
     WorldMatrices worlds{};
@@ -40,11 +41,11 @@ struct WorldBoxes {
     bool dependsOnCount = false;  // damaged parents: an added object may change older boxes
 };
 
-// To be called before a pass. Keeps from the pass before what is cheap to check again: turned shapes, and the
-// tree's structure.
+// Call it before a pass. Keeps from the pass before what is cheap to check again: turned shapes, and the
+// structure of the tree.
 void StartPass(WorldBoxes& boxes);
 
-// True for what others bump into: active, with Collision, Shape and a mesh.
+// True for an object that others bump into: active, with Collision, Shape and a mesh.
 bool IsSolid(int32_t index);
 
 Box WorldBox(int32_t index, WorldBoxes& boxes);
@@ -52,7 +53,7 @@ Box WorldBox(int32_t index, WorldBoxes& boxes);
 // The object and all below it. Valid until the next call, and until something moves.
 const std::vector<int32_t>& SubtreeOf(int32_t index, WorldBoxes& boxes);
 
-// To be called after an object's position, rotation or scale has changed, and after `active` has.
+// Call these after an object's position, rotation or scale has changed, and after its `active` has.
 void ObjectMoved(int32_t index, WorldBoxes& boxes);
 void ActiveChanged(int32_t index, WorldBoxes& boxes);
 
