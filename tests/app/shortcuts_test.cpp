@@ -175,12 +175,14 @@ TEST_CASE("what is typed with AltGr runs no command on any screen") {
 TEST_CASE("without Ctrl the letters of its commands do nothing, and neither does any other key") {
     StartEditor();
     editorState.clipboardObject = GameObject{};
+    ShowScene(Scene(400), 0);
     for (uint32_t key = 0; key < 300; ++key) {
         const bool isCommand = key == 'G' || key == 'P' || (key >= '1' && key <= '9') || key == kKeyTab ||
                                key == kKeyDelete || key == kKeyEscape || (key >= kKeyF1 && key <= kKeyF3);
         if (!isCommand) TapKey(key);
     }
-    CHECK(ObjectCount() == 6);
+    CHECK(ObjectCount() == 400);
+    CHECK(editorState.selectedIndex == 0);
     CHECK(editorState.undoSteps.empty());
     CHECK(editorState.statusMessage == L"untouched");
     CHECK_FALSE(headless.quitRequested);

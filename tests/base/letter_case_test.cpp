@@ -1,6 +1,10 @@
 #include "base/letter_case.h"
 
 #include "doctest/doctest.h"
+#include "support/capture.h"
+
+#include <cstdint>
+#include <string>
 
 TEST_CASE("letters of every script have their capitals") {
     struct {
@@ -52,4 +56,39 @@ TEST_CASE("names that differ in case only have an order too") {
     CHECK_FALSE(NameComesBefore(L"aB", L"Ab"));
     CHECK_FALSE(NameComesBefore(L"aB", L"aB"));
     CHECK(NameComesBefore(L"a", L"AA"));
+}
+
+// Counted from the simple mappings of Unicode 14 that lead there and back, by another program.
+TEST_CASE(
+    "every block of 256 units has as many letters with a capital as in Unicode, and the same capitals") {
+    struct {
+        int32_t block, letters;
+        int64_t sum;  // of their capitals
+    } cases[] = {
+        {0x00, 57, 8593},    {0x01, 109, 41681},   {0x02, 71, 546715},  {0x03, 56, 52992},
+        {0x04, 124, 141565}, {0x05, 62, 82477},    {0x10, 46, 337393},  {0x13, 6, 30639},
+        {0x1D, 3, 97190},    {0x1E, 123, 960126},  {0x1F, 96, 773568},  {0x21, 18, 153901},
+        {0x24, 26, 244673},  {0x2C, 109, 1217726}, {0x2D, 40, 171027},  {0xA6, 37, 1576304},
+        {0xA7, 73, 3129544}, {0xAB, 81, 448011},   {0xFF, 26, 1698463},
+    };
+    int32_t letters = 0;
+    for (const auto& [block, expected, expectedSum] : cases) {
+        CAPTURE(block);
+        int32_t count = 0;
+        int64_t sum = 0;
+        for (int32_t unit = block * 256; unit < block * 256 + 256; ++unit) {
+            const wchar_t capital = UpperCase(std::wstring(1, static_cast<wchar_t>(unit)))[0];
+            if (capital == static_cast<wchar_t>(unit)) continue;
+            ++count;
+            sum += capital;
+        }
+        CHECK(count == expected);
+        CHECK(sum == expectedSum);
+        letters += count;
+    }
+    for (int32_t unit = 0; unit < 0x10000; ++unit) {
+        if (UpperCase(std::wstring(1, static_cast<wchar_t>(unit)))[0] != static_cast<wchar_t>(unit))
+            --letters;
+    }
+    CHECK(letters == 0);  // the other blocks have none
 }

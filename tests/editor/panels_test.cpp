@@ -171,10 +171,12 @@ TEST_CASE("a message beside the tabs ends 16 pixels before the Inspector, shorte
         const std::wstring shortened = std::wstring(8, L'a') + L"..." + std::wstring(8, L'a');
         CHECK(headless.texts[2].text == (spare == 0 ? longest : shortened));
     }
-    headless.texts.clear();
-    layout.inspectorLeft = 250;  // no room at all
-    DrawBottomPanel(layout);
-    CHECK(headless.texts.size() == 2);
+    for (const int32_t room : {1, 0}) {
+        headless.texts.clear();
+        layout.inspectorLeft = 250 + room;
+        DrawBottomPanel(layout);
+        CHECK(headless.texts.size() == (room == 1 ? 3 : 2));
+    }
 }
 
 TEST_CASE("each line of the Console lies on a strip of the panel's colour, over whatever runs on below it") {

@@ -1,6 +1,7 @@
 #include "editor/popup_menu.h"
 
 #include "scene/interaction.h"
+#include "support/capture.h"
 #include "support/open_menu.h"
 #include "support/picture.h"
 
@@ -256,5 +257,48 @@ TEST_CASE("the item under the pointer is lit up, but not before the pointer has 
             CHECK(PixelAt(corner.x + 50, y) == (item == lit ? Pixel{0xE6AA50} : Pixel{0x564A42}));
             CHECK(PixelAt(corner.x + 50, y + 3) == (item == lit ? Pixel{0x3A302A} : Pixel{0x342C27}));
         }
+    }
+}
+
+TEST_CASE("a menu that keeps no distance opens at the pointer, beyond the window too") {
+    MenuTable menu = kStrict;
+    menu.keptRight = menu.keptBelow = 0;
+    for (const Point pointer : {Point{800, 600}, Point{-1, -1}}) {
+        OpenMenu(menu, 0, pointer, StartMenus());
+        CHECK(OpenMenuState().corner == pointer);
+    }
+}
+
+TEST_CASE("a menu that is not cut runs on beyond the window's edges") {
+    MenuTable menu = kStrict;
+    menu.cutAt = 0;
+    menu.keptRight = menu.keptBelow = 1;
+    const MenuArea layout = StartMenus(90, 100);
+    OpenMenu(menu, 0, {0, 0}, layout);
+    DrawMenu(menu, layout);
+    CHECK(PixelAt(89, 30) == Pixel{0x312924});  // no edge here
+    CHECK(PixelAt(4, 99) == Pixel{0x312924});
+}
+
+TEST_CASE("a menu is drawn where a pixel of it is left, its items where 18 pixels of them are") {
+    const struct {
+        int32_t width, height;
+        bool isDrawn;
+    } windows[] = {{7, 100, true}, {6, 100, false}, {100, 7, true}, {100, 6, false}};
+    for (const auto& [width, height, isDrawn] : windows) {
+        CAPTURE(width);
+        CAPTURE(height);
+        const MenuArea layout = StartMenus(width, height);
+        OpenMenu(kStrict, 0, {0, 0}, layout);
+        DrawMenu(kStrict, layout);
+        CHECK(headless.texts.empty() == !isDrawn);
+    }
+    for (const int32_t height : {62 + 18, 62 + 17}) {
+        MenuTable menu = kStrict;
+        menu.height = height;
+        const MenuArea layout = StartMenus();
+        OpenMenu(menu, 0, {0, 0}, layout);
+        DrawMenu(menu, layout);
+        CHECK(headless.texts.size() == (height == 62 + 18 ? 3 : 2));  // the title and the items
     }
 }

@@ -199,3 +199,13 @@ TEST_CASE(
         CheckAgainstPlain(boxes, Grown({place, place}, random.Between(0, 6)));
     }
 }
+
+TEST_CASE("an added object lengthens the way of one that is its own parent, and its box follows") {
+    GameObject own{.position{1, 0, 0}, .parentIndex = 0};
+    StartGame({own});
+    WorldBoxes boxes;
+    const Box before = WorldBox(0, boxes);
+    editorState.scene.emplace_back();
+    CHECK(WorldBox(0, boxes).min.x == WorldBox(0).min.x);
+    CHECK(WorldBox(0).min.x == before.min.x + 1);
+}

@@ -85,6 +85,18 @@ TEST_CASE("a cell that ends 18 pixels before the window's edge stays in its row"
     }
 }
 
+TEST_CASE("a row of items is there where its first line is inside the window") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    PutFiles(folder, 20);
+    // Rows begin 76 pixels below the panel's top, and every 60 pixels.
+    for (const bool fits : {true, false}) {
+        editorState.panels.bottomHeight = 76 + 60 + (fits ? 1 : 0);
+        CHECK(IsShown(L"f112.txt") == fits);
+        CHECK(IsShown(L"f100.txt"));
+    }
+}
+
 TEST_CASE("a cell is hit from 6 pixels above its corner to 51 below, and 98 pixels to the right") {
     const ScratchFolder folder;
     StartProject(folder);
@@ -123,10 +135,15 @@ TEST_CASE("a press on empty space opens the create menu, on the path bar nothing
     CHECK(MenuIsOpen(MenuKind::FilesCreate));
     CHECK(editorState.statusMessage == L"Otevreno Files menu pro vytvoreni nove polozky.");
     CHECK(IsDrawn(L"Vytvorit blueprint"));
-    StartProject(folder);
-    Click({500, CurrentLayout().bottomTop + 60});
-    CHECK_FALSE(MenuIsOpen(MenuKind::FilesCreate));
-    CHECK(editorState.statusMessage == L"untouched");
+    for (const int32_t below : {40, 60, 73}) {
+        CAPTURE(below);
+        StartProject(folder);
+        Click({500, CurrentLayout().bottomTop + below});
+        CHECK_FALSE(MenuIsOpen(MenuKind::FilesCreate));
+        CHECK(editorState.statusMessage == L"untouched");
+    }
+    Click({500, CurrentLayout().bottomTop + 74});
+    CHECK(MenuIsOpen(MenuKind::FilesCreate));
 }
 
 TEST_CASE("a double click on empty space opens the create menu and chooses nothing in it") {
@@ -198,6 +215,36 @@ TEST_CASE("while the Console is shown the page takes no click") {
     CHECK(editorState.selectedFile == -1);
     Click({50, CurrentLayout().bottomTop + 20});
     CHECK(editorState.statusMessage == L"Prepnuto na Files.");
+}
+
+TEST_CASE("a double click opens the first item of the list, too") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    REQUIRE(editorState.fileEntries.front().kind == AssetKind::Folder);
+    OpenFolderNamed(editorState.fileEntries.front().name);
+    CHECK(editorState.filesFolder == editorState.fileEntries.front().path);
+}
+
+TEST_CASE("an item that has left the list since is neither renamed nor named while it is dragged") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    PutFile(FilesIn(folder) + L"\\zz.txt", "");
+    RefreshAssetList();
+    REQUIRE(editorState.fileEntries.back().name == L"zz.txt");
+    RightClick(FileNamed(L"zz.txt"));
+    const PopupMenu menu = OpenMenuState();
+    CloseMenu();
+    Press(FileNamed(L"zz.txt"));
+    Move({600, 300});
+    CHECK(IsDrawn(L"zz.txt"));
+
+    editorState.fileEntries.pop_back();
+    CHECK_FALSE(IsDrawn(L"zz.txt"));
+    Release({600, 300});
+    editorState.menu = menu;
+    Click(MenuItemAt(menu, static_cast<int32_t>(FileItem::Rename)));
+    CHECK_FALSE(editorState.menu);
+    CHECK(editorState.nameEntry.kind == NameEntry::Kind::Closed);
 }
 
 TEST_CASE("the name of a dragged item follows the pointer") {

@@ -2,6 +2,8 @@
 
 #include "formats/recent_projects.h"
 #include "formats/text_file.h"
+#include "platform/canvas.h"
+#include "project/project_removal.h"
 #include "support/capture.h"
 #include "support/folder_tree.h"
 #include "support/open_menu.h"
@@ -90,16 +92,24 @@ TEST_CASE("the cards of the templates react 126 to 208 and 220 to 302 pixels bel
     struct {
         int32_t y;
         bool hits;
-    } cases[] = {{96 + 125, false}, {96 + 126, true}, {96 + 207, true}, {96 + 209, false},
-                 {96 + 219, false}, {96 + 220, true}, {96 + 301, true}, {96 + 303, false}};
+    } cases[] = {{96 + 125, false}, {96 + 126, true}, {96 + 207, true}, {96 + 208, false},
+                 {96 + 219, false}, {96 + 220, true}, {96 + 301, true}, {96 + 302, false}};
     for (const auto& [y, hits] : cases) {
-        CAPTURE(y);
-        const ScratchFolder folder;
-        StartHub(folder);
-        Click({1360 - 32 - 23, y});
-        CHECK(headless.prompts.size() == (hits ? 1 : 0));
-        Click({1360 - 32 - 21, y});  // right of the card
-        CHECK(headless.prompts.size() == (hits ? 1 : 0));
+        // 22 pixels inside the panel, which is 400 pixels wide and ends 32 before the window.
+        for (const int32_t x : {1360 - 32 - 400 + 22, 1360 - 32 - 23}) {
+            CAPTURE(x);
+            CAPTURE(y);
+            const ScratchFolder folder;
+            StartHub(folder);
+            Click({x, y});
+            CHECK(headless.prompts.size() == (hits ? 1 : 0));
+        }
+        for (const int32_t x : {1360 - 32 - 400 + 21, 1360 - 32 - 22}) {  // beside the card
+            const ScratchFolder folder;
+            StartHub(folder);
+            Click({x, y});
+            CHECK(headless.prompts.empty());
+        }
     }
 }
 
@@ -244,9 +254,9 @@ TEST_CASE("the items of the project's menu react between their edges, and nothin
     struct {
         int32_t x, y;  // from the menu's corner
         int32_t item;  // 0 none, 1 remove, 2 delete
-    } cases[] = {{100, 35, 0}, {100, 36, 1}, {100, 61, 1},  {100, 64, 0}, {100, 67, 0}, {100, 68, 2},
-                 {100, 95, 2}, {100, 98, 0}, {100, 111, 0}, {7, 50, 0},   {8, 50, 1},   {237, 50, 1},
-                 {239, 50, 0}, {7, 80, 0},   {8, 80, 2},    {237, 80, 2}, {239, 80, 0}, {100, 5, 0}};
+    } cases[] = {{100, 35, 0}, {100, 36, 1}, {100, 61, 1},  {100, 62, 0}, {100, 67, 0}, {100, 68, 2},
+                 {100, 95, 2}, {100, 96, 0}, {100, 111, 0}, {7, 50, 0},   {8, 50, 1},   {237, 50, 1},
+                 {238, 50, 0}, {7, 80, 0},   {8, 80, 2},    {237, 80, 2}, {238, 80, 0}, {100, 5, 0}};
     for (const auto& [x, y, item] : cases) {
         CAPTURE(x);
         CAPTURE(y);
@@ -521,6 +531,7 @@ TEST_CASE("a long list has two columns where each is 200 pixels wide") {
     // A list that fits into one column has one.
     const size_t fitting = narrow.rows.size();
     CHECK(std::ranges::all_of(LayoutHub(796, 600, fitting).rows, isInFirstColumn));
+    CHECK(Width(LayoutHub(796, 600, fitting).rows.front()) == 412);
     CHECK_FALSE(std::ranges::all_of(LayoutHub(796, 600, fitting + 1).rows, isInFirstColumn));
 }
 
@@ -531,6 +542,44 @@ TEST_CASE("a row of the list is there where all of it fits") {
     CHECK(LayoutHub(700, 286, 3).rows.size() == 1);
     CHECK(LayoutHub(700, 286 + 77, 3).rows.size() == 1);
     CHECK(LayoutHub(700, 286 + 78, 3).rows.size() == 2);
+}
+
+TEST_CASE("the list is drawn where a pixel of it is left, and its rows where a pixel of them is") {
+    // The list begins at 24 and ends 336 pixels before the window's edge; rows begin 12 pixels inside it.
+    CHECK(LayoutHub(384, 600, 1).rows.empty());
+    REQUIRE(LayoutHub(385, 600, 1).rows.size() == 1);
+    CHECK(Width(LayoutHub(385, 600, 1).rows.front()) == 1);
+    const ScratchFolder folder;
+    StartHub(folder);
+    headless.clientSize = {360, 600};
+    CHECK_FALSE(IsDrawn(L"Moje projekty"));
+    headless.clientSize = {361, 600};
+    CHECK(IsDrawn(L"Moje projekty"));
+}
+
+TEST_CASE("the Hub's heading is there where it ends before the button") {
+    const ScratchFolder folder;
+    StartHub(folder);
+    const int32_t end = 24 + MeasureCanvasText(L"Project Hub", 28, 600);  // the button begins at width - 220
+    headless.clientSize = {end + 220, 600};
+    CHECK_FALSE(IsDrawn(L"Project Hub"));
+    headless.clientSize = {end + 221, 600};
+    CHECK(IsDrawn(L"Project Hub"));
+}
+
+TEST_CASE("a menu of a project that has left the list since does nothing") {
+    for (const int32_t below : {50, 80}) {  // remove, delete
+        const ScratchFolder folder;
+        StartHub(folder);
+        ListProjects(folder, {L"First", L"Second"});
+        const Point corner = ProjectRow(1);
+        RightClick(corner);
+        editorState.recentProjects.pop_back();
+        Click({corner.x + 50, corner.y + below});
+        CHECK_FALSE(editorState.menu);
+        CHECK(ListedNames() == Names{L"First"});
+        CHECK(headless.prompts.empty());
+    }
 }
 
 TEST_CASE("the panel of templates is 30 percent of the window, from 280 to 400 pixels") {

@@ -158,3 +158,10 @@ TEST_CASE("a drag travels 1.25 units for the length of the axis, whatever the po
     CHECK_FALSE(GizmoTravel({10, 10}, {60, 10}, 0.01f, 0, travel));
     CHECK(travel == -0.625f);
 }
+
+TEST_CASE("an axis whose tip is not visible is not drawn") {
+    StartPicture(200, 200);
+    DrawGizmo(Flat(), std::nullopt);
+    CHECK(CountOf(Pixel{0xF59152}) == 0);
+    CHECK(PixelAt(50, 50) == Pixel{0});  // on the way to the corner, where its tip would be
+}
