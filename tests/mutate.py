@@ -3,7 +3,8 @@
 
 Each mistake is made in a copy of one source, which alone is compiled and linked with the other objects. The tests of
 the source's own folder run first, then the others, until one fails. The same seed plants the same mistakes in the same
-sources. What is built, and the report, lie in build/mutants.
+sources. What is built, and the report, lie in build/mutants. The report is written as the run goes, so that a run that
+was stopped can go on: what it says was noticed is not tried again, and what survived is.
 
 A mistake counts as noticed by a failed test, by a crash, by a test program that takes five times as long as usual, and
 by a static_assert. One whose object is byte for byte that of the true source has no effect and is not counted, and one
@@ -193,12 +194,13 @@ def sources(pattern):
     return sorted(path for path in found if not path.startswith(NOT_MUTATED) and re.search(pattern, path))
 
 
-def chosen(pattern, seed):
+def chosen(pattern, kinds, seed):
     """All mistakes in an order that depends on the seed alone: every kind in turn, within it by chance."""
     by_kind = collections.defaultdict(list)
     for path in sources(pattern):
         for mistake in mistakes_in(path):
-            by_kind[mistake.kind].append(mistake)
+            if re.search(kinds, mistake.kind):
+                by_kind[mistake.kind].append(mistake)
     chance = random.Random(seed)
     for kind in sorted(by_kind):
         chance.shuffle(by_kind[kind])
@@ -305,15 +307,31 @@ def try_out(mistake, program, folder):
 
 # ---- All of them ------------------------------------------------------------------------------------------------
 
-def describe(mistake, result, noticed_by):
+def place_and_change(mistake):
+    """Which mistake it is, as the report says it."""
     _, line, before, after = changed(mistake)
-    change = f"    - {before}\n    + {after}\n" if before != after else ""
+    return f"{mistake.path}:{line}: {mistake.kind}", f"    - {before}\n    + {after}\n" if before != after else ""
+
+
+def describe(mistake, result, noticed_by):
+    place, change = place_and_change(mistake)
     by = f" by: {noticed_by}" if noticed_by else ""
-    return f"{result} {mistake.path}:{line}: {mistake.kind}{by}\n{change}"
+    return f"{result} {place}{by}\n{change}"
 
 
-def run(candidates, wanted, jobs, program, report):
-    """Tries candidates until as many as wanted had an effect. Their results by mistake."""
+def known_from(report):
+    """What a report tells of mistakes that need not be tried again, by place and change."""
+    if not os.path.exists(report):
+        return {}
+    with open(report, encoding="utf-8") as file:
+        text = file.read()
+    entries = re.findall(r"^(noticed|no effect|does not compile) (\S+:\d+: \w+)(?: by: (.*))?\n((?:    [-+] .*\n)*)",
+                         text, re.MULTILINE)
+    return {(place, change): (result, noticed_by) for result, place, noticed_by, change in entries}
+
+
+def run(candidates, wanted, jobs, known, program, report):
+    """Tries candidates that are not known until as many as wanted had an effect. Their results by mistake."""
     results = {}
     candidates = iter(candidates)
     lock = threading.Lock()
@@ -331,7 +349,7 @@ def run(candidates, wanted, jobs, program, report):
                 if mistake is None:
                     return
                 results[mistake] = ("", "")  # under way
-            result = try_out(mistake, program, folder)
+            result = known.get(place_and_change(mistake)) or try_out(mistake, program, folder)
             with lock:
                 results[mistake] = result
                 report.write(describe(mistake, *result))
@@ -366,10 +384,12 @@ def main():
     options.add_argument("--count", type=int, default=300, help="how many mistakes with an effect (300)")
     options.add_argument("--jobs", type=int, default=os.cpu_count(), help="how many at a time")
     options.add_argument("--only", default="", help="a regular expression that the paths of the sources match")
+    options.add_argument("--kind", default="", help="likewise for the kinds of mistakes")
+    options.add_argument("--resume", action="store_true", help="go on with a run that was stopped, by its report")
     options.add_argument("--list", action="store_true", help="show the mistakes, and plant none")
     choice = options.parse_args()
 
-    candidates = chosen(choice.only, choice.seed)
+    candidates = chosen(choice.only, choice.kind, choice.seed)
     if choice.list:
         for mistake, _ in zip(candidates, range(choice.count)):
             print(describe(mistake, "would plant", ""))
@@ -378,8 +398,9 @@ def main():
     program = built()
     print(f"The tests take {program.seconds:.0f} s. Survivors:", flush=True)
     report = os.path.join(BUILD, f"report_{choice.seed}.txt")
+    known = known_from(report) if choice.resume else {}
     with open(report, "w", encoding="utf-8") as file:
-        results = run(candidates, choice.count, choice.jobs, program, file)
+        results = run(candidates, choice.count, choice.jobs, known, program, file)
         sums = collections.Counter(result for result, _ in results.values())
         text = (f"{table(results, lambda mistake: mistake.kind)}\n\n"
                 f"{table(results, lambda mistake: mistake.path.split('/')[1])}\n\n"
