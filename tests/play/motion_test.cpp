@@ -1,5 +1,6 @@
 #include "play/motion.h"
 
+#include "play/collision.h"
 #include "support/game.h"
 
 #include "doctest/doctest.h"
@@ -284,4 +285,20 @@ TEST_CASE("an object that falls and bounces is moved by both") {
     StartGame({object});
     UpdateFrame(0.05f);
     CHECK(Object(0).position.y == doctest::Approx(1 - 0.0245 + 0.01 * std::sin(0.05 * 4)));
+}
+
+TEST_CASE("what is animated is met at its new place in the same pass") {
+    // At the time 0 it shrinks from 6 units to 2.
+    GameObject pulsing{.position{2, 0, 0}, .scale{3, 3, 3}, .meshIndex = kCubeMesh, .hasCollision = true};
+    pulsing.hasAnimation = true;
+    pulsing.animationType = 1;
+    StartGame(
+        {pulsing,
+         {.position{-5, 0, 0}, .scale{0.5f, 0.5f, 0.5f}, .meshIndex = kCubeMesh, .hasCollision = true}});
+    editorState.animationTime = 0;
+    WorldBoxes boxes;
+    MoveWithCollision(1, {0.5f, 0, 0}, boxes);  // every box is known by now
+    AnimationStep(0, 0.05f, boxes);
+    MoveWithCollision(1, {10, 0, 0}, boxes);
+    CHECK(Object(1).position.x == doctest::Approx(0.499));
 }

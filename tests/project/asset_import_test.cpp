@@ -74,6 +74,27 @@ TEST_CASE("a dropped model is placed in the scene") {
     CHECK(editorState.scene.size() == objects);
 }
 
+TEST_CASE("a dropped file of another kind, and a model dropped on a Blueprint, are imported and not placed") {
+    struct {
+        const wchar_t* name;
+        Screen screen;
+        bool isPlaced;
+    } cases[] = {{L"cube.obj", Screen::SceneEditor, true},
+                 {L"cube.txt", Screen::SceneEditor, false},
+                 {L"cube.obj", Screen::BlueprintEditor, false},
+                 {L"cube.obj", Screen::PrefabEditor, true}};
+    for (const auto& [name, screen, isPlaced] : cases) {
+        const ScratchFolder folder;
+        StartProject(folder);
+        PutFile(folder / name, kTriangle);
+        editorState.screen = screen;
+        const size_t before = editorState.scene.size();
+        DropFiles({folder / name});
+        CHECK(editorState.statusMessage == L"Importovano 1 souboru do aktualni slozky.");
+        CHECK(editorState.scene.size() == before + (isPlaced ? 1 : 0));
+    }
+}
+
 TEST_CASE("folders, missing files and paths of more than 260 characters are not counted") {
     const ScratchFolder folder;
     StartProject(folder);

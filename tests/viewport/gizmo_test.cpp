@@ -145,6 +145,13 @@ TEST_CASE("an axis seen from its end counts as the point of the origin") {
     CHECK(AxisAt(gizmo, {100, 110}) == 3);
     CHECK(AxisAt(gizmo, {100, 111}) == 0);
     CHECK(AxisAt({}, {0, 0}) == 0);
+    // From -0.005 to 0.005 it is a segment, whose end is nearer than 10 pixels; anything shorter is its
+    // origin.
+    gizmo.origin = {-0.005f, 0};
+    gizmo.tip[2] = {0.005f, 0};
+    CHECK(AxisAt(gizmo, {10, 0}) == 3);
+    gizmo.tip[2] = {0.0049f, 0};
+    CHECK(AxisAt(gizmo, {10, 0}) == 0);
 }
 
 TEST_CASE("a drag travels 1.25 units for the length of the axis, whatever the pointer does across it") {

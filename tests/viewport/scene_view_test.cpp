@@ -1,5 +1,7 @@
 #include "viewport/scene_view.h"
 
+#include "support/capture.h"
+
 #include "doctest/doctest.h"
 
 #include <cmath>
@@ -77,6 +79,7 @@ TEST_CASE("the background comes from the selected camera, else the first one, el
     CHECK(ViewportBackground(scene, 0, false) == Pixel{0x112233});
     CHECK(ViewportBackground(scene, 2, false) == Pixel{0x445566});
     CHECK(ViewportBackground(scene, -1, false) == Pixel{0x112233});
+    CHECK(ViewportBackground(scene, 3, false) == Pixel{0x112233});
     CHECK(ViewportBackground(scene, 99, false) == Pixel{0x112233});
 }
 
@@ -102,4 +105,17 @@ TEST_CASE("a camera's brightness darkens each channel, truncated, and is limited
     CHECK(ViewportBackground(scene, 0, false) == Pixel{0});
     scene[0].cameraBrightness = std::nanf("");
     CHECK(ViewportBackground(scene, 0, false) == Pixel{0});
+}
+
+TEST_CASE("a mesh is shown that the library has, of an object with Shape that is no text") {
+    const struct {
+        int32_t mesh;
+        bool isShown;
+    } cases[] = {{-1, false}, {0, true}, {6, true}, {7, false}};
+    for (const auto& [mesh, isShown] : cases) {
+        CAPTURE(mesh);
+        CHECK(ShowsMesh({.meshIndex = mesh, .hasShape = true}, 7) == isShown);
+        CHECK_FALSE(ShowsMesh({.meshIndex = mesh, .hasShape = false}, 7));
+        CHECK_FALSE(ShowsMesh({.meshIndex = mesh, .hasShape = true, .isText = true}, 7));
+    }
 }
