@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """Plants mistakes in the sources, one at a time, and says which of them no unit test notices.
 
-Each mistake is made in a copy of one source, which alone is compiled and linked with the other objects. The tests of
-the source's own folder run first, then the others, until one fails. The same seed plants the same mistakes in the same
-sources. What is built, and the report, lie in build/mutants. The report is written as the run goes, so that a run that
+Each mistake is made in a copy of one source, which alone is compiled and linked with the other objects. The tests named
+after the source run first, then those of its folder, then the others, until one fails. The same seed plants the same
+mistakes in the same sources. What is built, and the report, lie in build/mutants. The report is written as the run goes, so that a run that
 was stopped can go on: what it says was noticed is not tried again, and what survived is.
 
 A mistake counts as noticed by a failed test, by a crash, by a test program that takes five times as long as usual, and
@@ -257,15 +257,25 @@ def limit_memory():
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
 
 
-def first_failure(executable, folder, own_folder, seconds):
+def nearest_first(path):
+    """Options for the tests named after a source, for those of its folder, and for all others."""
+    own_folder = path.split("/")[1]
+    name = os.path.splitext(os.path.basename(path))[0]
+    # A batch of tests names them by "tests/./", a single one by "tests/".
+    by_name, by_folder = (f"*/tests/{place},*/tests/./{place}" for place in
+                          (f"{own_folder}/*{name}_test.cpp", f"{own_folder}/*"))
+    return ([f"--source-file={by_name}"], [f"--source-file={by_folder}", f"--source-file-exclude={by_name}"],
+            [f"--source-file-exclude={by_folder}"])
+
+
+def first_failure(executable, folder, path, seconds):
     """What notices the mistake, or an empty text."""
-    own = f"*/tests/{own_folder}/*"
-    for choice in (f"--source-file={own}", f"--source-file-exclude={own}"):
+    for choice in nearest_first(path):
         temporary = os.path.join(folder, "tmp")
         shutil.rmtree(temporary, ignore_errors=True)
         os.makedirs(temporary)
         try:
-            done = subprocess.run([executable, "--abort-after=1", choice], cwd=folder, capture_output=True, check=False,
+            done = subprocess.run([executable, "--abort-after=1", *choice], cwd=folder, capture_output=True, check=False,
                                   timeout=5 * seconds + 10, preexec_fn=limit_memory,
                                   env=dict(os.environ, TMPDIR=temporary))
         except subprocess.TimeoutExpired:
@@ -301,7 +311,7 @@ def try_out(mistake, program, folder):
     link = link.replace(" -o tests/zel_tests ", f" -o {executable} ")
     if subprocess.run(["sh", "-c", link], cwd=BUILD, capture_output=True, check=False).returncode != 0:
         return "does not compile", ""
-    noticed_by = first_failure(executable, folder, mistake.path.split("/")[1], program.seconds)
+    noticed_by = first_failure(executable, folder, mistake.path, program.seconds)
     return ("noticed", noticed_by) if noticed_by else ("survived", "")
 
 
