@@ -157,6 +157,20 @@ TEST_CASE("folders, scenes and other files are dragged without effect") {
     CHECK(editorState.undoSteps.empty());
 }
 
+TEST_CASE("an item that has left the list since is let go without effect") {
+    const ScratchFolder folder;
+    StartWithFiles(folder);
+    PutFile(FilesIn(folder) + L"\\zz.obj", kTriangle);
+    RefreshAssetList();
+    REQUIRE(editorState.fileEntries.back().name == L"zz.obj");
+    const size_t objects = editorState.scene.size();
+    Press(FileNamed(L"zz.obj"));
+    Move(kEmptySky);
+    editorState.fileEntries.pop_back();
+    Release(kEmptySky);
+    CHECK(editorState.scene.size() == objects);
+}
+
 TEST_CASE("a press becomes a drag six pixels away, counted along both axes") {
     struct {
         Point by;
