@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 // Streams made by another compressor: stored, with the fixed codes, and with codes of their own.
 constexpr std::string_view kText = "one cube, two cubes, red cube, blue cube, cube cube cube cube";
@@ -126,7 +127,12 @@ static uint32_t Adler(std::string_view bytes) {
     return b << 16 | a;
 }
 
-// A stored block of `before`, then a copy with the given symbols and their further bits.
+static void PutSum(std::string_view unpacked, StreamWriter& stream) {
+    for (int32_t i = 3; i >= 0; --i) stream.bytes.push_back(static_cast<char>(Adler(unpacked) >> 8 * i));
+}
+
+// A stored block of `before`, then a copy with the given symbols and their further bits, then the byte 255,
+// whose code is all ones, so that no bit too many is taken for a further bit of zero.
 static std::string StreamOfCopy(std::string_view before, uint32_t lengthSymbol, uint32_t lengthMore,
                                 int32_t lengthBits, uint32_t distanceSymbol, uint32_t distanceMore,
                                 int32_t distanceBits, const std::string& whole) {
@@ -142,8 +148,9 @@ static std::string StreamOfCopy(std::string_view before, uint32_t lengthSymbol, 
     stream.Put(lengthMore, lengthBits);
     stream.PutCode(distanceSymbol, 5);
     stream.Put(distanceMore, distanceBits);
+    stream.PutSymbol(255);
     stream.PutSymbol(256);
-    for (int32_t i = 3; i >= 0; --i) stream.bytes.push_back(static_cast<char>(Adler(whole) >> 8 * i));
+    PutSum(whole, stream);
     return stream.bytes;
 }
 
@@ -161,6 +168,7 @@ TEST_CASE("every symbol of a length and of a distance copies as many bytes from 
         CAPTURE(distance);
         std::string whole = before, bytes;
         for (size_t i = 0; i < length; ++i) whole.push_back(whole[whole.size() - distance]);
+        whole.push_back('\xFF');
         CHECK(Inflate(StreamOfCopy(before, lengthSymbol, lengthMore, lengthBits, distanceSymbol, distanceMore,
                                    distanceBits, whole),
                       whole.size(), bytes));
@@ -180,4 +188,61 @@ TEST_CASE("every symbol of a length and of a distance copies as many bytes from 
         const size_t first = c < 4 ? 1 + c : 1 + ((2 + c % 2) << bits);
         for (const uint32_t more : {0u, (1u << bits) - 1}) check(260, 0, 0, 6, c, more, bits, first + more);
     }
+}
+
+// The codes that symbols of these lengths have: of each length consecutive, above those of the length below.
+static std::vector<uint32_t> CodesOf(const std::vector<int32_t>& lengths) {
+    std::vector<uint32_t> codes(lengths.size());
+    uint32_t next = 0;
+    for (int32_t length = 1; length <= 15; ++length, next *= 2) {
+        for (size_t symbol = 0; symbol < lengths.size(); ++symbol) {
+            if (lengths[symbol] == length) codes[symbol] = next++;
+        }
+    }
+    return codes;
+}
+
+TEST_CASE("codes of 1 to 15 bits are read, their lengths by codes in the order of the format, in runs too") {
+    StreamWriter stream;
+    stream.Put(1, 1);       // the last block
+    stream.Put(2, 2);       // with codes of its own
+    stream.Put(0, 5);       // for 257 literals
+    stream.Put(4 - 1, 5);   // and 4 distances
+    stream.Put(19 - 4, 4);  // told by all 19 symbols of code lengths
+    // Neighbours in this order have codes of different lengths, so that no two can be exchanged.
+    const int32_t order[] = {16, 17, 18, 0, 8, 7, 9, 6, 10, 5, 11, 4, 12, 3, 13, 2, 14, 1, 15};
+    std::vector<int32_t> lengths(19);
+    for (int32_t i = 0; i < 19; ++i) {
+        const int32_t length = i == 18 ? 6 : 5 + i % 3;
+        lengths[static_cast<size_t>(order[i])] = length;
+        stream.Put(static_cast<uint32_t>(length), 3);
+    }
+    const std::vector<uint32_t> codes = CodesOf(lengths);
+    const auto putLength = [&](size_t symbol) { stream.PutCode(codes[symbol], lengths[symbol]); };
+
+    for (size_t length = 1; length <= 15; ++length) putLength(length);  // of the bytes 0 to 14
+    putLength(18);
+    stream.Put(138 - 11, 7);  // zeros for the bytes from 15 on
+    putLength(18);
+    stream.Put(93 - 11, 7);
+    putLength(17);
+    stream.Put(10 - 3, 3);  // to 255
+    putLength(15);          // of the end
+    putLength(16);
+    stream.Put(3 - 3, 2);  // the same for three distances
+    putLength(0);          // none for the fourth
+
+    std::vector<int32_t> literals(257);
+    std::string text, bytes;
+    for (int32_t i = 0; i < 15; ++i) literals[static_cast<size_t>(i)] = i + 1;
+    literals[256] = 15;
+    const std::vector<uint32_t> literalCodes = CodesOf(literals);
+    for (size_t byte = 0; byte < 15; ++byte) {
+        stream.PutCode(literalCodes[byte], literals[byte]);
+        text.push_back(static_cast<char>(byte));
+    }
+    stream.PutCode(literalCodes[256], 15);
+    PutSum(text, stream);
+    CHECK(Inflate(stream.bytes, text.size(), bytes));
+    CHECK(bytes == text);
 }
