@@ -1,6 +1,12 @@
 #!/usr/bin/env python3
-"""Makes the models and the textures of the sample project: ./make_assets.py"""
-from sample_files import Project, grain, shaded, turned
+"""Makes the models and the textures of the sample project: ./make_assets.py
+
+What does not move and looks alike is one model, made where it stands in the scene. Its picture gives each height the
+colour that belongs there."""
+import math
+
+from sample_files import (
+    Project, cube, cylinder, grain, joined, posed, shaded, sphere, turned)
 
 
 def crate(x, y):
@@ -22,14 +28,6 @@ def tiles(x, y):
     return shaded((236, 222, 194), slab + grain(x, y) / 3000 - 0.04)
 
 
-def planks(x, y):
-    """Four boards along x, each of its own tone."""
-    board = y // 16
-    if y % 16 == 0 or x == (board * 23 + 9) % 64:
-        return shaded((120, 82, 52), 0.9)
-    return shaded((206, 152, 100), 0.86 + grain(board, 5) / 1300 + grain(x // 9, y) / 1700)
-
-
 def stones(x, y):
     """A wall of four courses, every second one shifted by half a stone."""
     course = y // 16
@@ -47,27 +45,146 @@ def leaves(x, y):
     return shaded((84, 156, 70), 0.78 + grain(x // 5, y // 3) / 900 + grain(x, y) / 2600)
 
 
-def sand(x, y):
-    return shaded((244, 226, 170), 0.92 + grain(x // 2, y) / 3200)
-
-
-def water(x, y):
-    return shaded((58, 138, 206), 0.95 + grain(x // 6, y // 2) / 2600)
-
-
 def gold(x, y):
     return shaded((255, 200, 52), 0.94 + grain(x // 8, y // 8) / 2600)
-
-
-def sail(x, y):
-    """Red and white stripes, a ball's too."""
-    color = (226, 74, 60) if x // 8 % 2 else (250, 244, 232)
-    return shaded(color, 0.96 + grain(x // 2, y // 2) / 5000)
 
 
 LIGHTHOUSE = [(0, 0), (1.6, 0), (1.6, 0.4), (1.25, 0.5), (0.95, 3.2), (0.8, 5.2), (1.15, 5.4), (1.15, 5.65),
               (0.65, 5.65), (0.65, 6.5), (0.95, 6.55), (0, 7.4)]
 COIN = [(0, -0.06), (0.72, -0.06), (0.8, -0.12), (1, -0.12), (1, 0.12), (0.8, 0.12), (0.72, 0.06), (0, 0.06)]
+FOOT = [(0, -0.1), (0.52, -0.1), (0.58, 0), (0.52, 0.1), (0, 0.1)]
+
+
+def standing_coin():
+    """A coin above a foot, and a stake in the ground that is as long as they are high: the middle of the whole is
+    what stands on a floor."""
+    return joined(posed(turned(COIN, 20), (0.0, 1.6, 0.0), rotation=(math.pi / 2, 0.0, 0.0)), turned(FOOT, 16),
+                  posed(cylinder(6), (0.0, -1.35, 0.0), (0.1, 1.25, 0.1)))
+
+
+def coin_color(right, up, x, y):
+    return gold(x, y) if up > 0.59 else shaded((188, 180, 166), 0.86 + grain(x // 6, y) / 1800)
+
+
+def treasure_color(right, up, x, y):
+    return gold(x, y)
+
+
+def tree():
+    """Its foot is at the origin. The crowns are steep, so that no face looks up more than to a side."""
+    trunk = posed(cylinder(8), (0.0, 0.5, 0.0), (0.22, 0.5, 0.22))
+    crowns = [posed(turned([(0, -1), (1, -1), (0, 1)], 7), (0.0, height, 0.0), (half, tall, half),
+                    (0.0, 0.7 * i, 0.0))
+              for i, (height, half, tall) in enumerate([(1.72, 1.05, 0.85), (2.66, 0.82, 0.74), (3.46, 0.58, 0.66)])]
+    return joined(trunk, *crowns)
+
+
+def tree_color(right, up, x, y):
+    """Over a tree whose foot is at the height 0."""
+    if up < 0.9:
+        return shaded((150, 98, 60), 0.8 + grain(x // 2, y // 6) / 1200)
+    return shaded((84, 156, 70), 0.74 + 0.3 * ((up - 0.9) % 0.95) + grain(x // 3, y // 2) / 1300)
+
+
+def lamp():
+    """Its foot is at the origin."""
+    return joined(posed(cylinder(8), (0.0, 0.8, 0.0), (0.07, 0.8, 0.07)),
+                  posed(sphere(), (0.0, 1.75, 0.0), (0.2, 0.2, 0.2)))
+
+
+def lamp_color(right, up, x, y):
+    return (255, 236, 120) if up > 1.55 else shaded((88, 74, 70), 0.9 + grain(x, y) / 2600)
+
+
+TREES = [((-10.6, -0.06, 8.5), 0.3), ((-12.6, -0.06, 5.2), 1.1), ((-10.4, -0.06, 12.6), 2.0),
+         ((9.9, -0.06, 12.8), 0.6), ((12.0, -0.06, 9.4), 1.7), ((10.9, -0.06, 5.4), 0.9), ((6.2, -0.06, 15.0), 2.4)]
+FAR_TREES = [((-11.0, 0.0, 10.0), 0.2), ((-10.4, 0.0, 16.0), 1.3), ((10.6, 0.0, 12.0), 0.8), ((11.4, 0.0, 17.0), 1.9)]
+LAMPS = [(-9.1, -0.06, -1.2), (9.1, -0.06, -1.2), (-3.4, -0.06, 11.4), (3.4, -0.06, 11.4)]
+
+
+def planted(places):
+    return joined(*(posed(tree(), at, rotation=(0.0, yaw, 0.0)) for at, yaw in places))
+
+
+def on_the_lawn(color_at):
+    """The picture of things whose feet stand at the height of the lawn."""
+    return lambda right, up, x, y: color_at(right, up + 0.06, x, y)
+
+
+def lights():
+    """The lighthouse and the lamps around the square."""
+    return joined(posed(turned(LIGHTHOUSE, 16), (-6.5, -0.1, 16.0), (1.216, 1.216, 1.216)),
+                  *(posed(lamp(), at) for at in LAMPS))
+
+
+def lights_color(right, up, x, y):
+    """The lamps stand beside the lighthouse, seen from the front as well as from the side."""
+    if up < 1.95 and min(abs(right - column) for column in (-9.6, -9.1, -3.4, 3.0, 3.4, 9.1)) < 0.4:
+        return lamp_color(right, up + 0.06, x, y)
+    height = (up + 0.1) / 1.216
+    if 5.68 < height < 6.5:
+        return shaded((255, 226, 110), 0.96 + grain(x // 8, y // 8) / 3000)
+    red = height > 6.5 or 1.5 < height < 2.6 or 3.7 < height < 4.8
+    return shaded((222, 70, 58) if red else (252, 246, 234), 0.95 + grain(x // 4, y // 4) / 4000)
+
+
+def cap():
+    """Pointed cap and backpack of the walker, in the walker's own measures. The cap is steep, as the trees are."""
+    return joined(posed(turned([(0, -1), (1, -1), (1.06, -0.9), (0.4, 0.3), (0, 1)], 16), (0.0, 1.14, 0.0),
+                        (0.66, 0.62, 0.66)),
+                  posed(cube(), (0.0, 0.04, -0.65), (0.36, 0.38, 0.2)))
+
+
+def cap_color(right, up, x, y):
+    if up > 0.5:
+        return shaded((238, 66, 52), 0.96 + grain(x // 4, y // 4) / 4000)
+    flap = 0.1 < up < 0.14 or abs(abs(right) - 0.2) < 0.03 and up < 0.14
+    return shaded((176, 118, 74), 0.55 if flap else 0.95 + grain(x, y // 2) / 1800)
+
+
+SEA_SIZE, BEACH = 95.0, (19.0, 5.0)  # half its width; the beach's radius, and how far ahead its middle lies
+
+
+def sea():
+    """The water's face, and the beach that rises from it."""
+    face = [(-1, 0, -1), (-1, 0, 1), (1, 0, 1), (1, 0, -1)], [(0, 1, 2, 3)]
+    radius, ahead = BEACH
+    return joined(posed(face, (0.0, -0.8, 0.0), (SEA_SIZE, 1.0, SEA_SIZE)),
+                  posed(turned([(0, -1), (1.04, -1), (1, 1), (0, 1)], 40), (0.0, -0.5, ahead), (radius, 0.3, radius)))
+
+
+def sea_color(right, ahead, x, y):
+    """Seen from above: sand, shallow water around it, the deep."""
+    radius, middle = BEACH
+    from_shore = math.hypot(right, ahead - middle) - radius - 0.4
+    if from_shore < 0:
+        return shaded((244, 226, 170), 0.94 + grain(x, y) / 4000)
+    shallow = max(0.0, 1 - from_shore / 7)
+    color = tuple(a + (b - a) * shallow for a, b in zip((58, 138, 206), (122, 214, 214)))
+    return shaded(color, 0.97 + grain(x // 6, y // 3) / 3600)
+
+
+def boat():
+    """Its keel at the height 0, bow towards +z."""
+    sail = turned([(0, -1), (1, -1), (0, 1.2)], 4)
+    return joined(posed(hull(), (0.0, 0.0, 0.0)), posed(cylinder(6), (0.0, 2.1, -0.2), (0.07, 1.4, 0.07)),
+                  posed(sail, (0.0, 2.1, -0.2), (0.08, 1.05, 1.0)))
+
+
+BOATS_AT = (0.0, -1.0, 8.0)  # the middle of their course, at the height of the keels
+
+
+def boats():
+    """Two of them, one on each side of the middle about which they turn."""
+    x, y, z = BOATS_AT
+    return joined(posed(boat(), (x + 29.0, y, z), (1.3, 1.3, 1.3), (0.0, math.pi, 0.0)),
+                  posed(boat(), (x - 29.0, y, z), (1.3, 1.3, 1.3)))
+
+
+def boat_color(right, up, x, y):
+    if up < BOATS_AT[1] + 1.5:
+        return shaded((150, 84, 48), 0.9 + grain(x // 2, y) / 2000)
+    return shaded((226, 74, 60) if int(up * 2.2) % 2 else (250, 244, 232), 0.98)
 
 
 def hull():
@@ -88,8 +205,18 @@ def hull():
 
 if __name__ == "__main__":
     project = Project("Project")
-    for texture in (crate, tiles, planks, stones, grass, leaves, sand, water, gold, sail):
+    for texture in (crate, tiles, stones, grass, leaves):
         project.texture(texture)
-    project.model("Lighthouse", turned(LIGHTHOUSE, 16))
-    project.model("Coin", turned(COIN, 20))
-    project.model("Hull", hull())
+    for name, shape, color_at, width, height in [
+            ("Coin", standing_coin(), coin_color, 64, 64),
+            ("Treasure", turned(COIN, 20), treasure_color, 64, 64),
+            ("Tree", tree(), tree_color, 64, 128),
+            ("Trees", planted(TREES), on_the_lawn(tree_color), 256, 768),
+            ("FarTrees", planted(FAR_TREES), tree_color, 256, 768),
+            ("Lamp", lamp(), lamp_color, 32, 64),
+            ("Lights", lights(), lights_color, 256, 512),
+            ("Cap", cap(), cap_color, 64, 64),
+            ("Sea", sea(), sea_color, 512, 512),
+            ("Boats", boats(), boat_color, 64, 512)]:
+        project.model(name, shape)
+        project.picture(name, shape, color_at, width, height)

@@ -34,6 +34,17 @@ def write_png(path, color_at, width=SIZE, height=SIZE):
                      chunk(b"IEND", b""))
 
 
+def painted(shape, color_at, width, height):
+    """The picture of a model that is stretched over it: color_at(right, up, x, y) in the coordinates of the shape. A
+    face shows it from the front, from the side or from above, whichever it looks to most."""
+    (middle_x, middle_y, _), half = bounds(shape)
+
+    def color(x, y):
+        return color_at(middle_x + (2 * x / (width - 1) - 1) * half, middle_y + (1 - 2 * y / (height - 1)) * half, x, y)
+
+    return color
+
+
 def grain(x, y):
     """A number from 0 to 255 that looks random but is the same every time."""
     n = (x * 374761393 + y * 668265263) & 0xFFFFFFFF
@@ -73,6 +84,74 @@ def turned(profile, segments):
             faces.append((low + i, high + i, high + j, low + j))
         faces += [(last + i, top, last + j), (base, i, j)]
     return vertices, faces
+
+
+def reshaped(shape, move):
+    """Each vertex moved on its own. A move that mirrors would turn the faces inside out."""
+    vertices, faces = shape
+    return [move(*vertex) for vertex in vertices], faces
+
+
+def joined(*shapes):
+    vertices, faces = [], []
+    for more_vertices, more_faces in shapes:
+        faces += [tuple(len(vertices) + index for index in face) for face in more_faces]
+        vertices += more_vertices
+    return vertices, faces
+
+
+def outward(vertices, faces):
+    """Turns the faces of a shape without hollows so that they are seen from outside."""
+    middle = [sum(axis) / len(vertices) for axis in zip(*vertices)]
+
+    def turned_out(face):
+        a, b, c = ([p - q for p, q in zip(vertices[i], middle)] for i in face[:3])
+        u, v = [q - p for p, q in zip(a, b)], [q - p for p, q in zip(a, c)]
+        n = (u[1] * v[2] - u[2] * v[1], u[2] * v[0] - u[0] * v[2], u[0] * v[1] - u[1] * v[0])
+        return face if sum(p * q for p, q in zip(n, a)) > 0 else face[::-1]
+
+    return vertices, [turned_out(face) for face in faces]
+
+
+def bounds(shape):
+    """The middle of a shape, and half of its longest extent: what the program takes off when it loads a model."""
+    reach = [(min(axis), max(axis)) for axis in zip(*shape[0])]
+    return tuple((low + high) / 2 for low, high in reach), max(high - low for low, high in reach) / 2
+
+
+def as_loaded(shape):
+    """A shape as the program holds it: around the origin, two units long."""
+    (x, y, z), half = bounds(shape)
+    return reshaped(shape, lambda a, b, c: ((a - x) / half, (b - y) / half, (c - z) / half))
+
+
+def posed(shape, at, scale=(1.0, 1.0, 1.0), rotation=(0.0, 0.0, 0.0)):
+    """A shape where an object with this transform would show it."""
+    (sx, cx), (sy, cy), (sz, cz) = ((math.sin(a), math.cos(a)) for a in rotation)
+
+    def move(x, y, z):
+        x, y, z = x * scale[0], y * scale[1], z * scale[2]
+        x, y = x * cz - y * sz, x * sz + y * cz
+        y, z = y * cx - z * sx, y * sx + z * cx
+        x, z = x * cy + z * sy, z * cy - x * sy
+        return x + at[0], y + at[1], z + at[2]
+
+    return reshaped(shape, move)
+
+
+def cube():
+    """The built-in Cube."""
+    corners = [(x, y, z) for x in (-1.0, 1.0) for y in (-1.0, 1.0) for z in (-1.0, 1.0)]
+    return outward(corners, [(0, 1, 3, 2), (4, 5, 7, 6), (0, 1, 5, 4), (2, 3, 7, 6), (0, 2, 6, 4), (1, 3, 7, 5)])
+
+
+def cylinder(segments=12):
+    return turned([(0, -1), (1, -1), (1, 1), (0, 1)], segments)
+
+
+def sphere(segments=12, bands=8):
+    return turned([(math.sin(math.pi * i / bands), -math.cos(math.pi * i / bands)) for i in range(bands + 1)],
+                  segments)
 
 
 # Objects.
@@ -150,8 +229,12 @@ def sunlight(at, yaw):
     return thing("Directional Light", at, rotation=(-0.7, yaw, 0.0), is_light=1, has_shape=0)
 
 
-def entity(name, at, **values):
-    return thing(name, at, is_entity=1, has_shape=0, **values)
+def scenery(name, file, shape, parent_at=(0.0, 0.0, 0.0), parent_size=1.0, **values):
+    """One model of many things, whose shape was made where it stands: the transform gives back what loading it takes
+    off. Below a parent it was made where that stands."""
+    at, half = bounds(shape)
+    return thing(name, tuple((c - p) / parent_size for c, p in zip(at, parent_at)), scale=size(half / parent_size),
+                 **model(file), **values)
 
 
 def group(name, at, **values):
@@ -173,6 +256,9 @@ def glowing(look):
 
 
 SOLID = {"has_collision": 1}
+
+# The Inspector's sections that are closed, so that the others end above the bottom panel.
+FOLDED = {f"{section}_expanded": 0 for section in ("shape", "color", "collision", "gravitation", "rigidbody", "texture")}
 
 
 def placed(prefab, tree, at, yaw=0.0):
@@ -245,6 +331,10 @@ class Project:
 
     def texture(self, color_at, width=SIZE, height=SIZE):
         write_png(self.path(f"{IMPORTED}\\{color_at.__name__}.png"), color_at, width, height)
+
+    def picture(self, name, shape, color_at, width=SIZE, height=SIZE):
+        """For the model of that shape, stretched."""
+        write_png(self.path(f"{IMPORTED}\\{name}.png"), painted(shape, color_at, width, height), width, height)
 
     def model(self, name, shape):
         write_obj(self.path(f"{IMPORTED}\\{name}.obj"), *shape)

@@ -18,7 +18,7 @@ SPEED = 4  # of the walker and of the bell, in units per second
 SQUARE = ((-5.5, 5.5), (-1, 8))  # the floor on which the coins appear, along x and z
 
 # In the editor's window at its first size.
-SCORE = (580, 95, 720, 140)
+SCORE = (560, 80, 760, 140)
 ABOVE_THE_CONSOLE = (0, 0, 1360, 688)
 
 # The columns of an object line that are read here.
@@ -161,19 +161,6 @@ def hold_until(program, folder, key, reached):
         check(time.monotonic() < end, f"60 s of '{key}' led the bell to {named(objects, 'Diving bell')[X:Z]}")
 
 
-def steer_to(program, folder, place_x, reached):
-    """Presses the key that leads the bell there, each time for no longer than the way takes."""
-    end = time.monotonic() + 60
-    objects = saved_objects(program, folder)
-    while not reached(objects):
-        check(time.monotonic() < end, f"60 s led the bell to {named(objects, 'Diving bell')[X:Z]}")
-        way = place_x - float(named(objects, "Diving bell")[X])
-        with program.holding("d" if way > 0 else "a"):
-            time.sleep(min(abs(way) / SPEED, 2))
-        time.sleep(0.5)  # in which it may sink
-        objects = saved_objects(program, folder)
-
-
 def sunk_to(height):
     return lambda objects: float(named(objects, "Diving bell")[Y]) < height
 
@@ -187,11 +174,9 @@ def the_second_sample_opens_from_the_hub_and_its_bell_dives_to_the_chest():
             editor.picture().save("editor_with_dive")
         shutil.copy(os.path.join(folder, "ZelEngine.exe"), os.path.join(project, "ZelGame.exe"))
         with running(project, "ZelGame.exe") as game:
-            hold_until(game, project, "d", sunk_to(-6))  # on the second ledge
-            hold_until(game, project, "a", sunk_to(-11.7))  # on the third
-            steer_to(game, project, 0, sunk_to(-13))  # into the gap, which a bell in a hurry crosses
-            hold_until(game, project, "d", sunk_to(-29))  # on the ground
-            objects = hold_until(game, project, "a", lambda objects: named(objects, "Lid")[ACTIVE] == "0")
+            for key, height in (("d", -7.5), ("a", -14.5), ("d", -21.7), ("a", -29)):  # three ledges and the ground
+                hold_until(game, project, key, sunk_to(height))
+            objects = hold_until(game, project, "d", lambda objects: named(objects, "Lid")[ACTIVE] == "0")
             game.picture().save("game_with_chest")
         taken = [fields for fields in objects if fields[NAME] in ("Pearl", "Lid") and fields[ACTIVE] == "0"]
         check(len(taken) > 1, "no pearl was taken")

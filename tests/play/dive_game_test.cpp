@@ -14,22 +14,16 @@ static bool BellRestsOn(float top) {
     return gap > 0 && gap < 0.0011f;
 }
 
-// Down through the gaps between the ledges, in about three quarters of a minute.
+// From one end of each ledge to the other and down, to the ground, in about three quarters of a minute.
 static void Dive() {
     OpenSample(L"Dive");
     StartPlayMode();
-    HoldFor(180, {'A'});  // to the left end of the first ledge
-    HoldFor(190, {'D'});  // and off its right one
-    HoldFor(80, {});
-    HoldFor(400, {'A'});  // off the second, to the left wall
-    HoldFor(60, {});
-    HoldFor(140, {'D'});  // into the gap in the middle
-    HoldFor(150, {});
-    HoldFor(300, {'A'});  // off the rock in the middle, to the left wall
-    HoldFor(60, {});
-    HoldFor(200, {'D'});  // off the last ledge
-    HoldFor(260, {});
-    HoldFor(420, {'A'});  // along the ground
+    HoldFor(200, {'A'});  // to the left end of the first ledge
+    HoldFor(480, {'D'});  // along it, off its right end and down beside the right wall
+    HoldFor(480, {'A'});
+    HoldFor(480, {'D'});
+    HoldFor(600, {'A'});  // down to the ground, beside the left wall
+    HoldFor(200, {'D'});  // against the chest
 }
 
 TEST_CASE("the diving bell gathers pearls at every frame rate, and opens the chest on the ground") {

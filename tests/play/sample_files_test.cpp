@@ -24,8 +24,7 @@ static const SampleFiles kSamples[] = {
     {L"Project", {L"Main.scene", L"Level2.scene"}, {L"Coin.prefab", L"Tree.prefab", L"Lamp.prefab"}},
     {L"Dive",
      {L"Main.scene", L"Reef.scene"},
-     {L"Pearl.prefab", L"Star.prefab", L"Jellyfish.prefab", L"Shoal.prefab", L"Bubbles.prefab",
-      L"Glow.prefab"}},
+     {L"Pearl.prefab", L"Star.prefab", L"Jellyfish.prefab", L"Shoal.prefab", L"Bubbles.prefab"}},
 };
 
 TEST_CASE("whatever the scenes of the samples name is there") {
