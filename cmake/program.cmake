@@ -34,6 +34,7 @@ add_custom_target(stage ALL
             -P ${CMAKE_SOURCE_DIR}/cmake/copy_images.cmake
     COMMAND ${CMAKE_COMMAND} -E copy_directory ${CMAKE_SOURCE_DIR}/sample/Project ${ZEL_STAGE_DIR}/Project
     COMMAND ${CMAKE_COMMAND} -E copy_directory ${CMAKE_SOURCE_DIR}/sample/Dive ${ZEL_STAGE_DIR}/Dive
+    COMMAND ${CMAKE_COMMAND} -E copy_directory ${CMAKE_SOURCE_DIR}/sample/Harvest ${ZEL_STAGE_DIR}/Harvest
     DEPENDS ZelEngine
     VERBATIM)
 if(MINGW)

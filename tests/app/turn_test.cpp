@@ -266,7 +266,7 @@ static void CheckLeftOutTurns(Turn& turn) {
 }
 
 TEST_CASE("through a session with each sample no picture is left out that would be another one") {
-    for (const wchar_t* name : {L"Project", L"Dive"}) {
+    for (const wchar_t* name : {L"Project", L"Dive", L"Harvest"}) {
         StartEditor(900, 560);
         OpenSample(name);
         headless.clientSize = {900, 560};

@@ -165,7 +165,7 @@ def the_package_holds_the_program_its_images_every_sample_project_and_the_papers
         pairs = [("assets", os.path.join(STAGE, "assets"))]
         samples = [name for name in os.listdir(os.path.join(ROOT, "sample"))
                    if os.path.exists(os.path.join(ROOT, "sample", name, "project.zel"))]
-        check({"Project", "Dive"} <= set(samples), f"the samples are {samples}")
+        check({"Project", "Dive", "Harvest"} <= set(samples), f"the samples are {samples}")
         pairs += [(name, os.path.join(ROOT, "sample", name)) for name in samples]
         pairs += [(os.path.join("docs", "guide"), os.path.join(ROOT, "docs", "guide"))]
         for name, source in pairs:

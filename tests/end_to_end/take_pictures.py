@@ -42,3 +42,4 @@ if __name__ == "__main__":
         take(editor, "editor")
     take_game("Project", 3, "game")  # until the crates lie still
     take_game("Dive", 1, "dive")  # before the bell has sunk to the first ledge
+    take_game("Harvest", 1, "harvest")  # while the hedgehog rides down

@@ -25,6 +25,7 @@ static const SampleFiles kSamples[] = {
     {L"Dive",
      {L"Main.scene", L"Reef.scene"},
      {L"Pearl.prefab", L"Star.prefab", L"Jellyfish.prefab", L"Shoal.prefab", L"Bubbles.prefab"}},
+    {L"Harvest", {L"Main.scene"}, {L"Apple.prefab", L"Snail.prefab", L"Mushroom.prefab"}},
 };
 
 TEST_CASE("whatever the scenes of the samples name is there") {

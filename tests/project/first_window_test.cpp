@@ -19,10 +19,8 @@
 #include <vector>
 
 static const std::pair<const wchar_t*, const wchar_t*> kShippedScenes[] = {
-    {L"Project", L"Main.scene"},
-    {L"Project", L"Level2.scene"},
-    {L"Dive", L"Main.scene"},
-    {L"Dive", L"Reef.scene"},
+    {L"Project", L"Main.scene"}, {L"Project", L"Level2.scene"}, {L"Dive", L"Main.scene"},
+    {L"Dive", L"Reef.scene"},    {L"Harvest", L"Main.scene"},
 };
 
 static void OpenInFirstWindow(const wchar_t* sample, const wchar_t* scene) {
