@@ -3,7 +3,6 @@
 #include "formats/recent_projects.h"
 #include "formats/text_file.h"
 #include "platform/canvas.h"
-#include "project/project_removal.h"
 #include "support/capture.h"
 #include "support/folder_tree.h"
 #include "support/open_menu.h"
