@@ -217,8 +217,9 @@ TEST_CASE("a scene path within the project is taken with its dots and separators
                  {"//Files\\.\\Scenes\\.\\.\\A.scene", L"Files\\Scenes\\A.scene"},
                  {"Files\\..\\Files\\Scenes\\A.scene", L"Files\\Scenes\\A.scene"},
                  {"A.scene", L"A.scene"}};
-    for (const auto& [stored, scene] : cases) {
-        CAPTURE(stored);
+    for (const auto& row : cases) {
+        CAPTURE(row.stored);
+        const auto& [stored, scene] = row;
         const ScratchFolder folder;
         StartIn(folder);
         const std::wstring root = HostileIn(folder), path = root + L"\\" + scene;
