@@ -23,7 +23,8 @@ constexpr double kModelSize = 2;           // edge of the cube that a model fits
 constexpr Pixel kVertexColor{0xFFFFFF};
 constexpr std::string_view kBlanks = " \t\r\n\v\f";
 
-// Takes the next line, or the piece of it that fits the buffer, off the front.
+// Takes the next line off the front, or the piece of it that fits the buffer. Each piece of a longer line is
+// read as a line of its own.
 static std::string_view TakeLine(std::string_view& bytes) {
     const std::string_view piece = bytes.substr(0, kObjPiece);
     const std::string_view line = piece.substr(0, piece.find('\n'));
@@ -55,6 +56,9 @@ static int32_t FaceVertex(std::string_view token, size_t vertexCount) {
     return index >= 0 && index < count ? static_cast<int32_t>(index) : -1;
 }
 
+// Cuts a polygon into a fan of triangles around its first corner: (first, second, third), (first, third,
+// fourth) ... Corners that name no vertex are left out before the fan is made, so the rest of the face still
+// shows. A token is "vertex/texture/normal"; only the number before the first slash counts.
 static void ReadFace(std::string_view text, Mesh& mesh) {
     int32_t corners = 0, first = -1, previous = -1;
     size_t start = 0;
@@ -72,7 +76,9 @@ static void ReadFace(std::string_view text, Mesh& mesh) {
     }
 }
 
-// In double, where no difference of two floats is too large.
+// Moves the model's box onto the origin and scales it, the same along all axes, until its longest edge is
+// kModelSize: an imported model can be seen and grabbed whatever its unit was. In double, because the
+// difference of two floats may be too large for a float.
 static void FitIntoCube(Mesh& mesh) {
     Vec3 low = mesh.vertices[0].position, high = low;
     for (const MeshVertex& vertex : mesh.vertices) {
@@ -98,6 +104,9 @@ static void AppendToLibrary(Mesh mesh, const std::wstring& fullPath) {
     editorState.meshes.push_back({std::move(mesh), NameWithoutExtension(fullPath), fullPath});
 }
 
+// Reads the whole file into memory and walks it once, line by line. Vertices come before the faces that name
+// them, so one pass is enough. Everything but "v" and "f" lines is skipped. The result replaces `mesh` at the
+// very end: a file without triangles, or memory that does not suffice, leaves it as it was.
 static bool ReadModel(const std::wstring& path, Mesh& mesh) {
     std::string bytes;
     if (!ReadWholeFile(path, bytes)) return false;
@@ -139,6 +148,8 @@ int32_t LoadObjIntoLibrary(const std::wstring& path) {
     return LoadObjIntoLibrary(path, known);
 }
 
+// A path is tried once: a failure is remembered as -1, so that a scene with a thousand objects of a missing
+// model opens as fast as one with a single object.
 int32_t LoadObjIntoLibrary(const std::wstring& path, KnownModels& known) {
     const std::wstring fullPath = AbsolutePath(path);
     const auto [entry, isNew] = known.try_emplace(fullPath, -1);

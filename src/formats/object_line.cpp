@@ -287,6 +287,9 @@ static void SettleColumns(GameObject& object, size_t columnCount) {
     object.scriptCount = static_cast<int32_t>(object.scripts.size());
 }
 
+// One walk over the table of columns writes a line, another reads it. A component's new field is one row
+// there, at the end: readers of earlier releases ignore columns that they do not know, and this one gives a
+// new object's value to those that an old line lacks.
 void WriteObjectLine(std::wstring& text, const GameObject& object) {
     text += kObjectTag;
     for (const ObjectColumn& column : kObjectColumns) {

@@ -14,7 +14,9 @@ constexpr int32_t kReadTries = 4;
 constexpr uint32_t kReadPause = 100;               // milliseconds
 constexpr uint64_t kFactor = 0x9E3779B97F4A7C15u;  // odd, and without a pattern in its bits
 
-// Eight bytes at a time: a scene of 100,000 objects has 40 MB, and each save asks for them.
+// Multiplies and folds eight bytes at a time, which is as fast as reading them: a scene of 100,000 objects
+// has 40 MB, and each save asks for its fingerprint. The length comes in first, so that trailing zero bytes
+// count. Not meant against an attacker; two versions of a file that differ by chance differ in it.
 uint64_t Fingerprint(std::string_view bytes) {
     uint64_t hash = bytes.size() * kFactor;
     while (!bytes.empty()) {
@@ -28,6 +30,7 @@ uint64_t Fingerprint(std::string_view bytes) {
     return hash;
 }
 
+// One key for one file, however its path was written.
 static std::wstring KeyOf(const std::wstring& path) { return UpperCase(AbsolutePath(path)); }
 
 void RememberFile(const std::wstring& path, uint64_t fingerprint) {

@@ -15,6 +15,7 @@
 #include <utility>
 #include <vector>
 
+// The header line stores no object, so ReadObjects skips it and no reader of its own is needed.
 bool LoadPrefab(const std::wstring& path, Scene& objects) {
     objects.clear();
     return WithEnoughMemory([&] {
@@ -41,7 +42,9 @@ bool WritePrefab(const std::wstring& path, std::span<const GameObject> objects) 
         [&] { return WriteObjectFile(path, L"ZELENGINE_PREFAB\t1", WithinItself(objects)); });
 }
 
-// Adds `root` and what is below it: depth first, each object before its children, none that is taken.
+// Adds `root` and what is below it: depth first, each object before its children, none that is taken. The
+// list of open objects stands in for recursion, because a chain may be as long as the scene; what is taken is
+// marked, because parents may form a cycle.
 static void AddSubtree(const ObjectTree& tree, int32_t root, std::vector<bool>& isTaken,
                        std::vector<int32_t>& order) {
     std::vector<int32_t> open{root};
@@ -70,6 +73,8 @@ static Scene Reordered(std::span<const GameObject> scene, std::span<const int32_
     return objects;
 }
 
+// The root comes first in the file, so that placing an instance means moving one object. The parent that it
+// had in the scene is not part of the prefab.
 Scene CollectPrefab(std::span<const GameObject> scene, int32_t root) {
     std::vector<bool> isTaken(scene.size(), false);
     std::vector<int32_t> order;
@@ -109,7 +114,8 @@ static void ShiftParents(Scene& objects) {
     }
 }
 
-// Puts the objects of a prefab behind those of the scene, the root under `parent` at `position`.
+// Puts the objects of a prefab behind those of the scene, the root under `parent` at `position`. Behind, so
+// that no index changes that somebody holds. Every object remembers the prefab, and starts at rest.
 static void AppendInstance(const std::wstring& path, int32_t parent, Vec3 position, Scene objects) {
     if (objects.empty()) return;
     ShiftParents(objects);
@@ -145,6 +151,7 @@ bool InstantiatePrefab(const std::wstring& path, int32_t parent) {
     return true;
 }
 
+// Without an undo step and without a selection: a game places it, not the user.
 bool SpawnPrefab(const std::wstring& path, Vec3 position) {
     Scene objects;
     if (!LoadPrefab(path, objects)) {

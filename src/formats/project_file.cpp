@@ -98,8 +98,8 @@ bool IsProjectFolder(const std::wstring& path) {
 
 static bool MayBeFolder(PathKind kind) { return kind == PathKind::Folder || kind == PathKind::Unknown; }
 
-// A server that is switched off gives the errors of a missing path and others. Whether it answers at all is
-// told by its share, or by the root of the drive.
+// A server that is switched off gives the same errors as a missing path. If its share, or the root of the
+// drive, does not answer either, the project may still be there.
 ProjectAnswer LookForProject(const std::wstring& path) {
     const PathKind kind = KindOfPath(path);
     if (kind != PathKind::Folder && MayAnswerLate(path) && KindOfPath(RootOf(path)) != PathKind::Folder)
@@ -110,6 +110,7 @@ ProjectAnswer LookForProject(const std::wstring& path) {
     return mayBeProject ? ProjectAnswer::Project : ProjectAnswer::NoProject;
 }
 
+// The objects follow the project's own lines: if the scene file is lost, the project still opens with them.
 static bool WriteInto(const std::wstring& folder, const std::wstring& relativeScenePath) {
     MakeFolders(folder);
 
@@ -129,6 +130,9 @@ bool WriteProjectCopy(const std::wstring& folder) {
         [&] { return WriteInto(folder, RelativeTo(editorState.scenePath, editorState.projectRoot)); });
 }
 
+// Changes the one path in the file and leaves every other byte alone, because the objects in it are those of
+// the last save, which are not the ones in memory. A file that is not there, or that names another scene, has
+// nothing to follow.
 static bool WriteMovedScene(const std::wstring& from, const std::wstring& to) {
     const std::wstring& root = editorState.projectRoot;
     const std::wstring projectFile = JoinPath(root, kProjectFileName);
@@ -153,7 +157,9 @@ bool MoveCurrentScene(const std::wstring& from, const std::wstring& to) {
     return WithEnoughMemory([&] { return WriteMovedScene(from, to); });
 }
 
-// Once a scene is loaded, nothing takes memory any more: the path goes with the scene.
+// The scene that the file names comes first, if it lies inside the project. Without one, the objects in the
+// project file itself are loaded, and the next save makes them the main scene. Once a scene is loaded,
+// nothing takes memory any more, so scene and path always change together.
 static bool Read(const std::wstring& folder) {
     const std::wstring projectFile = JoinPath(folder, kProjectFileName);
     TextFile file;

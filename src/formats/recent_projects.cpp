@@ -14,7 +14,7 @@
 
 constexpr size_t kRecentLineBuffer = 520;
 
-// Where the list holds a project, in upper or lower case; its end when it does not. Separators are compared
+// The project's place in the list, ignoring case; the list's end if it is not there. Separators are compared
 // as they stand.
 static auto FindProject(const std::wstring& fullPath) {
     return std::ranges::find_if(editorState.recentProjects, [&](const RecentProject& entry) {
@@ -29,6 +29,7 @@ static RecentProject EntryFor(const std::wstring& fullPath) {
 
 static std::wstring ListFile() { return JoinPath(GetDataFolder(), L"recent-projects.txt"); }
 
+// Beside the executable when the system names no folder for the user's data, so that a list is kept anyway.
 static std::wstring DataFolderPath() {
     const std::wstring localData = LocalDataFolder();
     if (!localData.empty()) return JoinPath(localData, L"ZelEngine");
@@ -79,6 +80,7 @@ void LoadRecentProjects() {
     if (WithEnoughMemory(Load)) SaveRecentProjects();
 }
 
+// A project whose folder is gone leaves the list here, unless its drive may only be away for a while.
 static bool Save() {
     std::wstring text;
     for (const RecentProject& project : editorState.recentProjects) {

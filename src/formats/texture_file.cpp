@@ -18,6 +18,7 @@ static Pixel TexelOf(uint32_t argb) {
     return alpha == 0 ? kTransparentTexel : Pixel{red | green << 8 | blue << 16};
 }
 
+// Converted once on loading: what the rasterizer samples goes into the frame buffer as it stands.
 bool ReadTextureFile(const std::wstring& fullPath, TextureImage& texture) {
     DecodedImage image;
     if (!DecodeImageFile(fullPath, image)) return false;
@@ -43,6 +44,8 @@ int32_t LoadTextureImage(const std::wstring& path) {
     return LoadTextureImage(path, known);
 }
 
+// A path is tried once: a failure is remembered as -1, so that many objects with one missing image cost one
+// look at the disk.
 int32_t LoadTextureImage(const std::wstring& path, KnownTextures& known) {
     const std::wstring fullPath = AbsolutePath(path);
     const auto [entry, isNew] = known.try_emplace(fullPath, -1);
