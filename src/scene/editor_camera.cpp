@@ -29,6 +29,8 @@ void LookWithMouse(int32_t dx, int32_t dy) {
     Turn(static_cast<float>(dx) * kMouseTurn, -(static_cast<float>(dy) * kMouseTurn));
 }
 
+// Flies level with the ground, wherever the camera looks: W with a camera that looks down does not dive.
+// Space and Shift go up and down. Two keys together are no faster than one.
 void FlyWithKeys(float dt) {
     Turn(KeyAxis(kKeyRight, kKeyLeft) * (kKeyTurn * dt), KeyAxis(kKeyUp, kKeyDown) * (kKeyTurn * dt));
 
@@ -40,6 +42,7 @@ void FlyWithKeys(float dt) {
     editorState.camera.position = editorState.camera.position + Normalise(move) * (kFlySpeed * dt);
 }
 
+// Moves the camera and does not turn it, so the user keeps the direction that was chosen.
 void FocusOnObject(int32_t index) {
     const Vec3 target = WorldPosition(editorState.scene, index);
     const Vec3 forward = CameraForward(editorState.camera.yaw, editorState.camera.pitch);

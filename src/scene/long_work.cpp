@@ -52,6 +52,9 @@ LongWork::~LongWork() {
     ShowTaskProgress(-1);
 }
 
+// Looks at the clock, and twenty times a second draws the bar straight into the window: the frame loop stands
+// still during the work, so nobody else would. The panels stay as they were, because the state may be half
+// changed. Input is taken off the queue meanwhile, and Esc is all that is looked for in it.
 bool LongWork::Continue(int64_t done, int64_t total) {
     lastDone = done;
     lastTotal = total;

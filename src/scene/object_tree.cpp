@@ -38,6 +38,7 @@ std::vector<bool> MarkSubtree(std::span<const GameObject> scene, int32_t root) {
     return isBelow;
 }
 
+// Up from the object, which is a short way in most scenes. As many steps as there are objects end a cycle.
 bool IsInSubtree(std::span<const GameObject> scene, int32_t index, int32_t root) {
     for (size_t step = 0; step <= scene.size() && IsIndexOf(index, scene.size()); ++step) {
         if (index == root) return true;

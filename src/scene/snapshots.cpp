@@ -53,11 +53,11 @@ static std::shared_ptr<const std::vector<int32_t>> ParentsOf(const Scene& scene,
     return std::make_shared<const std::vector<int32_t>>(std::move(parents));
 }
 
-// In: the scene and the snapshot before. Out: runs that cover the scene in order, most of them the earlier
-// ones. Each earlier run is looked for where the one before it was found, then where the end of the scene
-// says, then one object to either side: that finds everything after one change, and costs one comparison of
-// all objects. A run that is not found is left to AppendCopies; missing one costs memory and never a wrong
-// object, because a run is shared only where all of its objects are the same bits.
+// Covers the scene with runs in its order, most of them taken from the earlier snapshot. Each earlier run is
+// looked for where the one before it was found, then where the end of the scene says, then one object to
+// either side: that finds everything after one change, and costs one comparison of all objects. A run that is
+// not found is left to AppendCopies; missing one costs memory and never a wrong object, because a run is
+// shared only where all of its objects are the same bits.
 SceneSnapshot TakeSnapshot(const Scene& scene, const SceneSnapshot* earlier) {
     SceneSnapshot snapshot;
     ptrdiff_t taken = 0;  // objects of the scene that the snapshot holds by now

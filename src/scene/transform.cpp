@@ -1,8 +1,9 @@
 #include "scene/transform.h"
 
+#include "base/limit.h"
+
 #include <algorithm>
 #include <cmath>
-#include "base/limit.h"
 
 static Matrix4 RotationX(float angle) {
     const float c = std::cos(angle), s = std::sin(angle);
@@ -19,6 +20,7 @@ static Matrix4 RotationZ(float angle) {
     return {{{{c, -s, 0, 0}, {s, c, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}}}};
 }
 
+// Scales first, then turns about z, x and y in this order, then moves.
 Matrix4 LocalMatrix(Vec3 position, Vec3 rotation, Vec3 scale) {
     const Matrix4 t{{{{1, 0, 0, position.x}, {0, 1, 0, position.y}, {0, 0, 1, position.z}, {0, 0, 0, 1}}}};
     const Matrix4 s{{{{scale.x, 0, 0, 0}, {0, scale.y, 0, 0}, {0, 0, scale.z, 0}, {0, 0, 0, 1}}}};
@@ -50,8 +52,9 @@ static int32_t StepsOfCycle(std::span<const GameObject> scene) {
     return static_cast<int32_t>(std::min<size_t>(scene.size(), kStepsOfCycle));
 }
 
-// The parents that the world matrix of an object takes in. A mark moves up to where the walk is whenever the
-// walk has become twice as long: who goes round in a cycle meets it within three times the way.
+// How many parents the world matrix of an object takes in. A cycle is found without memory: a mark moves up
+// to the walk whenever the walk has doubled, and a walk that goes round meets the mark within three times the
+// length of the cycle.
 static int32_t CountParents(std::span<const GameObject> scene, int32_t index) {
     int32_t count = 0, mark = index;
     int64_t nextMark = 1;
@@ -91,6 +94,10 @@ static std::vector<int32_t> StretchesAbove(std::span<const GameObject> scene, in
     return ends;
 }
 
+// The product of the local matrices from the object up to its root. A chain of ordinary length is multiplied
+// from the object upwards. A longer one is cut into stretches whose products many objects can share, so that
+// a scene that is one chain costs no more than its length; products that are grouped in another way may
+// differ in their last bits, and WorldMatrices groups them in this very way.
 Matrix4 WorldMatrix(std::span<const GameObject> scene, int32_t index) {
     if (!IsIndexOf(index, scene.size())) return {};
     const int32_t parents = CountParents(scene, index);
@@ -104,8 +111,8 @@ Matrix4 WorldMatrix(std::span<const GameObject> scene, int32_t index) {
     return MultiplyMatrix(world, Climb(scene, index, parents - ParentsOfStretch(parents) - 1));
 }
 
-// Each object is walked through twice at most, whoever asks: up to one that is known, and once more to write
-// down what that says of those below it.
+// Walks up to the first object whose count is known, then walks the same way again and writes down the count
+// of each. Every object is walked through twice at most, however often anybody asks.
 int32_t WorldMatrices::ParentCount(int32_t index) {
     if (known.size() < scene.size()) known.resize(scene.size());
     int32_t at = index, walked = 0;
@@ -164,8 +171,9 @@ void WorldMatrices::KeepWorld(int32_t index, const Matrix4& world) {
     object.hasWorld = true;
 }
 
-// Goes up to the first end of a stretch that is known, and down again from end to end. On a list and not on
-// the call stack: a chain may be as long as the scene.
+// Climbs from one end of a stretch to the next until one has a known world matrix, then comes down again and
+// multiplies stretch by stretch. The ends wait on a list and not on the call stack, because a chain may be as
+// long as the scene.
 Matrix4 WorldMatrices::DeepWorld(int32_t index, int32_t parents) {
     waiting.clear();
     int32_t end = index, endParents = parents;

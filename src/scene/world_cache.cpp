@@ -28,9 +28,9 @@ enum class Verdict : uint8_t { Unknown, OnTheWay, Still, Moved };
 
 }  // namespace
 
-// Takes the freshness of every object below one that has moved. Each walk goes up to the first object that is
-// decided and decides all that it came through, so that every object is walked through once. What leads into
-// a cycle of parents counts as moved.
+// Marks everything below a moved object as out of date. Each walk goes up to the first object that is decided
+// and then decides all that it came through, so every object is walked through once. An object that leads
+// into a cycle of parents counts as moved.
 static void ForgetBelowMoved(std::vector<Verdict>& verdicts, std::vector<CachedWorld>& objects) {
     const auto count = static_cast<int32_t>(objects.size());
     const auto parentOf = [&](int32_t index) {
@@ -49,11 +49,10 @@ static void ForgetBelowMoved(std::vector<Verdict>& verdicts, std::vector<CachedW
     }
 }
 
-// In goes a scene, out comes which of the cached matrices still hold. A world matrix depends on the place,
-// turn and size of the object and of all above it, and on nothing else: so those are compared, which reads
-// memory once, in place of making and multiplying matrices. Nobody has to tell the cache about a change, and
-// nobody can forget to. Where the number of objects has changed, indices mean other objects: all is made
-// anew.
+// Finds out which cached matrices still hold for this scene. A world matrix depends on the place, turn and
+// size of the object and of all above it, and on nothing else. So those are compared, which reads memory once
+// instead of making and multiplying matrices, and nobody has to tell the cache about a change. If the number
+// of objects has changed, indices mean other objects, and everything is made anew.
 FrameWorlds::FrameWorlds(std::span<const GameObject> scene, CachedWorlds& worlds)
     : computed(scene), cached(worlds) {
     std::vector<CachedWorld>& objects = cached.objects;

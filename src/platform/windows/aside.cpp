@@ -15,6 +15,8 @@ static unsigned __stdcall Run(void* work) {
     return 0;
 }
 
+// Nobody waits for the thread, and the end of the program ends it: so work aside must leave the disk whole at
+// every moment.
 bool RunAside(std::function<void()> work) {
     auto owned = std::make_unique<Work>(std::move(work));
     const uintptr_t thread = _beginthreadex(nullptr, 0, Run, owned.get(), 0, nullptr);

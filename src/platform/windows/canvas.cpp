@@ -27,6 +27,9 @@ BITMAPINFO TopDownPixels(int32_t width, int32_t height) {
     return info;
 }
 
+// One bitmap whose pixels lie in our memory and which the system can draw on too: the renderer writes shapes
+// into it, the system adds its texts, and one copy brings all of it to the window. Between a drawing of the
+// system and a look at the pixels stands FlushCanvas, because the system may collect its calls.
 Pixel* CreateCanvas(int32_t width, int32_t height) {
     const HDC windowDevice = GetDC(MainWindow());
     if (!windowCanvas.device) windowCanvas.device = CreateCompatibleDC(windowDevice);

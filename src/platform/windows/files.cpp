@@ -23,7 +23,7 @@ static bool IsLink(const WIN32_FIND_DATAW& found) {
            IsReparseTagNameSurrogate(found.dwReserved0);
 }
 
-// Of the errors of a question for a path, those that mean that nothing stands there.
+// The errors that mean that nothing stands at a path. Any other leaves it open: the disk may just not answer.
 static bool SaysMissing(DWORD error) {
     constexpr DWORD kMissing[] = {ERROR_FILE_NOT_FOUND, ERROR_PATH_NOT_FOUND,    ERROR_INVALID_NAME,
                                   ERROR_BAD_PATHNAME,   ERROR_INVALID_PARAMETER, ERROR_FILENAME_EXCED_RANGE,
@@ -99,6 +99,8 @@ bool MakeWritable(const std::wstring& path) {
     return SetFileAttributesW(systemPath.c_str(), attributes & ~DWORD{FILE_ATTRIBUTE_READONLY});
 }
 
+// Goes up until a folder stands, then makes the missing ones downwards. Each is looked at afterwards, because
+// what counts is that it is there, not who made it.
 bool MakeFolders(const std::wstring& path) {
     std::vector<std::wstring> missing;  // the deepest first
     PathKind kind = KindOfPath(path);
@@ -117,6 +119,8 @@ bool MakeFolders(const std::wstring& path) {
     return true;
 }
 
+// All or nothing: a list that broke off in the middle would make files look deleted. Sorted by name, because
+// each file system lists in an order of its own.
 bool ListFolder(const std::wstring& path, std::vector<FolderEntry>& entries) {
     entries.clear();
     if (path.empty()) return false;

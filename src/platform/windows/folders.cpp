@@ -8,6 +8,7 @@
 
 constexpr DWORD kLongestPath = 32768;  // characters with the end: no path of the system is longer
 
+// The call does not tell how much room it wants; a path that fills the buffer was cut.
 std::wstring GetExecutablePath() {
     for (DWORD size = MAX_PATH; size <= kLongestPath; size *= 2) {
         std::wstring path(size, L'\0');

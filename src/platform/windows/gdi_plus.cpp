@@ -34,6 +34,8 @@ static ULONG_PTR StartLibrary(HMODULE library) {
     return startUp(&token, &input, nullptr) == Gdiplus::Ok ? token : 0;
 }
 
+// Loaded when the first image is drawn or decoded: a start that shows none does not wait for it. Tried once;
+// a system without the library shows no images and says so where a texture is loaded.
 const GdiPlusCalls* GdiPlus() {
     if (!gdiPlus.wasTried) {
         gdiPlus.wasTried = true;

@@ -50,6 +50,8 @@ static bool ReadPixels(const GdiPlusCalls& gdiPlus, Gdiplus::GpBitmap* bitmap, D
     return true;
 }
 
+// The size is read from the file's first bytes by the program itself, before the library sees the file: a
+// few bytes can promise billions of pixels. What the library then says of the size is checked again.
 bool DecodeImageFile(const std::wstring& path, DecodedImage& image) {
     const GdiPlusCalls* gdiPlus = GdiPlus();
     if (!gdiPlus || !PromisesReasonableImage(path)) return false;

@@ -58,6 +58,8 @@ static void ReadBinSettings(const std::wstring& root, RecycleFacts& facts) {
     if (ReadSetting(key, L"MaxCapacity", value)) facts.largestBytes = value * kMegabyte;
 }
 
+// Whether the bin would really take the folder has to be known beforehand: a folder that is too large, or on
+// a drive without a bin, is deleted for good by the same call, and that is not what the user agreed to.
 RecycleFacts FindRecycleFacts(const std::wstring& folder) {
     RecycleFacts facts;
     std::wstring root(folder.size() + 2, L'\0');

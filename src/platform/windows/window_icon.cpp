@@ -12,6 +12,7 @@ constexpr WORD kResource = 1;                         // the executable's icon
 
 static WindowIcons made;
 
+// Of the pixels as they are, with their alpha; the mask is what an icon must have, and decides nothing then.
 static HICON MakeIcon(const DecodedImage& pixels) {
     // Rows from the bottom up are what an icon's bitmap has by default; a negative height turns them around.
     const BITMAPINFO format{.bmiHeader{.biSize = sizeof(BITMAPINFOHEADER),
