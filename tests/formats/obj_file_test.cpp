@@ -48,13 +48,13 @@ TEST_CASE("a corner is read up to its first slash") {
     CHECK(Faces("f 1.9 2abc +3\n") == Triangles{{0, 1, 2}});
 }
 
-TEST_CASE("corners that name no vertex are skipped, and a face needs three others") {
+TEST_CASE("corners that name no vertex are skipped, and a face needs three that do") {
     CHECK(Faces("f 1 0 2 5 x -5 /2 3\nf 1 2\nf 1 2 9\nf\nf \n") == Triangles{{0, 1, 2}});
     CHECK(Faces("f 1 2 3 99999999999 -99999999999 2147483648 4294967297\n") == Triangles{{0, 1, 2}});
     CHECK(Faces("f 1 2 3 -2147483648\n") == Triangles{{0, 1, 2}});
 }
 
-TEST_CASE("a face does not know the vertex behind it") {
+TEST_CASE("a face cannot name a vertex that comes after it") {
     CHECK(Model(kThreeVertices + "f 1 2 3 4\nv 1 1 1\nf 2 3 4 5\n").triangles ==
           Triangles{{0, 1, 2}, {1, 2, 3}});
 }
@@ -63,7 +63,7 @@ TEST_CASE("every kind of blank stands between the corners of a face") {
     CHECK(Faces("f 1\v2\f3\t4\r\n") == Triangles{{0, 1, 2}, {0, 2, 3}});
 }
 
-TEST_CASE("a face before its vertices has none of them") {
+TEST_CASE("a face before all vertices gives no triangle") {
     Mesh mesh;
     CHECK_FALSE(Read("f 1 2 3\n" + kThreeVertices, mesh));
     CHECK(Model("v 0 0 0\nf 1 2 3\nv 2 0 0\nv 0 2 0\nf 3 2 1\n").triangles == Triangles{{2, 1, 0}});
@@ -139,7 +139,7 @@ TEST_CASE("CR LF, a byte-order mark and a missing last line end make no differen
     }
 }
 
-TEST_CASE("everything but vertices and faces is ignored") {
+TEST_CASE("everything except vertices and faces is ignored") {
     CHECK(
         Faces("# c\no name\ng group\nusemtl m\nmtllib f.mtl\ns off\nfoo 1 2 3\nf1 2 3\nF 1 2 3\nf 1 2 3\n") ==
         Triangles{{0, 1, 2}});
@@ -163,7 +163,7 @@ TEST_CASE("a line of ten megabytes is read in pieces") {
     CHECK(Faces(std::string(10'000'000, '#') + "\nf 1 2 3\n") == Triangles{{0, 1, 2}});
 }
 
-TEST_CASE("a file without faces, without vertices, empty or missing is no model") {
+TEST_CASE("a file without faces or vertices, an empty and a missing one are no models") {
     Mesh mesh{.vertices = {{}}};
     CHECK_FALSE(Read(kThreeVertices, mesh));
     CHECK_FALSE(Read("f 1 2 3\n", mesh));
@@ -176,7 +176,7 @@ TEST_CASE("a file without faces, without vertices, empty or missing is no model"
     CHECK(mesh.vertices.size() == 1);
 }
 
-TEST_CASE("every triangle of a model names vertices that it has") {
+TEST_CASE("every triangle of a model names vertices of that model") {
     std::string bytes;
     uint32_t seed = 99;
     for (int32_t i = 0; i < 2000; ++i) {
@@ -215,7 +215,7 @@ TEST_CASE("a model is loaded once and kept under its name and its full path") {
     CHECK(LoadObjIntoLibrary(folder / L"other") == 8);
 }
 
-TEST_CASE("of models loaded in a row none is read twice, whether it could be loaded or not") {
+TEST_CASE("no model is read twice in a row of loads, whether it could be loaded or not") {
     const ScratchFolder folder;
     resetScene(false);
     PutFile(folder / L"old.obj", kThreeVertices + "f 1 2 3\n");

@@ -239,7 +239,7 @@ TEST_CASE("a line of 30 columns gives the rest its defaults") {
     CHECK(Parsed(Shortened(written, 30)) == expected);
 }
 
-TEST_CASE("in lines from before Collision, ground and platforms are solid") {
+TEST_CASE("in lines written before Collision existed, ground and platforms are solid") {
     OpenGame();
     struct {
         const wchar_t* name;
@@ -294,7 +294,7 @@ TEST_CASE("lines of fewer than 53 columns have the prefab's source and the spawn
     CHECK(read.spawnerPrefab == L"C:\\Game\\Files\\Drop.prefab");
 }
 
-TEST_CASE("the collect target stands in column 49 of every line that has one") {
+TEST_CASE("the collect target is in column 49 of every line that has one") {
     OpenGame();
     CHECK(Parsed(Shortened(FullObject(), 49)).collectTarget == L"");
     for (const size_t count : {50u, 51u, 52u, 53u, 61u}) {
@@ -486,7 +486,7 @@ TEST_CASE("numbers out of range are limited to 32 bits") {
     CHECK(read.color == 0xFFFFFFFF);
 }
 
-TEST_CASE("any number but zero is true") {
+TEST_CASE("any number except zero is true") {
     OpenGame();
     struct {
         const wchar_t* text;
@@ -621,7 +621,7 @@ TEST_CASE("the objects of a scene are written in its order") {
     CHECK(text == expected);
 }
 
-TEST_CASE("every field of an object has its column, but for the index of its texture") {
+TEST_CASE("every field of an object has its column, except the index of its texture") {
     OpenGame();
     const GameObject plain{.meshIndex = 0};
     for (size_t field = 0; field < kFieldCount; ++field) {

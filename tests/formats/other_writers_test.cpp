@@ -69,7 +69,8 @@ TEST_CASE("a prefab that somebody else has changed is kept beside the saved one"
     CHECK(FileBytes(FilesIn(folder) + L"\\PlayerCube_jine.prefab") == "theirs");
 }
 
-TEST_CASE("nothing is kept of what the program has read or written itself, wherever it was moved to") {
+TEST_CASE(
+    "the program keeps no other version of a file that it read or wrote itself, even if the file was moved") {
     const ScratchFolder folder;
     StartProject(folder);
     const auto saveFindsNoOther = [] {
@@ -93,7 +94,7 @@ TEST_CASE("nothing is kept of what the program has read or written itself, where
     CHECK(saveFindsNoOther());
 }
 
-TEST_CASE("another version that is what is saved anyway is not kept") {
+TEST_CASE("another version that equals what is saved is not kept") {
     const ScratchFolder folder;
     StartProject(folder);
     TapWithControl('S');
@@ -102,7 +103,7 @@ TEST_CASE("another version that is what is saved anyway is not kept") {
     CHECK(editorState.statusMessage == L"Ctrl+S: projekt ulozen: " + ProjectIn(folder));
 }
 
-TEST_CASE("where the other version cannot be kept it is not replaced") {
+TEST_CASE("a file whose other version cannot be kept is not replaced") {
     const ScratchFolder folder;
     StartProject(folder);
     PutFile(MainScene(folder), kTheirs);
@@ -115,7 +116,7 @@ TEST_CASE("where the other version cannot be kept it is not replaced") {
     CHECK(FileBytes(OtherMain(folder)) == "<missing>");
 }
 
-TEST_CASE("whichever file call fails, both versions are there or theirs was not replaced") {
+TEST_CASE("whichever file call fails, both versions exist or the other one was not replaced") {
     FailEachStep(
         [](const ScratchFolder& folder) {
             StartProject(folder);
@@ -131,7 +132,7 @@ TEST_CASE("whichever file call fails, both versions are there or theirs was not 
         });
 }
 
-TEST_CASE("other bytes have another fingerprint, whatever their length") {
+TEST_CASE("different bytes have different fingerprints, whatever their length") {
     std::vector<uint64_t> seen;
     std::string bytes;
     for (int32_t length = 0; length < 40; ++length) {

@@ -109,7 +109,7 @@ TEST_CASE("a prefab that cannot be read changes nothing and says so") {
     CHECK(editorState.undoSteps.empty());
 }
 
-TEST_CASE("a file that is all extension leaves the root its name, marked as a prefab's") {
+TEST_CASE("a file name that is all extension leaves the root its own name with _Prefab") {
     const ScratchFolder folder;
     StartWithSamples();
     REQUIRE(WritePrefab(folder / L".prefab", Scene{{.name = L"Crate"}}));
@@ -117,7 +117,7 @@ TEST_CASE("a file that is all extension leaves the root its name, marked as a pr
     CHECK(editorState.scene[6].name == L"Crate_Prefab");
 }
 
-TEST_CASE("a prefab's objects keep to themselves where their parents are damaged") {
+TEST_CASE("a prefab with damaged parents never attaches to objects of the scene") {
     const ScratchFolder folder;
     StartWithSamples();
     const auto line = [](const char* parent) {

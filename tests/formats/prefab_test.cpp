@@ -98,7 +98,7 @@ TEST_CASE("a prefab comes back from its file as it was written, and is written w
     CHECK(FileBytes(folder / L"a.prefab") == FileBytes(folder / L"b.prefab"));
 }
 
-TEST_CASE("a prefab is read as a scene is, without the default scene in place of no objects") {
+TEST_CASE("a prefab is read like a scene, but an empty one gets no default objects") {
     const ScratchFolder folder;
     for (const std::string& bytes : {std::string(kHeader) + Line("a", -1) + "broken\r\n\r\n" + Line("b", 0),
                                      Line("a", -1) + Line("b", 0)}) {
@@ -156,7 +156,7 @@ TEST_CASE("models and images that a prefab names are loaded once, missing ones l
     CHECK_FALSE(objects[2].hasTexture);
 }
 
-TEST_CASE("objects that were moved about are written with every parent before its children") {
+TEST_CASE("reordered objects are written with every parent before its children") {
     const Scene objects{{.name = L"late", .parentIndex = 5}, {.name = L"root"},
                         {.name = L"a", .parentIndex = 1},    {.name = L"b", .parentIndex = 1},
                         {.name = L"a1", .parentIndex = 2},   {.name = L"second"}};
@@ -168,7 +168,7 @@ TEST_CASE("objects that were moved about are written with every parent before it
     CHECK(InPrefabOrder(ordered) == ordered);
 }
 
-TEST_CASE("no object is lost in the order of a prefab, whatever its parents are") {
+TEST_CASE("a prefab's order loses no object, whatever the parents are") {
     const Scene objects{{.name = L"0", .parentIndex = 1},  {.name = L"1", .parentIndex = 0},
                         {.name = L"2", .parentIndex = 2},  {.name = L"3", .parentIndex = 99},
                         {.name = L"4", .parentIndex = -7}, {.name = L"5"}};
@@ -179,7 +179,7 @@ TEST_CASE("no object is lost in the order of a prefab, whatever its parents are"
     CHECK(InPrefabOrder({}).empty());
 }
 
-TEST_CASE("an object whose parent index is outside the list is a root where it stands") {
+TEST_CASE("an object whose parent index is outside the list becomes a root in its place") {
     for (const int32_t parent : {-7, -2, 3, 99}) {
         CAPTURE(parent);
         const Scene objects{{.name = L"first", .parentIndex = parent},

@@ -73,7 +73,7 @@ TEST_CASE("a project opens with the scene that it names") {
     CHECK(editorState.scenePath == folder / L"Files\\Scenes\\Second.scene");
 }
 
-TEST_CASE("a project whose scene is gone, a folder or not named opens with its own copy as Main.scene") {
+TEST_CASE("a project whose scene is missing, a folder or not named opens with its own copy as Main.scene") {
     for (const char* header : {"CURRENT_SCENE\tFiles\\Scenes\\Deleted.scene\r\n", "CURRENT_SCENE\tFiles\r\n",
                                "", "CURRENT_SCENE\r\n", "current_scene\tFiles\\Scenes\\Second.scene\r\n",
                                " CURRENT_SCENE\tFiles\\Scenes\\Second.scene\r\n"}) {
@@ -118,7 +118,7 @@ TEST_CASE("a project file without objects gives the default scene") {
     CHECK(editorState.scene.size() == 6);
 }
 
-TEST_CASE("a folder without a readable project file changes nothing") {
+TEST_CASE("opening a folder without a readable project file changes nothing") {
     const ScratchFolder folder;
     OpenIn(folder);
     editorState.scene[0].name = L"kept";

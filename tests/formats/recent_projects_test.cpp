@@ -78,7 +78,7 @@ TEST_CASE("a path that ends with a separator is named ZelEngineProject") {
     CHECK(editorState.recentProjects[0].name == L"ZelEngineProject");
 }
 
-TEST_CASE("no path, and a folder that is no project, add nothing") {
+TEST_CASE("an empty path and a folder without a project add nothing") {
     const ScratchFolder folder;
     AnswerFoldersIn(folder);
     PutFolder(folder / L"plain");
@@ -101,7 +101,7 @@ TEST_CASE("a thirteenth project drops the oldest") {
     CHECK(Paths() == expected);
 }
 
-TEST_CASE("a project that is listed already moves to the front, also in another case") {
+TEST_CASE("a listed project moves to the front, whatever the case of its path") {
     const ScratchFolder folder;
     AnswerFoldersIn(folder);
     const std::wstring game = MakeProject(folder, L"Game"), other = MakeProject(folder, L"Other");
@@ -126,7 +126,7 @@ TEST_CASE("letters of every language are the same in upper and lower case") {
     CHECK(editorState.recentProjects[1].name == L"\u0161KOLA");
 }
 
-TEST_CASE("the list is saved as full paths, most recent first, without what is no project now") {
+TEST_CASE("the list is saved as full paths, most recent first, without projects that are gone") {
     const ScratchFolder folder;
     AnswerFoldersIn(folder);
     const std::wstring a = MakeProject(folder, L"a"), b = MakeProject(folder, L"\x10D");
@@ -149,7 +149,7 @@ TEST_CASE("the list is read in its order and rewritten without deleted folders, 
     CHECK(FileBytes(ListPath(folder)) == ListOf({a, b}));
 }
 
-TEST_CASE("of a longer list the first twelve stay") {
+TEST_CASE("only the first twelve of a longer list stay") {
     const ScratchFolder folder;
     AnswerFoldersIn(folder);
     PathList paths;
@@ -186,7 +186,7 @@ TEST_CASE("a list is read as if its lines were added from the last to the first"
     }
 }
 
-TEST_CASE("reading a list asks the disk for nothing behind its twelfth project") {
+TEST_CASE("reading a list does not ask the disk about anything after its twelfth project") {
     const ScratchFolder folder;
     AnswerFoldersIn(folder);
     PathList lines;
@@ -246,7 +246,7 @@ TEST_CASE("a line of 519 characters is one path, and a longer one is cut into pi
     CHECK(Paths().empty());
 }
 
-TEST_CASE("a list of nothing but rubbish is read without harm") {
+TEST_CASE("a list of rubbish is read without harm") {
     const ScratchFolder folder;
     AnswerFoldersIn(folder);
     PutFile(ListPath(folder),
@@ -268,7 +268,7 @@ TEST_CASE("a list that cannot be saved keeps its old file and says nothing") {
     CHECK(editorState.statusMessage == status);
 }
 
-TEST_CASE("a disk that does not tell about a project takes it off no list") {
+TEST_CASE("a project stays listed when its disk does not say whether it is there") {
     const ScratchFolder folder;
     AnswerFoldersIn(folder);
     const PathList listed{MakeProject(folder, L"A"), MakeProject(folder, L"B")};

@@ -199,7 +199,7 @@ TEST_CASE("a full disk, a cut-short write, a folder and a read-only file fail a 
     CHECK(EntriesOf(folder.path).size() == 2);
 }
 
-TEST_CASE("loading drops the meshes and textures of before") {
+TEST_CASE("loading drops the earlier meshes and textures") {
     const ScratchFolder folder;
     resetScene(false);
     editorState.meshes.push_back({.name = L"old", .source = L"C:\\old.obj"});
@@ -209,7 +209,7 @@ TEST_CASE("loading drops the meshes and textures of before") {
     CHECK(editorState.textures.empty());
 }
 
-TEST_CASE("a failed model or image leaves the rest of the scene") {
+TEST_CASE("a model or image that fails to load leaves the rest of the scene intact") {
     const ScratchFolder folder;
     std::string line = "O\tbroken";
     for (int32_t column = 2; column <= 60; ++column) {
@@ -229,7 +229,7 @@ static std::string LineWith(const std::string& mesh, const std::string& texture)
     return "O" + std::string(11, '\t') + mesh + std::string(29, '\t') + texture + "\r\n";
 }
 
-TEST_CASE("a model and an image that many objects name are read once, also when they cannot be loaded") {
+TEST_CASE("a model and an image that many objects name are read once, even if they cannot be loaded") {
     const ScratchFolder folder;
     PutFile(folder / L"good.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n");
     PutFile(folder / L"bad.obj", "v 0 0 0\n");
@@ -257,7 +257,7 @@ TEST_CASE("a model and an image that many objects name are read once, also when 
     }
 }
 
-TEST_CASE("the last reference that could not be loaded decides the message, also when it is not the first") {
+TEST_CASE("the last reference that could not be loaded decides the message") {
     const ScratchFolder folder;
     const std::string badModel = LineWith("file:missing.obj", ""), badImage = LineWith("", "missing.png");
     CHECK(LoadBytes(folder, badModel + badImage + badModel));
@@ -266,7 +266,7 @@ TEST_CASE("the last reference that could not be loaded decides the message, also
     CHECK(editorState.statusMessage == L"Texture image se nepodarilo nacist.");
 }
 
-TEST_CASE("what could not be loaded is tried again with the next scene") {
+TEST_CASE("a file that could not be loaded is tried again with the next scene") {
     const ScratchFolder folder;
     const std::string line = LineWith("file:late.obj", "late.bmp");
     CHECK(LoadBytes(folder, line));
@@ -278,7 +278,7 @@ TEST_CASE("what could not be loaded is tried again with the next scene") {
     CHECK(editorState.scene[0].textureIndex == 0);
 }
 
-TEST_CASE("after loading, what the default scene selects is selected, as far as there are objects") {
+TEST_CASE("loading selects the index that the default scene selects, limited to the objects there") {
     const ScratchFolder folder;
     editorState.selectedIndex = -1;
     CHECK(LoadBytes(folder, Line("one")));
@@ -289,7 +289,7 @@ TEST_CASE("after loading, what the default scene selects is selected, as far as 
     CHECK(editorState.selectedIndex == 2);
 }
 
-TEST_CASE("parents out of range, of themselves and in a ring are kept as they are read") {
+TEST_CASE("parents that are out of range, the object itself or in a ring are kept as they are read") {
     const ScratchFolder folder;
     std::string bytes;
     for (const char* parent : {"0", "2", "1", "99", "-7", "2147483648", "none"}) {
@@ -303,7 +303,7 @@ TEST_CASE("parents out of range, of themselves and in a ring are kept as they ar
     CHECK(parents == std::vector<int32_t>{0, 2, 1, 99, -7, INT32_MAX, -1});
 }
 
-TEST_CASE("a name with U+001A, NUL or invalid UTF-8 ends neither the line nor the file") {
+TEST_CASE("U+001A, NUL or invalid UTF-8 in a name ends neither the line nor the file") {
     const ScratchFolder folder;
     CHECK(LoadBytes(folder, Line("a\x1A"
                                  "b") +
@@ -372,7 +372,7 @@ TEST_CASE("the open scene's project decides what its references mean") {
     CHECK(editorState.scene[0].prefabSource == L"D:\\Moved\\Files\\a.prefab");
 }
 
-TEST_CASE("a long load and a long save show how far they are, and Esc does not end them") {
+TEST_CASE("a long load and a long save show their progress, and Esc does not end them") {
     const ScratchFolder folder;
     StartEditor();
     editorState.scene = Scene(64, GameObject{.name = std::wstring(20'000, L'n')});

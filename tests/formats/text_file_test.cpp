@@ -36,7 +36,7 @@ TEST_CASE("lines are read with and without a byte-order mark, with CR LF and wit
     CHECK(Lines("\n\n") == TextLines{L"", L""});
 }
 
-TEST_CASE("every CR at the end of a line goes, and one inside of it stays") {
+TEST_CASE("every CR at the end of a line is dropped, and one inside the line stays") {
     CHECK(Lines("a\r\r\r\nb\rc\r\n\r") == TextLines{L"a", L"b\rc", L""});
 }
 
@@ -140,7 +140,7 @@ TEST_CASE("characters beyond 16 bits survive a piece's end as whole characters o
     CHECK(joined == expected);
 }
 
-TEST_CASE("a file that is missing or is a folder is not read") {
+TEST_CASE("reading fails for a missing file and for a folder") {
     const ScratchFolder folder;
     TextFile file{.bytes = "kept"};
     CHECK_FALSE(ReadTextFile(folder / L"missing.txt", file));

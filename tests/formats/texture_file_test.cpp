@@ -86,7 +86,8 @@ static std::string BitmapHeader(uint32_t width, uint32_t height) {
 }
 
 TEST_CASE(
-    "what is no image, is cut short, has an empty side or is far too large is refused with the message") {
+    "an image that is none, is cut short, has an empty side or is far too large is refused with the "
+    "message") {
     const ScratchFolder folder;
     const std::string png = PngBytes({16, 16, std::vector<uint32_t>(256, 0xFF123456)});
     PutFile(folder / L"text.png", "this is no image");
@@ -113,7 +114,7 @@ TEST_CASE("an image of one pixel more than 64 million is refused") {
     CHECK(editorState.statusMessage == kFailure);
 }
 
-TEST_CASE("of images loaded in a row none is read twice, whether it could be loaded or not") {
+TEST_CASE("no image is read twice in a row of loads, whether it could be loaded or not") {
     const ScratchFolder folder;
     const std::string png = PngBytes({1, 1, {0xFF112233}});
     PutFile(folder / L"old.png", png);
@@ -143,7 +144,7 @@ TEST_CASE("an image that failed to load may be tried again") {
     CHECK(LoadTextureImage(folder / L"late.png") == 0);
 }
 
-TEST_CASE("an image of another kind than its name says is loaded by what it is") {
+TEST_CASE("an image is loaded by its content, whatever its extension says") {
     const std::vector<uint32_t> pixels{0xFF0000, 0x00FF00, 0x0000FF, 0xFFFFFF, 0xFF0000, 0x0000FF};
     std::string fromTheTop = BmpBytes({1, 2, {0xFF0000FF, 0xFFFF0000}});
     const size_t firstRow = 54;

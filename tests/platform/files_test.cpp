@@ -31,7 +31,7 @@ TEST_CASE("a written file holds exactly its bytes and stands alone in its folder
     CHECK(NamesIn(folder.path) == Names{L"a.bin"});
 }
 
-TEST_CASE("a file is read whole, and what is no file is not read") {
+TEST_CASE("a file is read whole, and reading anything else fails") {
     const ScratchFolder folder;
     const std::string bytes(200'000, '\x1A');
     PutFile(folder / L"a.bin", bytes);
@@ -132,7 +132,7 @@ TEST_CASE("a file that is written in place has its complete copy beside it until
     CHECK(NamesIn(folder.path) == Names{L"a.txt"});
 }
 
-TEST_CASE("a save that succeeds removes what broken off saves have left, and no whole copy") {
+TEST_CASE("a successful save removes what interrupted saves left behind, but no whole copy") {
     for (const int32_t failStep : {0, 4}) {  // renamed over the target, or written into it
         const ScratchFolder folder;
         PutFile(folder / L"a.txt", "old");
@@ -214,7 +214,7 @@ TEST_CASE("the kind of a path tells files, folders and nothing apart") {
     CHECK(KindOfPath(L"") == PathKind::Missing);
 }
 
-TEST_CASE("a path that the disk does not tell about is not taken for a free one") {
+TEST_CASE("a path about which the disk says nothing is not taken for a free one") {
     const ScratchFolder folder;
     PutFile(folder / L"a.txt", "a");
     PutFile(folder / L"b.txt", "b");

@@ -77,7 +77,7 @@ TEST_CASE("the frame of a JPEG is found behind other segments, fillers and marke
     CHECK(HasNoSize("\xFF\xD8\xFF\xFF\xFF\xFF"s));
 }
 
-TEST_CASE("a header that is cut short, and what is no image, has no size") {
+TEST_CASE("a header that is cut short, or of no image, gives no size") {
     for (const std::string& whole : {PngHeader("\0\0\0\1\0\0\0\1"s), BmpHeader("\x28\0\0\0\1\0\0\0\1\0\0\0"s),
                                      "\xFF\xD8\xFF\xC0\0\x11\x08\0\1\0\1"s}) {
         CHECK(SizeOf(whole) == ImageSize{1, 1});
@@ -90,7 +90,7 @@ TEST_CASE("a header that is cut short, and what is no image, has no size") {
     CHECK(HasNoSize("\x89PNG\r\n\x1A\n\0\0\0\x0DIDAT\0\0\0\1\0\0\0\1"s));  // begins with another chunk
 }
 
-TEST_CASE("an image of 64 million pixels is reasonable, and one more, or none, is not") {
+TEST_CASE("64 million pixels are a reasonable image, one more or none are not") {
     struct {
         ImageSize size;
         bool isReasonable;

@@ -46,7 +46,7 @@ TEST_CASE("a pasted object stands diagonally beside the copied one, at rest and 
     CHECK(editorState.scene.size() == 6);
 }
 
-TEST_CASE("the clipboard keeps what was copied, not what becomes of it") {
+TEST_CASE("the clipboard keeps the object as it was when it was copied") {
     StartWithSamples();
     copySelected();
     editorState.scene[2].name = L"Other";
@@ -75,7 +75,7 @@ TEST_CASE("a pasted child becomes a root when its parent's index is gone") {
     CHECK(editorState.scene.back().parentIndex == -1);
 }
 
-TEST_CASE("a pasted child goes under the object that has its parent's index now") {
+TEST_CASE("a pasted child goes under the object that now has its parent's index") {
     StartWithParents({-1, -1, -1, 2, -1, -1});
     editorState.selectedIndex = 3;
     copySelected();

@@ -112,7 +112,7 @@ TEST_CASE("the hundredth object has three digits") {
     CHECK(editorState.scene.back().name == L"Entity_100");
 }
 
-TEST_CASE("a duplicate is the same object beside the first, under the same parent") {
+TEST_CASE("a duplicate stands beside the first object, under the same parent") {
     StartWithParents({-1, -1, 1, -1});
     editorState.selectedIndex = 2;
     editorState.scene[2].velocity = {1, 2, 3};
@@ -188,21 +188,21 @@ TEST_CASE("in the Prefab editor every object can be deleted, the last one too") 
     CHECK(editorState.scene.size() == 2);
 }
 
-TEST_CASE("deleting an object of a cycle of parents deletes the cycle") {
+TEST_CASE("deleting an object in a cycle of parents deletes the cycle") {
     StartWithParents({-1, -1, 3, 4, 2, 4, -1});
     editorState.selectedIndex = 4;
     deleteSelected();
     CHECK(Names() == std::vector<std::wstring>{L"o0", L"o1", L"o6"});
 }
 
-TEST_CASE("a cycle of parents that is not deleted stays one") {
+TEST_CASE("a cycle of parents that is not deleted stays a cycle") {
     StartWithParents({-1, -1, -1, 4, 3});
     editorState.selectedIndex = 2;
     deleteSelected();
     CHECK(Parents() == std::vector<int32_t>{-1, -1, 3, 2});
 }
 
-TEST_CASE("deleting ends a drag of the object and the boxes that are about it") {
+TEST_CASE("deleting an object ends its drag and closes the boxes about it") {
     StartWithSamples();
     Hold<HierarchyDrag>({.source = 2});
     editorState.numberEntry = {.open = true, .target = 2};

@@ -28,7 +28,7 @@ TEST_CASE("mouse look turns by 0.0065 radians a pixel, up when the mouse moves u
     CHECK(editorState.camera.pitch == doctest::Approx(0.13));
 }
 
-TEST_CASE("a pitch of exactly 1.1 is kept, beyond it becomes 1.1") {
+TEST_CASE("a pitch of exactly 1.1 is kept, and a larger one becomes 1.1") {
     Start();
     editorState.camera.pitch = 1.1f;
     LookWithMouse(0, 0);

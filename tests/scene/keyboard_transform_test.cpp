@@ -102,7 +102,7 @@ TEST_CASE("letting go of all keys ends the undo step, changing keys does not") {
     CHECK(editorState.undoSteps.size() == 2);
 }
 
-TEST_CASE("what has a mesh, and entities, cameras, lights and texts can be moved, others not") {
+TEST_CASE("objects with a mesh, entities, cameras, lights and texts can be moved, others cannot") {
     for (const GameObject& object : {Cube(), GameObject{.isEntity = true}, GameObject{.isCamera = true},
                                      GameObject{.isLight = true}, GameObject{.isText = true}}) {
         StartEditing(object);

@@ -34,7 +34,7 @@ TEST_CASE("work of less than 0.3 seconds shows nothing and takes no input") {
     CHECK_FALSE(headless.workTookInput);
 }
 
-TEST_CASE("longer work shows how far it is, as a bar over the bottom panel and in the task bar") {
+TEST_CASE("longer work shows its progress in a bar over the bottom panel and in the task bar") {
     StartWithWorkClock(0.16);
     const std::vector<Pixel> before = headless.pixels;
     {
@@ -79,7 +79,7 @@ TEST_CASE("the bar is drawn at most twenty times a second") {
     CHECK(headless.presents == 14);  // from 0.3 to 1.0 s
 }
 
-TEST_CASE("Esc cancels work that can be taken back, and no other") {
+TEST_CASE("Esc cancels only work that can be taken back") {
     for (const auto esc : {LongWork::Esc::Cancels, LongWork::Esc::Nothing}) {
         const bool cancels = esc == LongWork::Esc::Cancels;
         StartWithWorkClock(1);

@@ -38,7 +38,7 @@ TEST_CASE("renaming starts with the name and ends with the new one") {
     CHECK(editorState.scene[2].name == L"PlayerCube");
 }
 
-TEST_CASE("who collects the renamed object collects it under its new name") {
+TEST_CASE("whatever collects the renamed object collects it under its new name") {
     StartWithParents({-1, -1, -1, -1});
     editorState.scene[0].collectTarget = L"o2";
     editorState.scene[1].collectTarget = L"o3";
@@ -53,7 +53,7 @@ TEST_CASE("who collects the renamed object collects it under its new name") {
     CHECK(editorState.scene[0].collectTarget == L"o2");
 }
 
-TEST_CASE("naming an object without a name makes nobody collect it") {
+TEST_CASE("naming a nameless object makes nothing collect it") {
     StartWithParents({-1, -1});
     editorState.scene[1].name.clear();
     StartObjectRename(1);
@@ -96,7 +96,7 @@ TEST_CASE("a pair of halves is typed into a name whole or not at all") {
     CHECK(editorState.scene[2].name == std::wstring(78, L'a') + kPair);
 }
 
-TEST_CASE("half a pair typed before a box opens is not part of what it says") {
+TEST_CASE("half a surrogate pair typed before a box opens is not part of its text") {
     StartWithSamples();
     StartObjectRename(2);
     Type(kPair.substr(0, 1));
@@ -125,7 +125,7 @@ TEST_CASE("cancelling a name changes nothing") {
     CHECK(editorState.statusMessage == L"Prejmenovani zruseno.");
 }
 
-TEST_CASE("the text of a Text object is edited, also to nothing") {
+TEST_CASE("the text of a Text object can be edited, and can become empty") {
     for (const wchar_t* text : {L"Score: 0", L"", L" \t"}) {
         StartWithSamples();
         editorState.scene[2].isText = true;
@@ -155,7 +155,7 @@ TEST_CASE("a name for an object that is gone is dropped") {
     }
 }
 
-TEST_CASE("a name for a file comes back clean and is given by the caller") {
+TEST_CASE("a name for a file comes back clean, and the caller gives it") {
     StartWithSamples();
     StartFileRename(3, L"Level.scene");
     CHECK(editorState.nameEntry.text == L"Level.scene");

@@ -52,7 +52,7 @@ TEST_CASE("a number entry starts with two decimals of what there is") {
     }
 }
 
-TEST_CASE("a number goes where it was asked for and nowhere else") {
+TEST_CASE("a typed number changes its own field and nothing else") {
     for (int32_t i = 0; i < 9; ++i) {
         const auto field = static_cast<Field>(i / 3);
         StartWithSamples();
@@ -69,7 +69,7 @@ TEST_CASE("a number goes where it was asked for and nowhere else") {
     }
 }
 
-TEST_CASE("a comma is a point") {
+TEST_CASE("a typed comma counts as a decimal point") {
     StartWithSamples();
     StartNumberEntry(2, Field::Position, 0);
     TypeInstead(L"1,5");
@@ -96,7 +96,7 @@ TEST_CASE("a number is read from the start of the text and the rest is ignored")
     for (const auto& [text, value] : cases) CHECK(Entered(Field::Position, 1, text).position.y == value);
 }
 
-TEST_CASE("a text without a number says so and stays") {
+TEST_CASE("a text without a number says so, and the box stays open") {
     for (const wchar_t* text : {L"", L"-", L"+", L".", L"+.", L"--5", L"+-5", L"-.", L"..5"}) {
         CHECK(Entered(Field::Position, 1, text).position.y == 0.35f);
         CHECK(editorState.statusMessage == L"Zadej platne cislo.");
@@ -106,7 +106,7 @@ TEST_CASE("a text without a number says so and stays") {
     }
 }
 
-TEST_CASE("what is not finite is no number") {
+TEST_CASE("a number that is not finite is refused") {
     for (const wchar_t* text : {L"1e9999", L"-1e9999", L"nan", L"inf", L"-inf"}) {
         StartWithSamples();
         StartNumberEntry(2, Field::Position, 0);

@@ -29,14 +29,14 @@ TEST_CASE("every field of an object is listed by its name") {
     CHECK(&std::get<kFieldCount - 1>(FieldsOf(object)) == &object.textSize);
 }
 
-TEST_CASE("objects that differ in their parents only are alike but for them") {
+TEST_CASE("objects that differ only in their parents are equal apart from them") {
     const GameObject plain, under{.parentIndex = 3}, other{.meshIndex = 3};
     CHECK(SameBitsButParent(plain, under));
     CHECK_FALSE(SameBitsButParent(plain, other));
     CHECK_FALSE(SameBitsButParent(under, other));
 }
 
-TEST_CASE("zero and minus zero differ to the bit, and what is not a number equals itself") {
+TEST_CASE("zero differs from minus zero, and not-a-number equals itself") {
     const GameObject zero, minusZero{.position{0, -0.0f, 0}}, minusSpeed{.velocityY = -0.0f};
     CHECK(zero == minusZero);
     CHECK_FALSE(SameBits(zero, minusZero));

@@ -29,7 +29,7 @@ TEST_CASE("children are listed in scene order, and the roots under -1") {
     CHECK(Children(tree, 6).empty());
 }
 
-TEST_CASE("an object with a parent outside the scene is nobody's child and no root") {
+TEST_CASE("an object with a parent outside the scene is neither a child nor a root") {
     const ObjectTree tree = BuildObjectTree(SceneWithParents({-1, 3, -2, INT32_MAX, INT32_MIN}));
     CHECK(Children(tree, -1) == std::vector<int32_t>{0});
     for (const int32_t parent : {0, 1, 2, 4}) CHECK(Children(tree, parent).empty());
@@ -44,7 +44,7 @@ TEST_CASE("a subtree is the object and all below it") {
     CHECK(MarkSubtree(scene, 6) == std::vector<bool>{false, false, false, false, false, false, true});
 }
 
-TEST_CASE("a cycle of parents is below each of its objects and below nobody else") {
+TEST_CASE("a cycle of parents is below each of its objects and below nothing else") {
     const Scene scene = SceneWithParents({-1, 2, 3, 1, 3, 0});
     CHECK(MarkSubtree(scene, 2) == std::vector<bool>{false, true, true, true, true, false});
     CHECK(MarkSubtree(scene, 4) == std::vector<bool>{false, false, false, false, true, false});
@@ -54,7 +54,7 @@ TEST_CASE("a cycle of parents is below each of its objects and below nobody else
     CHECK_FALSE(IsInSubtree(scene, 1, 0));
 }
 
-TEST_CASE("an object that is its own parent has itself as its subtree") {
+TEST_CASE("an object that is its own parent is its own subtree") {
     const Scene scene = SceneWithParents({0, -1});
     CHECK(MarkSubtree(scene, 0) == std::vector<bool>{true, false});
     CHECK(IsInSubtree(scene, 0, 0));

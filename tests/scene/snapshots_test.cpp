@@ -32,7 +32,7 @@ static size_t OwnRuns(const SceneSnapshot& snapshot, const SceneSnapshot& earlie
         std::ranges::count_if(snapshot.runs, [&](const auto& run) { return !shared.contains(run); }));
 }
 
-TEST_CASE("a snapshot is the scene that it was taken of") {
+TEST_CASE("a snapshot holds the scene that it was taken of") {
     for (const int32_t count : {0, 1, 63, 64, 65, 1000}) {
         const Scene scene = NumberedScene(count);
         const SceneSnapshot snapshot = TakeSnapshot(scene, nullptr);
@@ -148,7 +148,7 @@ TEST_CASE("objects appended one by one do not end in runs of one") {
     CHECK(snapshot.runs.size() == 10);
 }
 
-TEST_CASE("a scene with numbers that are none is shared and comes back") {
+TEST_CASE("a scene with numbers that are not finite is shared and comes back") {
     Scene scene = NumberedScene(200);
     scene[70].rotation.x = std::numeric_limits<float>::quiet_NaN();
     const SceneSnapshot first = TakeSnapshot(scene, nullptr);
@@ -160,7 +160,7 @@ TEST_CASE("a scene with numbers that are none is shared and comes back") {
     CHECK(SameScenes(scene, before));
 }
 
-TEST_CASE("a minus before a zero comes back") {
+TEST_CASE("minus zero comes back as minus zero") {
     Scene scene = NumberedScene(3);
     scene[1].position.x = -0.0f;
     const SceneSnapshot snapshot = TakeSnapshot(scene, nullptr);
@@ -181,7 +181,7 @@ TEST_CASE("restoring leaves objects that did not change in their place in memory
     CHECK(scene[999].name.data() == last);
 }
 
-TEST_CASE("whatever happens to a scene, shared snapshots are the same as plain copies") {
+TEST_CASE("whatever happens to a scene, shared snapshots equal plain copies of it") {
     constexpr uint32_t kSeed = 20'240;
     CAPTURE(kSeed);
     RandomSource random(kSeed);

@@ -70,7 +70,7 @@ TEST_CASE("a parent index past the end of the scene leaves the local matrix") {
     }
 }
 
-TEST_CASE("two objects that are each other's parent end after as many steps as there are objects") {
+TEST_CASE("two objects that are each other's parent are followed for as many steps as there are objects") {
     Scene scene(2);
     scene[0] = {.position{1, 0, 0}, .parentIndex = 1};
     scene[1] = {.position{0, 10, 0}, .parentIndex = 0};
@@ -78,7 +78,7 @@ TEST_CASE("two objects that are each other's parent end after as many steps as t
     CHECK(WorldPosition(scene, 0) == Vec3{2, 10, 0});
 }
 
-TEST_CASE("an object that is its own parent ends too") {
+TEST_CASE("an object that is its own parent is followed once") {
     Scene scene(1);
     scene[0] = {.position{1, 0, 0}, .parentIndex = 0};
     CHECK(WorldPosition(scene, 0) == Vec3{2, 0, 0});
@@ -209,7 +209,7 @@ static bool SameBits(const Matrix4& a, const Matrix4& b) {
     return std::bit_cast<std::array<uint32_t, 16>>(a) == std::bit_cast<std::array<uint32_t, 16>>(b);
 }
 
-TEST_CASE("world matrices asked for together are those asked for one by one, bit for bit") {
+TEST_CASE("world matrices asked for together equal those asked for one by one, bit for bit") {
     constexpr uint32_t kSeed = 20261121;
     CAPTURE(kSeed);
     std::mt19937 random(kSeed);
@@ -238,7 +238,7 @@ TEST_CASE("world matrices asked for together are those asked for one by one, bit
     }
 }
 
-TEST_CASE("no objects have no world matrices but the identity") {
+TEST_CASE("without objects every world matrix is the identity") {
     WorldMatrices worlds;
     CHECK(worlds.Of(0) == Matrix4{});
     CHECK(worlds.Of(-1) == Matrix4{});
@@ -260,7 +260,7 @@ TEST_CASE("a position under a turned and scaled chain of parents gives the place
     CHECK(Length(WorldPosition(scene, 2) - place) < 1e-4f);
 }
 
-TEST_CASE("a parent that is flat gives the distance from it") {
+TEST_CASE("under a flat parent the local position is the distance from it") {
     Scene scene(1);
     scene[0] = {.position{1, 2, 3}, .scale{1, 0, 1}};
     CHECK(LocalPositionUnder(scene, 0, {5, 5, 5}) == Vec3{4, 3, 2});
@@ -279,7 +279,7 @@ TEST_CASE("a position under a chain of 1,100 parents counts all of them") {
     CHECK(LocalPositionUnder(scene, 1099, {1103, 2, 0}) == Vec3{3, 2, 0});
 }
 
-TEST_CASE("what has a mesh or a role has a gizmo, anything else has none") {
+TEST_CASE("an object with a mesh or a role has a gizmo, any other has none") {
     CHECK_FALSE(HasPlace({}));
     CHECK(HasPlace({.meshIndex = 0}));
     CHECK(HasPlace({.isEntity = true}));

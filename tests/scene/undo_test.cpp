@@ -199,7 +199,7 @@ static std::vector<std::wstring> ParentNames() {
     return names;
 }
 
-TEST_CASE("undo after any commands gives back the scene before each of them, bit for bit") {
+TEST_CASE("undo after any commands brings back the scene before each of them, bit for bit") {
     constexpr uint32_t kSeed = 1492;
     constexpr int32_t kOldStep = -777;
     CAPTURE(kSeed);
@@ -233,7 +233,7 @@ TEST_CASE("undo after any commands gives back the scene before each of them, bit
     }
 }
 
-TEST_CASE("deleting and moving leave every other object under the parent that it had") {
+TEST_CASE("deleting and moving leave every other object under its parent") {
     constexpr uint32_t kSeed = 1848;
     CAPTURE(kSeed);
     RandomSource random(kSeed);
@@ -268,7 +268,7 @@ TEST_CASE("deleting and moving leave every other object under the parent that it
 
 // Whether there is something to save.
 
-TEST_CASE("a change gives the scene another version, and undo gives the one of before back") {
+TEST_CASE("a change gives the scene another version, and undo brings the earlier one back") {
     editorState = EditorState{};
     editorState.scene.resize(3);
     MarkSceneSaved();
@@ -294,7 +294,7 @@ TEST_CASE("undo after saving is a change, and what was saved is not reached by a
     CHECK(SceneHasChanges());
 }
 
-TEST_CASE("a fold of the Inspector changes the scene and no prefab") {
+TEST_CASE("a fold of the Inspector changes the scene, but does not make a prefab unsaved") {
     editorState = EditorState{};
     editorState.screen = Screen::PrefabEditor;
     RaiseSceneVersion();
@@ -304,7 +304,7 @@ TEST_CASE("a fold of the Inspector changes the scene and no prefab") {
     CHECK(editorState.prefabDirty);
 }
 
-TEST_CASE("what is changed in a game or a prefab is no change of the scene that comes back") {
+TEST_CASE("changes in a game or a prefab are no changes of the scene that comes back") {
     editorState = EditorState{};
     editorState.scene.resize(3);
     MarkSceneSaved();
@@ -318,7 +318,7 @@ TEST_CASE("what is changed in a game or a prefab is no change of the scene that 
     }
 }
 
-TEST_CASE("a step whose paths were changed later is another version than the saved one") {
+TEST_CASE("a step whose paths have changed has another version than the saved scene") {
     editorState = EditorState{};
     editorState.scene = {{.prefabSource = L"a"}, {}};
     MarkSceneSaved();
@@ -333,7 +333,7 @@ TEST_CASE("a step whose paths were changed later is another version than the sav
     CHECK(SceneHasChanges());
 }
 
-TEST_CASE("a scene whose saved objects could not be kept for want of memory counts as changed") {
+TEST_CASE("a scene counts as changed when memory did not suffice to keep its saved objects") {
     editorState = EditorState{};
     editorState.scene.resize(3);
     {

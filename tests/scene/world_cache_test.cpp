@@ -17,7 +17,7 @@ static GameObject RandomPlacedObject(RandomSource& random, int32_t count) {
     return object;
 }
 
-TEST_CASE("cached world matrices are those made anew, bit for bit, whatever has changed between two frames") {
+TEST_CASE("cached world matrices equal new ones bit for bit, whatever has changed between two frames") {
     constexpr uint32_t kSeed = 1606;
     INFO("seed ", kSeed);
     RandomSource random(kSeed);
@@ -50,7 +50,7 @@ TEST_CASE("cached world matrices are those made anew, bit for bit, whatever has 
     CHECK(compared > 10'000);
 }
 
-TEST_CASE("an object below a moved one is made anew, one beside it is not") {
+TEST_CASE("the matrix of an object below a moved one is made anew, that of its sibling is not") {
     std::vector<GameObject> scene(3);
     scene[1].parentIndex = 0;
     CachedWorlds cached;

@@ -46,7 +46,7 @@ TEST_CASE("before a project is opened the scene path is relative to the working 
     CHECK(state.scenePath == L"Project\\Files\\Scenes\\Main.scene");
 }
 
-TEST_CASE("of two messages only the second remains") {
+TEST_CASE("only the second of two messages remains") {
     editorState = EditorState{};
     SetStatus(L"prvni");
     SetStatus(L"druha");

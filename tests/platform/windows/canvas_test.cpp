@@ -306,7 +306,7 @@ TEST_CASE("an image that takes the number of a released one is drawn itself") {
     CHECK(drawn(L"light.png") == light);
 }
 
-TEST_CASE("more images than are kept are drawn all the same") {
+TEST_CASE("images beyond the cache's limit are drawn all the same") {
     const CanvasImage image = LoadCanvasImage(SourcePath(L"assets/obj.png"));
     const TestCanvas canvas(400, 400, 0x251F1C);
     for (int32_t round = 0; round < 3; ++round) {

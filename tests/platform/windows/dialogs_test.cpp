@@ -179,13 +179,13 @@ TEST_CASE("a dialog leaves the processor rounding as before") {
     CHECK((_mm_getcsr() & ~_MM_EXCEPT_MASK) == 0x1F80);
 }
 
-TEST_CASE("what is not there cannot be recycled") {
+TEST_CASE("a missing folder cannot be recycled") {
     const TestFolder folder;
     CHECK_FALSE(RecycleFolder(folder / L"missing"));
     CHECK_FALSE(RecycleFolder(L""));
 }
 
-TEST_CASE("a file that is not there is opened by nothing") {
+TEST_CASE("nothing opens a missing file") {
     const TestFolder folder;
     CHECK_FALSE(OpenWithSystem(folder / L"missing.txt", false));
 }

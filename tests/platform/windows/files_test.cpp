@@ -107,7 +107,7 @@ TEST_CASE("a shorter text replaces a longer one whole") {
     CHECK(Bytes(folder / L"a.txt") == "short");
 }
 
-TEST_CASE("a reader that lets the file go sees the old bytes or the new ones, whole") {
+TEST_CASE("a reader sees the whole old file or the whole new one") {
     const TestFolder folder;
     const std::wstring path = folder / L"scene.scene";
     REQUIRE(WriteWholeFile(path, "old"));
@@ -166,7 +166,7 @@ TEST_CASE("a temporary file that a scanner holds for a moment is still renamed, 
     CHECK(Names(folder.Path()).empty());
 }
 
-TEST_CASE("only what another program may let go of is tried again") {
+TEST_CASE("only errors that may pass are tried again") {
     for (const DWORD error : {ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION, ERROR_LOCK_VIOLATION}) {
         CHECK(MayPass(error));
     }
@@ -265,7 +265,7 @@ static std::wstring LeftoverOf(DWORD process, const std::wstring& rest = L"_0.tm
     return L"~zel" + std::to_wstring(process) + rest;
 }
 
-TEST_CASE("a save that succeeds removes what saves of ended programs have left, and nothing else") {
+TEST_CASE("a successful save removes what saves of ended programs left behind, and nothing else") {
     const TestFolder folder;
     const DWORD own = GetCurrentProcessId();
     constexpr DWORD kNobody = 0xFFFFFFFC;
@@ -339,7 +339,7 @@ TEST_CASE("paths far beyond 260 characters work like short ones") {
     }
 }
 
-TEST_CASE("reading fails for what is no file") {
+TEST_CASE("reading fails for anything but a file") {
     const TestFolder folder;
     for (const std::wstring& path :
          {folder / L"missing", folder.Path(), std::wstring(), std::wstring(L"NUL")}) {
@@ -365,7 +365,7 @@ TEST_CASE("what stands at a path is missing, a file or a folder") {
     CHECK(KindOfPath(L"") == PathKind::Missing);
 }
 
-TEST_CASE("a copy overwrites, and fails for what is not there") {
+TEST_CASE("a copy overwrites its target, and fails without a source") {
     const TestFolder folder;
     REQUIRE(WriteWholeFile(folder / L"from.txt", "new"));
     REQUIRE(WriteWholeFile(folder / L"to.txt", "old and longer"));
@@ -391,7 +391,7 @@ TEST_CASE("a file is not copied onto itself, and the copy of a read-only one is 
     for (const std::wstring& path : {kept, to}) SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
-TEST_CASE("a rename never overwrites, and a name in other letter case is the file's own") {
+TEST_CASE("a rename never overwrites, and may change only the letter case") {
     const TestFolder folder;
     REQUIRE(WriteWholeFile(folder / L"a.txt", "a"));
     REQUIRE(WriteWholeFile(folder / L"b.txt", "b"));
@@ -528,7 +528,7 @@ TEST_CASE("work aside runs on another thread while this one goes on") {
     CloseHandle(hasEnded);
 }
 
-TEST_CASE("a copy tells how far it is, and one that is ended leaves no part") {
+TEST_CASE("a copy reports its progress, and a cancelled one leaves nothing") {
     const TestFolder folder;
     constexpr int64_t kSize = 5'000'000;
     REQUIRE(WriteWholeFile(folder / L"from", std::string(kSize, 'x')));

@@ -115,7 +115,7 @@ TEST_CASE("a device is no image, and nobody waits for it") {
     }
 }
 
-TEST_CASE("as many pixels as the limit are read") {
+TEST_CASE("an image of exactly as many pixels as the limit is read") {
     const std::vector<std::string> rows(8000, std::string(1000, '\xFF'));
     const DecodedImage image = Decode(PngFile(8000, 8000, 1, 0, rows));
     CHECK(image.argb.size() == size_t{kMaxImagePixels});
@@ -123,7 +123,7 @@ TEST_CASE("as many pixels as the limit are read") {
     CHECK(image.argb.back() == 0xFFFFFFFF);
 }
 
-TEST_CASE("what is no image is refused") {
+TEST_CASE("a file that is no image is refused") {
     const TestFolder folder;
     DecodedImage image;
     CHECK_FALSE(DecodeImageFile(folder / L"missing.png", image));

@@ -229,7 +229,7 @@ TEST_CASE("a request to quit ends the program after the waiting messages") {
     CHECK(PumpMessages());
 }
 
-TEST_CASE("what waits behind a message to quit arrives before the program ends") {
+TEST_CASE("messages behind the one to quit arrive before the program ends") {
     const TestWindow window;
     Post(WM_KEYDOWN, 'A', 1);
     PostThreadMessageW(GetCurrentThreadId(), WM_QUIT, 0, 0);
@@ -360,7 +360,7 @@ TEST_CASE("a scaled icon averages what lies under each pixel, and clear pixels l
     CHECK(ScaleByArea(dot, 2).argb == std::vector<uint32_t>(4, 0x7F102030));
 }
 
-TEST_CASE("losing the mouse is told, giving it back is not") {
+TEST_CASE("losing the mouse capture is reported, releasing it is not") {
     const TestWindow window;
     CaptureMouse();
     CHECK(GetCapture() == MainWindow());
@@ -378,7 +378,7 @@ TEST_CASE("losing the mouse is told, giving it back is not") {
     CHECK(CountOf(InputKind::CaptureLost) == 1);
 }
 
-TEST_CASE("the window asks for its picture once, also while one is being made") {
+TEST_CASE("the window asks for its picture once, even while one is being drawn") {
     const TestWindow window;
     recordedInput.onEvent = [](const InputEvent& event) {
         if (event.kind == InputKind::Paint)
@@ -435,7 +435,7 @@ TEST_CASE("without a window its questions have plain answers") {
     CHECK(PumpMessages());
 }
 
-TEST_CASE("what is presented is what the window shows") {
+TEST_CASE("the window shows what was presented") {
     const TestWindow window;
     Pixel* pixels = CreateCanvas(400, 300);
     REQUIRE(pixels != nullptr);
@@ -512,7 +512,7 @@ TEST_CASE("during work the window stays open and gives nothing of what the user 
     CHECK(CountOf(InputKind::FocusLost) == 0);
 }
 
-TEST_CASE("a request to quit made before work is heard after it") {
+TEST_CASE("a request to quit made before long work is obeyed after it") {
     const TestWindow window;
     RequestQuit();
     DropInput();
