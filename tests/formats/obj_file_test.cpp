@@ -63,7 +63,7 @@ TEST_CASE("every kind of blank stands between the corners of a face") {
     CHECK(Faces("f 1\v2\f3\t4\r\n") == Triangles{{0, 1, 2}, {0, 2, 3}});
 }
 
-TEST_CASE("a face before all vertices gives no triangle") {
+TEST_CASE("a face that comes before its vertices gives no triangle") {
     Mesh mesh;
     CHECK_FALSE(Read("f 1 2 3\n" + kThreeVertices, mesh));
     CHECK(Model("v 0 0 0\nf 1 2 3\nv 2 0 0\nv 0 2 0\nf 3 2 1\n").triangles == Triangles{{2, 1, 0}});
