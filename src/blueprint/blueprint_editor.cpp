@@ -11,6 +11,8 @@
 
 #include <algorithm>
 
+// The document that is open is saved before anything else, because it is the one step that can fail. Loading
+// cannot: a file that cannot be read gives two nodes to begin with.
 bool OpenBlueprintEditor(const std::wstring& path) {
     if (!SaveBlueprintChanges()) return false;
     if (editorState.playMode) StopPlayMode();
@@ -43,9 +45,9 @@ bool SaveBlueprintEditor() {
     return true;
 }
 
+// A document without a file cannot be saved and must not hold the user: it counts as saved.
 bool SaveBlueprintChanges() {
-    const bool hasFile =
-        !editorState.blueprintPath.empty();  // without one there is nothing to save, and the user may leave
+    const bool hasFile = !editorState.blueprintPath.empty();
     if (editorState.screen != Screen::BlueprintEditor || !editorState.blueprintDirty || !hasFile) return true;
     return SaveBlueprintEditor();
 }
@@ -73,7 +75,8 @@ bool CloseBlueprintEditor() {
     return true;
 }
 
-// Ids may repeat in a file. The next one stays within 32 bits.
+// One above the largest id. Ids may repeat in a file and may be as large as 32 bits allow; the next one is
+// limited to that.
 static int32_t NextId() {
     int64_t largest = 0;
     for (const BlueprintNode& node : editorState.blueprintNodes)

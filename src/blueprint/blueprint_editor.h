@@ -7,18 +7,18 @@
 #include <cstdint>
 #include <string>
 
-// Shows a Blueprint. A game stops first, and one that is open already is saved when it has unsaved changes.
-// False when that fails: the first one then stays open. The Prefab editor must be closed.
+// Shows a Blueprint. A Blueprint that is already open is saved first if it has unsaved changes; false when
+// that fails, and it stays open. A game stops. The Prefab editor must be closed.
 bool OpenBlueprintEditor(const std::wstring& path);
 
 // Writes the open Blueprint and says how that went.
 bool SaveBlueprintEditor();
 
-// Goes back to the Scene editor, after saving unsaved changes without a question. Where that fails it asks
-// whether to leave without them; False when the Blueprint stays open. Nothing to do on another screen.
+// Goes back to the Scene editor and saves unsaved changes without asking. If that fails, asks whether to
+// leave without them; false when the Blueprint stays open. Does nothing on another screen.
 bool CloseBlueprintEditor();
 
-// Saves unsaved changes of the open Blueprint. False when that fails; without any there is nothing to do.
+// Saves the open Blueprint if it has unsaved changes. False when that fails.
 bool SaveBlueprintChanges();
 
 // Appends a node, which becomes the last of the chain, with an id above all others.

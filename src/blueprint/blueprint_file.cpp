@@ -21,7 +21,8 @@ static std::vector<BlueprintNode> DefaultNodes() {
             {.id = 2, .title = L"Print String", .x = 430, .y = 120}};
 }
 
-// `fields` are those of a node's line, `count` the nodes read before it.
+// `fields` are those of a node's line, `count` is the number of nodes read before it. A missing title
+// becomes "Node", an id below 1 the node's place in the file.
 static BlueprintNode ReadNode(const std::vector<std::wstring_view>& fields, size_t count) {
     BlueprintNode node{.id = ReadInteger(fields[1], 0),
                        .title = std::wstring(fields[2].empty() ? L"Node" : fields[2]),
@@ -51,13 +52,16 @@ bool LoadBlueprint(const std::wstring& path) {
     return true;
 }
 
-// The beginning of a title that leaves `rest` units of its line to other fields.
+// The part of a title that fits into a line with `rest` units of other fields. Never ends in half of a
+// surrogate pair.
 static std::wstring_view TitleThatFits(std::wstring_view title, size_t rest) {
     const size_t room = kLongestLine - rest;
     if (title.size() <= room) return title;
     return title.substr(0, IsFirstHalf(title[room - 1]) ? room - 1 : room);
 }
 
+// The numbers are written first, into two texts, because their length decides how much of the title fits. A
+// longer line would be read back in pieces, and its second piece as another line.
 static void AppendNodeLine(std::wstring& text, const BlueprintNode& node) {
     std::wstring before(kNodeTag), behind;
     before += L'\t';

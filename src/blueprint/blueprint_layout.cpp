@@ -48,7 +48,8 @@ int32_t NodeAt(Point point, const std::vector<BlueprintNode>& nodes, const Bluep
     return -1;
 }
 
-// The pixels from one corner to the other, both included, cut at the canvas. Far corners exceed 32 bits.
+// The pixels from one corner to the other, both included, clipped to the canvas. In 64 bits: files may place
+// nodes anywhere in 32, and the sums exceed that.
 static Rect CutSegment(int64_t fromX, int64_t fromY, int64_t toX, int64_t toY, const Rect& canvas) {
     const auto cut = [](int64_t value, int32_t low, int32_t high) {
         return static_cast<int32_t>(std::clamp<int64_t>(value, low, high));
@@ -69,6 +70,8 @@ std::array<Rect, 3> LinkSegments(const BlueprintNode& from, const BlueprintNode&
             CutSegment(middle, startY, middle, endY, canvas), CutSegment(middle, endY, endX, endY, canvas)};
 }
 
+// The right and lower edges are limited first, so a menu near them moves to the left and up. In a window
+// smaller than the menu the other two limits cut it instead.
 Rect AddNodeMenuRect(Point corner, int32_t width, int32_t height) {
     const int32_t right = std::min(width - kWindowEdge, corner.x + kMenuWidth);
     const int32_t bottom = std::min(height - kWindowEdge, corner.y + kMenuHeight);
@@ -76,7 +79,8 @@ Rect AddNodeMenuRect(Point corner, int32_t width, int32_t height) {
             bottom};
 }
 
-// `offset` below or right of `origin`, limited to low .. high.
+// A position on the screen as a place on the canvas: less the origin and `offset`, limited to low .. high.
+// If high lies below low, the canvas is too small and low wins.
 static int32_t PlaceOnCanvas(int32_t position, int32_t origin, int32_t offset, int32_t low, int32_t high) {
     const int64_t place = int64_t{position} - offset - origin;
     return static_cast<int32_t>(std::clamp<int64_t>(place, low, std::max(low, high)));

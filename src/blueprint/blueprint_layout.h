@@ -1,4 +1,4 @@
-// Where everything on the Blueprint screen lies. Arithmetic alone; places are pixels of the client area.
+// Where everything on the Blueprint screen lies. Only arithmetic; places are pixels of the client area.
 #pragma once
 
 #include "base/rect.h"
@@ -25,27 +25,28 @@ struct BlueprintLayout {
 
 BlueprintLayout LayoutBlueprint(int32_t width, int32_t height);
 
-// A node on the screen. One that lies far beyond the canvas is given a nearer place beyond it.
+// The rectangle of a node on the screen. A node that lies far beyond the canvas gets a nearer place, still
+// beyond it.
 Rect NodeRect(const BlueprintNode& node);
 
-// The centres of the two pins of a node, where links enter and leave it, as far away as its rectangle.
+// The centres of the two pins of a node, where links enter and leave it. They move with its rectangle.
 Point InputPin(const BlueprintNode& node);
 Point OutputPin(const BlueprintNode& node);
 
 // The index of the topmost node under a point of the canvas: the last in the list. -1 without one.
 int32_t NodeAt(Point point, const std::vector<BlueprintNode>& nodes, const BlueprintLayout& layout);
 
-// The three segments that lead from one node's output to the next one's input, as far as they lie on the
-// canvas: across, down or up, across. Empty where nothing is left.
+// The three segments of a link from one node's output to the next one's input: across, down or up, across.
+// Clipped to the canvas; a segment outside it is empty.
 std::array<Rect, 3> LinkSegments(const BlueprintNode& from, const BlueprintNode& to, const Rect& canvas);
 
-// The Add Node menu with its corner at a point, moved and cut so that it stays 8 pixels inside the window and
-// below the top bar. Empty in a window that has no room.
+// The Add Node menu with its corner at a point, moved and cut so that it stays 8 pixels inside the window
+// and below the top bar. Empty if the window has no room for it.
 Rect AddNodeMenuRect(Point corner, int32_t width, int32_t height);
 
 // Where on the canvas a node is added from a menu at `corner`.
 Point PlaceOfAddedNode(Point corner, const BlueprintLayout& layout);
 
-// Where on the canvas the pointer drags a node that it holds `grab` pixels from its corner. It may come a
-// little nearer to the edges than an added one.
+// Where on the canvas a node is dragged to that the pointer holds `grab` pixels from its corner. A dragged
+// node may come a little nearer to the edges than an added one.
 Point PlaceOfDraggedNode(Point pointer, Point grab, const BlueprintLayout& layout);

@@ -15,7 +15,7 @@
 #include <array>
 #include <string>
 
-// The screen's own colours; what it shares with the Scene editor is in the theme.
+// The colours of this screen alone; those that it shares with the Scene editor are in the theme.
 constexpr Pixel kFrameFill{0x221F1E}, kBarFill{0x2A2625}, kSideFill{0x282321}, kEdgeLine{0x483E3A};
 constexpr Pixel kLegendFill{0x322C29}, kLegendEdge{0x4E423C};
 constexpr Pixel kCanvasFill{0x1D1918}, kGridLine{0x2A2422};
@@ -33,7 +33,7 @@ constexpr int32_t kNodeTextLeft = 14, kNodeHeaderHeight = 26;
 
 constexpr std::array kLegend{L"Event BeginPlay", L"Print String", L"Branch"};
 
-// A text that ends before `right`.
+// Draws a text, shortened so that it ends before `right`.
 static void DrawTextUpTo(int32_t right, int32_t x, int32_t y, const std::wstring& text, TextColor color,
                          TextFont font) {
     DrawText(x, y, ShortenMiddle(text, right - x, font), color, font.height, font.weight);
@@ -41,7 +41,7 @@ static void DrawTextUpTo(int32_t right, int32_t x, int32_t y, const std::wstring
 
 // ---- The canvas.
 
-// The canvas as far as the window shows it.
+// The part of the canvas that the window shows.
 static Rect ShownCanvas(const BlueprintLayout& layout) {
     Rect canvas = layout.canvas;
     canvas.right = std::min(canvas.right, layout.width);
@@ -122,7 +122,7 @@ static void DrawPalette(const Rect& palette) {
     }
 }
 
-// This screen has no Console, and a Blueprint that could not be saved must say so.
+// Shown here because this screen has no Console, and a Blueprint that could not be saved must say so.
 static void DrawStatus(int32_t left, int32_t y, int32_t width) {
     for (const std::wstring& line : WrapText(editorState.statusMessage, width, {13, kNormal})) {
         DrawText(left, y, line, kSideLabel, 13, kNormal);
@@ -169,9 +169,11 @@ constexpr MenuTable kAddNodeMenu{
     .takesPressOutside = true,
     .items = kAddNodeItems};
 
+// From back to front. The canvas comes first: nodes that run out of it are covered by the bar and the panels
+// around it. Links lie under all nodes. The nodes are those of which something can be seen, from the lowest
+// to the topmost.
 void DrawBlueprintScreen(const BlueprintLayout& layout) {
     Clear(kFrameFill);
-    // First the canvas, so that what lies around it cuts off what runs out of it.
     DrawGrid(layout.canvas);
     DrawLinks(layout.canvas);
     for (const VisibleNode& node : VisibleNodes(editorState.blueprintNodes, ShownCanvas(layout)))

@@ -12,10 +12,10 @@ void DrawBlueprintScreen(const BlueprintLayout& layout);
 // The left button: the two buttons of the top bar, then the menu while it is open, then the nodes.
 void PressBlueprint(Point pointer, const BlueprintLayout& layout);
 
-// Takes a held node along.
+// Moves the node that is held.
 void DragBlueprintNode(const BlueprintDrag& drag, Point pointer, const BlueprintLayout& layout);
 
-// The left button came up without a node: saves what has changed, a node from the menu, say.
+// The left button came up without a node: saves any changes, such as a node added from the menu.
 void ReleaseBlueprint();
 
 // The right button: opens the Add Node menu on the canvas, and closes it elsewhere.

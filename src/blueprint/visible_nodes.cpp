@@ -6,7 +6,7 @@
 #include <array>
 #include <utility>
 
-// A part of a node's rectangle, given from its top left corner.
+// A rectangle given from the top left corner of a node.
 static Rect PartOf(const Rect& node, const Rect& part) {
     return {node.left + part.left, node.top + part.top, node.left + part.right, node.top + part.bottom};
 }
@@ -21,10 +21,10 @@ static std::array<Rect, 3> FilledBy(const Rect& node) {
             PartOf(node, {4, 5, kNodeWidth + 4, kNodeHeight + 5})};
 }
 
-// From the topmost node down: a node is visible if some pixel of its box or shadow is not yet covered by
-// nodes above it, and what it fills is covered from then on. The list is then turned round, because nodes are
-// drawn from the lowest up. Thousands of nodes in one place cost a few words of bits each instead of a box
-// each.
+// From the topmost node down: a node is visible if some pixel of its box or shadow is not yet covered by the
+// nodes above it; what it fills is covered from then on. The list is then reversed, because nodes are drawn
+// from the lowest up. A hidden node costs a look at a few words of bits instead of a drawn box with two
+// texts.
 std::vector<VisibleNode> VisibleNodes(std::span<const BlueprintNode> nodes, const Rect& canvas) {
     CanvasCover cover = StartCover(canvas);
     const auto isHidden = [&cover](const Rect& rect) { return IsCovered(cover, rect); };
@@ -45,8 +45,9 @@ constexpr int32_t kWordBits = 64;
 
 namespace {
 
-// The words of a row that some columns touch: all bits of those between the first and the last, and the
-// columns' bits in these two. In a single word the first mask holds them all.
+// The words of a row that a range of columns touches. Between the first and the last word all bits count;
+// the masks give the bits of these two. If both are the same word, the first mask holds all bits and the
+// last one none.
 struct ColumnBits {
     size_t first = 0, last = 0;
     uint64_t firstMask = 0, lastMask = 0;

@@ -1,5 +1,5 @@
-// Which nodes are worth drawing. Thousands of them may lie on each other or beyond the canvas, and drawing
-// all would take longer than a frame.
+// Which nodes are worth drawing. A file may place thousands of them on each other or beyond the canvas, and
+// drawing all would take longer than a frame.
 #pragma once
 
 #include "base/rect.h"
@@ -10,15 +10,15 @@
 #include <span>
 #include <vector>
 
-// A node of which some of the box or its shadow is to be seen.
+// A node whose box or shadow is at least partly visible.
 struct VisibleNode {
     size_t index = 0;
-    bool title = true, labels = true;  // whether some of these is, too
+    bool title = true, labels = true;  // whether some of it is visible too
 
     friend bool operator==(const VisibleNode&, const VisibleNode&) = default;
 };
 
-// What later nodes with their shadows leave of each node on the canvas, from the lowest to the topmost.
+// The nodes that later ones with their shadows do not cover entirely, from the lowest to the topmost.
 std::vector<VisibleNode> VisibleNodes(std::span<const BlueprintNode> nodes, const Rect& canvas);
 
 // One bit per pixel of the area.

@@ -42,7 +42,7 @@ static bool IsAssetIndex(int32_t index) {
     return index >= 0 && static_cast<size_t>(index) < editorState.fileEntries.size();
 }
 
-// A copy: what a command runs may rebuild the list.
+// A copy, because commands may rebuild the list.
 static AssetEntry EntryAt(int32_t index) { return editorState.fileEntries[static_cast<size_t>(index)]; }
 
 void FilesGoUp() {
@@ -87,8 +87,9 @@ static std::wstring WithExtension(const std::wstring& name, const AssetEntry& en
     return name + FileExtension(entry.name);
 }
 
-// The disk first, then the state, then the project file: a rename that the disk refuses has changed nothing.
-// The project file may fail after that, which the message says, since the next start would miss the scene.
+// The disk first, then the state, then the project file. A rename that the disk refuses has changed nothing.
+// If the project file cannot be written after that, the message says so: the next start would look for the
+// scene under its old name.
 void RenameAsset(int32_t index, const std::wstring& typed) {
     if (!IsAssetIndex(index)) return;
     const AssetEntry entry = EntryAt(index);
@@ -102,13 +103,12 @@ void RenameAsset(int32_t index, const std::wstring& typed) {
     MoveStoredPaths(entry.path, newPath);
     editorState.fileEntries[static_cast<size_t>(index)] =
         AssetEntryFor(newPath, entry.kind == AssetKind::Folder);
-    // Or the next start would look for the scene under its old name.
     const bool isStored = MoveCurrentScene(entry.path, newPath);
     SetStatus(isStored ? L"Polozka projektu byla prejmenovana."
                        : L"Polozka prejmenovana, ale project.zel se nepodarilo ulozit.");
 }
 
-// Beside the entry, with "_Copy" before its extension, and a number behind that where the name is taken.
+// Beside the entry, with "_Copy" before the extension, and a number after that if the name is taken.
 static std::wstring CopyPath(const AssetEntry& entry) {
     const bool isFolder = entry.kind == AssetKind::Folder;
     const std::wstring extension = isFolder ? L"" : FileExtension(entry.name);
@@ -134,6 +134,8 @@ void DuplicateAsset(int32_t index) {
     SetStatus(L"Polozka projektu byla duplikovana.");
 }
 
+// The entry leaves the list even if the disk refuses: a file that another program holds, or a folder that is
+// not empty, comes back with the next refresh.
 void DeleteAsset(int32_t index) {
     if (!IsAssetIndex(index)) return;
     const AssetEntry entry = EntryAt(index);
@@ -148,7 +150,8 @@ void DeleteAsset(int32_t index) {
     SetStatus(L"Polozka projektu byla odstranena z panelu.");
 }
 
-// What is made stands in the list, and nothing that fails does.
+// The end of every create command: what was made enters the list and is selected; a failure changes nothing
+// but the message.
 static void Finish(bool isMade, const std::wstring& path, bool isFolder, const wchar_t* message) {
     if (!isMade) {
         SetStatus(L"Polozku projektu se nepodarilo vytvorit.");
@@ -164,7 +167,8 @@ static std::wstring NewPath(const std::wstring& name, const std::wstring& extens
 }
 
 void CreateSceneAsset() {
-    // From the number of entries on, as new scenes are counted; a scene that stands there is not overwritten.
+    // Counts from the number of entries on. A file that already has the name is not overwritten: the next
+    // number is taken.
     const auto count = static_cast<int32_t>(editorState.fileEntries.size());
     const std::wstring path = FirstFreePath(editorState.filesFolder, L"Scene", L".scene", count);
     Finish(WriteTextFile(path, kNewScene), path, false, L"Vytvorena nova scene v projektu.");
@@ -186,7 +190,8 @@ void CreateFolderAsset() {
     Finish(MakeFolders(path), path, true, L"Vytvorena nova slozka v projektu.");
 }
 
-// In one step that keeps the old file when it fails, unlike a copy.
+// Replaces a file in one step, so that the old one stays whole if that fails. A copy would already have
+// overwritten part of it.
 static bool ReplaceFile(const std::wstring& from, const std::wstring& to) {
     if (SameWithoutCase(AbsolutePath(from), AbsolutePath(to))) return false;
     std::string bytes;
@@ -215,6 +220,8 @@ static void PlaceModel(const std::wstring& path) {
     if (mesh >= 0) addModelObject(mesh, NameWithoutExtension(path));
 }
 
+// Each file is copied, listed and counted by itself, so that cancelling keeps what has come so far. A model
+// is loaded from its copy: the scene must not refer to a path outside the project.
 void ImportDroppedFiles(std::span<const std::wstring> paths) {
     MakeProjectFolders();
     LongWork work(L"Importuji", L"souboru", LongWork::Esc::Cancels);

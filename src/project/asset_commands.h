@@ -1,5 +1,5 @@
-// What a user does with the files and folders of the project: opening, renaming, duplicating, deleting,
-// making new ones, and taking in files from outside. An index that names no entry of the list does nothing.
+// What a user does with the files and folders of the project: open, rename, duplicate, delete, create, and
+// import from outside. An index that names no entry of the list does nothing.
 #pragma once
 
 #include <cstdint>
@@ -12,23 +12,24 @@ void FilesGoUp();
 // Shows a folder, opens a scene, a Blueprint or a prefab in its editor, and anything else with the system.
 void OpenAsset(int32_t index);
 
-// Gives a new name within the same folder, and lets everything follow that refers to the old one. A file
-// keeps its extension when `typed` has none; another one makes it a file of another kind. `typed` has no
+// Renames within the same folder, and points everything that refers to the old name to the new one. A file
+// keeps its extension if `typed` has none; another extension makes it a file of another kind. `typed` has no
 // forbidden characters.
 void RenameAsset(int32_t index, const std::wstring& typed);
 
-// Copies a file beside itself, or makes an empty folder beside a folder.
+// Copies a file beside itself; for a folder makes an empty one beside it.
 void DuplicateAsset(int32_t index);
 
 // Deletes a file, or a folder that is empty. The entry leaves the list in any case.
 void DeleteAsset(int32_t index);
 
-// Each makes one and says so, or says that it could not be made.
+// Each creates one and says so, or says that it could not be created.
 void CreateSceneAsset();
 void CreateScriptAsset();
 void CreateBlueprintAsset();
 void CreateFolderAsset();
 
-// Copies files into the folder that the Files panel shows, over files of the same name; models are placed in
-// the scene too, where it is shown. Folders, and what cannot be copied, are not counted in the message.
+// Copies files into the folder that the Files panel shows, over files of the same name. Models are also
+// placed in the scene or prefab that is shown. Folders and files that cannot be copied are not counted in
+// the message.
 void ImportDroppedFiles(std::span<const std::wstring> paths);

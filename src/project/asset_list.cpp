@@ -51,7 +51,7 @@ AssetEntry AssetEntryFor(const std::wstring& path, bool isFolder) {
             .kind = isFolder ? AssetKind::Folder : AssetKindOf(path)};
 }
 
-// Puts what lies in a folder on `open`, the first name last.
+// Puts the content of a folder on `open`, sorted backwards, because entries are taken off the end.
 static void AddEntriesOf(const std::wstring& folder, std::vector<AssetEntry>& open) {
     std::vector<FolderEntry> entries;
     if (!ListFolder(folder, entries)) return;
@@ -63,8 +63,8 @@ static void AddEntriesOf(const std::wstring& folder, std::vector<AssetEntry>& op
 }
 
 // Lists everything below a folder, each folder before its content. `open` holds what is still to be listed,
-// the next one last; what a folder holds goes on top of it, so that it follows at once. A list and not the
-// call stack, because a tree of folders may be thousands of levels deep.
+// the next entry last. The content of a folder goes on top of it, so that it follows the folder at once.
+// This is a list and not the call stack, because folders may lie thousands of levels deep.
 static bool ListTree(const std::wstring& root, std::vector<AssetEntry>& list) {
     std::vector<AssetEntry> open;
     AddEntriesOf(root, open);
@@ -76,8 +76,8 @@ static bool ListTree(const std::wstring& root, std::vector<AssetEntry>& list) {
     return true;
 }
 
-// The list is made anew, so indices into it change: the selection is carried over by its path, and gestures
-// and menus that are about an item end.
+// Every index into the list changes. The selection is found again by its path; a drag and a menu that are
+// about an item end. If memory runs out, the list is empty rather than half of what is there.
 void RefreshAssetList() {
     const auto selected = static_cast<size_t>(editorState.selectedFile);
     const std::wstring selectedPath =

@@ -5,20 +5,20 @@
 
 #include <string>
 
-// By the extension, in upper or lower case. For files; folders have none.
+// The kind of a file by its extension, in any case.
 AssetKind AssetKindOf(const std::wstring& path);
 
-// A file or folder that stands at `path`.
+// The entry for a file or folder at `path`.
 AssetEntry AssetEntryFor(const std::wstring& path, bool isFolder);
 
-// Makes the project's folders where they are missing and lists what lies in its Files folder, each folder
-// before what is in it and everything in one folder by name. Links are left out. The selected file stays
-// selected while it is there; a drag and a menu that are about a file end.
+// Makes the project's folders if they are missing, and lists everything in its Files folder: each folder
+// before its content, and the content of one folder by name. Links are left out. The selected file stays
+// selected if it is still there. Ends a drag of a file and closes the menu of a file.
 void RefreshAssetList();
 
-// Lists what now stands at `path` in the Files panel and selects it. What stood there in upper or lower case
-// keeps its entry.
+// Adds what now stands at `path` to the list and selects it. An entry whose path differs in case only is
+// kept and selected.
 void AddNewAsset(const std::wstring& path, bool isFolder);
 
-// Lists the other versions that a save has put beside its file; see formats/other_writers.h.
+// Lists the files anew if a save has put other versions beside its file; see formats/other_writers.h.
 void ListOtherVersions();

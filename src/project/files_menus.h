@@ -6,11 +6,11 @@
 
 #include <cstdint>
 
-// `item` is an index into EditorState::fileEntries; below 0 the menu for new items opens.
+// `item` is an index into EditorState::fileEntries; -1 opens the menu for new items.
 void OpenFilesMenu(int32_t item, Point pointer, const EditorLayout& layout);
 
-// The one that is open, over the panels.
+// Draws the one that is open, over the panels.
 void DrawFilesMenus(const EditorLayout& layout);
 
-// A press while one may be open. True when it goes no further.
+// Handles a press. True when a menu has taken it.
 bool ClickFilesMenus(Point pointer, const EditorLayout& layout);

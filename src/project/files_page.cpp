@@ -30,7 +30,7 @@ constexpr Pixel kSheet{0xD8D4CE}, kSheetFold{0x9C948C}, kSheetInk{0x6A625B};
 constexpr Pixel kBlueprintSign{0x4B8ABE}, kPrefabSign{0x4BA6D8}, kPrefabShade{0x2F7CA8};
 constexpr Pixel kSkySign{0x8FC4E8}, kHillSign{0x5FA05A}, kSunSign{0xF2C24B};
 
-// ---- Icons of 28 x 28 pixels.
+// ---- Icons of 28 x 28 pixels: images for four kinds, and sheets of paper with a sign for the others.
 
 // A sheet of paper with a folded corner, 20 x 26 pixels in the middle of 28 x 28.
 static Point DrawSheet(const Rect& place) {
@@ -73,7 +73,7 @@ static void DrawImageSign(Point sheet) {
     }
 }
 
-// The image for the kind; a drawn sheet with a sign for kinds that have none.
+// Every kind has a row here: a new one does not compile without its icon.
 static void DrawIcon(AssetKind kind, const Rect& place) {
     switch (kind) {
         case AssetKind::Folder: DrawImage(icons.files, place); break;
@@ -103,6 +103,7 @@ static Rect BackButton(const EditorLayout& layout) {
     return {18, layout.bottomTop + 48, 54, layout.bottomTop + 70};
 }
 
+// A long name is cut after twelve units, or after eleven if that would split a surrogate pair.
 static std::wstring ShownName(const std::wstring& name) {
     if (name.size() <= kLongestShownName) return name;
     const size_t kept = IsFirstHalf(name[kShownOfLongName - 1]) ? kShownOfLongName - 1 : kShownOfLongName;
@@ -143,9 +144,10 @@ static Point NextCorner(Point corner, const EditorLayout& layout) {
     return corner;
 }
 
-// Draws the folder's items row by row and registers a cell for each, by its path: clicks are resolved against
-// what was drawn, whatever the list has become meanwhile. Ends at the window's lower edge, so a folder of
-// thousands of files costs a frame no more than those in sight.
+// Draws the items of the folder row by row and registers a cell with the path of each. Clicks are resolved
+// against these cells, that is against what the user saw, whatever has become of the list since. Drawing
+// ends at the lower edge of the window, so a folder of thousands of files costs a frame no more than the
+// items in sight.
 void DrawFilesPage(const EditorLayout& layout) {
     editorState.filesCells.clear();
     if (!ShowsFilesPage()) return;

@@ -7,25 +7,27 @@
 
 #include <cstdint>
 
-// Path bar and items on the panel's frame, when the page is shown. Registers a cell for each item drawn.
+// Draws path bar and items onto the frame of the panel, if the page is shown. Registers a cell for each item
+// that it draws.
 void DrawFilesPage(const EditorLayout& layout);
 
-// The name of an item that is being dragged, beside the pointer.
+// Draws the name of the item that is being dragged, beside the pointer.
 void DrawFilesDrag();
 
-// The index into EditorState::fileEntries of the item drawn under a point of the page, -1 for none, or when
-// it is no longer in the folder shown.
+// The index into EditorState::fileEntries of the item that was drawn under a point of the page. -1 for none,
+// or if the item is no longer in the folder shown.
 int32_t FilesItemAt(Point point, const EditorLayout& layout);
 
-// A left press on the page: the back button, an item that is selected and may be dragged, or empty space,
-// which opens the create menu. False when the page is not shown there.
+// A left press on the page: the back button goes up, an item is selected and may be dragged, empty space
+// opens the create menu. False when the page is not shown there.
 bool PressFilesPage(Point pointer, const EditorLayout& layout);
 
-// Moves the item that was pressed: it is dragged from 6 pixels on.
+// Moves the pressed item. The drag begins 6 pixels from the press.
 void DragFilesItem(FilesDrag& drag, Point pointer);
 
 // Opens the item under the pointer. False when there is none.
 bool OpenFilesItemAt(Point pointer, const EditorLayout& layout);
 
-// The menu for the item under the pointer, or for new items. False when the page is not shown there.
+// Opens the menu for the item under the pointer, or the one for new items. False when the page is not shown
+// there.
 bool OpenFilesMenuAt(Point pointer, const EditorLayout& layout);

@@ -9,8 +9,9 @@
 
 constexpr int32_t kLastFolderNumber = 99;
 
-// Walks the tree with a list of folders that are still to be listed, so that the depth of a tree costs no
-// call stack. Paths are relative to `folder`: the same list serves the source and the copy.
+// Folders that are still to be listed wait in a list, so that a deep tree costs no call stack. Paths are
+// relative to `folder`: the same list serves the source and the copy. A folder that cannot be listed fails
+// the whole, because a copy that silently lacks a part is worse than none.
 static bool List(const std::wstring& folder, FolderTree& tree) {
     FolderTree found;
     std::vector<std::wstring> pending{L""};  // relative; the next one at the back
@@ -55,8 +56,9 @@ static bool CopyTree(const std::wstring& from, const std::wstring& to, const Fol
     return true;
 }
 
-// Lists all before it copies anything: a copy into a folder below its source would otherwise meet itself and
-// never end. Folders come before files, each before what is in it, so every file finds its place.
+// List, make folders, copy files. Everything is listed before anything is copied: a copy into a folder below
+// its source would otherwise meet itself and never end. Folders are made first, each before its content, so
+// every file finds its place. After a failure only a folder that this call has made is removed.
 bool CopyFolder(const std::wstring& from, const std::wstring& to, LongWork& work) {
     FolderTree tree;
     if (!ListFolderTree(from, tree)) return false;
@@ -72,12 +74,13 @@ bool CopyToFreePath(const std::wstring& from, const std::wstring& to, const Copy
     return false;
 }
 
-// Copies of read-only files and folders are read-only too.
+// Copies of read-only files and folders are read-only too, and must be made writable before they can be
+// removed.
 static void RemoveAnyway(const std::wstring& path, bool (*remove)(const std::wstring& path)) {
     if (!remove(path) && MakeWritable(path)) remove(path);
 }
 
-// Backwards through the list of folders: what lies in a folder goes before the folder itself.
+// Files first, then folders from the end of the list: the content of a folder goes before the folder itself.
 void RemoveFolderTree(const std::wstring& folder) {
     FolderTree tree;
     if (ListFolderTree(folder, tree)) {

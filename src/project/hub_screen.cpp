@@ -22,6 +22,8 @@ constexpr int32_t kListEdge = 12;  // between the list's edge, its columns and t
 constexpr int32_t kLeastColumn = 200;
 constexpr int32_t kMenuWidth = 246, kMenuHeight = 112, kMenuEdge = 8;
 
+// Rows go down the first column and, if the list is too long and the window wide enough, down a second one.
+// What does not fit either is not shown; the picture then says how many those are.
 static void PlaceRows(HubLayout& layout, size_t projects) {
     const Rect& list = layout.list;
     const int32_t room = list.bottom - kListEdge - (list.top + kFirstRow);
@@ -72,6 +74,7 @@ constexpr TextColor kHubSilentText{0x716862};  // of a project that cannot be re
 constexpr TextFont kSmall{13, kNormal};
 constexpr int32_t kLine = 18;  // pixels from one line of small text to the next
 
+// Nothing is lit while a menu is open, because the press would go to the menu.
 static bool IsUnderPointer(const Rect& rect) {
     return !MenuIsOpen(MenuKind::Project) && Contains(rect, editorState.pointer);
 }
@@ -130,6 +133,8 @@ static void DrawProjectRow(const Rect& row, const RecentProject& project) {
              isSilent ? kHubSilentText : kHubQuietText, 13, kNormal);
 }
 
+// Registers each row with the path of its project, not with its index: the list may change while the user
+// moves the pointer, and a click must hit what was seen.
 static void DrawList(const HubLayout& layout) {
     editorState.hubRows.clear();
     const Rect& list = layout.list;

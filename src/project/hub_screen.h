@@ -19,11 +19,11 @@ struct HubLayout {
     Rect emptyCard{};
 };
 
-// For `projects` entries. Rows that do not fit into one column go on in a second one.
+// `projects` is the number of entries. Rows that do not fit into one column continue in a second one.
 HubLayout LayoutHub(int32_t width, int32_t height, size_t projects);
 
-// The project's menu, opened at `corner` and moved so that it stays 8 pixels inside the window.
+// The menu of a project, opened at `corner` and moved so that it stays 8 pixels inside the window.
 Rect ProjectMenuRect(Point corner, int32_t width, int32_t height);
 
-// The whole screen. What lies under the pointer and can be clicked is lit up.
+// Draws the whole screen. What lies under the pointer and can be clicked is lit up.
 void DrawProjectHub(const HubLayout& layout);

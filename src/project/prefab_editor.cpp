@@ -18,14 +18,15 @@
 
 #include <utility>
 
-// What the user was in the middle of belongs to the objects that were shown.
+// Ends what the user was in the middle of: it is about objects that are no longer shown.
 static void EndInteraction() {
     ForgetObjectIndices();
     CloseEntriesAndMenu();
 }
 
-// The prefab takes the scene's place in the state, so that every panel and command works on it unchanged.
-// What belongs to the scene is put aside as a whole, its undo history included.
+// The prefab takes the place of the scene in the state, so that every panel and command works on it
+// unchanged. The scene is put aside as a whole, with its undo history. Recovery therefore looks for the
+// scene in `sceneBeforePrefab`.
 static void ShowPrefab(const std::wstring& path, Scene objects) {
     editorState.sceneBeforePrefab = KeepScene();
     editorState.scene = std::move(objects);
@@ -45,6 +46,8 @@ static void ShowScene() {
     editorState.screen = Screen::SceneEditor;
 }
 
+// Loads first and changes after that: until the prefab is whole in memory, the only step that cannot be
+// taken back is leaving another screen, which the user has agreed to.
 void OpenPrefabEditor(const std::wstring& path) {
     if (!LeaveOtherScreens()) return;
     Scene objects;
@@ -100,6 +103,8 @@ bool ClosePrefabEditor() {
     return true;
 }
 
+// The file is named after the object, as far as the system takes that for a name; "_" goes before the name
+// of a device.
 static std::wstring NewPrefabPath(const std::wstring& objectName) {
     std::wstring name = SanitizeFileName(objectName);
     if (name.empty()) return FirstFreePath(editorState.filesFolder, L"Prefab", L".prefab");

@@ -18,6 +18,7 @@ void SetProjectFolder(const std::wstring& folder) {
     editorState.selectedFile = -1;
 }
 
+// Tries all of them even if one fails: a project with some of its folders works better than one with none.
 bool MakeProjectFolders() {
     bool allStand = true;
     for (const wchar_t* name : kFilesSubfolders) {
@@ -26,6 +27,9 @@ bool MakeProjectFolders() {
     return allStand;
 }
 
+// Indices first, entries next, then the modes: gestures and entries name objects and files of the project
+// that is being left, and must not outlive it by a frame. The scene before a game is dropped, not put back,
+// because the caller replaces the scene.
 void LeaveOpenProject() {
     ForgetObjectIndices();
     CloseEntriesAndMenu();

@@ -25,7 +25,7 @@ constexpr TextColor kDangerText{0x7A7AF0};
 
 // ---- The list.
 
-// By its path: while a question is open or the folder moves, the list may have changed.
+// Found by its path, because the list may change while a question is open or a folder is being moved.
 static void TakeOffList(const std::wstring& path) {
     std::erase_if(editorState.recentProjects,
                   [&path](const RecentProject& entry) { return entry.path == path; });
@@ -33,7 +33,8 @@ static void TakeOffList(const std::wstring& path) {
     SaveRecentProjects();
 }
 
-// Asks aside what stands at `path`; the answer goes into the question.
+// Asks on another thread what stands at the path of the entry. The thread knows nothing of the state: it
+// shares only the question, which outlives the entry if that leaves the list meanwhile.
 static void Ask(RecentProject& entry) {
     entry.question = std::make_shared<std::atomic<ProjectAnswer>>(ProjectAnswer::None);
     RunAside([question = entry.question, path = entry.path] {
@@ -46,9 +47,9 @@ static void Ask(RecentProject& entry) {
     });
 }
 
-// One turn: takes the answer that has come, or asks the next question. Only one is open at a time: servers
-// that do not answer would each hold a thread for half a minute. An entry whose answer never comes holds up
-// nothing but the questions about those below it.
+// One turn: takes the answer that has come, or asks the next question. Only one question is open at a time,
+// because each server that does not answer holds a thread for half a minute. An answer that never comes
+// holds up nothing but the questions about the entries below.
 bool CheckListedProjects() {
     auto& projects = editorState.recentProjects;
     const auto asked =
@@ -162,7 +163,7 @@ int32_t ProjectRowAt(Point point) {
     return project != projects.end() ? static_cast<int32_t>(project - projects.begin()) : -1;
 }
 
-// A folder that is no project any more leaves the list.
+// If the folder is no project any more, it leaves the list.
 static void OpenListed(int32_t index) {
     const std::wstring path = editorState.recentProjects[static_cast<size_t>(index)].path;
     if (OpenProject(path) == Opening::NoProject) TakeOffListIfGone(path);
@@ -205,6 +206,8 @@ void ShowHub() {
     SetStatus(L"Vyber existujici projekt nebo vytvor novy.");
 }
 
+// Each question may end it: Cancel about the prefab, or about the scene, stays in the editor. A game stops
+// before the scene is asked about, because a game's changes are not kept.
 void ReturnToHub() {
     if (!LeaveOtherScreens()) return;
     StopPlayMode();

@@ -1,5 +1,5 @@
-// What the Project Hub does: the projects that the user has had open, opened, taken off the list or the disk,
-// and templates for new ones.
+// What the Project Hub does: it opens listed projects, takes them off the list or the disk, and creates new
+// ones. hub_screen.h shows it.
 #pragma once
 
 #include "base/rect.h"
@@ -21,14 +21,14 @@ void DrawProjectMenu(const HubLayout& layout);
 bool HubLeftClick(Point pointer, const HubLayout& layout);
 bool HubRightClick(Point pointer, const HubLayout& layout);
 
-// The index into EditorState::recentProjects of the project drawn under a point, -1 for none, or when it has
-// left the list.
+// The index into EditorState::recentProjects of the project that was drawn under a point. -1 for none, or if
+// it has left the list.
 int32_t ProjectRowAt(Point point);
 
-// Called once per frame of the Hub: asks the disk about the entries that LoadRecentProjects left open, one
-// after the other and aside, so that nobody waits for a drive or server that does not answer. What is no
-// project leaves the list; what cannot be reached stays, with the answer Silent. True when an answer has
-// come.
+// Called once per frame of the Hub. Asks the disk about the entries that LoadRecentProjects did not ask
+// about, one after the other and on another thread, so that nobody waits for a drive or server that does not
+// answer. What is no project leaves the list; what cannot be reached stays, with the answer Silent. True
+// when an answer has come.
 bool CheckListedProjects();
 
 // The folder stays. `index` is a valid index into EditorState::recentProjects, here and below.

@@ -55,7 +55,7 @@ static bool WritePlayerController() {
     return kind != PathKind::Unknown;
 }
 
-// Makes the state that of a new project and writes it.
+// Turns the state into that of a new project and writes it.
 static bool MakeProject(const std::wstring& folder, bool empty) {
     SetProjectFolder(folder);
     LeaveOpenProject();
@@ -66,7 +66,8 @@ static bool MakeProject(const std::wstring& folder, bool empty) {
     return hasFolders && SaveScene(editorState.scenePath) && WriteProjectFile(editorState.projectRoot);
 }
 
-// The state as it was, and no folder that was not there, when the project cannot be made.
+// All or nothing: if the project cannot be made, the state is put back from a copy and a new folder is
+// removed. The copy comes first, because after half a change nothing could be put back.
 static bool TryToMakeProject(const std::wstring& folder, bool empty) {
     EditorState before;
     const bool isKept = WithEnoughMemory([&before] {
@@ -105,7 +106,8 @@ static bool HoldsProjectFile(const std::wstring& folder) {
     return KindOfPath(JoinPath(folder, kProjectFileName)) != PathKind::Missing;
 }
 
-// Empty when `chosen` belongs to no project.
+// The folder of the project that the user means by `chosen`: the folder itself, or its parent if it is a
+// Files folder. Empty when it belongs to no project.
 static std::wstring ProjectRootOf(const std::wstring& chosen) {
     if (HoldsProjectFile(chosen)) return chosen;
     std::wstring parent = ParentFolder(chosen);
@@ -123,9 +125,9 @@ void OpenProjectDialog() {
     OpenProject(ProjectRootOf(chosen));
 }
 
-// The main scene's path, made free for the default scene. A main scene that lost its project file is
-// somebody's work: it gets the first free name Main_01, Main_02 ..., and where it cannot be renamed, the
-// default scene gets that name.
+// The path for the default scene. A main scene without a project file is still somebody's work, so it is
+// renamed to the first free one of Main_01, Main_02 ...; if it cannot be renamed, the default scene gets
+// that name instead.
 static std::wstring FreeMainScenePath() {
     std::wstring path = MainScenePath(editorState.filesRoot);
     if (KindOfPath(path) == PathKind::Missing) return path;
@@ -142,15 +144,15 @@ static void MakeDefaultScene() {
     SetStatus(L"Projekt otevren, ale project.zel nebyl nalezen. Vytvorena vychozi scena.");
 }
 
-// Paths in the folder begin with it and one separator. A drive's root keeps its own.
+// Paths in the folder begin with it and one separator. The root of a drive keeps its separator.
 static std::wstring WithoutLastSeparator(const std::wstring& folder) {
     return LastComponent(folder).empty() ? ParentFolder(folder) : folder;
 }
 
-// Three parts. The questions come first, while nothing has changed and the user may still stay. Then the open
-// project is left and the folders of the new one are set; recoveries are taken over before the list of assets
-// is made, so that it shows them. The scene comes last, because its references are resolved against the new
-// folder.
+// Three parts. The questions come first, while nothing has changed and the user may still stay. Then the
+// open project is left and the folders of the new one are set; recoveries are taken over before the files
+// are listed, so that the list shows them. The scene comes last, because its references are resolved against
+// the new folder.
 Opening OpenProject(const std::wstring& folder) {
     if (folder.empty() || !IsProjectFolder(folder)) {
         SetStatus(L"Vybrana slozka neni ZelEngine projekt.");

@@ -46,8 +46,8 @@ static void ReportSaved(bool sceneSaved, bool projectWritten) {
     }
 }
 
-// Both files are always tried: the scene is what the user has made, and `project.zel` holds a second copy of
-// it that must not stay behind because the first could not be written.
+// Both files are always tried. The scene is what the user has made; `project.zel` holds a second copy of it,
+// which must not be lost too because the first could not be written.
 void SaveProject() {
     if (RefuseSaveInPlayMode()) return;
     const bool sceneSaved = SaveScene(CurrentScenePath());
@@ -57,8 +57,8 @@ void SaveProject() {
     ReportSaved(sceneSaved, projectWritten);
 }
 
-// Copies the project that is open, as it lies on the disk, into `folder`, which is to be new, and lets
-// `finish` do the rest. The folder goes again when any part of that fails or is cancelled.
+// Copies the open project, as it lies on the disk, into `folder`, and lets `finish` do the rest. Save as and
+// build share this, so both leave nothing behind: a new folder is removed if any part fails or is cancelled.
 template <typename Finish>
 static bool CopyProjectInto(const std::wstring& folder, LongWork& work, Finish finish) {
     const bool isNew = KindOfPath(folder) == PathKind::Missing;
@@ -69,18 +69,18 @@ static bool CopyProjectInto(const std::wstring& folder, LongWork& work, Finish f
     return false;
 }
 
-// The state goes on with the project in `folder`, a copy of the one that was open.
+// Continues with the project in `folder`, a copy of the one that was open.
 static void MoveToProject(const std::wstring& folder) {
     MoveStoredPaths(editorState.projectRoot, folder);
     const std::wstring shownFolder = editorState.filesFolder;
     SetProjectFolder(folder);
     editorState.filesFolder = shownFolder;
-    // The paths in its objects have changed with the folder; stored relative to it, they are what was just
-    // saved.
+    // The paths in the objects have changed with the folder. Files store them relative to it, so the scene
+    // is what was just saved.
     if (!editorState.scenePath.empty()) MarkSceneSaved();
 }
 
-// Save, copy, move, in this order: the copy is made of what lies on the disk, and the state moves only once
+// Save, copy, move, in this order: the copy is made of what lies on the disk, and the state moves only when
 // the copy is whole. So a failure at any step leaves the user in the project that was open.
 void SaveProjectAs() {
     if (RefuseSaveInPlayMode() || !LeaveOtherScreens()) return;
@@ -107,7 +107,7 @@ void SaveProjectAs() {
     SetStatus(L"Projekt ulozen do: " + folder);
 }
 
-// The state never leaves the open project: WriteProjectCopy writes its paths relative to it, and these name
+// The state stays in the open project. WriteProjectCopy writes paths relative to the project, and these name
 // the same places in the build.
 void BuildProject() {
     if (!LeaveOtherScreens() || RefuseInPlayMode(L"Nejdriv vypni Play Mode, potom sestav projekt.")) return;

@@ -35,7 +35,7 @@ bool AskSaveBeforeSceneSwitch() {
 
 bool AskSaveOfChangedScene() { return SceneIsSaved() || AskSaveBeforeSceneSwitch(); }
 
-// What each index of a replaced library has become; see MapIndex.
+// By index into the replaced library, the index into the new one.
 using NewIndices = std::vector<int32_t>;
 
 static int32_t MapIndex(int32_t index, const NewIndices& newIndices) {
@@ -50,7 +50,7 @@ static bool MapsToItself(const NewIndices& newIndices) {
     return true;
 }
 
-// Finds each mesh of the replaced library in the new one, and adds those that it lacks.
+// Finds each mesh of the replaced library in the new one by source and name, and adds those that it lacks.
 static NewIndices CarryMeshes(SceneContent& replaced) {
     NewIndices newIndices;
     for (MeshAsset& asset : replaced.meshes) {
@@ -75,9 +75,10 @@ static NewIndices CarryTextures(SceneContent& replaced) {
     return newIndices;
 }
 
-// After a load that keeps the history: the objects of its steps, and the copied one, name meshes and textures
-// by their index in the libraries that the load replaced. They are looked up in the new ones by their source,
-// and those that only the old scene used are added to these.
+// Follows a load that keeps the history. The objects of its steps, and the one in the clipboard, name meshes
+// and textures by their index in libraries that the load has replaced. Each is looked up in the new library
+// by its source; what only the old scene used is added. Without this an undo would show the right objects
+// with the wrong shapes.
 static void CarryHistory(SceneContent& replaced) {
     const NewIndices meshes = CarryMeshes(replaced), textures = CarryTextures(replaced);
     if (MapsToItself(meshes) && MapsToItself(textures)) return;
@@ -93,7 +94,8 @@ static void CarryHistory(SceneContent& replaced) {
     ChangeHistory(editorState.undoSteps, change);
 }
 
-// True when the scene was loaded. Its history goes on with one more step.
+// Loads the open scene once more, as one step of its history. False when it could not be loaded; the history
+// is then as it was.
 static bool LoadSceneAgain(const std::wstring& path) {
     std::vector<UndoStep> before = editorState.undoSteps;
     pushUndo("Load scene again");
@@ -112,6 +114,8 @@ static bool LoadOtherScene(const std::wstring& path) {
     return true;
 }
 
+// Leave other screens, stop the game, ask, load: if any of these fails, the open scene stays. Which path is
+// "the open one" is decided without regard to case, as the disk does.
 void OpenSceneFile(const std::wstring& path) {
     if (!LeaveOtherScreens()) return;
     StopPlayMode();

@@ -14,7 +14,7 @@ struct PathMove {
 
 }  // namespace
 
-// Each is true when anything has changed.
+// All of these return true when anything has changed.
 
 static bool MovePath(std::wstring& path, const PathMove& move) {
     if (!IsAtOrBelow(path, move.from)) return false;
@@ -41,9 +41,10 @@ static void MovePathsOf(std::vector<UndoStep>& history, const PathMove& move) {
     ChangeHistory(history, [&move](GameObject& object) { return MovePathsOf(object, move); });
 }
 
-// In three groups: paths of the state itself, sources of what is loaded, and references of objects wherever
-// objects are. A place that is forgotten here names a file that no longer exists, which shows only at the
-// next save or undo; the test walks through all of them.
+// Three groups: paths of the state itself, sources of what is loaded, and references of objects wherever
+// there are objects. A place that is forgotten here names a file that no longer exists, which nobody sees
+// before the next save or undo; the test walks through all of them. A kept scene that changes gets a new
+// version, or caches would take it for the old one.
 void MoveStoredPaths(const std::wstring& from, const std::wstring& to) {
     MoveRememberedFiles(from, to);
     const PathMove move{from, to};

@@ -3,7 +3,8 @@
 
 #include <string>
 
-// Points every path that is `from` or lies below it to the same place under `to`: the Files panel's folder,
-// the open scene, Blueprint and prefab, with its name, the sources of models and textures, and what objects
-// refer to, also in the undo history, the clipboard and whatever is kept aside. Compared as IsAtOrBelow does.
+// Points every path that is `from` or lies below it to the same place under `to`. These are the list of
+// files and the folder shown, the open scene, Blueprint and prefab, the sources of models and textures, and
+// what objects refer to, in the scene, the undo history, the clipboard and in scenes that are kept aside.
+// Compares as IsAtOrBelow does.
 void MoveStoredPaths(const std::wstring& from, const std::wstring& to);
