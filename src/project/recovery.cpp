@@ -22,7 +22,7 @@
 
 constexpr size_t kUsualLineLength = 320;   // bytes; a longer one only costs a copy
 constexpr double kLookEvery = 60;          // seconds
-constexpr size_t kObjectsPerFrame = 128;   // put into words: a quarter of a millisecond
+constexpr size_t kObjectsPerFrame = 128;   // written as text: a quarter of a millisecond
 constexpr uint32_t kLongestWait = 10'000;  // milliseconds, at the end, for a disk that is still writing
 constexpr const wchar_t* kSceneHeader = L"ZELENGINE_SCENE\t1\n";
 constexpr const wchar_t* kPrefabHeader = L"ZELENGINE_PREFAB\t1\n";
@@ -77,7 +77,8 @@ static void Forget(std::optional<OwnRecovery>& own) {
     own.reset();
 }
 
-// One that nobody writes yet is never written. One that is being written goes when it is there.
+// Calls off a file that is not wanted any more. If its writing has not begun, it never will; if it has, the
+// file is removed once it is there.
 static void CallOffWriting() {
     auto& writing = editorState.recovery.writing;
     RecoveryStage stage = RecoveryStage::Waiting;
@@ -98,14 +99,14 @@ static void ForgetRecovery(bool ofPrefab) {
 void ForgetSceneRecovery() { ForgetRecovery(false); }
 void ForgetPrefabRecovery() { ForgetRecovery(true); }
 
-// What has been saved, or undone, needs no recovery any more.
+// What was saved, or undone back to the saved state, needs no recovery any more.
 static void ForgetWhatIsSafe() {
     for (const bool ofPrefab : {false, true}) {
         if (!IsAtRisk(ofPrefab)) ForgetRecovery(ofPrefab);
     }
 }
 
-// --- Putting into words
+// --- From objects to text
 
 static RecoveryDraft BeginDraft(bool ofPrefab) {
     const Edited edited = EditedObjects(ofPrefab);
@@ -113,13 +114,13 @@ static RecoveryDraft BeginDraft(bool ofPrefab) {
         .ofPrefab = ofPrefab, .about = AbsolutePath(PathOf(ofPrefab)), .version = edited.version};
     const std::string start =
         TextFileBytes(RecoveryLine(draft.about) + L"\n" + (ofPrefab ? kPrefabHeader : kSceneHeader));
-    // All at once: bytes that grow are copied now and then, which would show in a frame.
+    // All at once: growing bytes are copied now and then, which would show in a frame.
     draft.bytes.reserve(start.size() + kUsualLineLength * edited.scene.size());
     draft.bytes += start;
     return draft;
 }
 
-// The place in the snapshot of the object that comes next.
+// Finds the next object in the runs of the snapshot.
 static void FindNextObject(RecoveryDraft& draft) {
     draft.nextRun = 0;
     draft.nextInRun = draft.nextObject;
@@ -129,8 +130,9 @@ static void FindNextObject(RecoveryDraft& draft) {
     }
 }
 
-// The objects that the draft began with are those of the scene until the user changes something. Then the
-// change's undo step holds them, so that a draft costs no copy of the scene. False when neither has them.
+// Makes sure that the draft continues with the objects that it began with, or it would mix two states of the
+// scene. Until the user changes something these are the objects of the scene. From then on the undo step of
+// that change holds them, so a draft never costs a copy of the scene. False when neither has them.
 static bool HoldsItsObjects(RecoveryDraft& draft, const Edited& edited) {
     if (draft.kept || draft.version == edited.version) return true;
     const auto step = std::ranges::find(edited.undoSteps, draft.version, &UndoStep::version);
@@ -174,7 +176,8 @@ static bool ContinueDraft(RecoveryDraft& draft, const Edited& edited, size_t mos
 
 // --- Writing
 
-// The file that belongs to this program when it is about the same scene or prefab, else a new one.
+// What the other thread needs. It replaces the file that this program has written before, if that is about
+// the same scene or prefab; else it makes a new one.
 static std::shared_ptr<RecoveryWriting> MakeWriting(RecoveryDraft draft) {
     auto writing = std::make_shared<RecoveryWriting>();
     const auto& own = Own(draft.ofPrefab);
@@ -187,7 +190,7 @@ static std::shared_ptr<RecoveryWriting> MakeWriting(RecoveryDraft draft) {
     return writing;
 }
 
-// Takes the answer of a writing that has come to its end. True when none is under way any more.
+// Takes the result when a file has been written. True when no writing is under way any more.
 static bool TakeAnswer() {
     auto& writing = editorState.recovery.writing;
     if (!writing) return true;
@@ -222,7 +225,7 @@ static bool StillIsAbout(const RecoveryDraft& draft) {
     return isOpen && draft.about == AbsolutePath(PathOf(draft.ofPrefab));
 }
 
-// Once a minute the scene has its turn and then the prefab, also when the scene could not be written.
+// Once a minute the scene has its turn, and after it the prefab, even if the scene could not be written.
 static void LookForWork(double now) {
     RecoveryState& recovery = editorState.recovery;
     if (IsInTheMiddleOfSomething()) return;
@@ -236,8 +239,9 @@ static void LookForWork(double now) {
     }
 }
 
-// One frame of it: a look, or some lines, or the way to the disk, which no frame waits for. A draft whose
-// objects nobody holds any more is dropped, and the next frame looks again.
+// One frame's share of the work: a look whether anything is at risk, or some lines of the draft, or handing
+// it to the other thread, which no frame waits for. Each share is far shorter than a frame, however large
+// the scene. A draft whose objects nobody holds any more is dropped, and the next frame looks again.
 static bool Keep(double now) {
     RecoveryState& recovery = editorState.recovery;
     if (!TakeAnswer()) return true;
@@ -260,7 +264,8 @@ void KeepRecovery(double now) {
     if (!WithEnoughMemory([now] { return Keep(now); })) editorState.recovery.draft.reset();
 }
 
-// Two writings of one file would race, so the older one ends first. False when its disk does not answer.
+// Two threads must not write one file, so the older writing ends first; if it has not begun, this thread
+// does it. False when the disk does not answer.
 static bool EndWriting() {
     if (editorState.recovery.writing) WriteRecovery(*editorState.recovery.writing);
     for (uint32_t waited = 0; waited < kLongestWait; ++waited) {
@@ -270,7 +275,8 @@ static bool EndWriting() {
     return false;
 }
 
-// The objects themselves are compared here: what was changed and changed back by hand leaves nothing.
+// Compares the objects themselves, which no frame could afford: a scene that was changed and changed back by
+// hand leaves no recovery.
 static bool IsReallyAtRisk(bool ofPrefab) {
     return IsAtRisk(ofPrefab) &&
            (ofPrefab || !HoldsScene(editorState.savedScene, EditedObjects(false).scene));

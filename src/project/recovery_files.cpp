@@ -19,6 +19,9 @@ constexpr uint64_t kFnvStart = 14695981039346656037u, kFnvFactor = 1099511628211
 
 std::wstring RecoveryFolder() { return JoinPath(GetDataFolder(), L"recovery"); }
 
+// A hash of the whole path, because two projects may hold scenes of the same name. It takes capital letters,
+// as the system compares names. A collision is harmless: the first line names the file in full, and a name
+// that is taken gets a number.
 std::wstring RecoveryStem(std::wstring_view fullPath) {
     uint64_t hash = kFnvStart;
     for (const wchar_t unit : UpperCase(std::wstring(fullPath))) {
@@ -40,6 +43,8 @@ std::wstring RecoveredStem(std::wstring_view fullPath) {
     return NameWithoutExtension(fullPath) + L"_neulozeno";
 }
 
+// Newest first until one limit is reached. Everything older goes, even a small file that would still fit, so
+// that what stays has no gaps in time.
 std::vector<std::wstring> SurplusRecoveries(std::vector<RecoveryFacts> all) {
     std::ranges::stable_sort(all, std::greater{}, &RecoveryFacts::written);
     std::vector<std::wstring> surplus;
@@ -88,7 +93,9 @@ void WriteRecovery(RecoveryWriting& writing) {
     writing.stage = isWritten ? RecoveryStage::Written : RecoveryStage::Failed;
 }
 
-// True when the recovery has no further use.
+// Puts one recovery beside the file that it is about, unless the file is newer or says the same. What
+// follows the first line is what saving would have written, so bytes are compared and copied. True when the
+// recovery has no further use.
 static bool TakeOver(const std::wstring& recovery, const std::wstring& folder) {
     TextFile file;
     std::wstring_view line;

@@ -1,5 +1,5 @@
-// Recoveries on the disk: which file holds which unsaved work, how it gets there, how it is found again, and
-// what goes when there is too much.
+// Recoveries on the disk: how they are named, written and found again, and which are dropped when there are
+// too many.
 #pragma once
 
 #include "state/recovery_state.h"
@@ -23,8 +23,8 @@ std::wstring RecoveryFolder();
 // the same in upper and lower case.
 std::wstring RecoveryStem(std::wstring_view fullPath);
 
-// The first line of a recovery, which names the file that it is about. Scenes and prefabs are read without
-// it.
+// The first line of a recovery, which names the file that it is about. What follows it is a scene or prefab
+// as usual.
 std::wstring RecoveryLine(std::wstring_view fullPath);
 
 // The path that such a line names; empty for any other line.
@@ -33,14 +33,15 @@ std::wstring RecoveredPath(std::wstring_view line);
 // The name of the copy that the user finds beside a scene or prefab: "Main_neulozeno" for "Main.scene".
 std::wstring RecoveredStem(std::wstring_view fullPath);
 
-// Those that must go, the oldest first, so that at most 20 files and 200 MB stay.
+// The paths that must go, the oldest first, so that at most 20 files and 200 MB stay.
 std::vector<std::wstring> SurplusRecoveries(std::vector<RecoveryFacts> all);
 
-// Writes a recovery that still waits for it, and removes what is too much then. Uses nothing but `writing`
-// and the disk, so that any thread may call it; the first one to come writes, any other returns at once.
+// Writes a recovery, unless another thread has begun to, and removes recoveries beyond the limits. Uses
+// nothing but `writing` and the disk, so any thread may call it.
 void WriteRecovery(RecoveryWriting& writing);
 
-// Before the files of the project in `folder` are listed: each recovery of one of its scenes and prefabs that
-// is newer than the file and differs from it is put beside it under a free name, "Main_neulozeno.scene". All
-// of them go then; one that cannot be copied stays for the next time.
+// Called before the files of the project in `folder` are listed. A recovery of one of its scenes or prefabs
+// that is newer than the file and differs from it is put beside the file under a free name,
+// "Main_neulozeno.scene". All recoveries of the project are then removed; one that cannot be copied stays
+// for the next time.
 void TakeOverRecoveries(const std::wstring& folder);
