@@ -129,14 +129,14 @@ TEST_CASE("an empty name is refused and keeps the box open") {
     }
 }
 
-TEST_CASE("forbidden characters in a name become underscores, blanks around it go") {
+TEST_CASE("forbidden characters in a name become underscores, and blanks around it are dropped") {
     const ScratchFolder folder;
     StartWith(folder, {L"a.txt"});
     RenameFileTo(L"a.txt", L"  x\\y/z:*?\"<>|.txt ");
     CHECK(FileBytes(FilesIn(folder) + L"\\x_y_z_______.txt") == "bytes");
 }
 
-TEST_CASE("names that the system does not take fail") {
+TEST_CASE("renaming to a name that the system refuses fails") {
     for (const wchar_t* name : {L"NUL", L"com1.txt", L"x.", L".", L"..", L"con"}) {
         const ScratchFolder folder;
         StartWith(folder, {L"a.txt"});
@@ -147,7 +147,7 @@ TEST_CASE("names that the system does not take fail") {
     }
 }
 
-TEST_CASE("a name that is taken is not overwritten") {
+TEST_CASE("renaming to a name that is taken overwrites nothing") {
     const ScratchFolder folder;
     StartWith(folder, {L"a.txt", L"b.txt"});
     PutFile(FilesIn(folder) + L"\\b.txt", "other");
@@ -161,7 +161,7 @@ TEST_CASE("a name that is taken is not overwritten") {
     CHECK(editorState.statusMessage == L"Soubor nebo slozku se nepodarilo prejmenovat.");
 }
 
-TEST_CASE("what refers to a renamed file or folder follows") {
+TEST_CASE("whatever refers to a renamed file or folder follows it") {
     const ScratchFolder folder;
     StartWith(folder, {L"pictures\\inner\\t.png"});
     editorState.scene[2].texturePath = FilesIn(folder) + L"\\pictures\\inner\\t.png";
@@ -232,7 +232,7 @@ TEST_CASE("a folder's duplicate is empty, and a dot in its name is no extension"
     CHECK(ContentsOf(FilesIn(folder) + L"\\v1.0_Copy").empty());
 }
 
-TEST_CASE("whichever step of a duplicate fails, no part of one is left") {
+TEST_CASE("whichever step of duplicating fails, no part of the copy is left") {
     FailEachStep(
         [](const ScratchFolder& folder) {
             StartWith(folder, {L"a.txt", L"a_Copy.txt"});
@@ -296,7 +296,7 @@ TEST_CASE("a deleted item leaves the disk and the list") {
     CHECK(headless.recycled.empty());
 }
 
-TEST_CASE("a folder that holds files leaves the list only, and a refresh shows it again") {
+TEST_CASE("deleting a folder with files only takes it off the list, and a refresh shows it again") {
     const ScratchFolder folder;
     StartWith(folder, {L"full\\a.txt"});
     ChooseForFile(L"full", FileItem::Delete);
@@ -364,7 +364,7 @@ static std::string SceneAfterRename(const std::string& before, const std::wstrin
     return FileBytes(ProjectIn(folder) + L"\\project.zel");
 }
 
-TEST_CASE("renaming changes the stored scene only where it names what was renamed") {
+TEST_CASE("renaming changes the stored scene only if it names what was renamed") {
     const std::string other = "CURRENT_SCENE\tFiles\\Scenes\\Other.scene\n";
     // Main.scene is open, and the file names the other one.
     CHECK(SceneAfterRename(other, L"Main.scene", L"First.scene") == other);
@@ -385,7 +385,7 @@ TEST_CASE("renaming changes the stored scene only where it names what was rename
     CHECK(SceneAfterRename(outside, L"Other.scene", L"Second.scene") == outside);
 }
 
-TEST_CASE("the stored scene follows a rename wherever its line stands and however the file is encoded") {
+TEST_CASE("the stored scene follows a rename, wherever its line stands and however the file is encoded") {
     const std::string line = "CURRENT_SCENE\tFiles\\Scenes\\Main.scene", mark = "\xEF\xBB\xBF",
                       newLine = "CURRENT_SCENE\tFiles\\Scenes\\First.scene";
     struct {
@@ -426,7 +426,7 @@ TEST_CASE("a rename that cannot be written into the project file says so") {
                  });
 }
 
-TEST_CASE("a project without a project file needs none for a rename") {
+TEST_CASE("renaming works in a project without a project file") {
     const ScratchFolder folder;
     StartProject(folder);
     RemoveTree(ProjectIn(folder) + L"\\project.zel");

@@ -63,7 +63,7 @@ TEST_CASE("new items go into the folder that the page shows") {
     CHECK(LastEntry().folder == FilesIn(folder) + L"\\imported");
 }
 
-TEST_CASE("what has a name keeps it, and a new item takes the first number that is free") {
+TEST_CASE("existing items keep their names, and a new item takes the first free number") {
     const ScratchFolder folder;
     StartProject(folder);
     PutFile(FilesIn(folder) + L"\\Script_01.cpp", "mine");
@@ -83,7 +83,7 @@ TEST_CASE("what has a name keeps it, and a new item takes the first number that 
     CHECK(LastEntry().name == L"Scene_07.scene");  // from the five entries of a new project upwards
 }
 
-TEST_CASE("whichever step fails, an item is made whole or not at all, and nothing is overwritten") {
+TEST_CASE("whichever step fails, a new item is whole or not there, and nothing is overwritten") {
     for (const Creation& creation : kCreations) {
         static Creation made;
         made = creation;

@@ -20,7 +20,7 @@ static const AssetEntry& SelectedFile() {
     return editorState.fileEntries.at(static_cast<size_t>(editorState.selectedFile));
 }
 
-TEST_CASE("dropped files become files of the folder that is shown, and the last one is selected") {
+TEST_CASE("dropped files are copied into the folder that is shown, and the last one is selected") {
     const ScratchFolder folder;
     StartProject(folder);
     PutFile(folder / L"a.txt", "a");
@@ -35,7 +35,7 @@ TEST_CASE("dropped files become files of the folder that is shown, and the last 
     CHECK(IsShown(L"a.txt"));
 }
 
-TEST_CASE("of two dropped files of one name the second stays") {
+TEST_CASE("of two dropped files with one name the second stays") {
     const ScratchFolder folder;
     StartProject(folder);
     PutFile(folder / L"x\\same.txt", "first");
@@ -47,7 +47,7 @@ TEST_CASE("of two dropped files of one name the second stays") {
     CHECK(editorState.fileEntries.size() == before + 1);
 }
 
-TEST_CASE("a name in another case is the same file of the list") {
+TEST_CASE("a name that differs in case only is the same entry of the list") {
     const ScratchFolder folder;
     StartProject(folder);
     PutFile(folder / L"x\\same.txt", "first");
@@ -126,7 +126,7 @@ TEST_CASE("a hundred files are imported at once") {
     RenderFrame();
 }
 
-TEST_CASE("Esc ends a long import before the next file, and none is there in part") {
+TEST_CASE("Esc ends a long import before the next file, and no file is there in part") {
     const ScratchFolder folder;
     StartProject(folder);
     std::vector<std::wstring> files;
@@ -157,7 +157,7 @@ TEST_CASE("a file dropped onto itself stays and is not counted") {
     CHECK(FileBytes(script) == bytes);
 }
 
-TEST_CASE("a file does not take the place of a folder or of a read-only file") {
+TEST_CASE("a dropped file replaces neither a folder nor a read-only file") {
     const ScratchFolder folder;
     StartProject(folder);
     PutFolder(FilesIn(folder) + L"\\a.txt");
@@ -211,7 +211,7 @@ TEST_CASE("a full disk keeps the file of the same name, and leaves no part of a 
     }
 }
 
-TEST_CASE("files dropped on the game go nowhere") {
+TEST_CASE("files dropped on the game are ignored") {
     const ScratchFolder folder;
     StartProject(folder);
     PutFile(folder / L"a.txt", "a");

@@ -103,7 +103,7 @@ TEST_CASE("the selected file stays selected while it is there") {
     CHECK(editorState.selectedFile == -1);
 }
 
-TEST_CASE("links, circles and folders that cannot be listed do no harm to the list") {
+TEST_CASE("links, circles of links and folders that cannot be read do not harm the list") {
     const ScratchFolder folder;
     StartProject(folder);
     PutFile(folder / L"outside\\secret.txt", "");

@@ -36,7 +36,7 @@ static void PutFiles(const ScratchFolder& folder, int32_t count) {
     RefreshAssetList();
 }
 
-TEST_CASE("the page shows the folder below the project's and the items of that folder only") {
+TEST_CASE("the page shows a folder's path within the project, and the items of that folder only") {
     const ScratchFolder folder;
     StartProject(folder);
     CHECK(IsDrawn(L"Files"));
@@ -58,7 +58,7 @@ TEST_CASE("a name of 13 characters is shown whole, a longer one by its first 12 
     CHECK(IsDrawn(L"1234567890.t..."));
 }
 
-TEST_CASE("items stand 108 pixels apart, and go on 60 pixels below") {
+TEST_CASE("items stand 108 pixels apart, and rows 60 pixels") {
     const ScratchFolder folder;
     StartProject(folder);
     PutFiles(folder, 20);
@@ -289,7 +289,7 @@ TEST_CASE("a list that has changed since the last frame takes a click on what wa
     CHECK(editorState.statusMessage == L"Otevreno Files menu pro vytvoreni nove polozky.");
 }
 
-TEST_CASE("an item of the folder before is not pressed before the next frame") {
+TEST_CASE("a press before the next frame hits no item of the folder that was left") {
     const ScratchFolder folder;
     StartProject(folder);
     PutFiles(folder, 1);

@@ -27,7 +27,7 @@ TEST_CASE("a folder is copied with everything in it") {
     CHECK(ContentsOf(folder / L"to\\deep") == ContentsOf(folder / L"from"));
 }
 
-TEST_CASE("a folder is copied into itself without an end") {
+TEST_CASE("a folder can be copied into itself") {
     const ScratchFolder folder;
     PutSource(folder);
     const FolderContents before = ContentsOf(folder / L"from");
@@ -35,7 +35,7 @@ TEST_CASE("a folder is copied into itself without an end") {
     CHECK(ContentsOf(folder / L"from\\b\\copy") == before);
 }
 
-TEST_CASE("whichever step of a copy fails, a new folder goes again and nothing of the source") {
+TEST_CASE("whichever step of a copy fails, the new folder is removed again and the source stays whole") {
     FailEachStep([](const ScratchFolder& folder) { PutSource(folder); },
                  [](const ScratchFolder& folder) {
                      const bool isCopied = Copy(folder / L"from", folder / L"to");
@@ -81,7 +81,7 @@ TEST_CASE("a tree is listed with each folder before what is in it") {
     CHECK(tree.files.size() == 3);
 }
 
-TEST_CASE("a folder is removed with everything in it, and what its links lead to stays") {
+TEST_CASE("a folder is removed with everything in it, but not what its links lead to") {
     const ScratchFolder folder;
     PutSource(folder);
     PutFile(folder / L"outside\\kept.txt", "kept");
@@ -94,7 +94,7 @@ TEST_CASE("a folder is removed with everything in it, and what its links lead to
     CHECK(FileBytes(folder / L"outside\\kept.txt") == "kept");
 }
 
-TEST_CASE("a folder goes with the read-only files in it") {
+TEST_CASE("a folder with read-only files in it is removed") {
     const ScratchFolder folder;
     PutFile(folder / L"tree\\deep\\a.txt", "a");
     PutFile(folder / L"tree\\deep\\b.txt", "b");
@@ -108,7 +108,7 @@ TEST_CASE("a folder goes with the read-only files in it") {
     MakeReadOnly(folder / L"stays.txt", false);
 }
 
-TEST_CASE("a unique folder has the first number that is free, up to 99") {
+TEST_CASE("a unique folder takes the first free number, up to 99") {
     const ScratchFolder folder;
     CHECK(MakeUniqueFolder(folder.path, L"Game") == folder / L"Game");
     PutFile(folder / L"Game", "a file takes the name too");
@@ -124,7 +124,7 @@ TEST_CASE("a unique folder has the first number that is free, up to 99") {
     CHECK(KindOfPath(folder / L"Game_100") == PathKind::Missing);
 }
 
-TEST_CASE("a name whose place cannot be looked at is not taken for a unique one") {
+TEST_CASE("a name that the disk gives no answer about does not count as free") {
     const ScratchFolder folder;
     PutFolder(folder / L"Game");
     fileFaults = {.failStep = 1};

@@ -65,7 +65,7 @@ static void CheckSceneBefore() {
     CHECK(editorState.meshes.size() == 2);
 }
 
-TEST_CASE("a scene that memory does not suffice for leaves the open one") {
+TEST_CASE("a scene too large for the memory leaves the open one") {
     FailEachAllocation(
         L"a.scene", StartWithScene, [](const std::wstring& path) { return LoadScene(path); },
         [](bool isLoaded) {
@@ -74,7 +74,7 @@ TEST_CASE("a scene that memory does not suffice for leaves the open one") {
         });
 }
 
-TEST_CASE("a project file that memory does not suffice for leaves the open scene") {
+TEST_CASE("a project file too large for the memory leaves the open scene") {
     FailEachAllocation(
         L"project",
         [](const ScratchFolder& folder) {
@@ -88,7 +88,7 @@ TEST_CASE("a project file that memory does not suffice for leaves the open scene
         });
 }
 
-TEST_CASE("a prefab that memory does not suffice for has no objects") {
+TEST_CASE("a prefab too large for the memory has no objects") {
     Scene objects;
     FailEachAllocation(
         L"a.prefab",
@@ -97,7 +97,7 @@ TEST_CASE("a prefab that memory does not suffice for has no objects") {
         [&objects](bool isLoaded) { CHECK(objects.size() == (isLoaded ? 3 : 0)); });
 }
 
-TEST_CASE("a model that memory does not suffice for leaves the mesh") {
+TEST_CASE("a model too large for the memory is not loaded") {
     FailEachAllocation(
         L"model.obj", [](const ScratchFolder& folder) { ObjectsOf(folder, ""); },
         [](const std::wstring& path) {
@@ -108,7 +108,7 @@ TEST_CASE("a model that memory does not suffice for leaves the mesh") {
         [](bool) {});
 }
 
-TEST_CASE("a Blueprint that memory does not suffice for is one that cannot be read") {
+TEST_CASE("a Blueprint too large for the memory counts as one that cannot be read") {
     FailEachAllocation(
         L"a.blueprint",
         [](const ScratchFolder& folder) {
@@ -125,7 +125,7 @@ TEST_CASE("a Blueprint that memory does not suffice for is one that cannot be re
         });
 }
 
-TEST_CASE("the list of projects needs no memory to leave the program running") {
+TEST_CASE("running out of memory over the list of projects does not end the program") {
     FailEachAllocation(
         L"",
         [](const ScratchFolder& folder) {
@@ -141,7 +141,7 @@ TEST_CASE("the list of projects needs no memory to leave the program running") {
         [](bool) {});
 }
 
-TEST_CASE("an image that memory does not suffice for is not loaded") {
+TEST_CASE("an image too large for the memory is not loaded") {
     const ScratchFolder folder;
     PutFile(folder / L"a.png", PngBytes({400, 400, std::vector<uint32_t>(400 * 400, 0xFF123456)}));
     for (const size_t most : {100'000u, 500'000u}) {  // for no pixels, and for one copy too few
@@ -152,7 +152,7 @@ TEST_CASE("an image that memory does not suffice for is not loaded") {
     CHECK(LoadTextureImage(folder / L"a.png") == 0);
 }
 
-TEST_CASE("a window that memory does not suffice for shows nothing until there is some") {
+TEST_CASE("a window too large for the memory shows nothing until there is enough") {
     ReleaseFrameBuffer();
     headless = HeadlessPlatform{};
     for (int64_t number = 1;; ++number) {
@@ -197,7 +197,7 @@ static bool HoldsWholeProject(const std::wstring& root) {
 
 // By size and not one by one: the file system library of the tests' machine ends the program for want of a
 // few bytes.
-TEST_CASE("a project that memory does not suffice for is not made, and the open one stays") {
+TEST_CASE("if memory runs out no project is made, and the open one stays") {
     size_t made = 0;
     for (size_t most = 2000; most <= 200'000; most += most / 4) {
         CAPTURE(most);
@@ -230,7 +230,7 @@ TEST_CASE("a project that memory does not suffice for is not made, and the open 
     CHECK(made < 20);
 }
 
-TEST_CASE("a large scene that cannot be kept for going back stays open when a project is created") {
+TEST_CASE("a scene too large to be copied stays open when a project is created") {
     const ScratchFolder folder;
     StartHub(folder);
     editorState.scene.assign(2000, GameObject{});
@@ -277,7 +277,7 @@ TEST_CASE("whichever allocation of a save fails, each file is the old one or the
     }
 }
 
-TEST_CASE("a large scene, prefab and Blueprint that memory does not suffice for are not saved and say so") {
+TEST_CASE("a scene, prefab or Blueprint too large for the memory is not saved and says so") {
     const ScratchFolder folder;
     StartProject(folder);
     const std::string before = FileBytes(editorState.scenePath);
@@ -300,7 +300,7 @@ TEST_CASE("a large scene, prefab and Blueprint that memory does not suffice for 
     CHECK(KindOfPath(folder / L"a.blueprint") == PathKind::Missing);
 }
 
-TEST_CASE("a list of files that memory does not suffice for is empty until the next refresh") {
+TEST_CASE("a list of files too large for the memory is empty until the next refresh") {
     const ScratchFolder folder;
     StartProject(folder);
     for (int32_t i = 0; i < 200; ++i) PutFile(FilesIn(folder) + L"\\" + std::to_wstring(i), "");

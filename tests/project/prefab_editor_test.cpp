@@ -30,7 +30,7 @@ static void OpenThePrefab() {
     RenderFrame();
 }
 
-TEST_CASE("a prefab is made from the selected object and all below it") {
+TEST_CASE("a prefab is made from the selected object and everything below it") {
     const ScratchFolder folder;
     StartProject(folder);
     ShowScene({GameObject{.name = L"other"}, GameObject{.name = L"Root"},
@@ -63,7 +63,7 @@ TEST_CASE("without a selected object there is no prefab") {
     CHECK(editorState.fileEntries.size() == 5);
 }
 
-TEST_CASE("a prefab is named after its object, with a number where the name is taken") {
+TEST_CASE("a prefab is named after its object, with a number if the name is taken") {
     struct {
         const wchar_t *object, *first, *second;
     } cases[] = {
@@ -241,7 +241,7 @@ TEST_CASE("a prefab that cannot be read does not open") {
     CHECK(editorState.scene.size() == objects);
 }
 
-TEST_CASE("a prefab without objects opens empty, and is saved so") {
+TEST_CASE("a prefab without objects opens empty and is saved empty") {
     const ScratchFolder folder;
     StartWithPrefab(folder);
     PutFile(PrefabPath(folder), "\xEF\xBB\xBFZELENGINE_PREFAB\t1\r\n");
@@ -297,7 +297,7 @@ TEST_CASE("the first object of an empty prefab is not lost without a question") 
     CHECK(editorState.scene.size() == 1);
 }
 
-TEST_CASE("what goes on after a save is a change again: a held key, a renamed texture") {
+TEST_CASE("a held key or a renamed texture after a save is a new change") {
     const ScratchFolder folder;
     StartWithPrefab(folder);
     OpenThePrefab();

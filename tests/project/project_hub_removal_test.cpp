@@ -32,7 +32,7 @@ TEST_CASE("a project goes into the recycle bin after a question") {
     CHECK(editorState.statusMessage == L"Projekt presunut do kose: " + project);
 }
 
-TEST_CASE("a project that shall not be deleted stays, on the disk and in the list") {
+TEST_CASE("a project stays on the disk and in the list if the answer is No") {
     const ScratchFolder folder;
     DeleteListed(folder, Answer::No);
     CHECK(headless.recycled.empty());
@@ -49,7 +49,7 @@ static void ListChanges() {
 
 static void ListIsEmptied() { editorState.recentProjects.clear(); }
 
-TEST_CASE("a project leaves the list by its path, whatever became of the list in the meantime") {
+TEST_CASE("a project is taken off the list by its path, whatever has become of the list") {
     struct {
         void (*meanwhile)();
         size_t left;
@@ -71,7 +71,7 @@ TEST_CASE("a project leaves the list by its path, whatever became of the list in
     }
 }
 
-TEST_CASE("a project that the system does not take stays in the list") {
+TEST_CASE("a project that the system cannot recycle stays in the list") {
     const ScratchFolder folder;
     StartHub(folder);
     const std::wstring project = folder / L"projects\\Old";

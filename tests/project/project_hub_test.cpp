@@ -152,7 +152,7 @@ TEST_CASE("a project whose folder is gone leaves the list when it is clicked") {
     CHECK(ListFile(folder).find("Third") != std::string::npos);
 }
 
-TEST_CASE("a project stays listed when the user does not leave what is open for it") {
+TEST_CASE("a project stays listed if the user stays with what is open") {
     const ScratchFolder folder;
     StartHub(folder);
     ListProjects(folder, {L"First"});
@@ -183,7 +183,7 @@ TEST_CASE("two clicks before the next frame open no project that was not shown t
     CHECK(editorState.projectRoot == folder / L"projects\\Third");
 }
 
-TEST_CASE("a long list of rubbish, long lines and doubles shows its projects once each") {
+TEST_CASE("a list with rubbish, long lines and duplicates shows each project once") {
     const ScratchFolder folder;
     StartHub(folder);
     for (const wchar_t* name : {L"Game", L"GAME", L"Other"}) {
@@ -233,7 +233,7 @@ TEST_CASE("a right click on a row opens its menu, and elsewhere closes it") {
     CHECK_FALSE(IsDrawn(L"Odebrat ze seznamu"));
 }
 
-TEST_CASE("the project's menu stays 8 pixels inside the window") {
+TEST_CASE("the menu of a project stays 8 pixels inside the window") {
     struct {
         Point opened;
         int32_t width, height;
@@ -272,7 +272,7 @@ TEST_CASE("the items of the project's menu react between their edges, and nothin
     }
 }
 
-TEST_CASE("a click outside the project's menu closes it and goes on to what lies there") {
+TEST_CASE("a click outside the project's menu closes it and reaches what lies there") {
     const ScratchFolder folder;
     StartHub(folder);
     ListProjects(folder, {L"First"});
@@ -319,7 +319,7 @@ TEST_CASE("Ctrl+O and Ctrl+N work in the Hub, Escape ends the program, other key
     CHECK(headless.quitRequested);
 }
 
-TEST_CASE("files dropped on the Hub go nowhere") {
+TEST_CASE("files dropped on the Hub are ignored") {
     const ScratchFolder folder;
     StartHub(folder);
     PutFile(folder / L"a.txt", "a");
@@ -453,7 +453,7 @@ static TextColor ColorOf(const std::wstring& text) {
     return drawn == headless.texts.rend() ? TextColor{} : drawn->color;
 }
 
-TEST_CASE("the Hub opens without a question to drives and servers that may answer late") {
+TEST_CASE("the Hub opens without asking drives and servers that may answer late") {
     const ScratchFolder folder;
     StartHubWithLateDrive(folder, {L"\\\\server\\share\\Far", folder / L"usb\\Game", folder / L"Near"});
     CHECK(fileFaults.lateQuestions == 0);
@@ -492,7 +492,7 @@ TEST_CASE("a project that cannot be reached is greyed and stays, and one that is
     CHECK(ListedNames() == Names{L"Game", L"Far", L"Near"});
 }
 
-TEST_CASE("a project on a late drive that is gone leaves the list with its menu when the answer comes") {
+TEST_CASE("a project that turns out to be gone from a slow drive leaves the list, and its menu closes") {
     const ScratchFolder folder;
     StartHubWithLateDrive(folder, {folder / L"usb\\Gone", folder / L"Near"});
     RightClick(ProjectRow(0));
@@ -518,7 +518,7 @@ TEST_CASE("a window of 1000 pixels has a rail, a narrower one has none") {
     CHECK(LayoutHub(1000, 600, 0).contentLeft == 232);
 }
 
-TEST_CASE("a long list has two columns where each is 200 pixels wide") {
+TEST_CASE("a long list has two columns if each can be 200 pixels wide") {
     // From 36 to 484 - 24 - 12: two columns and the 12 pixels between them are 412 pixels wide.
     const HubLayout narrow = LayoutHub(795, 600, 50), wide = LayoutHub(796, 600, 50);
     const auto isInFirstColumn = [](const Rect& row) { return row.left == 36; };
@@ -534,7 +534,7 @@ TEST_CASE("a long list has two columns where each is 200 pixels wide") {
     CHECK_FALSE(std::ranges::all_of(LayoutHub(796, 600, fitting + 1).rows, isInFirstColumn));
 }
 
-TEST_CASE("a row of the list is there where all of it fits") {
+TEST_CASE("a row of the list is shown if all of it fits") {
     // Rows begin at 168, and the list ends 48 pixels above the window's end: one row needs 70 pixels.
     CHECK(LayoutHub(1360, 285, 3).rows.empty());
     CHECK(LayoutHub(1360, 286, 3).rows.size() == 1 + 1);  // in two columns
@@ -588,7 +588,7 @@ TEST_CASE("the panel of templates is 30 percent of the window, from 280 to 400 p
     for (const auto& [width, panel] : cases) CHECK(Width(LayoutHub(width, 600, 0).templates) == panel);
 }
 
-TEST_CASE("the templates' note is there from a height of 508 pixels on") {
+TEST_CASE("the templates' note is shown from a height of 508 pixels on") {
     const ScratchFolder folder;
     StartHub(folder);
     headless.clientSize = {1360, 507};

@@ -69,7 +69,7 @@ TEST_CASE("a project made twice in one folder gets a number") {
     CHECK(editorState.statusMessage == L"Prazdny projekt vytvoren: " + ProjectIn(folder) + L"_02");
 }
 
-TEST_CASE("the script of a player that stands there is not overwritten") {
+TEST_CASE("an existing player script is not overwritten") {
     const ScratchFolder folder;
     StartHub(folder);
     PutFile(folder / L"projects\\ZelEngineProject\\taken", "");
@@ -117,7 +117,7 @@ TEST_CASE("a cancelled choice of a folder changes nothing") {
     CHECK(headless.prompts.size() == 2);  // and nothing was asked about the scene
 }
 
-TEST_CASE("a changed scene can be kept from being left for another project") {
+TEST_CASE("leaving for another project asks about a changed scene") {
     const ScratchFolder folder;
     StartProject(folder);
     TapKey('G');
@@ -159,7 +159,7 @@ TEST_CASE("whichever step fails, a new project is whole or leaves nothing") {
         });
 }
 
-TEST_CASE("whichever step fails, a new project takes nothing from the one that has its name") {
+TEST_CASE("whichever step fails, a new project leaves the project that has its name alone") {
     FailEachStep(
         [](const ScratchFolder& folder) {
             StartProject(folder);
@@ -193,7 +193,7 @@ TEST_CASE("a full disk leaves nothing of a new project, and the scene that was o
     }
 }
 
-TEST_CASE("a folder that takes nothing gives a message and no project") {
+TEST_CASE("a folder that cannot be written to gives a message and no project") {
     const ScratchFolder folder;
     StartHub(folder);
     PutFile(folder / L"file", "x");
@@ -280,7 +280,8 @@ TEST_CASE("a folder that is no project is refused") {
     CHECK(ContentsOf(folder / L"empty").empty());
 }
 
-TEST_CASE("a folder with Files and no project file opens with the default scene, and is not marked") {
+TEST_CASE(
+    "a folder with Files and no project file opens with the default scene, and saving writes the file") {
     const ScratchFolder folder;
     StartHub(folder);
     PutFolder(folder / L"projects\\Bare\\Files");

@@ -4,7 +4,7 @@
 
 #include <string>
 
-TEST_CASE("a recovery is named by sixteen digits of its scene's path, in upper and lower case the same") {
+TEST_CASE("a recovery is named by sixteen digits made from its scene's path in any case of letters") {
     // FNV-1a of 64 bits over the bytes 65 and 0 of "A", reckoned apart from the program:
     // ((14695981039346656037 xor 65) * p xor 0) * p modulo 2^64, with p = 1099511628211.
     CHECK(RecoveryStem(L"") == L"cbf29ce484222325");
@@ -25,7 +25,7 @@ TEST_CASE("the copy that the user finds is named after the file") {
     CHECK(RecoveredStem(L"C:\\a\\Coin.v2.prefab") == L"Coin.v2_neulozeno");
 }
 
-TEST_CASE("twenty recoveries of together 200 MB stay, and the oldest go first") {
+TEST_CASE("at most twenty recoveries and 200 MB stay, and the oldest go first") {
     std::vector<RecoveryFacts> files;
     for (int64_t i = 0; i < 25; ++i) files.push_back({L"f" + std::to_wstring(i), 10, i});
     CHECK(SurplusRecoveries(files) == std::vector<std::wstring>{L"f0", L"f1", L"f2", L"f3", L"f4"});

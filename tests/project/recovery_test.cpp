@@ -131,7 +131,7 @@ TEST_CASE("a change is written within a minute, not again without another one, a
     CHECK(RecoveryCount(folder) == 0);
 }
 
-TEST_CASE("what is undone needs no recovery any more, nor what the user let go by an answer of No") {
+TEST_CASE("work that was undone, or dropped by answering No, needs no recovery any more") {
     for (const bool isUndone : {true, false}) {
         const ScratchFolder folder;
         StartProject(folder);
@@ -236,7 +236,7 @@ TEST_CASE("two windows keep two recoveries of one scene, and both are found") {
     }
 }
 
-TEST_CASE("a recovery that is older than its scene, or like it, goes without a copy") {
+TEST_CASE("a recovery that is older than its scene, or equal to it, is removed without a copy") {
     for (const bool isLike : {true, false}) {
         const ScratchFolder folder;
         StartProject(folder);
@@ -258,7 +258,7 @@ TEST_CASE("a recovery that is older than its scene, or like it, goes without a c
     }
 }
 
-TEST_CASE("recoveries of another project, and what is none, stay where they are") {
+TEST_CASE("recoveries of another project, and files that are none, stay where they are") {
     const ScratchFolder folder;
     StartProject(folder);
     TapKey('G');
@@ -307,7 +307,7 @@ TEST_CASE("whichever file call fails, the work is in a recovery or in its copy, 
         });
 }
 
-TEST_CASE("a full disk, a missing and a read-only data folder cost no message and nothing that was there") {
+TEST_CASE("a full disk and a missing or read-only data folder cause no message and no loss") {
     const ScratchFolder folder;
     StartProject(folder);
     TapKey('G');

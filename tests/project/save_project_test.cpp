@@ -28,7 +28,7 @@ static void StartWithFiles(const ScratchFolder& folder) {
     PutFolder(folder / L"backup");
 }
 
-TEST_CASE("a project saved under a new folder is a whole copy, and the editor goes on with it") {
+TEST_CASE("saving into a new folder makes a whole copy, and the editor continues with it") {
     const ScratchFolder folder;
     StartWithFiles(folder);
     TapKey('G');
@@ -189,7 +189,7 @@ TEST_CASE("a build is a copy of the project with the program as ZelGame.exe") {
     CHECK(build[L"Files\\Scenes\\Main.scene"] == FileBytes(FilesIn(folder) + L"\\Scenes\\Main.scene"));
 }
 
-TEST_CASE("after a build the editor goes on with its project") {
+TEST_CASE("after a build the editor stays in its project") {
     const ScratchFolder folder;
     StartToBuild(folder);
     OpenFolderNamed(L"scripts");
@@ -243,7 +243,7 @@ TEST_CASE("a build closes the Prefab editor, and stops when it stays open") {
     CHECK(KindOfPath(BuildIn(folder)) == PathKind::Folder);
 }
 
-TEST_CASE("without the program the build stays as a project") {
+TEST_CASE("a build without the program stays as a project") {
     const ScratchFolder folder;
     StartToBuild(folder);
     folderAnswers.executablePath = folder / L"missing.exe";
@@ -254,7 +254,7 @@ TEST_CASE("without the program the build stays as a project") {
     CHECK(KindOfPath(BuildIn(folder) + L"\\ZelGame.exe") == PathKind::Missing);
 }
 
-TEST_CASE("whichever step fails, a build says what is there, and leaves no part of anything") {
+TEST_CASE("whichever step fails, a build says what is there and leaves nothing in part") {
     FailEachStep(
         [](const ScratchFolder& folder) {
             StartToBuild(folder);

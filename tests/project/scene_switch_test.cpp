@@ -334,7 +334,7 @@ TEST_CASE("loading the open scene again is one undo step, which brings back what
     CHECK(editorState.scene.size() == edited.size() - 1);
 }
 
-TEST_CASE("after loading a scene again, undo draws the meshes and textures of before") {
+TEST_CASE("after a scene was loaded again, undo still draws its old meshes and textures") {
     const ScratchFolder folder;
     StartWithTwoScenes(folder);
     PutFile(ModelIn(folder, L"sheet.obj"), kSheet);

@@ -69,7 +69,7 @@ TEST_CASE("the objects' paths follow wherever objects are kept") {
     }
 }
 
-TEST_CASE("only the path itself and what lies below it follows, in upper or lower case") {
+TEST_CASE("only the path itself and paths below it follow, in any case of letters") {
     struct {
         const wchar_t *from, *path, *result;
     } cases[] = {{L"C:\\a", L"C:\\a", L"X"},       {L"C:\\a", L"C:\\a\\b", L"X\\b"},

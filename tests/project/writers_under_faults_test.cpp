@@ -316,7 +316,7 @@ static const std::vector<Writer>& Writers() {
     return writers;
 }
 
-TEST_CASE("on a sound disk every writer changes files and does not speak of failure") {
+TEST_CASE("on a sound disk every writer changes files and reports no failure") {
     for (const Writer& writer : Writers()) {
         CAPTURE(std::string(writer.name));
         CheckSoundRun(writer, RunOnSoundDisk(writer));
