@@ -130,7 +130,7 @@ TEST_CASE("opening a second Blueprint leaves the file of an unchanged first one 
     CHECK(FileBytes(first.path) == "ZELENGINE_BLUEPRINT\t1\n" + std::string(kTwoNodes));
 }
 
-TEST_CASE("when the first cannot be saved a second Blueprint is not opened") {
+TEST_CASE("a second Blueprint does not open while the first cannot be saved") {
     const OpenBlueprint first(kTwoNodes);
     RightClick({800, 600});
     Press({820, 650});
@@ -304,7 +304,7 @@ TEST_CASE("Ctrl+S held down saves once") {
     CHECK(Message() == L"before");
 }
 
-TEST_CASE("behind the Project Hub and in the game the Blueprint screen takes nothing") {
+TEST_CASE("behind the Project Hub and in the game the Blueprint screen takes no input") {
     for (const bool hub : {false, true}) {
         const OpenBlueprint open(kTwoNodes);
         (hub ? editorState.hubVisible : editorState.runtimeMode) = true;
@@ -372,7 +372,7 @@ TEST_CASE("a node stays within the drag limits, also with the pointer outside th
     }
 }
 
-TEST_CASE("a node that is dragged beyond a limit and back comes back") {
+TEST_CASE("a node that was dragged beyond a limit follows the pointer back") {
     const OpenBlueprint open(kTwoNodes);
     Press(kOnFirst);
     Move({-5000, 5000});
@@ -436,7 +436,7 @@ TEST_CASE("a double click is two presses") {
     CHECK(IsOpen());
 }
 
-TEST_CASE("losing the mouse or the focus ends a drag, and the next release saves what it has changed") {
+TEST_CASE("losing the mouse or the focus ends a drag, and the next release saves its changes") {
     for (const bool focus : {false, true}) {
         const OpenBlueprint open(kTwoNodes);
         Press(kOnFirst);
@@ -466,7 +466,7 @@ TEST_CASE("Escape in a drag leaves and lets go of the mouse") {
     CHECK(FileBytes(open.path) == FileOf("NODE\t1\tA\t200\t300\r\nNODE\t2\tB\t150\t120\r\n"));
 }
 
-TEST_CASE("in a drag the right button and another left press start nothing") {
+TEST_CASE("during a drag the right button and another left press do nothing") {
     const OpenBlueprint open(kTwoNodes);
     Press(kOnFirst);
     RightClick({800, 600});
@@ -543,7 +543,7 @@ TEST_CASE("the right button opens the menu on the canvas and closes it elsewhere
     }
 }
 
-TEST_CASE("an item of the menu adds its node behind the others and closes the menu") {
+TEST_CASE("an item of the menu adds its node after the others and closes the menu") {
     constexpr const wchar_t* kTitles[] = {L"Event", L"Print String", L"Branch"};
     for (int32_t item = 0; item < 3; ++item) {
         const OpenBlueprint open("NODE\t9\tA\t1\t2\nNODE\t4\tB\t3\t4\n");
@@ -617,7 +617,7 @@ TEST_CASE("a menu at the edges is pressed where it is drawn") {
     CHECK(PlaceOf(1) == Point{69, 56});
 }
 
-TEST_CASE("an id has its largest value twice rather than none") {
+TEST_CASE("if the largest id is in use, a new node gets it too") {
     const OpenBlueprint open("NODE\t2147483647\tA\t1\t2\n");
     RightClick({500, 300});
     Click({505, 340});
@@ -652,7 +652,7 @@ static const char* Fault() {
     return nullptr;
 }
 
-TEST_CASE("whatever is pressed, the screen stays whole and the file holds what counts as saved") {
+TEST_CASE("whatever is pressed, the screen stays whole and the file matches what counts as saved") {
     constexpr uint32_t kSeed = 20261121;
     CAPTURE(kSeed);
     const OpenBlueprint open(kTwoNodes);

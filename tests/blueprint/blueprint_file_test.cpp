@@ -56,7 +56,7 @@ TEST_CASE("a Blueprint is a header and one line per node, with a mark and CR LF"
     CHECK(SavedBytes(folder, {}) == "\xEF\xBB\xBFZELENGINE_BLUEPRINT\t1\r\n");
 }
 
-TEST_CASE("nodes come back as they were saved, duplicate ids, gaps and unknown titles included") {
+TEST_CASE("nodes are read as they were saved, including duplicate ids, gaps and unknown titles") {
     const ScratchFolder folder;
     const NodeList nodes{{5, L"Branch", 0, 0},
                          {5, L"Teleport", -40, 12},
@@ -70,7 +70,7 @@ TEST_CASE("nodes come back as they were saved, duplicate ids, gaps and unknown t
     CHECK(SavedBytes(folder, expected) != bytes);
 }
 
-TEST_CASE("random documents come back from their files") {
+TEST_CASE("random documents are read as they were saved") {
     const ScratchFolder folder;
     RandomSource random(20261121);
     for (int32_t run = 0; run < 50; ++run) {
@@ -143,7 +143,7 @@ TEST_CASE("magic and version are not checked") {
     }
 }
 
-TEST_CASE("a number is what its field begins with, limited to 32 bits") {
+TEST_CASE("a field's number is what it begins with, limited to 32 bits") {
     const ScratchFolder folder;
     const struct {
         const char* text;
@@ -177,7 +177,7 @@ TEST_CASE("a number is what its field begins with, limited to 32 bits") {
     }
 }
 
-TEST_CASE("marks and line ends of other editors are read") {
+TEST_CASE("byte-order marks and line ends of other editors are read") {
     const ScratchFolder folder;
     const NodeList expected{{1, L"A", 5, 6}, {2, L"B", 7, 8}};
     CHECK(SameNodes(LoadBytes(folder, "\xEF\xBB\xBFNODE\t1\tA\t5\t6\r\nNODE\t2\tB\t7\t8\r\n"), expected));
@@ -187,7 +187,7 @@ TEST_CASE("marks and line ends of other editors are read") {
     CHECK(SameNodes(LoadBytes(folder, "NODE\t1\t\xFF\t5\t6\n"), {{1, L"\xFFFD", 5, 6}}));
 }
 
-TEST_CASE("a file without nodes, a binary one and none at all give the default pair") {
+TEST_CASE("a file without nodes, a binary file and a missing one give the default pair") {
     const ScratchFolder folder;
     LoadBytes(folder, "\xEF\xBB\xBFZELENGINE_BLUEPRINT\t1\r\n");
     CHECK(IsDefaultPair());
@@ -218,7 +218,7 @@ TEST_CASE("a file that cannot be read to its end gives the default pair") {
     FAIL("a load of twenty steps");
 }
 
-TEST_CASE("a line of 2,047 characters is read whole, of a longer one each piece by itself") {
+TEST_CASE("a line of 2,047 characters is read whole, a longer one piece by piece") {
     const ScratchFolder folder;
     const auto line = [](size_t length) {
         const std::string front = "NODE\t1\t", back = "\t5\t6";
@@ -250,7 +250,7 @@ TEST_CASE("a node in a later piece of a long line counts") {
     CHECK(IsDefaultPair());
 }
 
-TEST_CASE("a title that would make its line too long to be read back loses its end") {
+TEST_CASE("a title is cut if its line would be too long to be read back") {
     const ScratchFolder folder;
     for (const size_t length : {2035u, 2036u, 2037u, 5000u}) {
         CAPTURE(length);
@@ -263,7 +263,7 @@ TEST_CASE("a title that would make its line too long to be read back loses its e
     }
 }
 
-TEST_CASE("a cut title keeps no half of a pair") {
+TEST_CASE("a title is never cut within a surrogate pair") {
     const ScratchFolder folder;
     const std::wstring pair{wchar_t(0xD83D), wchar_t(0xDE00)};
     SavedBytes(folder, {{1, std::wstring(2035, L'T') + pair, 5, 6}});
@@ -271,7 +271,7 @@ TEST_CASE("a cut title keeps no half of a pair") {
     CHECK(SameNodes(Nodes(), {{1, std::wstring(2035, L'T'), 5, 6}}));
 }
 
-TEST_CASE("a Blueprint without a path or a place to be written to is not saved") {
+TEST_CASE("a Blueprint without a path, or with one that cannot be written, is not saved") {
     const ScratchFolder folder;
     editorState.blueprintNodes = {{1, L"A", 5, 6}};
     CHECK_FALSE(SaveBlueprint(L""));
@@ -305,7 +305,7 @@ TEST_CASE("a read-only Blueprint is not saved") {
     MakeReadOnly(path, false);
 }
 
-TEST_CASE("a Blueprint of 10,000 nodes comes back") {
+TEST_CASE("a Blueprint of 10,000 nodes is read as it was saved") {
     const ScratchFolder folder;
     NodeList nodes;
     for (int32_t i = 0; i < 10000; ++i) nodes.push_back({i + 1, L"N" + std::to_wstring(i), i, -i});

@@ -30,12 +30,12 @@ TEST_CASE("the canvas lies between palette and details, and stays 290 wide in a 
     }
 }
 
-TEST_CASE("a node is 190 by 82 pixels, from the canvas' corner on") {
+TEST_CASE("a node is 190 by 82 pixels, and places count from the corner of the canvas") {
     CHECK(NodeRect({.x = 0, .y = 0}) == Rect{230, 44, 420, 126});
     CHECK(NodeRect({.x = -300, .y = 500}) == Rect{-70, 544, 120, 626});
 }
 
-TEST_CASE("a node beyond 32 bits of pixels is beyond the canvas") {
+TEST_CASE("a node whose pixels would exceed 32 bits lies beyond the canvas") {
     const Rect canvas = LayoutBlueprint(1360, 820).canvas;
     for (const int32_t far : {INT32_MIN, INT32_MAX}) {
         const Rect across = NodeRect({.x = far, .y = 100}), down = NodeRect({.x = 100, .y = far});
@@ -46,7 +46,7 @@ TEST_CASE("a node beyond 32 bits of pixels is beyond the canvas") {
     }
 }
 
-TEST_CASE("the node under a point is the last that has it, on the canvas only") {
+TEST_CASE("the node under a point of the canvas is the last one there") {
     const BlueprintLayout layout = LayoutBlueprint(1360, 820);
     const std::vector<BlueprintNode> nodes{{.x = 100, .y = 100}, {.x = 150, .y = 120}, {.x = -50, .y = 300}};
     struct {
@@ -81,7 +81,7 @@ TEST_CASE("a link leads across to the middle, down, and across to the next node"
     CHECK(left[2] == Rect{370, 229, 606, 230});
 }
 
-TEST_CASE("a link is cut at the canvas, and its middle is right for the farthest nodes") {
+TEST_CASE("a link is clipped to the canvas, and its middle is right even for the farthest nodes") {
     const Rect canvas{230, 44, 1080, 820};
     const auto isEmpty = [](const Rect& r) { return r.left >= r.right || r.top >= r.bottom; };
     // Above the canvas: only what comes down to the second node is left.
@@ -128,7 +128,7 @@ TEST_CASE("the Add Node menu stays 8 pixels inside the window and below the top 
     CHECK(none.bottom < none.top);
 }
 
-TEST_CASE("a node is added at the menu's corner, within limits of its own") {
+TEST_CASE("a node is added at the corner of the menu, within its own limits") {
     struct {
         int32_t width, height;
         Point corner, place;
@@ -147,7 +147,7 @@ TEST_CASE("a node is added at the menu's corner, within limits of its own") {
     }
 }
 
-TEST_CASE("a dragged node follows the pointer, within limits of its own, from anywhere") {
+TEST_CASE("a dragged node follows the pointer from anywhere, within its own limits") {
     struct {
         int32_t width, height;
         Point pointer, place;

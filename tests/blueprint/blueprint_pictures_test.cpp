@@ -58,7 +58,7 @@ TEST_CASE("one node stands alone, without a link") {
     CHECK(CountOf(kLink) == 2 * 8 * 8);  // its pins
 }
 
-TEST_CASE("three nodes have two links, whatever their places") {
+TEST_CASE("three nodes have two links, wherever they are") {
     StartBlueprint(1100, 600, ThreeNodes());
     CHECK(DrawsGolden("blueprint_three"));
 }
@@ -90,7 +90,7 @@ TEST_CASE("the menu lies over nodes and stays in the window in each corner of th
     CHECK(DrawsGolden("blueprint_menu"));
 }
 
-TEST_CASE("a small window shows what it has room for, and the whole menu") {
+TEST_CASE("a small window shows what fits, and the whole menu") {
     StartBlueprint(300, 200, {{1, L"Event BeginPlay", 10, 20}, {2, L"Branch", 60, 90}});
     CHECK(DrawsGolden("blueprint_small"));
     OpenMenuAt({299, 199});
@@ -116,7 +116,7 @@ TEST_CASE("long titles and paths are shortened, and nodes are cut at the canvas"
     CHECK(DrawsGolden("blueprint_cut"));
 }
 
-TEST_CASE("nothing of nodes, links and texts shows outside the canvas") {
+TEST_CASE("no part of nodes, links and texts shows outside the canvas") {
     struct {
         int32_t width, height;
     } sizes[] = {{1000, 400}, {640, 300}, {300, 200}, {231, 45}, {100, 30}};
@@ -202,7 +202,7 @@ TEST_CASE("leaving out what other nodes hide changes no pixel") {
     }
 }
 
-TEST_CASE("10,000 nodes on one place are drawn as one") {
+TEST_CASE("10,000 nodes in one place are drawn as one") {
     std::vector<BlueprintNode> nodes;
     for (int32_t i = 0; i < 10000; ++i) nodes.push_back({i + 1, L"Event", 100, 100});
     StartBlueprint(1000, 400, std::move(nodes));

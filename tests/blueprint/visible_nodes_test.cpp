@@ -16,13 +16,13 @@ constexpr Rect kCanvas{230, 44, 1080, 820};
 using NodeList = std::vector<BlueprintNode>;
 using VisibleList = std::vector<VisibleNode>;
 
-TEST_CASE("of nodes on one place only the topmost is visible") {
+TEST_CASE("of nodes in one place only the topmost is visible") {
     NodeList nodes;
     for (int32_t i = 0; i < 10000; ++i) nodes.push_back({.id = i + 1, .x = 100, .y = 100});
     CHECK(VisibleNodes(nodes, kCanvas) == VisibleList{{.index = 9999}});
 }
 
-TEST_CASE("nodes apart from each other are all visible, from the lowest to the topmost") {
+TEST_CASE("nodes apart from each other are all visible, listed from the lowest to the topmost") {
     const NodeList nodes{{.x = 10, .y = 10}, {.x = 300, .y = 10}, {.x = 10, .y = 300}};
     CHECK(VisibleNodes(nodes, kCanvas) == VisibleList{{.index = 0}, {.index = 1}, {.index = 2}});
     CHECK(VisibleNodes({}, kCanvas).empty());
@@ -84,7 +84,7 @@ TEST_CASE("a node hides exactly the pixels that it and its shadow fill") {
     CHECK(wrong == 0);
 }
 
-TEST_CASE("what lies outside the area counts as covered, nothing inside at first") {
+TEST_CASE("everything outside the area counts as covered, and at first nothing inside") {
     const CanvasCover cover = StartCover({230, 44, 520, 200});
     CHECK_FALSE(IsCovered(cover, {230, 44, 231, 45}));
     CHECK_FALSE(IsCovered(cover, {519, 199, 520, 200}));
