@@ -35,7 +35,7 @@ static std::vector<int32_t> AllPlainly(const Box& box, int32_t except,
     return all;
 }
 
-TEST_CASE("a tree of boxes finds what a walk over all of them finds, also as they move and more are added") {
+TEST_CASE("a tree of boxes finds what a walk over all boxes finds, even as they move and more are added") {
     RandomSource random(7);
     for (const int32_t count : {0, 1, 4, 5, 40, 300}) {
         std::vector<NumberedBox> boxes;
@@ -68,7 +68,7 @@ TEST_CASE("a tree of boxes finds what a walk over all of them finds, also as the
     }
 }
 
-TEST_CASE("a tree whose boxes all got new places finds what a walk over them finds") {
+TEST_CASE("a tree whose boxes have all moved finds what a walk over them finds") {
     RandomSource random(11);
     for (const int32_t count : {1, 4, 5, 40, 300}) {
         std::vector<NumberedBox> boxes;

@@ -69,14 +69,14 @@ TEST_CASE("only the first object of the target's name is the target") {
     CHECK(editorState.score == 0);
 }
 
-TEST_CASE("a collector never collects itself, and none without a target anything") {
+TEST_CASE("a collector never collects itself, and one without a target collects nothing") {
     StartGame({Collector(L"Collector"), Collector(L"Nobody"), Collector(L""), GameObject{.name = L""}});
     PlayFrame();
     CHECK(editorState.score == 0);
     CHECK(Active() == std::vector<bool>{true, true, true, true});
 }
 
-TEST_CASE("everything below what is collected goes with it") {
+TEST_CASE("everything below a collected object is hidden with it") {
     StartGame({Collector(L"Thing"), Thing(1), {.parentIndex = 4}, {.parentIndex = 0}, {.parentIndex = 1}});
     PlayFrame();
     CHECK(Active() == std::vector<bool>{true, false, false, true, false});
@@ -89,7 +89,7 @@ TEST_CASE("objects in a cycle of parents are hidden together, and the search end
     CHECK(Active() == std::vector<bool>{true, false, false});
 }
 
-TEST_CASE("what was collected is not solid any more, in the same frame") {
+TEST_CASE("a collected object stops being solid in the same frame") {
     GameObject wall = Thing(1.5f);
     wall.hasCollision = true;
     GameObject player{
@@ -125,7 +125,7 @@ TEST_CASE("a collector that touches two instances collects one per frame, the fi
     CHECK(editorState.statusMessage == L"before");
 }
 
-TEST_CASE("an instance is collected from its root on, which may lie far away") {
+TEST_CASE("an instance is collected as a whole from its root, which may lie far away") {
     const ScratchFolder folder;
     const std::wstring coin = folder / L"coin.prefab";
     PutFile(coin, "");
@@ -171,7 +171,7 @@ TEST_CASE(
     CHECK(editorState.statusMessage == L"CollectOnTouch: score +1, sebran objekt Thing");
 }
 
-TEST_CASE("the score is shown by the score text, and counts without one") {
+TEST_CASE("the score is shown in the score text, and counts without one") {
     StartGame({Collector(L"Thing"),
                Thing(1),
                {.name = L"Title", .isText = true},
@@ -184,14 +184,14 @@ TEST_CASE("the score is shown by the score text, and counts without one") {
     CHECK(editorState.score == 1);
 }
 
-TEST_CASE("everything collected is back after the game") {
+TEST_CASE("after the game everything collected is back") {
     StartGame({Collector(L"Thing"), Thing(1)});
     PlayFrame();
     StopPlayMode();
     CHECK(Active() == std::vector<bool>{true, true});
 }
 
-TEST_CASE("setting an object active reaches all below it and nothing else") {
+TEST_CASE("setting an object active reaches everything below it and nothing else") {
     StartGame({{.parentIndex = 2}, {}, {.parentIndex = 1}, {}, {.parentIndex = 7}});
     WorldBoxes boxes;
     SetActiveRecursive(1, false, boxes);
@@ -218,7 +218,7 @@ TEST_CASE("the score is written into the Text whose name or text mentions it, in
     }
 }
 
-TEST_CASE("a Text that only nearly mentions the score is like any other") {
+TEST_CASE("a Text that almost mentions the score is like any other") {
     for (const wchar_t* nearly : {L"Skor", L"Scor", L"S core", L"Sk ore"}) {
         StartWith({{.name = L"Title", .isText = true}, {.name = nearly, .isText = true, .text = nearly}}, 7);
         ShowScore();
@@ -247,7 +247,7 @@ TEST_CASE("without a Text the score is shown nowhere") {
     CHECK(editorState.scene[0].text == L"Text");
 }
 
-TEST_CASE("a game begins at rest, at time 0 and with score 0 on show") {
+TEST_CASE("a game begins at rest, at time 0 and with a score of 0 shown") {
     StartWith({{.name = L"Ball", .velocityY = -4, .velocity{1, 2, 3}}, {.name = L"Score", .isText = true}},
               12);
     editorState.animationTime = 9;

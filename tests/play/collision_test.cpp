@@ -40,7 +40,7 @@ TEST_CASE("a mover stops 0.001 before what it meets, from each side, and loses i
     }
 }
 
-TEST_CASE("a mover slides along a wall with what is left of its way") {
+TEST_CASE("a mover slides along a wall for the rest of its way") {
     StartGame({Solid({}), Solid({2, 0, 0}, {0.5f, 0.5f, 50})});
     Move(0, {3, 0, 3});
     CHECK(Object(0).position.x == doctest::Approx(0.999));
@@ -84,7 +84,7 @@ TEST_CASE("a way of 0.2 units is one step, a longer one is two") {
     }
 }
 
-TEST_CASE("what has no Collision, or is an entity, camera or light, passes through everything") {
+TEST_CASE("an object without Collision, an entity, a camera and a light pass through everything") {
     GameObject plain = Solid({}), entity = plain, camera = plain, light = plain;
     plain.hasCollision = false;
     entity.isEntity = camera.isCamera = light.isLight = true;
@@ -95,7 +95,7 @@ TEST_CASE("what has no Collision, or is an entity, camera or light, passes throu
     }
 }
 
-TEST_CASE("only what is active and has Collision, Shape and a mesh is bumped into") {
+TEST_CASE("only active objects with Collision, Shape and a mesh are solid") {
     GameObject inactive = Solid({2, 0, 0}), passable = inactive, shapeless = inactive, meshless = inactive;
     inactive.active = passable.hasCollision = shapeless.hasShape = false;
     meshless.meshIndex = -1;
@@ -112,7 +112,7 @@ TEST_CASE("only what is active and has Collision, Shape and a mesh is bumped int
     CHECK(Object(0).position.x == doctest::Approx(0.999));
 }
 
-TEST_CASE("a mover without mesh collides with its cube of edge 2") {
+TEST_CASE("a mover without a mesh collides as a cube of edge 2") {
     GameObject mover = Solid({}, {1, 1, 1});
     mover.meshIndex = -1;
     StartGame({mover, Solid({3, 0, 0})});
@@ -147,7 +147,7 @@ TEST_CASE("sideways, an overlap in height below 0.05 does not block") {
     }
 }
 
-TEST_CASE("a mover that starts inside another is put outside, against its way") {
+TEST_CASE("a mover that starts inside another object is put outside, against its way") {
     StartGame({Solid({0, 0, 0}), Solid({0.3f, 0, 0})});
     Move(0, {0.1f, 0, 0});
     CHECK(Object(0).position.x == doctest::Approx(0.3 - 1 - 0.001));
@@ -169,7 +169,7 @@ TEST_CASE("pushes follow each other in scene order") {
     CHECK(Object(0).position.x == doctest::Approx(0.099));
 }
 
-TEST_CASE("a zero way meets nothing, even inside another object") {
+TEST_CASE("a way of zero meets nothing, even inside another object") {
     StartGame({Solid({}), Solid({})});
     Object(0).velocity = {1, 1, 1};
     Move(0, {0, -0.0f, 0});
@@ -192,7 +192,7 @@ TEST_CASE("a parent bumps into its own solid child, which moves along") {
     CHECK(Object(0).position.x == doctest::Approx(0.1 + (0.6 - 1.1 - 0.001)));
 }
 
-TEST_CASE("ways and places that are no numbers, or huge, move without end or harm") {
+TEST_CASE("huge ways and places, and those that are not numbers, do no harm") {
     for (const float odd : {kNotANumber, std::numeric_limits<float>::infinity(), 3e38f, -3e38f}) {
         StartGame({Solid({}), Solid({0, 0, 0})});
         Move(0, {odd, 0, odd});
@@ -204,7 +204,7 @@ TEST_CASE("ways and places that are no numbers, or huge, move without end or har
     }
 }
 
-TEST_CASE("what was moved without Collision is met at its new place in the same pass") {
+TEST_CASE("an object that moved without Collision is met at its new place in the same pass") {
     GameObject child = Solid({2, 0, 0});
     child.parentIndex = 0;
     StartGame({{}, child, Solid({-5, 0, 0})});

@@ -40,7 +40,7 @@ TEST_CASE("W, S, D and A move a player by 4 units a second, ahead, back, right a
     }
 }
 
-TEST_CASE("a player walks as it is turned, and not faster askew") {
+TEST_CASE("a player walks as it is turned, and diagonally no faster") {
     StartGame({Player(1.5707964f)});
     Hold({'W'});
     UpdateFrame(0.05f);
@@ -52,7 +52,7 @@ TEST_CASE("a player walks as it is turned, and not faster askew") {
     CheckPosition(0.2f * std::sin(askew), 0.2f * std::cos(askew));
 }
 
-TEST_CASE("opposite keys, and none, leave a player without Rigidbody where it is") {
+TEST_CASE("opposite keys or none leave a player without Rigidbody where it is") {
     for (const auto& keys : {std::initializer_list<char>{'W', 'S'}, {'A', 'D'}, {'W', 'A', 'S', 'D'}, {}}) {
         StartGame({Player(0.3f)});
         Hold(keys);
@@ -61,7 +61,7 @@ TEST_CASE("opposite keys, and none, leave a player without Rigidbody where it is
     }
 }
 
-TEST_CASE("keys push a body by 22 over its mass, and drag slows it after that") {
+TEST_CASE("keys accelerate a body by 22 over its mass, and then drag slows it down") {
     StartGame({Body(2, 0.5f)});
     Hold({'D'});
     UpdateFrame(0.05f);
@@ -73,7 +73,7 @@ TEST_CASE("keys push a body by 22 over its mass, and drag slows it after that") 
     CHECK(Object(0).velocity.x == doctest::Approx(speed * (1 - 0.05f * 0.5f)));
 }
 
-TEST_CASE("a body lighter than 0.1 is pushed as one of 0.1") {
+TEST_CASE("a body lighter than 0.1 is pushed like one of 0.1") {
     for (const float mass : {0.1f, 0.05f, 0.0f, -1.0f}) {
         StartGame({Body(mass)});
         Hold({'W'});
@@ -94,7 +94,7 @@ TEST_CASE("no body gets faster than 4 units a second, whatever its mass") {
     }
 }
 
-TEST_CASE("a body that was set faster is slowed to 4 in its direction, without a key") {
+TEST_CASE("a faster body is slowed to 4 in its direction, even without a key") {
     StartGame({Body(1)});
     Object(0).velocity = {30, 0, -40};
     UpdateFrame(0.05f);
@@ -117,7 +117,7 @@ TEST_CASE("a player stops at a wall, slides along it, and walks over the floor i
     CHECK(Object(0).position.y == doctest::Approx(1.021));
 }
 
-TEST_CASE("every object with the script is a player, markers too, but inactive ones do not move") {
+TEST_CASE("every object with the script is a player, even a marker, but inactive ones do not move") {
     GameObject camera = Player(), inactive = Player(), other = Player();
     camera.isCamera = true;
     inactive.active = false;
@@ -151,7 +151,7 @@ TEST_CASE("a Rigidbody falls by itself, is damped, and shows its speed as both v
     CHECK(Object(0).position.y == doctest::Approx(-0.49 * 0.9 * 0.05));
 }
 
-TEST_CASE("drag counts from 0 to 5 per second, and stops no more than all of a speed") {
+TEST_CASE("drag counts from 0 to 5 per second, and never reverses a speed") {
     struct {
         float drag, dt, kept;
     } cases[] = {{7, 0.05f, 0.75f}, {5, 0.05f, 0.75f}, {-3, 0.05f, 1}, {0, 0.05f, 1}, {5, 0.5f, 0}};
@@ -258,7 +258,7 @@ TEST_CASE("a pulse overwrites the scale with one around 1") {
     CHECK(Object(0).scale.z == scale);
 }
 
-TEST_CASE("a bounce adds the same to the height in a short frame as in a long one") {
+TEST_CASE("a bounce adds the same height in a short frame as in a long one") {
     StartGame({Animated(2, 2)});
     UpdateFrame(0.05f);
     CHECK(Object(0).position.y == doctest::Approx(1 + 0.01 * std::sin(2 * 0.05 * 4)));

@@ -186,11 +186,11 @@ static void PlayBoth(uint32_t seed, GameSize size) {
     }
 }
 
-TEST_CASE("a game goes as in its plain twin, to the last bit, for 1,000 frames") {
+TEST_CASE("a game runs as in its plain twin, to the last bit, for 1,000 frames") {
     for (uint32_t seed = 1; seed <= 5; ++seed) PlayBoth(seed, {.objects = 16, .frames = 1000});
 }
 
-TEST_CASE("many games go as in their plain twins, to the last bit") {
+TEST_CASE("many games run as in their plain twins, to the last bit") {
     for (uint32_t seed = 100; seed < 200; ++seed) PlayBoth(seed, {.objects = 20, .frames = 20});
 }
 

@@ -29,7 +29,7 @@ TEST_CASE("starting to play resets the game and keeps the edited scene aside") {
     CHECK(editorState.statusMessage == L"Play mode zapnuty: stav sceny byl ulozen.");
 }
 
-TEST_CASE("stopping puts scene, camera, clock and selection back to where the game began") {
+TEST_CASE("stopping puts scene, camera, clock and selection back as they were") {
     StartWithSamples();
     editorState.scene[2].velocityY = -3;
     editorState.animationTime = 12;
@@ -55,7 +55,7 @@ TEST_CASE("stopping puts scene, camera, clock and selection back to where the ga
     CHECK(editorState.statusMessage == L"Edit mode zapnuty: scena obnovena do stavu pred spustenim hry.");
 }
 
-TEST_CASE("after stopping something is selected where there is something") {
+TEST_CASE("after stopping an object is selected if there is one") {
     struct {
         std::initializer_list<int32_t> parents;
         int32_t selected, restored;
@@ -131,7 +131,7 @@ TEST_CASE("stopping without a game does nothing") {
     CHECK(editorState.statusMessage == L"before");
 }
 
-TEST_CASE("what was undone and done in a game leaves no step behind, and the steps before it come back") {
+TEST_CASE("undo and commands during a game leave no step behind, and the earlier steps come back") {
     StartWithSamples();
     addCube();
     addCube();

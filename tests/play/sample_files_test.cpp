@@ -28,7 +28,7 @@ static const SampleFiles kSamples[] = {
     {L"Harvest", {L"Main.scene"}, {L"Apple.prefab", L"Snail.prefab", L"Mushroom.prefab"}},
 };
 
-TEST_CASE("whatever the scenes of the samples name is there") {
+TEST_CASE("everything that the samples' scenes refer to exists") {
     for (const SampleFiles& sample : kSamples) {
         OpenSample(sample.project);
         for (const std::wstring& scene : sample.scenes) {
@@ -45,7 +45,7 @@ TEST_CASE("whatever the scenes of the samples name is there") {
     }
 }
 
-TEST_CASE("the prefabs placed in the samples are what their files hold, but for name, place and turn") {
+TEST_CASE("the prefabs placed in the samples match their files, except for name, place and rotation") {
     for (const SampleFiles& sample : kSamples) {
         OpenSample(sample.project);
         for (const std::wstring& scene : sample.scenes) {

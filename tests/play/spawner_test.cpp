@@ -55,7 +55,7 @@ TEST_CASE("the first ten spots follow from the generator's first state, in every
     }
 }
 
-TEST_CASE("starting another game goes on with the generator where it was") {
+TEST_CASE("another game continues the random sequence where it was") {
     const ScratchFolder folder;
     StartSpawning(folder, {Spawner(PutPrefab(folder, L"coin.prefab", {Coin()}))});
     PlayFrame();
@@ -91,7 +91,7 @@ TEST_CASE("while an instance stands on the spawner, or just above or beside it, 
     CHECK(ObjectCount() == 3);
 }
 
-TEST_CASE("an instance that was collected makes place for the next, at another spot") {
+TEST_CASE("a collected instance makes room for the next one, at another spot") {
     const ScratchFolder folder;
     const std::wstring coin = PutPrefab(folder, L"coin.prefab", {Coin()});
     GameObject collector{.position{10, 2, -3},
@@ -109,7 +109,7 @@ TEST_CASE("an instance that was collected makes place for the next, at another s
     CHECK(Object(2).position != Object(3).position);
 }
 
-TEST_CASE("a spawned object is a copy of the prefab that is not selected, nor an undo step") {
+TEST_CASE("a spawned object is a copy of the prefab; it is not selected and makes no undo step") {
     const ScratchFolder folder;
     const std::wstring coin =
         PutPrefab(folder, L"coin.prefab", {Coin(), {.name = L"Rim", .parentIndex = 0, .velocityY = -4}});
@@ -135,7 +135,7 @@ TEST_CASE("inactive spawners, and those without Shape, spawn nothing and say not
     CHECK(editorState.statusMessage == L"before");
 }
 
-TEST_CASE("without its file a spawner takes the first prefab of the project that is there") {
+TEST_CASE("a spawner whose prefab is missing takes the first one that exists in the project") {
     const ScratchFolder folder;
     const std::wstring coin = PutPrefab(folder, L"coin.prefab", {Coin()});
     const std::wstring gem = PutPrefab(folder, L"gem.prefab", {Coin()});
@@ -194,7 +194,7 @@ TEST_CASE("a prefab without objects spawns nothing, one with missing files spawn
     CHECK(editorState.statusMessage == L"PlanePrefabSpawner: spawned bare.prefab");
 }
 
-TEST_CASE("what is spawned acts in the same frame, because it lies behind the spawner") {
+TEST_CASE("a spawned object acts in the same frame, because it stands after the spawner") {
     const ScratchFolder folder;
     GameObject falling = Coin();
     falling.hasGravitation = true;

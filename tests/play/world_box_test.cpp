@@ -30,7 +30,7 @@ TEST_CASE("the box of a turned cube grows to hold its edges") {
     CheckBox(WorldBox(0), {-1.4142136f, -1, -1.4142136f}, {1.4142136f, 1, 1.4142136f});
 }
 
-TEST_CASE("without Shape or mesh the box is that of a cube of edge 2") {
+TEST_CASE("without a Shape or a mesh the box is that of a cube of edge 2") {
     StartGame({{.position{5, 0, 0}, .meshIndex = kGroundMesh, .hasShape = false},
                {.position{5, 0, 0}},
                {.position{5, 0, 0}, .meshIndex = 99},
