@@ -32,7 +32,7 @@ TEST_CASE("an inverted or empty rectangle draws nothing") {
     CHECK(CountOf(kFill) == 0);
 }
 
-TEST_CASE("a rectangle is cut at the buffer's edges and not at the viewport's") {
+TEST_CASE("a rectangle is clipped to the buffer and not to the viewport") {
     StartPicture(10, 8, kBack);
     frameBuffer.viewport = {3, 3, 5, 5};
     FillRect({-100, -100, 2, 2}, kFill);
@@ -50,7 +50,7 @@ TEST_CASE("clearing fills every pixel and makes every depth far") {
     CHECK(frameBuffer.depth == std::vector<float>(35, 1.0f));
 }
 
-TEST_CASE("resizing to one pixel and back makes the buffer anew both times, with every depth far") {
+TEST_CASE("resizing to one pixel and back makes a new buffer both times, with every depth far") {
     StartPicture(40, 30, kBack);
     const int32_t made = headless.canvasesMade;
     frameBuffer.depth[5] = 0.5f;
@@ -109,7 +109,7 @@ TEST_CASE("text reaches the system with its place, colour, height and weight unc
     CHECK(headless.texts[0] == DrawnText{3, 4, L"Ahoj", TextColor{0x78E2FF}, 16, 600});
 }
 
-TEST_CASE("a released frame buffer is as one that never had a size") {
+TEST_CASE("a released frame buffer is like one that never had a size") {
     StartPicture(50, 20);
     frameBuffer.viewport = {1, 2, 3, 4};
     DrawText(0, 0, L"a", TextColor{0}, 13, 400);

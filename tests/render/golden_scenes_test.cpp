@@ -127,7 +127,7 @@ TEST_CASE(
     CHECK(DrawsTheGoldenPicture("surfaces", {stretched, repeated, tinted, tintedTexture, plain, flat}));
 }
 
-TEST_CASE("spheres, capsules and cylinders are round, plain, outlined, tinted and with a picture on them") {
+TEST_CASE("spheres, capsules and cylinders look round, whether plain, outlined, tinted or textured") {
     // Without gloss no pow has a part in it.
     const MeshDraw frame{.eye{0, 0, 0}, .light = kSunFromBehind, .viewProjection = kOriginView, .gloss = 0};
     const BuiltinMesh round[] = {kSphereMesh, kCapsuleMesh, kCylinderMesh};

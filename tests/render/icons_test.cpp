@@ -25,7 +25,7 @@ static void StartBeside(const ScratchFolder& folder) {
     folderAnswers.workingFolder = folder / L"work";
 }
 
-TEST_CASE("the icons beside the executable are taken before those in the working folder") {
+TEST_CASE("icons beside the executable are preferred to those in the working folder") {
     const ScratchFolder folder;
     StartBeside(folder);
     for (const wchar_t* name : kNames) {
@@ -42,7 +42,7 @@ TEST_CASE("the icons beside the executable are taken before those in the working
     CHECK(headless.windowIcon == folder / L"program\\assets\\pe.png");
 }
 
-TEST_CASE("without a folder beside the executable the working folder's icons are taken") {
+TEST_CASE("without a folder beside the executable the icons of the working folder are used") {
     const ScratchFolder folder;
     StartBeside(folder);
     PutFile(folder / L"work\\assets\\light.png", "x");

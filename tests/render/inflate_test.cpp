@@ -30,7 +30,7 @@ static std::string Pattern() {
     return bytes;
 }
 
-TEST_CASE("a stream gives back what was compressed, stored or with either kind of codes") {
+TEST_CASE("a stream unpacks to what was compressed: stored, with fixed codes and with its own") {
     std::string bytes;
     CHECK(Inflate(kStored, kText.size(), bytes));
     CHECK(bytes == kText);
@@ -40,7 +40,7 @@ TEST_CASE("a stream gives back what was compressed, stored or with either kind o
     CHECK(bytes == Pattern());
 }
 
-TEST_CASE("a stream of another length than expected is refused") {
+TEST_CASE("a stream that does not have the expected length is refused") {
     std::string bytes;
     for (const std::string& stream : {kStored, kFixed}) {
         for (const size_t size : {size_t{0}, kText.size() - 1, kText.size() + 1, size_t{1} << 20}) {
@@ -154,7 +154,7 @@ static std::string StreamOfCopy(std::string_view before, uint32_t lengthSymbol, 
     return stream.bytes;
 }
 
-TEST_CASE("every symbol of a length and of a distance copies as many bytes from as far as it says") {
+TEST_CASE("every length symbol copies that many bytes, and every distance symbol from that far back") {
     std::string before;
     uint32_t random = 1;
     while (before.size() < 40000) {

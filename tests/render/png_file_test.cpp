@@ -37,7 +37,7 @@ TEST_CASE("the program's icons are the pixels that another decoder reads") {
     }
 }
 
-TEST_CASE("any picture comes back pixel by pixel") {
+TEST_CASE("any picture is read back pixel by pixel") {
     for (uint32_t seed = 1; seed <= 60; ++seed) {
         CAPTURE(seed);
         const auto width = static_cast<int32_t>(1 + seed * 7 % 50),
@@ -66,7 +66,7 @@ TEST_CASE("a picture that is cut short or changed in one byte is refused and cha
     CHECK(image.argb == before.argb);
 }
 
-TEST_CASE("what is no plain PNG of four channels is left to the system") {
+TEST_CASE("a file that is not a plain PNG of four channels is left to the system") {
     const TestImage picture = RandomImage(6, 6, 3);
     DecodedImage image;
     CHECK_FALSE(ReadPngFile("", image));

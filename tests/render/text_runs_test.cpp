@@ -60,7 +60,7 @@ TEST_CASE("a cached text can stand anywhere on its background, but not hang over
     }
 }
 
-TEST_CASE("each string, colour, height, weight and background is a text of its own") {
+TEST_CASE("each string, colour, height, weight and background is cached separately") {
     StartTexts();
     DrawHello();
     DrawHello();
@@ -75,7 +75,7 @@ TEST_CASE("each string, colour, height, weight and background is a text of its o
     CHECK(SystemTexts([] { DrawHello(); }) == 1);
 }
 
-TEST_CASE("over more than one colour the system draws, wherever the other colour lies under the text") {
+TEST_CASE("the system draws a text over more than one colour, wherever the other colour lies") {
     StartTexts();
     DrawHello();
     DrawHello();
@@ -107,7 +107,7 @@ TEST_CASE("a text in its background's colour is cached with its real extent") {
     CHECK(SystemTexts(draw) == 1);
 }
 
-TEST_CASE("what the system leaves in the fourth byte of a pixel makes no difference") {
+TEST_CASE("the fourth byte of a pixel makes no difference") {
     StartTexts();
     DrawHello();
     for (int32_t i = 0; i < 300 * 100; ++i) frameBuffer.pixels[i] = Pixel{0xAB251F1Cu};
@@ -131,7 +131,7 @@ TEST_CASE("a text that the platform cannot draw beside the canvas is always draw
     for (int32_t i = 0; i < 4; ++i) CHECK(SystemTexts([] { DrawHello(); }) == 1);
 }
 
-TEST_CASE("an empty text and one of a thousand letters do no harm") {
+TEST_CASE("an empty text and one of a thousand letters are drawn without harm") {
     StartTexts();
     for (int32_t i = 0; i < 3; ++i) {
         DrawText(20, 20, L"", kInk, 15, kNormal);

@@ -16,7 +16,7 @@ TEST_CASE("yaw 0 looks along z, a quarter turn along x, and a positive pitch loo
     CHECK(CameraForward(0, 0.5f).y == doctest::Approx(std::sin(0.5)));
 }
 
-TEST_CASE("the view puts right at x, up at y and ahead at z") {
+TEST_CASE("in the view x runs right, y up and z ahead") {
     const Matrix4 view = ViewMatrix({{1, 2, 3}, 0, 0});
     CHECK(TransformPoint(view, {1, 2, 3}) == Vec3{0, 0, 0});
     CHECK(TransformPoint(view, {2, 2, 3}) == Vec3{1, 0, 0});
@@ -24,7 +24,7 @@ TEST_CASE("the view puts right at x, up at y and ahead at z") {
     CHECK(TransformPoint(view, {1, 2, 8}) == Vec3{0, 0, 5});
 }
 
-TEST_CASE("a turned view still measures ahead as z") {
+TEST_CASE("in a turned view z still runs ahead") {
     const CameraPose camera{{0, 4, -10}, 0.7f, -0.24f};
     const Vec3 ahead = camera.position + CameraForward(camera.yaw, camera.pitch) * 5;
     const Vec3 seen = TransformPoint(ViewMatrix(camera), ahead);

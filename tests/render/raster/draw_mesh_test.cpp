@@ -143,7 +143,7 @@ TEST_CASE("a triangle behind the camera is not drawn, one across the near plane 
     CHECK(PixelAt(30, 20) == Pixel{0});  // above the horizon
 }
 
-TEST_CASE("a triangle with a corner beyond the depth range vanishes whole") {
+TEST_CASE("a triangle with a corner beyond the depth range is not drawn at all") {
     StartPicture(60, 60);
     const MeshDraw draw = LookingAhead();
     DrawMesh(FrontTriangle({-5, -5, 50}, {5, -5, 50}, {0, 5, 50}), draw, frameBuffer);
@@ -222,7 +222,7 @@ TEST_CASE("the outline of a selected object shows through what stands before it"
     CHECK(CountOf(Pixel{0x56D6FF}) > 20);
 }
 
-TEST_CASE("an outline edge with one end behind the camera vanishes whole") {
+TEST_CASE("an outline edge with one end behind the camera is not drawn at all") {
     StartPicture(60, 60);
     MeshDraw draw = LookingAhead();
     draw.selected = true;
@@ -286,7 +286,7 @@ TEST_CASE("a repeated texture counts a world scale as at least 0.001") {
     CHECK(RunsOf(Pixel{0x001E00}) == 4);  // 8000 * 0.001 / 2
 }
 
-TEST_CASE("a face whose first corner lies at the eye turns nothing to it") {
+TEST_CASE("a face whose first corner lies at the eye is not drawn") {
     const Mesh mesh = FrontTriangle({-1, -1, 5}, {1, -1, 5}, {0, 1, 5});
     StartPicture(60, 60);
     MeshDraw draw = LookingAhead();

@@ -69,7 +69,7 @@ static TextureImage Image(int32_t width, int32_t height) {
     return image;
 }
 
-TEST_CASE("u runs to the right and v upwards, the last column and the bottom row only at the very end") {
+TEST_CASE("u runs right and v up, and the last column and the bottom row show only at the very end") {
     const TextureImage image = Image(4, 3);
     struct {
         float u, v;
@@ -109,7 +109,7 @@ TEST_CASE("texture coordinates that are not numbers or are infinite pick a texel
     CHECK(SampleTexture(image, nan, nan, true) == Pixel{12});  // as 0, 0
 }
 
-TEST_CASE("the faces of a list have the same cosines to eye and light together as alone, bit for bit") {
+TEST_CASE("faces have the same cosines with eye and light together as alone, bit for bit") {
     constexpr uint32_t kSeed = 5772;
     INFO("seed ", kSeed);
     RandomSource random(kSeed);

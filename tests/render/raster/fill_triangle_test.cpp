@@ -50,7 +50,7 @@ static TextureImage RandomImage(RandomSource& random) {
     return image;
 }
 
-TEST_CASE("every fill gives the pixels and depths of the plain one on random triangles, bit for bit") {
+TEST_CASE("every fill gives the pixels and depths of the plain renderer on random triangles, bit for bit") {
     constexpr uint32_t kSeed = 20240611;
     INFO("seed ", kSeed);
     for (SimdLevel level : TestedLevels()) {
@@ -95,7 +95,7 @@ TEST_CASE("every fill gives the pixels and depths of the plain one on random tri
     }
 }
 
-TEST_CASE("texture coordinates beyond any image are the same in every fill") {
+TEST_CASE("every fill treats texture coordinates beyond the image alike") {
     RandomSource random(5);
     for (float scale : {1e3f, 1e9f, 3e38f}) {
         for (bool repeat : {false, true}) {
@@ -131,7 +131,7 @@ TEST_CASE("a side of 2^24 texels and more is never read past its end") {
     }
 }
 
-TEST_CASE("a triangle covers the pixels whose centres it holds, edges included, in both windings") {
+TEST_CASE("a triangle covers the pixels whose centres lie inside, edges included, in both windings") {
     for (bool reversed : {false, true}) {
         StartPicture(10, 10);
         Corners corners{{{1.5f, 1.5f, 0.5f, 1}, {6.5f, 1.5f, 0.5f, 1}, {1.5f, 6.5f, 0.5f, 1}}};
@@ -155,7 +155,7 @@ TEST_CASE("of two triangles that share an edge at the same depth, the first keep
     CHECK(CountOf(kRed) + CountOf(kGreen) == 81);
 }
 
-TEST_CASE("only what is strictly nearer is drawn, and depths below 0 or beyond 1 never are") {
+TEST_CASE("only strictly nearer pixels are drawn, and never at depths below 0 or beyond 1") {
     StartPicture(4, 4);
     const auto fillAt = [](float depth, Pixel color) {
         FillTriangle({{{0, 0, depth, 1}, {20, 0, depth, 1}, {0, 20, depth, 1}}}, color, frameBuffer);
@@ -348,7 +348,7 @@ static bool IsInside(const Corners& c, int32_t x, int32_t y) {
     return inside;
 }
 
-TEST_CASE("the columns that a row looks at hold every covered pixel") {
+TEST_CASE("the columns found for a row contain every covered pixel") {
     constexpr Rect kBox{0, 0, 64, 48};
     for (SimdLevel level : TestedLevels()) {
         CAPTURE(NameOf(level));

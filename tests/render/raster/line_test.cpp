@@ -115,7 +115,7 @@ TEST_CASE("a line with both ends beyond the same side draws nothing") {
     CHECK(CountOf(kLine) == 0);
 }
 
-TEST_CASE("a line is cut 64 pixels outside the viewport, and not before") {
+TEST_CASE("a line is clipped 64 pixels outside the viewport, and not before") {
     // An end 64 pixels outside stays. One pixel farther it is cut, and the other coordinate, moved by less
     // than a pixel, stays as it was: the line from there takes other pixels than the whole one.
     struct {
@@ -136,7 +136,7 @@ TEST_CASE("a line is cut 64 pixels outside the viewport, and not before") {
     }
 }
 
-TEST_CASE("a horizontal line cut at either end still draws") {
+TEST_CASE("a horizontal line is still drawn when either end is clipped") {
     StartPicture(20, 20);
     DrawLine({-5000, 7}, {5000, 7}, kLine, frameBuffer);
     CHECK(CountOf(kLine) == 20);
@@ -144,7 +144,7 @@ TEST_CASE("a horizontal line cut at either end still draws") {
     CHECK(IsLine(19, 7));
 }
 
-TEST_CASE("a vertical line across the top and the bottom still draws") {
+TEST_CASE("a vertical line across the top and the bottom is still drawn") {
     StartPicture(20, 20);
     DrawLine({7, -5000}, {7, 5000}, kLine, frameBuffer);
     CHECK(CountOf(kLine) == 20);
@@ -152,7 +152,7 @@ TEST_CASE("a vertical line across the top and the bottom still draws") {
     CHECK(IsLine(7, 19));
 }
 
-TEST_CASE("cut ends lie where the quotient, truncated, puts them") {
+TEST_CASE("clipped ends lie where the truncated quotient puts them") {
     struct {
         LineSegment line, cut;
     } cases[] = {
@@ -174,7 +174,7 @@ TEST_CASE("cut ends lie where the quotient, truncated, puts them") {
     }
 }
 
-TEST_CASE("ends as far apart as integers allow neither overflow nor hang") {
+TEST_CASE("a line between the farthest integers neither overflows nor hangs") {
     StartPicture(64, 64);
     const int32_t far[] = {INT32_MIN, -100000, 0, 32, 100000, INT32_MAX};
     for (int32_t x0 : far) {
@@ -187,7 +187,7 @@ TEST_CASE("ends as far apart as integers allow neither overflow nor hang") {
     CHECK(IsLine(32, 32));
 }
 
-TEST_CASE("random lines take the pixels next to the exact line, those in the viewport") {
+TEST_CASE("random lines take the pixels next to the exact line, as far as they lie in the viewport") {
     constexpr uint32_t kSeed = 7;
     INFO("seed ", kSeed);
     std::mt19937 random(kSeed);

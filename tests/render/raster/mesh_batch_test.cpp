@@ -142,7 +142,7 @@ TEST_CASE("of two faces of one mesh at the same depth the first is visible in a 
     }
 }
 
-TEST_CASE("a frame knows nothing of the owners of the frame before, nor of those of another size") {
+TEST_CASE("a frame starts without the owners of the frame before, also at another size") {
     for (SimdLevel level : TestedLevels()) {
         StartFrame(level);
         std::vector<MeshInstance> batch = FarToNear(Meshes()[kCubeMesh], 0xFF0000);
@@ -158,7 +158,7 @@ TEST_CASE("a frame knows nothing of the owners of the frame before, nor of those
     }
 }
 
-TEST_CASE("what was drawn hides what comes later from being set up") {
+TEST_CASE("what was drawn bounds the depths that can still be seen") {
     StartFrame(BestSimdLevel());
     MeshDraw wall = FrameAt({0, 0, -5});
     wall.world = LocalMatrix({0, 0, 2}, {}, {90, 90, 0.1f});

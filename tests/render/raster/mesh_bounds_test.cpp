@@ -53,7 +53,7 @@ TEST_CASE("a mesh that lies beside the view shows no pixel") {
     CHECK(shown > 500);
 }
 
-TEST_CASE("what is behind the eye or far to a side lies beside the view, what is ahead does not") {
+TEST_CASE("a mesh behind the eye or far to a side is beside the view, one ahead is not") {
     const Mesh cube = BuildBuiltinMeshes()[kCubeMesh];
     const auto isBeside = [&cube](float x, float y, float z) {
         return IsBesideView(
@@ -100,7 +100,7 @@ TEST_CASE("a mesh of faces too small to be drawn is invisible, one of faces a li
     CHECK(shown > 1000);
 }
 
-TEST_CASE("a mesh that is said to miss a pixel does not draw it") {
+TEST_CASE("a mesh that is found to miss a pixel does not draw it") {
     constexpr uint32_t kSeed = 8128;
     INFO("seed ", kSeed);
     RandomSource random(kSeed);

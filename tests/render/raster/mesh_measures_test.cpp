@@ -32,7 +32,7 @@ TEST_CASE("every measured mesh has an identity of its own, which its copies shar
     CHECK(copy.measures.identity == a.measures.identity);
 }
 
-TEST_CASE("a mesh without triangles or vertices is measured as nothing") {
+TEST_CASE("a mesh without triangles or vertices has no planes and no reach") {
     Mesh mesh;
     MeasureMesh(mesh);
     CHECK(mesh.measures.offset.empty());

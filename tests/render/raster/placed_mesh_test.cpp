@@ -43,7 +43,7 @@ static void CheckSameExtent(const MeshVertices& a, const MeshVertices& b) {
     REQUIRE((p.left == q.left && p.top == q.top && p.right == q.right && p.bottom == q.bottom));
 }
 
-TEST_CASE("every level transforms vertices to the same bits, whatever their numbers") {
+TEST_CASE("every level transforms vertices to the same bits, whatever their number and values") {
     constexpr uint32_t kSeed = 411;
     INFO("seed ", kSeed);
     RandomSource random(kSeed);
@@ -77,7 +77,7 @@ TEST_CASE("every level transforms vertices to the same bits, whatever their numb
     CHECK(seen > 10'000);
 }
 
-TEST_CASE("a vertex between the eye and the near plane has no place") {
+TEST_CASE("a vertex between the eye and the near plane is not plain") {
     const Mesh mesh{{{{0, 0, 0.09995f}, {}}, {{0, 0, 5}, {}}, {{0, 0, -5}, {}}}, {}};
     MeshVertices vertices;
     TransformVertices(mesh.vertices, {{}, ProjectionMatrix(10, 10), {0, 0, 10, 10}}, SimdLevel::OneLane,
@@ -150,7 +150,7 @@ TEST_CASE("an edge that rises by more than 0.000001 is cut where it meets the pl
     CHECK(polygon.vertices[1].position.x == 4);  // half way
 }
 
-TEST_CASE("coordinates that are not a number leave nothing that could be filled by accident") {
+TEST_CASE("coordinates that are not numbers leave nothing that could be filled by accident") {
     const float nan = std::numeric_limits<float>::quiet_NaN();
     const ClippedPolygon polygon = ClipTriangle({At(0, nan), At(1, nan), At(2, nan)});
     CHECK(polygon.count == 0);

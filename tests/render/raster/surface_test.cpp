@@ -39,7 +39,7 @@ static Rect TilesAround(const Rect& rect, const Rect& area) {
             up(rect.bottom, area.top, kTileHeight, area.bottom)};
 }
 
-TEST_CASE("depths cleared by tiles are those of a buffer cleared whole, and none lies beyond the farthest") {
+TEST_CASE("depths cleared by tiles match those of a buffer cleared whole, and none exceeds the farthest") {
     constexpr uint32_t kSeed = 2718;
     INFO("seed ", kSeed);
     RandomSource random(kSeed);

@@ -68,7 +68,7 @@ static Vec3 EyeNearFace(RandomSource& random, const Mesh& mesh, const Matrix4& w
     return a + along * (1 + random.Between(-1e-6f, 1e-6f));
 }
 
-TEST_CASE("no face that is drawn is left out for its plane, whatever the matrix, and levels agree") {
+TEST_CASE("no face that is drawn is left out because of its plane, whatever the matrix, and levels agree") {
     constexpr uint32_t kSeed = 31415;
     INFO("seed ", kSeed);
     RandomSource random(kSeed);
@@ -107,7 +107,7 @@ TEST_CASE("a sphere shows less than half of its faces, and a cube at most three 
     }
 }
 
-TEST_CASE("a mirrored mesh shows the faces that would turn away") {
+TEST_CASE("a mirrored mesh shows the faces that would otherwise turn away") {
     const Mesh cube = BuildBuiltinMeshes()[kCubeMesh];
     const Matrix4 mirror = LocalMatrix({}, {}, {1, 1, -1});
     // The mirrored front lies at z = -1 and is seen from inside; the back at z = 1 looks at the eye.
@@ -115,7 +115,7 @@ TEST_CASE("a mirrored mesh shows the faces that would turn away") {
           std::vector<uint32_t>{0, 1, 4, 5, 6, 7, 8, 9, 10, 11});
 }
 
-TEST_CASE("nothing is left out of a mesh that is flat or was not measured") {
+TEST_CASE("no face is left out of a mesh that is flat or was not measured") {
     Mesh cube = BuildBuiltinMeshes()[kCubeMesh];
     CHECK(FrontFaces(cube, LocalMatrix({}, {}, {1, 0, 1}), {3, 4, -9}, SimdLevel::OneLane).size() == 12);
     CHECK(
@@ -136,7 +136,7 @@ static void CheckIsListed(std::array<Vec3, 3> corners, float meshScale, float wo
     for (SimdLevel level : TestedLevels()) CHECK(FrontFaces(mesh, world, {}, level).size() == 1);
 }
 
-TEST_CASE("nothing is left out where products overflow or vanish") {
+TEST_CASE("no face is left out if products overflow or vanish") {
     CheckIsListed({{{0, 2, -2}, {0, 0, 2}, {-2, -2, 1}}}, 3e12f, 1 / 3e12f, {-1, -2, 5});
     CheckIsListed({{{-2, 2, -2}, {-2, 1, -1}, {0, -1, -1}}}, 1e-14f, 1e14f, {-2, -1, 5});
 }
@@ -147,7 +147,7 @@ TEST_CASE("a mesh that grew after it was measured is drawn whole") {
     CHECK(FrontFaces(cube, {}, {3, 4, -9}, BestSimdLevel()).size() == 24);
 }
 
-TEST_CASE("the bound on rounding goes with the size of the mesh and of its place, to the last bit") {
+TEST_CASE("the bound on rounding scales with the mesh and its distance, to the last bit") {
     // A power of two changes no digit. A plane's product with the eye has three lengths in it.
     const std::vector<Mesh> library = BuildBuiltinMeshes();
     for (const Mesh& plain : library) {

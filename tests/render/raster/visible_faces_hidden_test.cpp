@@ -75,7 +75,7 @@ static float LeastDepthDrawn(const Mesh& mesh, const MeshDraw& draw) {
     return *std::ranges::min_element(frameBuffer.depth);
 }
 
-TEST_CASE("a mesh behind what was drawn gives the plain renderer's picture, however near behind it lies") {
+TEST_CASE("a mesh behind what was drawn gives the plain renderer's picture, however close behind it is") {
     constexpr uint32_t kSeed = 271;
     INFO("seed ", kSeed);
     RandomSource random(kSeed);
@@ -122,7 +122,7 @@ static size_t FrontsOfSphere(float distance, float farthest) {
     return FindFrontFaces(sphere, eye, BestSimdLevel(), fronts);
 }
 
-TEST_CASE("of a sphere well behind a wall hardly a face is looked at, before it every front face") {
+TEST_CASE("hardly a face of a sphere well behind a wall is looked at, but all front faces of one in front") {
     const auto depthAt = [](float distance) { return 1.001001f - 0.1001001f / distance; };
     CHECK(FrontsOfSphere(20, depthAt(5)) <= 12);
     CHECK(FrontsOfSphere(20, depthAt(15)) <= 40);

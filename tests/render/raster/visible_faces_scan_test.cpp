@@ -91,7 +91,7 @@ static Rect DrawnBox(const Mesh& mesh, size_t triangle, const MeshDraw& draw) {
     return box;
 }
 
-TEST_CASE("a face that the scan leaves out has no visible pixel, and the others only pixels of their boxes") {
+TEST_CASE("a face that the scan leaves out has no visible pixel, and others have none outside their boxes") {
     constexpr uint32_t kSeed = 90210;
     INFO("seed ", kSeed);
     RandomSource random(kSeed);
@@ -158,7 +158,7 @@ TEST_CASE("a face is left out as hidden only if every pixel that it would draw l
     CHECK(hidden > 2'000);
 }
 
-TEST_CASE("a face that is not thin is left out from a hundred thousandth of its depth behind on") {
+TEST_CASE("a face that is not thin is left out if it lies a hundred thousandth of its depth behind") {
     const Mesh mesh{{{{-50, -50, 300}, {}}, {{-50, 200, 300}, {}}, {{200, -50, 300}, {}}}, {{0, 1, 2}}};
     const MeshDraw draw = OntoPixels();
     const float depth = TransformToClip(draw.viewProjection, mesh.vertices[0].position).z;
