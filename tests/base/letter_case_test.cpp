@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string>
 
-TEST_CASE("letters of every script have their capitals") {
+TEST_CASE("letters of every script become capitals") {
     struct {
         const wchar_t *small, *capital;
     } cases[] = {
@@ -28,7 +28,7 @@ TEST_CASE("letters of every script have their capitals") {
     }
 }
 
-TEST_CASE("what has no capital of its own stays") {
+TEST_CASE("a unit without a capital of its own stays") {
     for (const wchar_t* text : {L"", L" 1_.[{", L"\u00DF", L"\u0131", L"\u017F", L"\u00B5", L"\u03C2",
                                 L"\u01C5", L"\u5B57", L"\uFFFF", L"\u2126", L"\U0001F600", L"\U00010428"}) {
         CHECK(UpperCase(text) == text);
@@ -38,7 +38,7 @@ TEST_CASE("what has no capital of its own stays") {
     CHECK_FALSE(SameWithoutCase(L"k", L"\u212A"));  // the Kelvin sign
 }
 
-TEST_CASE("texts are compared by their capitals, a shorter one first") {
+TEST_CASE("texts are compared by their capitals, and a shorter one comes first") {
     // In the order of the list, each before the next.
     const wchar_t* ordered[] = {L"",  L"!",      L"A",       L"a!",     L"aB",         L"b",     L"Z",
                                 L"_", L"\u010D", L"\u0160a", L"\u5B57", L"\U0001F600", L"\uFF21"};

@@ -15,7 +15,7 @@ TEST_CASE("a number within its range stays, the ends included, and one beyond be
     CHECK(Limit(7, -3, 3) == 3);
 }
 
-TEST_CASE("infinities become the ends, and not a number the lower one") {
+TEST_CASE("infinities become the ends of the range, and not a number the lower end") {
     const float inf = std::numeric_limits<float>::infinity();
     CHECK(Limit(inf, -1.0f, 1.0f) == 1);
     CHECK(Limit(-inf, -1.0f, 1.0f) == -1);

@@ -8,7 +8,7 @@
 #include <cmath>
 #include <limits>
 
-TEST_CASE("the inverse of scaling and moving divides and moves back") {
+TEST_CASE("the inverse of scaling and moving moves back and divides") {
     Matrix4 inverse;
     REQUIRE(InvertMatrix(LocalMatrix({4, -6, 8}, {}, {2, 4, -8}), inverse));
     CHECK(inverse == Matrix4{{{{0.5f, 0, 0, -2}, {0, 0.25f, 0, 1.5f}, {0, 0, -0.125f, 1}, {0, 0, 0, 1}}}});
@@ -39,7 +39,7 @@ TEST_CASE("small objects have an inverse") {
     REQUIRE(InvertMatrix(LocalMatrix({}, {0.3f, 0.2f, 0.1f}, {1e-4f, 1, 1e4f}), inverse));
 }
 
-TEST_CASE("a matrix that flattens space, is not finite or is no move of space has no inverse") {
+TEST_CASE("a matrix that flattens space, is not finite or has another last row has no inverse") {
     const float infinity = std::numeric_limits<float>::infinity();
     const Matrix4 flat = LocalMatrix({1, 2, 3}, {0.4f, 0.7f, 1}, {1, 0, 1});
     const Matrix4 flatChain = MultiplyMatrix(flat, LocalMatrix({}, {0.5f, 0.2f, 0.9f}, {1, 1, 1}));

@@ -85,7 +85,7 @@ TEST_CASE("a number is padded with zeros behind its sign and never cut") {
     for (auto [number, digits, text] : cases) CHECK(Padded(number, digits) == text);
 }
 
-TEST_CASE("an integer is read from its text's start and limited to 32 bits") {
+TEST_CASE("an integer is read from the start of a text and limited to 32 bits") {
     struct {
         const wchar_t* text;
         int32_t value;
@@ -126,7 +126,7 @@ TEST_CASE("a colour is read as an unsigned number and limited to 32 bits") {
     CHECK(ReadUnsigned(L"red", 77) == 77);
 }
 
-TEST_CASE("a float is read from its text's start, and a text without a finite number takes the default") {
+TEST_CASE("a float is read from the start of a text, and a text without a finite number gives the default") {
     struct {
         const wchar_t* text;
         float value;
@@ -195,7 +195,7 @@ TEST_CASE("random number texts are read as the C library reads them") {
     }
 }
 
-TEST_CASE("what was written with six decimals is read and written as the same text") {
+TEST_CASE("a number with six decimals is read and written as the same text") {
     std::mt19937 random(3);
     for (int32_t i = 0; i < 100'000; ++i) {
         const auto value = std::bit_cast<float>(static_cast<uint32_t>(random()));

@@ -87,7 +87,7 @@ TEST_CASE("a stored path is joined to the project folder with exactly one separa
     editorState = EditorState{};
 }
 
-TEST_CASE("a path lies below a folder whatever the case and the separators") {
+TEST_CASE("a path lies below a folder whatever the case and the kind of separators") {
     struct {
         const wchar_t *path, *folder;
         bool isBelow;
@@ -102,7 +102,7 @@ TEST_CASE("a path lies below a folder whatever the case and the separators") {
     }
 }
 
-TEST_CASE("a full path begins with its drive, with its server's share, or with the one root") {
+TEST_CASE("a full path begins with a drive, a server's share or a single separator") {
     struct {
         const wchar_t *path, *root;
     } cases[] = {{L"C:\\a\\b", L"C:\\"},
@@ -133,7 +133,7 @@ TEST_CASE("only spaces are trimmed, and only at the ends") {
     CHECK(SanitizeFileName(L"") == L"");
 }
 
-TEST_CASE("names that the system does not take, or takes for a device, are not usable") {
+TEST_CASE("names that the system refuses or takes for a device are not usable") {
     for (const wchar_t* name : {L"", L".", L"..", L"a.", L"a ", L"a\tb", L"con", L"CON", L"nul.txt",
                                 L"Nul .a.b", L"com1", L"LPT9.scene", L"aux.", L"prn"}) {
         CHECK_FALSE(IsUsableFileName(name));

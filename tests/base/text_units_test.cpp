@@ -17,7 +17,7 @@ TEST_CASE("letters of every kind are typed, control characters are not") {
     CHECK(Typed(L"a\t\n\x1b\x7f\x1f b", 80) == L"a b");
 }
 
-TEST_CASE("what does not fit is dropped") {
+TEST_CASE("typed characters beyond the limit are dropped") {
     CHECK(Typed(L"abcd", 3) == L"abc");
     CHECK(Typed(L"x", 3, L"longer") == L"longer");
 }
@@ -42,7 +42,7 @@ TEST_CASE("the halves of a pair are removed together") {
     CHECK(text == L"");
 }
 
-TEST_CASE("half a pair from a file is removed alone") {
+TEST_CASE("half of a pair, as a file may hold it, is removed alone") {
     std::wstring text{L'a', kSecond};
     EraseLastCharacter(text);
     CHECK(text == L"a");
