@@ -9,7 +9,7 @@ struct Box {
     Vec3 min{}, max{};
 };
 
-// True when the boxes share a point; touching faces count. A box with a coordinate that is not a number
+// True when the boxes share a point; faces that touch count. A box with a coordinate that is not a number
 // touches nothing.
 constexpr bool BoxesTouch(const Box& a, const Box& b) {
     return a.min.x <= b.max.x && b.min.x <= a.max.x && a.min.y <= b.max.y && b.min.y <= a.max.y &&

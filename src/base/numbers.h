@@ -6,8 +6,8 @@
 #include <string_view>
 
 // Fixed notation with `decimals` digits (0 .. 6) after the point, correctly rounded, an exact half to the
-// even digit: "%.*f". A negative value keeps its sign even when only zeros remain. "nan", "inf" or "-inf" for
-// what is not finite.
+// even digit: "%.*f". A negative value keeps its sign even when only zeros remain. "nan", "inf" or "-inf"
+// for a value that is not finite.
 std::wstring Fixed(float value, int32_t decimals);
 void AppendFixed(std::wstring& text, float value, int32_t decimals);
 

@@ -14,7 +14,7 @@ constexpr Vec3 operator+(Vec3 a, Vec3 b) { return {a.x + b.x, a.y + b.y, a.z + b
 constexpr Vec3 operator-(Vec3 a, Vec3 b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
 constexpr Vec3 operator*(Vec3 a, float s) { return {a.x * s, a.y * s, a.z * s}; }
 
-// Each component raised to `low` where it is less, or is not a number.
+// Each component raised to `low` if it is less or not a number.
 constexpr Vec3 AtLeast(Vec3 v, float low) {
     return {v.x > low ? v.x : low, v.y > low ? v.y : low, v.z > low ? v.z : low};
 }

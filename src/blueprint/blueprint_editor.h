@@ -1,4 +1,4 @@
-// The open Blueprint: opening, saving, leaving, and what is done to its nodes.
+// The open Blueprint: opening, saving and leaving it, and changing its nodes.
 #pragma once
 
 #include "base/rect.h"

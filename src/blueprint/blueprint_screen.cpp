@@ -170,8 +170,7 @@ constexpr MenuTable kAddNodeMenu{
     .items = kAddNodeItems};
 
 // From back to front. The canvas comes first: nodes that run out of it are covered by the bar and the panels
-// around it. Links lie under all nodes. The nodes are those of which something can be seen, from the lowest
-// to the topmost.
+// around it. Links lie under all nodes. Only visible nodes are drawn, from the lowest to the topmost.
 void DrawBlueprintScreen(const BlueprintLayout& layout) {
     Clear(kFrameFill);
     DrawGrid(layout.canvas);

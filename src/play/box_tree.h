@@ -29,10 +29,10 @@ struct NumbersBelow {
 // Built once and queried while boxes move a little; the bounds of nodes only grow meanwhile. Boxes that are
 // added later are tested one by one until the tree is built anew.
 struct BoxTree {
-    std::vector<NumberedBox> boxes{};     // those of the tree, neighbours together, then those added
+    std::vector<NumberedBox> boxes{};     // those in the tree, neighbours together, then those added
     std::vector<BoxTreeNode> nodes{};     // the root first, each before those below; none for an empty tree
     std::vector<NumbersBelow> numbers{};  // by node
-    std::vector<int32_t> slots{};         // by number: its place in `boxes`, -1 where there is none
+    std::vector<int32_t> slots{};         // by number: its place in `boxes`, -1 if there is none
     std::vector<int32_t> parts{};  // by place in `boxes`: 4 * node + part; as long as the tree was built
 };
 

@@ -15,7 +15,7 @@ float KeptByDrag(float drag, float dt) { return std::max(1 - dt * Limit(drag, 0.
 constexpr float kSpeed = 4.0f;        // world units per second; no Rigidbody gets faster either
 constexpr float kForce = 22.0f;       // world units per second squared at mass 1
 constexpr float kLeastMass = 0.1f;    // lighter ones count as this
-constexpr float kLeastInput = 1e-4f;  // shorter directions are none
+constexpr float kLeastInput = 1e-4f;  // shorter input counts as none
 
 // Where the keys lead, in the horizontal plane. Two keys at once give a longer vector.
 static Vec3 InputDirection(float yaw) {

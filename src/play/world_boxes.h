@@ -16,9 +16,9 @@ using MeshIdentities = std::vector<std::shared_ptr<const MeshMark>>;
 struct CachedBox {
     Box box{};
     TurnedShape shape{};
-    bool isFresh = false;  // `box` is the object's
-    bool isUsed = false;   // something is known that depends on where the object is; then all above are, too
-    bool isStale = false;  // listed in WorldBoxes::stale
+    bool isFresh = false;      // `box` is the object's
+    bool isUsed = false;       // something cached depends on where the object is; then all above are used too
+    bool isStale = false;      // listed in WorldBoxes::stale
     int32_t firstChild = -1;   // children in no particular order
     int32_t nextSibling = -1;  // -1 ends the list
     uint32_t lastVisit = 0;    // number of the walk that came here last
@@ -36,7 +36,7 @@ struct WorldBoxes {
     std::vector<int32_t> subtree{};     // what SubtreeOf returned last, or ObjectMoved walked through
     std::vector<int32_t> neighbours{};  // scratch of MoveWithCollision
     uint32_t visits = 0;
-    int64_t steps = 0;            // objects visited to mark what is known, and to forget it
+    int64_t steps = 0;            // objects visited to mark boxes as used and to forget them
     MeshIdentities meshes{};      // of the library, when the boxes were computed
     bool dependsOnCount = false;  // damaged parents: an added object may change older boxes
 };

@@ -103,8 +103,8 @@ bool ClosePrefabEditor() {
     return true;
 }
 
-// The file is named after the object, as far as the system takes that for a name; "_" goes before the name
-// of a device.
+// The file is named after the object, as far as the system accepts that as a name. The name of a device gets
+// "_" before it.
 static std::wstring NewPrefabPath(const std::wstring& objectName) {
     std::wstring name = SanitizeFileName(objectName);
     if (name.empty()) return FirstFreePath(editorState.filesFolder, L"Prefab", L".prefab");

@@ -1,4 +1,5 @@
-// Leaving what is open for another screen or scene, and opening another scene of the project.
+// Leaving the open scene or screen for another one, with the questions that this needs, and opening another
+// scene of the project.
 #pragma once
 
 #include <string>

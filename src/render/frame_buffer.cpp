@@ -16,7 +16,7 @@ static bool MakeDepth() {
     return true;
 }
 
-// The pixels belong to the platform and the depths to this program, so both are made anew together. While
+// The pixels belong to the platform and the depths to this program, so both are replaced together. While
 // this fails, `pixels` stays null and every primitive draws nothing, which keeps the program running in a
 // window that is too large for the memory.
 bool EnsureSize(int32_t width, int32_t height) {

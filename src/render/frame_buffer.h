@@ -12,7 +12,7 @@
 
 struct FrameBuffer : Surface {
     bool isInUse = false;      // a picture is being drawn
-    bool cachesTexts = false;  // texts are drawn out of cached pixels where that changes nothing
+    bool cachesTexts = false;  // texts are copied from cached pixels if that changes nothing
     TextRunCache texts{};
     CachedWorlds worlds{};  // of the scene that was drawn or picked from last
 };

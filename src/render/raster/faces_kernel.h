@@ -35,9 +35,9 @@ size_t FindFronts(const FacePlanes& planes, const EyeInObject& eye, uint32_t* ou
 // Pixels. A centre this close outside a corner may be counted as inside, because of rounding.
 constexpr float kCentreSlack = 1.0f / 32;
 
-// Rounding moves an edge's function by at most 8 * 2^-24 * size^2 in a box of `size` pixels, and off the box
-// by the slack one weight lies at least slack / (6 * size) below 0. So the slack is enough where the area is
-// more than 48 * 2^-24 / slack * size^3; this is twice that.
+// Rounding moves an edge function by at most 8 * 2^-24 * size^2 in a box of `size` pixels. At a centre that
+// lies outside the box by the slack, one weight is at least slack / (6 * size) below 0. So the slack is
+// enough if the area is more than 48 * 2^-24 / slack * size^3; this is twice that.
 constexpr float kCertainArea = 2 * 48 * 0x1p-24f / kCentreSlack;
 
 // A face of no more than two columns and two rows is looked at pixel by pixel.
@@ -47,10 +47,10 @@ constexpr float kFewPixels = 1;  // from the first to the last
 // zero.
 constexpr float kCertainlyOutside = -1e-30f;
 
-// Corners from eight pixels on are multiples of 2^-20, so that a run is zero or at least as large, and so is
-// the way from a corner to a centre. Their products are 2^-40 or more and multiples of 2^-64, and so are the
-// edge functions. Their sum is the area but for 3 * 8 * 2^-24 * size^2, so not all of them are zero where the
-// area is larger than this.
+// Coordinates of 8 pixels and more are multiples of 2^-20, so a run is either zero or at least that large,
+// and so is the way from a corner to a centre. Their products are at least 2^-40 and multiples of 2^-64, and
+// so are the edge functions. The sum of these is the area, up to 3 * 8 * 2^-24 * size^2, so they are not all
+// zero if the area is larger than this.
 constexpr float kOrdinaryCorner = 8, kOrdinarySize = 8192, kOrdinaryArea = 32 * 0x1p-24f;
 
 // The same corner of the faces.

@@ -25,7 +25,7 @@ void FillTriangle(const std::array<ScreenCorner, 3>& corners, const std::array<T
 // `covered`.
 void FillFaces(const MeshToDraw& mesh, const Rect& covered, SimdLevel level, Surface& surface);
 
-// Twice the signed area, square pixels: positive where the corners turn clockwise on the screen.
+// Twice the signed area, square pixels: positive if the corners turn clockwise on the screen.
 float AreaOf(const std::array<ScreenCorner, 3>& corners);
 
 // True when a triangle covers the centre of the pixel, edges included, and is strictly nearer than

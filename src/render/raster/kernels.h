@@ -72,7 +72,7 @@ struct FacesToScan {
     const uint32_t* faces = nullptr;
     size_t count = 0;
     Rect viewport{};
-    float farthest = 1;  // no depth is greater where the mesh may show
+    float farthest = 1;  // no depth is greater in the pixels that the mesh may cover
 };
 
 struct RasterKernels {

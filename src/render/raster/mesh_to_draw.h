@@ -57,11 +57,11 @@ struct VertexExtent {
 // The vertices of one mesh, each transformed once. By vertex, and a margin at the end of each list: see
 // kListMargin.
 struct MeshVertices {
-    std::vector<ScreenCorner> corners{};     // only where visible
-    std::vector<uint8_t> visible{};          // 1 where the projection accepted the vertex
-    std::vector<uint8_t> beyondNearPlane{};  // 1 where clip z >= 0
+    std::vector<ScreenCorner> corners{};     // valid only if visible
+    std::vector<uint8_t> visible{};          // 1 if the projection accepted the vertex
+    std::vector<uint8_t> beyondNearPlane{};  // 1 if clip z >= 0
     VertexExtent extent{};
-    std::vector<ScreenCorner> plainCorners{};  // not a number where a vertex is not plain; see PlainCorners
+    std::vector<ScreenCorner> plainCorners{};  // not a number if a vertex is not plain; see PlainCorners
 
     bool IsPlain(size_t i) const { return visible[i] && beyondNearPlane[i]; }
 
@@ -76,7 +76,7 @@ struct MeshVertices {
 // The eye in the object space of a mesh, and how certain that is.
 struct EyeInObject {
     Vec3 position{};   // object space
-    float inside = 1;  // -1 where the matrix turns the mesh inside out
+    float inside = 1;  // -1 if the matrix turns the mesh inside out
     // The height of the eye over the plane of a face, times the length of the face's normal: below minus
     // this, the eye is certainly behind the face. One bound serves all faces, so in a mesh with a long
     // edge small faces are hardly ever left out.

@@ -19,6 +19,6 @@ struct RasterKernels;
 // The kernels of a level that this processor has: see kernels.h.
 const RasterKernels& KernelsOf(SimdLevel level);
 
-// Every level, the narrowest first, and those of them that this processor has.
+// Every level, the narrowest first; and those that this processor has.
 std::span<const SimdLevel> AllSimdLevels();
 std::span<const SimdLevel> SupportedSimdLevels();

@@ -23,8 +23,8 @@ struct DepthTiles {
     Rect area{};  // of the surface
     int32_t columns = 0, rows = 0;
     std::vector<float> farthest{};     // by tile, row by row: no pixel's depth is greater
-    std::vector<uint8_t> isChanged{};  // 1 where `farthest` may be greater than any pixel's depth
-    std::vector<uint8_t> isStale{};    // 1 where the depths are those of an earlier frame: all count as far
+    std::vector<uint8_t> isChanged{};  // 1 if `farthest` may be greater than any pixel's depth
+    std::vector<uint8_t> isStale{};    // 1 if the depths are those of an earlier frame: all count as far
     size_t staleCount = 0;
 };
 
@@ -34,7 +34,7 @@ struct PixelOwners {
     bool areKept = false;
     int32_t current = 0;              // the number of the object at hand, in the scene's order
     std::vector<int32_t> numbers{};   // width x height
-    std::vector<uint8_t> areStale{};  // by tile, 1 where nobody drew yet: the numbers mean nothing
+    std::vector<uint8_t> areStale{};  // by tile: 1 if nothing was drawn yet and the numbers mean nothing
 };
 
 struct Surface {

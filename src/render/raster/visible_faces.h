@@ -11,9 +11,9 @@
 
 EyeInObject FindEye(const Mesh& mesh, const Matrix4& world, Vec3 eye);
 
-// A face draws nothing if the eye stands at least this high over its plane, in the measure of
-// FindFrontFaces: everything that the face could cover shows something nearer than it. `farthest` bounds
-// what was drawn there. Infinite if no height is enough.
+// A face draws nothing if the eye stands higher over its plane than this, in the measure of FindFrontFaces:
+// everything that the face could cover already shows something nearer. No depth drawn there exceeds
+// `farthest`. Infinite if no height is enough.
 float HiddenHeight(const Mesh& mesh, const MeshPlace& place, const EyeInObject& eye, const Rect& viewport,
                    float farthest);
 
@@ -21,10 +21,10 @@ float HiddenHeight(const Mesh& mesh, const MeshPlace& place, const EyeInObject& 
 // order, and returns how many they are. All faces when nothing is known.
 size_t FindFrontFaces(const Mesh& mesh, const EyeInObject& eye, SimdLevel level, std::vector<uint32_t>& out);
 
-// Those of the first `fronts` faces of scratch.fronts that may be visible, in their order. Left out are faces
-// without area, without the centre of a pixel in the viewport, or nowhere before `farthest`. The box of a
-// face is that inside the viewport, where no corner of it is cut away or hidden. The result lies in
-// `scratch`.
+// The faces among the first `fronts` of scratch.fronts that may be visible, in their order. Faces are left
+// out if they have no area, contain no pixel centre of the viewport, or are nowhere nearer than `farthest`.
+// Each face comes with its box inside the viewport, which means nothing if a vertex of the face is not
+// plain. The result lies in `scratch`.
 std::span<const ScannedFace> ScanFaces(const MeshTriangle* triangles, const MeshVertices& vertices,
                                        const Rect& viewport, float farthest, SimdLevel level, size_t fronts,
                                        MeshScratch& scratch);
