@@ -58,7 +58,7 @@ TEST_CASE("names that differ in case only have an order too") {
     CHECK(NameComesBefore(L"a", L"AA"));
 }
 
-// Counted from the simple mappings of Unicode 14 that lead there and back, by another program.
+// Counted by another program, from the simple mappings of Unicode 14 that lead there and back.
 TEST_CASE(
     "every block of 256 units has as many letters with a capital as in Unicode, and the same capitals") {
     struct {

@@ -636,7 +636,7 @@ TEST_CASE("the first node of an empty document has the id 1") {
 
 // A user who presses anything, anywhere.
 
-// What is wrong, or nothing.
+// What is wrong, or an empty text.
 static const char* Fault() {
     const auto* drag = Held<BlueprintDrag>();
     if (headless.mouseIsCaptured != (drag != nullptr))

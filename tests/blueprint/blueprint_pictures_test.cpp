@@ -142,7 +142,7 @@ TEST_CASE("no part of nodes, links and texts shows outside the canvas") {
             for (int32_t x = 0; x < width; ++x) {
                 const auto index = static_cast<size_t>(y * width + x);
                 const bool changed = headless.pixels[index] != empty[index];
-                // The number of nodes in the details is another one.
+                // The number of nodes in the details differs.
                 const bool isCount = x >= canvas.right + 28 && y >= 208 && y < 228;
                 if (changed && !isCount) ++(Contains(canvas, {x, y}) ? inside : outside);
             }
@@ -152,7 +152,7 @@ TEST_CASE("no part of nodes, links and texts shows outside the canvas") {
     }
 }
 
-// Every node drawn by itself, with all that lies under others.
+// Draws every node by itself, including what lies under others.
 static std::vector<Pixel> DrawnOneByOne(const std::vector<BlueprintNode>& nodes) {
     // A document of one node shows that node alone; what it changes is laid over the picture so far.
     editorState.blueprintNodes = {};

@@ -104,7 +104,7 @@ TEST_CASE("only active objects with Collision, Shape and a mesh are solid") {
         Move(0, {3, 0, 0});
         CHECK(Object(0).position.x == doctest::Approx(3));
     }
-    // Cameras, lights and entities stand in the way like others.
+    // Cameras, lights and entities block the way like others.
     GameObject camera = Solid({2, 0, 0});
     camera.isCamera = true;
     StartGame({Solid({}), camera});

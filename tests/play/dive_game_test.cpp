@@ -8,7 +8,7 @@
 #include <cmath>
 #include <string>
 
-// True when the diving bell stands on a solid of the given top. What rests hovers, by 0.001 at most.
+// True when the diving bell stands on a solid with this top. Resting objects hover by at most 0.001.
 static bool BellRestsOn(float top) {
     const float gap = Named(L"Diving bell").position.y - 0.62f - top;
     return gap > 0 && gap < 0.0011f;

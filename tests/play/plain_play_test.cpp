@@ -40,7 +40,7 @@ static void GiveScripts(RandomSource& random, const ScratchFolder& folder, GameO
     if (random.OneIn(9)) {
         object.scripts.emplace_back(L"PlanePrefabSpawner");
         object.spawnerPrefab = prefabs[random.IntBetween(0, 4)];
-        // One that moves leaves its instances behind, and the plain twin is slow.
+        // A moving one leaves its instances behind, and the plain twin is slow.
         object.hasGravitation = object.hasRigidbody = object.hasAnimation = false;
         object.parentIndex = -1;
     }
@@ -88,7 +88,7 @@ static GameObject RandomPlayObject(RandomSource& random, const ScratchFolder& fo
     return object;
 }
 
-// A solid floor under everything, so that not all is lost to the depths.
+// A solid floor under everything, so that not everything falls for ever.
 static GameObject Floor() {
     return {.name = L"Floor",
             .position{0, -1, 0},

@@ -74,7 +74,7 @@ TEST_CASE("the prefabs placed in the samples match their files, except for name,
     }
 }
 
-// False is all that a failed check shows of two long files.
+// A failed check of two long files then shows only false.
 static bool HoldTheSame(const std::wstring& path, const std::wstring& other) {
     return FileBytes(path) == FileBytes(other);
 }

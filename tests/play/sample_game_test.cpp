@@ -39,7 +39,7 @@ static void CheckWallsAndCrates() {
     CHECK(walker.y == doctest::Approx(0.66f - 0.06f + 0.001f));  // half its height above the lawn
     CHECK(walker.z > -4.3f);
     CHECK(walker.z < 10.3f);
-    // Of half sizes 0.7, 0.55 and 0.42, with a gap of 0.001 below each, from the lawn up.
+    // Half sizes of 0.7, 0.55 and 0.42, from the lawn up, with a gap of 0.001 below each.
     CHECK(Named(L"Crate 1").position.y == doctest::Approx(-0.06f + 0.7f + 0.001f));
     CHECK(Named(L"Crate 2").position.y == doctest::Approx(-0.06f + 1.4f + 0.55f + 0.002f));
     CHECK(Named(L"Crate 3").position.y == doctest::Approx(-0.06f + 2.5f + 0.42f + 0.003f));

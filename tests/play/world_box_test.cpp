@@ -86,7 +86,7 @@ TEST_CASE("a cached box follows its object and those above it") {
     CHECK(SubtreeOf(2, damaged) == std::vector<int32_t>{2});
 }
 
-// Every object one to the right of its parent.
+// Every object stands one unit to the right of its parent.
 static Scene ChainOf(int32_t count, const GameObject& link) {
     Scene scene(static_cast<size_t>(count), link);
     for (int32_t i = 0; i < count; ++i) {

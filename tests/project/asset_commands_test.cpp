@@ -380,7 +380,7 @@ TEST_CASE("renaming changes the stored scene only if it names what was renamed")
         SceneAfterRename("CURRENT_SCENE\t.\\files//SCENES\\other.scene\n", L"Other.scene", L"Second.scene") ==
         "\xEF\xBB\xBF"
         "CURRENT_SCENE\tFiles\\Scenes\\Second.scene\n");
-    // What leads out of the project is no scene of it.
+    // A path that leads out of the project is no scene of it.
     const std::string outside = "CURRENT_SCENE\t..\\ZelEngineProject\\Files\\Scenes\\Other.scene\n";
     CHECK(SceneAfterRename(outside, L"Other.scene", L"Second.scene") == outside);
 }
@@ -395,7 +395,7 @@ TEST_CASE("the stored scene follows a rename, wherever its line stands and howev
         {line + "\n", newLine + "\n"},  // the first line
         {mark + line + "\r\nO\r\n", newLine + "\r\nO\r\n"},
         {"\n\n" + line + "\r\n", "\n\n" + newLine + "\r\n"},
-        // Bytes that are no text stay in every other line; the first line with a path counts.
+        // Bytes that are no text stay in every other line. The first line with a path counts.
         {"\xFF\n" + line + "\tmore\n" + line + "\n", "\xFF\n" + newLine + "\tmore\n" + line + "\n"},
         {"CURRENT_SCENE\nxCURRENT_SCENE\ty\n" + line, "CURRENT_SCENE\nxCURRENT_SCENE\ty\n" + newLine},
     };

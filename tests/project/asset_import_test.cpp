@@ -8,7 +8,7 @@
 
 constexpr const char* kTriangle = "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n";
 
-// The path of a file in the folder, in this many characters.
+// The path of a file in the folder, this many characters long.
 static std::wstring RoundaboutPath(const ScratchFolder& folder, const std::wstring& name, size_t length) {
     std::wstring path = folder.path + L"\\";
     while (path.size() + name.size() + 2 <= length) path += L".\\";

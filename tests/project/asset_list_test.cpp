@@ -75,7 +75,7 @@ TEST_CASE("names are sorted without regard to case") {
     for (const AssetEntry& entry : editorState.fileEntries) {
         if (entry.folder == FilesIn(folder) + L"\\scripts") names.push_back(entry.name);
     }
-    // "_" stands between "Z" and "a" in the code: letters count as capitals.
+    // "_" stands between "Z" and "a" in the character code: letters count as capitals.
     CHECK(names == std::vector<std::wstring>{L"A.txt", L"b.txt", L"PlayerController.cpp", L"Z.txt", L"_.txt",
                                              L"\u010D.txt", L"\u0161.txt", L"\u0160a.txt"});
 }
@@ -128,7 +128,7 @@ TEST_CASE("a very deep project is listed whole") {
     CHECK(editorState.fileEntries.size() == 66);
 }
 
-// The deepest place of the call stack at which a file step was taken.
+// How deep the call stack was at most when a file step was taken.
 static uintptr_t deepestFrame;
 
 static void NoteFrame() {

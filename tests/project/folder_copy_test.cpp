@@ -43,7 +43,7 @@ TEST_CASE("whichever step of a copy fails, the new folder is removed again and t
                  },
                  [](const ScratchFolder& folder) {
                      CHECK(ContentsOf(folder / L"from").size() == 6);
-                     // Of a place that could not be looked at, nothing is removed.
+                     // If the disk could not tell what was there, nothing is removed.
                      if (editorState.statusMessage == L"copied") {
                          CHECK(ContentsOf(folder / L"to") == ContentsOf(folder / L"from"));
                      } else {

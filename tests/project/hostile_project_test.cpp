@@ -1,5 +1,5 @@
-// Projects whose files were written to do harm: every path and name in them that leads elsewhere. Nothing
-// outside the folders that the user chose may be touched, and no other program may be started.
+// Projects whose files were written to do harm: every path and name in them leads elsewhere. Nothing outside
+// the folders that the user chose may be touched, and no other program may be started.
 #include "blueprint/blueprint_editor.h"
 #include "formats/text_file.h"
 #include "platform/files.h"
@@ -52,7 +52,7 @@ static std::vector<std::wstring> HostilePaths(const ScratchFolder& folder) {
 
 constexpr const char* kVictim = "ZELENGINE_SCENE\t1\r\n";  // a scene that could be loaded, and so be saved to
 
-// An object that names the path wherever an object can name one, and goes by it.
+// An object that names the path wherever an object can name one.
 static std::string ObjectWith(const std::wstring& path) {
     const std::string text = EncodeUtf8(path);
     std::vector<std::string> fields(61, "0");
@@ -117,7 +117,7 @@ static void PlayForAWhile() {
     if (!editorState.runtimeMode) TapKey('P');
 }
 
-// Everything that writes, as somebody does who suspects nothing.
+// Uses everything that writes, as an unsuspecting user does.
 static void UseProject(const ScratchFolder& folder) {
     RenderFrame();
     SaveProject();

@@ -1,5 +1,5 @@
-// Memory that does not suffice: what is read or made by what a file, a window or the user gives fails as it
-// does for any other reason, and no file is left half written.
+// Running out of memory. Whatever is read or made from a file, a window or a command fails as it does for
+// any other reason, and no file is left half written.
 #include "blueprint/blueprint_file.h"
 #include "formats/obj_file.h"
 #include "formats/object_line.h"
@@ -21,8 +21,8 @@
 
 #include <new>
 
-// Runs `act` once for every allocation that it makes, each time with the path of that name in a fresh folder,
-// after `start` and with that allocation failing; then `check`, which is told what `act` answered.
+// Runs `act` once for every allocation that it makes, each time with the path of that name in a fresh
+// folder, after `start` and with that allocation failing; then `check`, which gets what `act` returned.
 template <typename Start, typename Act, typename Check>
 static void FailEachAllocation(const wchar_t* name, Start start, Act act, Check check) {
     bool hasFailed = true;
@@ -195,8 +195,8 @@ static bool HoldsWholeProject(const std::wstring& root) {
            LoadScene(root + L"\\project.zel") && editorState.scene.size() == 6;
 }
 
-// By size and not one by one: the file system library of the tests' machine ends the program for want of a
-// few bytes.
+// Fails allocations above a size, and not one after another: the file system library of the test machine
+// ends the program if it lacks a few bytes.
 TEST_CASE("if memory runs out no project is made, and the open one stays") {
     size_t made = 0;
     for (size_t most = 2000; most <= 200'000; most += most / 4) {

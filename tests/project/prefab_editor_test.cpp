@@ -325,7 +325,8 @@ TEST_CASE("a prefab that cannot be read leaves a running game alone") {
     CHECK(editorState.playMode);
 }
 
-// Opens a prefab of objects of these names and parents, and saves it at once: the objects of the file then.
+// Opens a prefab of objects with these names and parents and saves it at once. Returns the objects of the
+// file after that.
 static std::vector<std::pair<std::wstring, int32_t>> SavedAgain(
     const std::vector<std::pair<std::wstring, int32_t>>& objects) {
     const ScratchFolder folder;

@@ -105,12 +105,12 @@ TEST_CASE("the folder that the program runs from, and every folder around it, is
         CHECK(editorState.statusMessage == L"Tuto slozku nejde smazat, protoze z ni bezi ZelEngine.");
     }
     CHECK(headless.recycled.empty());
-    // Beginnings of a name are other folders.
+    // The beginning of a name is another folder.
     CHECK(MoveFolderToRecycleBin(folder / L"Games\\Mi"));
     CHECK(MoveFolderToRecycleBin(folder / L"Games\\Mine2"));
     CHECK(headless.recycled.size() == 2);
 
-    // In another case it is the same folder.
+    // A name that differs in case only is the same folder.
     folderAnswers.executablePath = folder / L"GAMES\\mine\\ZelEngine.exe";
     CHECK_FALSE(MoveFolderToRecycleBin(folder / L"Games\\Mine"));
 }

@@ -28,7 +28,7 @@ static std::vector<std::wstring> ListedNames() {
     return names;
 }
 
-// What the list's file holds, without its mark.
+// The content of the list's file, without its byte-order mark.
 static std::string ListFile(const ScratchFolder& folder) {
     return FileBytes(folder / L"local\\ZelEngine\\recent-projects.txt").substr(3);
 }
@@ -419,7 +419,7 @@ TEST_CASE("the second press of a double click on a project does nothing in the e
     CHECK(editorState.statusMessage == L"Kamera priblizena na vybrany objekt.");
 }
 
-// The Hub with a list of projects of which some lie on a drive that may answer late: "usb" in the folder.
+// The Hub with a list of projects, some of them on a drive that may answer late: the folder "usb".
 static void StartHubWithLateDrive(const ScratchFolder& folder, const Names& paths) {
     StartIn(folder);
     PutFolder(folder / L"usb\\Game\\Files");
@@ -433,7 +433,7 @@ static void StartHubWithLateDrive(const ScratchFolder& folder, const Names& path
     RenderFrame();
 }
 
-// As many turns of the loop as leave nothing to ask.
+// Runs turns of the loop until nothing is left to ask.
 static void FinishChecks() {
     for (int32_t turn = 0; turn < 40; ++turn) {
         CheckListedProjects();
@@ -444,7 +444,7 @@ static void FinishChecks() {
     RenderFrame();
 }
 
-// Of the last text that reads so: the rail shows the first project's name too.
+// The last text that reads so, because the rail shows the first project's name too.
 static TextColor ColorOf(const std::wstring& text) {
     headless.texts.clear();
     RenderFrame();

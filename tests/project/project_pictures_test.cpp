@@ -13,7 +13,7 @@ static void StartWindow(int32_t width, int32_t height) {
     editorState = EditorState{};
 }
 
-// The Hub with this many projects. The pointer is where nothing reacts.
+// The Hub with this many projects, and the pointer where nothing reacts.
 static void StartHubPicture(int32_t width, int32_t height, int32_t projects) {
     StartWindow(width, height);
     editorState.hubVisible = true;

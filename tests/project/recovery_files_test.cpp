@@ -35,7 +35,7 @@ TEST_CASE("at most twenty recoveries and 200 MB stay, and the oldest go first") 
     CHECK(
         SurplusRecoveries({{L"new", 150'000'000, 3}, {L"old", 60'000'000, 1}, {L"middle", 50'000'000, 2}}) ==
         std::vector<std::wstring>{L"old"});
-    // An older one does not stay because it is smaller than one that has gone.
+    // An older one does not stay just because it is smaller than one that has gone.
     CHECK(SurplusRecoveries({{L"new", 1, 3}, {L"huge", 200'000'000, 2}, {L"old", 1, 1}}) ==
           std::vector<std::wstring>{L"old", L"huge"});
 }

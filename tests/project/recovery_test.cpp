@@ -34,12 +34,12 @@ static std::wstring Recovered(const ScratchFolder& folder) {
 
 static size_t RecoveryCount(const ScratchFolder& folder) { return EntriesOf(RecoveriesIn(folder)).size(); }
 
-// What the thread aside would do.
+// Does what the other thread would do.
 static void WorkAside() {
     for (; !headless.aside.empty(); headless.aside.pop_front()) headless.aside.front()();
 }
 
-// As many frames as a look at the work and its writing take. `minute` counts the looks.
+// Runs as many frames as it takes to look for unsaved work and to write it. `minute` counts the looks.
 static void PassMinute(int32_t minute) {
     for (int32_t frame = 0; frame < 20; ++frame) {
         KeepRecovery(61.0 * minute + 0.01 * frame);
@@ -274,7 +274,7 @@ TEST_CASE("recoveries of another project, and files that are none, stay where th
 }
 
 TEST_CASE("whichever file call fails, the work is in a recovery or in its copy, and no message tells of it") {
-    // While it is written: a second try, at the next look, makes good for the first.
+    // While it is written: a second try at the next look makes up for the first.
     FailEachStep(
         [](const ScratchFolder& folder) {
             StartProject(folder);
@@ -296,7 +296,7 @@ TEST_CASE("whichever file call fails, the work is in a recovery or in its copy, 
         },
         [](const ScratchFolder& folder) { TakeOverRecoveries(ProjectIn(folder)); },
         [](const ScratchFolder& folder) {
-            // A name that the disk did not tell to be free is passed over.
+            // A name is passed over if the disk does not tell whether it is free.
             const auto isCopied = [&folder] {
                 const std::wstring next = FilesIn(folder) + L"\\Scenes\\Main_neulozeno_01.scene";
                 return (FileBytes(Recovered(folder)) + FileBytes(next)).find("Unsaved") != std::string::npos;
@@ -331,7 +331,7 @@ TEST_CASE("a full disk and a missing or read-only data folder cause no message a
     CHECK(RecoveryCount(folder) == 1);
 }
 
-// As a scene of this many objects that was changed a moment ago.
+// A scene of this many objects that was changed a moment ago.
 static void ShowLargeScene(int32_t objects) {
     MarkChanged();
     editorState.scene = Scene(static_cast<size_t>(objects), GameObject{.name = L"old"});

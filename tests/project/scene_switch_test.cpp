@@ -286,7 +286,7 @@ TEST_CASE("a reference that followed a rename is a change of the scene") {
     CHECK(headless.prompts.size() == 1);
 }
 
-// A tetrahedron: of four faces, which no built-in mesh has.
+// A tetrahedron: no built-in mesh has four faces.
 constexpr const char* kTetrahedron =
     "v 0 0 0\nv 1 0 0\nv 0 1 0\nv 0 0 1\nf 1 3 2\nf 1 2 4\nf 1 4 3\nf 2 3 4\n";
 // Two triangles.

@@ -1,9 +1,9 @@
-// Everything of the program that writes to the disk, on a disk that fails.
+// Everything in the program that writes to the disk, on a disk that fails.
 //
 // Each writer runs once on a sound disk, which tells what the new files are. Then it runs again and again
 // from the same start, each time with another fault. Afterwards every file must be the old one or the new
-// one, and the message must say which; where it says that nothing was saved, the editor must be as it was,
-// and the same command must do its work once the disk is sound again.
+// one, and the message must say which. If it says that nothing was saved, the editor must be as it was, and
+// the same command must do its work once the disk is sound again.
 #include "blueprint/blueprint_editor.h"
 #include "formats/text_file.h"
 #include "platform/files.h"
@@ -40,7 +40,7 @@ struct Writer {
     bool saysNothing = false;              // its message is the same when it fails
 };
 
-// What a command that fails leaves as it was.
+// The state that a failed command must leave as it was.
 struct Kept {
     Scene scene{};
     size_t undoSteps = 0;
@@ -88,8 +88,8 @@ static Kept StateNow() {
     return kept;
 }
 
-// Where a fault made the disk not tell whether a name is free, the next one was taken: numbers of names are
-// left out, and so is the scratch folder, which is another one in each run.
+// If a fault kept the disk from telling whether a name is free, the next number was taken. So numbers in
+// names are left out, and so is the scratch folder, which differs in each run.
 template <typename Text>
 static Text Comparable(Text text, const Text& folder) {
     size_t at = 0;
@@ -126,7 +126,7 @@ static const std::string* Find(const FolderContents& contents, const std::wstrin
     return found == contents.end() ? nullptr : &found->second;
 }
 
-// The first path that is neither as before nor as the whole work makes it; empty without one.
+// The first path that is neither as before nor as the complete command leaves it. Empty if there is none.
 static std::wstring PathOfMix(const FolderContents& now, const SoundRun& sound, bool newOnesMayBeParts) {
     std::set<std::wstring> paths;
     for (const FolderContents* contents : {&now, &sound.before, &sound.after}) {
@@ -145,8 +145,8 @@ static std::wstring PathOfMix(const FolderContents& now, const SoundRun& sound, 
     return {};
 }
 
-// The paths and files as they are after all of the work; the list of recent projects may be the old one,
-// since nothing is said where it cannot be written.
+// The paths and files after the complete command. The list of recent projects may be the old one, because no
+// message tells that it could not be written.
 static bool IsWholeWork(const FolderContents& now, const SoundRun& sound) {
     if (now.size() != sound.after.size()) return false;
     return std::ranges::all_of(now, [&sound](const auto& file) {

@@ -1,6 +1,6 @@
 // Pictures of scenes. Sines and cosines differ between builds in the last bit, so matrices are written as
-// numbers and the vertices of the round meshes are rounded. Highlights go through pow, which differs as well:
-// a picture holds as long as no channel of a shining face comes that close to a whole number.
+// numbers and the vertices of the round meshes are rounded. Highlights go through pow, which differs as
+// well: a picture stays the same as long as no channel of a shining face comes that close to a whole number.
 #include "render/builtin_meshes.h"
 #include "render/raster/draw_mesh.h"
 #include "support/golden.h"
@@ -128,7 +128,7 @@ TEST_CASE(
 }
 
 TEST_CASE("spheres, capsules and cylinders look round, whether plain, outlined, tinted or textured") {
-    // Without gloss no pow has a part in it.
+    // Without gloss there is no pow in it.
     const MeshDraw frame{.eye{0, 0, 0}, .light = kSunFromBehind, .viewProjection = kOriginView, .gloss = 0};
     const BuiltinMesh round[] = {kSphereMesh, kCapsuleMesh, kCylinderMesh};
     std::vector<DrawnMesh> scene;

@@ -88,7 +88,7 @@ TEST_CASE("a block of a kind that does not exist, and a copy from before the beg
 
 namespace {
 
-// Writes a stream by hand: bits from the lowest on, codes from their highest bit on.
+// Writes a stream by hand: bits from the lowest up, codes from their highest bit down.
 struct StreamWriter {
     std::string bytes = "\x78\x01";
     int32_t used = 8;  // bits of the last byte
@@ -190,7 +190,7 @@ TEST_CASE("every length symbol copies that many bytes, and every distance symbol
     }
 }
 
-// The codes that symbols of these lengths have: of each length consecutive, above those of the length below.
+// The codes of symbols with these lengths: consecutive for each length, above those of the shorter lengths.
 static std::vector<uint32_t> CodesOf(const std::vector<int32_t>& lengths) {
     std::vector<uint32_t> codes(lengths.size());
     uint32_t next = 0;

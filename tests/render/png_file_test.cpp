@@ -15,7 +15,7 @@ constexpr const wchar_t* kIconNames[] = {L"camera",      L"entity", L"light", L"
 
 static std::wstring IconPath(const std::wstring& name) { return SourcePath(L"assets/" + name + L".png"); }
 
-// Different in neighbouring pixels, in all four channels.
+// Neighbouring pixels differ in all four channels.
 static TestImage RandomImage(int32_t width, int32_t height, uint32_t seed) {
     std::mt19937 random(seed);
     TestImage image{width, height, {}};

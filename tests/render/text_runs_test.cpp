@@ -153,7 +153,7 @@ TEST_CASE("twenty thousand different texts are drawn right although not all are 
     CHECK(headless.pixels == kept);
 }
 
-// Boxes and texts strewn over the buffer, the same for a seed.
+// Boxes and texts scattered over the buffer; the same for the same seed.
 static void DrawRandomPage(uint32_t seed) {
     std::mt19937 random(seed);
     const auto number = [&](int32_t low, int32_t high) {

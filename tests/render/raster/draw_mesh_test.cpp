@@ -305,7 +305,7 @@ TEST_CASE("a text drawn before a mesh is finished first") {
     CHECK(headless.flushes == 1);
 }
 
-// Only a camera object of a playing scene can be turned that far.
+// Only the camera object of a playing scene can be turned that far.
 TEST_CASE("a camera that looks straight up or down sees no mesh") {
     for (float pitch : {1.57079633f, -1.57079633f}) {
         for (float yaw : {0.0f, 0.3f, -2.0f}) {

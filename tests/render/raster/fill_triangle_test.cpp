@@ -249,7 +249,7 @@ TEST_CASE("a textured pixel whose 1 / w is within 0.000001 of 0 is skipped, with
     }
 }
 
-// How often a face was asked for its ink, and whether it says then that it is drawn.
+// Counts how often a face was asked for its ink, and whether the answer is that it is drawn.
 static int32_t timesAsked = 0;
 static bool saysDrawn = true;
 

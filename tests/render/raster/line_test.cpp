@@ -116,8 +116,9 @@ TEST_CASE("a line with both ends beyond the same side draws nothing") {
 }
 
 TEST_CASE("a line is clipped 64 pixels outside the viewport, and not before") {
-    // An end 64 pixels outside stays. One pixel farther it is cut, and the other coordinate, moved by less
-    // than a pixel, stays as it was: the line from there takes other pixels than the whole one.
+    // An end 64 pixels outside stays. One pixel farther out it is clipped, and the other coordinate, which
+    // moves by less than a pixel, stays as it was: the line from there takes other pixels than the whole
+    // one.
     struct {
         Point from, to, cut;
     } cases[] = {

@@ -52,7 +52,8 @@ static MeshDraw FrameAt(Vec3 eye) {
                 MultiplyMatrix(ProjectionMatrix(Width(kViewport), Height(kViewport)), ViewMatrix(camera))};
 }
 
-// Meshes before and in one another, among them copies in the same place and with faces in the same plane.
+// Meshes in front of and inside one another, among them copies in the same place and faces in the same
+// plane.
 static std::vector<MeshInstance> RandomInstances(RandomSource& random, const TextureImage& image) {
     const MeshDraw frame = FrameAt({random.Between(-1, 1), random.Between(-1, 1), random.Between(-9, -2)});
     std::vector<MeshInstance> instances;
@@ -184,7 +185,7 @@ TEST_CASE("from sixteen meshes on the nearest is drawn first, so that those behi
         CHECK(frameBuffer.owners.areKept == false);
         CHECK(frameBuffer.owners.numbers.empty() == (count < kFewestToSort));
     }
-    // Each wall would have left its number in what no other hides; only the nearest one did.
+    // Each wall would have left its number where no other hides it; only the nearest one did.
     const auto last = static_cast<int32_t>(kFewestToSort) - 1;
     CHECK(frameBuffer.owners.numbers[static_cast<size_t>(35 * 97 + 48)] == last);
 }

@@ -81,7 +81,7 @@ TEST_CASE("a mesh of faces too small to be drawn is invisible, one of faces a li
         MeshDraw draw{.viewProjection = ProjectionMatrix(kWidth, kHeight)};
         const float distance = random.Between(1, 90);
         const float size = distance * random.Between(1e-6f, random.OneIn(2) ? 2e-4f : 4e-3f);
-        // On the centre of a pixel: what has an area there is seen.
+        // On the centre of a pixel: whatever has an area there is seen.
         const float slope = 2 * std::tan(0.6108653f) / kHeight;
         const Vec3 centre{0.5f * slope * distance, 0.5f * slope * distance, distance};
         draw.world =

@@ -18,7 +18,7 @@ static std::vector<uint32_t> FrontFaces(const Mesh& mesh, const Matrix4& world, 
     return faces;
 }
 
-// As drawing decides it: in world space, with the way to the eye from the first vertex.
+// As drawing decides: in world space, with the way from the first vertex to the eye.
 static bool IsDrawn(const Mesh& mesh, size_t face, const Matrix4& world, Vec3 eye) {
     Vec3 p[3];
     for (size_t c = 0; c < 3; ++c)
@@ -148,7 +148,8 @@ TEST_CASE("a mesh that grew after it was measured is drawn whole") {
 }
 
 TEST_CASE("the bound on rounding scales with the mesh and its distance, to the last bit") {
-    // A power of two changes no digit. A plane's product with the eye has three lengths in it.
+    // A power of two changes no digit of a float. The product of a plane with the eye contains three
+    // lengths.
     const std::vector<Mesh> library = BuildBuiltinMeshes();
     for (const Mesh& plain : library) {
         const auto eyeOf = [&](float size) {

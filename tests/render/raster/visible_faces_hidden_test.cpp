@@ -109,7 +109,7 @@ TEST_CASE("a mesh behind what was drawn gives the plain renderer's picture, howe
     CHECK(shown > 800);
 }
 
-// How many faces of a sphere at a distance are looked at behind a depth.
+// How many faces of a sphere at this distance are looked at, behind this depth.
 static size_t FrontsOfSphere(float distance, float farthest) {
     const Mesh& sphere = Meshes()[kSphereMesh];
     MeshDraw draw = ViewOf({{0, 0, 0}, 0, 0});

@@ -76,7 +76,7 @@ static void AddTriangle(RandomSource& random, Mesh& mesh) {
     mesh.triangles.push_back({first, first + 1, first + 2});
 }
 
-// The pixels that the plain renderer draws of one triangle. Empty for none.
+// The pixels that the plain renderer draws of one triangle. Empty if it draws nothing.
 static Rect DrawnBox(const Mesh& mesh, size_t triangle, const MeshDraw& draw) {
     std::fill(frameBuffer.depth.begin(), frameBuffer.depth.end(), kFarDepth);
     DrawMeshPlainly({mesh.vertices, {mesh.triangles[triangle]}}, draw);
@@ -126,7 +126,7 @@ TEST_CASE("a face that the scan leaves out has no visible pixel, and others have
     CHECK(drawn > 3'000);
 }
 
-// The least depth that the plain renderer draws of the only triangle of a mesh. Far for none.
+// The least depth that the plain renderer draws of a mesh with one triangle. Far if it draws nothing.
 static float LeastDepthDrawn(const Mesh& mesh, const MeshDraw& draw) {
     DrawnBox(mesh, 0, draw);
     return *std::ranges::min_element(frameBuffer.depth);
