@@ -178,7 +178,7 @@ static MeshPlace PlaceToDraw(const Mesh& mesh, const MeshDraw& draw, const Rect&
 // A mesh and its matrices go in, pixels and depths come out. The cheapest question comes first, and each
 // leaves less for the next: is the mesh in view at all, which faces turn to the eye and are not hidden,
 // where do their vertices lie on the screen, which faces contain a pixel centre. The first, second and
-// fourth only save work: about every pixel the fill decides.
+// fourth only save work: the fill decides about every pixel.
 void DrawMeshInView(const Mesh& mesh, const MeshDraw& draw, Surface& surface) {
     const MeshPlace place = PlaceToDraw(mesh, draw, surface.viewport);
     if (surface.pixels == nullptr || (!draw.selected && (place.isBeside || place.isTooSmall))) return;
