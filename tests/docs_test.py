@@ -223,7 +223,7 @@ def every_include_leads_downward_in_the_list_of_folders():
     upward, count, seen = [], 0, set()
     for folder, _, names in os.walk(sources):
         for name in names:
-            if not name.endswith((".h", ".cpp")):
+            if not name.endswith((".h", ".cpp", ".cpp.in")):
                 continue
             file = os.path.relpath(os.path.join(folder, name), sources)
             seen.add(folder_of(file))
