@@ -73,7 +73,7 @@ static void DrawImageSign(Point sheet) {
     }
 }
 
-// Every kind has a row here: a new one does not compile without its icon.
+// Every kind has its case here: a new one does not compile without an icon.
 static void DrawIcon(AssetKind kind, const Rect& place) {
     switch (kind) {
         case AssetKind::Folder: DrawImage(icons.files, place); break;
