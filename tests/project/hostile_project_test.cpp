@@ -8,6 +8,7 @@
 #include "project/prefab_editor.h"
 #include "project/project_lifecycle.h"
 #include "project/save_project.h"
+#include "support/capture.h"
 #include "support/folder_tree.h"
 #include "support/frame_update.h"
 #include "support/project_input.h"
