@@ -1,4 +1,6 @@
+#include "editor/components.h"
 #include "editor/theme.h"
+#include "support/capture.h"
 #include "support/inspector_panel.h"
 
 #include "doctest/doctest.h"
@@ -678,5 +680,20 @@ TEST_CASE("a name that is too long for its box is cut at the box's edge") {
                                       {std::wstring(26, L'n'), std::wstring(22, L'n') + L"..."}}) {
         OpenInspector({.name = name});
         CHECK(std::ranges::count(headless.texts, shown, &DrawnText::text) == 1);
+    }
+}
+
+TEST_CASE("the search box counts as shown while it begins above the Inspector's end") {
+    editorState = EditorState{};
+    const EditorLayout layout = LayoutEditor({}, 1360, 820);
+    CHECK_FALSE(SearchBoxIsShown(layout));
+    const struct {
+        int32_t top, action;
+        bool isShown;
+    } cases[] = {{687, kOpenSearchAction, true}, {688, kOpenSearchAction, false}, {300, 1, false}};
+    for (const auto& [top, action, isShown] : cases) {
+        CAPTURE(top);
+        editorState.inspectorZones = {{.rect{1050, top, 1340, top + 30}, .action = action}};
+        CHECK(SearchBoxIsShown(layout) == isShown);
     }
 }
