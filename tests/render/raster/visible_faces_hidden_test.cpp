@@ -130,8 +130,7 @@ TEST_CASE("hardly a face of a sphere well behind a wall is looked at, but all fr
     CHECK(FrontsOfSphere(20, kFarDepth) > 150);
 }
 
-TEST_CASE(
-    "no corner leaves the place of its mesh: its pixels, its nearest depth and the width of its faces") {
+TEST_CASE("no corner leaves the place of its mesh: its pixels, its depths and the width of its faces") {
     constexpr uint32_t kSeed = 31;
     INFO("seed ", kSeed);
     RandomSource random(kSeed);
@@ -145,11 +144,15 @@ TEST_CASE(
         REQUIRE(place.isBeside == IsBesideView(mesh, transform));
         if (!place.isBounded) continue;
         ++bounded;
+        const Matrix4 toClip = MultiplyMatrix(draw.viewProjection, draw.world);
         MeshVertices vertices;
         TransformVertices(mesh.vertices, transform, BestSimdLevel(), vertices);
         for (size_t i = 0; i < mesh.vertices.size(); ++i) {
             const ScreenCorner& corner = vertices.corners[i];
             REQUIRE(corner.depth >= place.nearest);
+            const float w = TransformToClip(toClip, mesh.vertices[i].position).w;
+            REQUIRE(w >= place.leastW);
+            REQUIRE(w <= place.mostW);
             const auto x = static_cast<int32_t>(std::floor(corner.x)),
                        y = static_cast<int32_t>(std::floor(corner.y));
             if (Contains(kViewport, {x, y})) REQUIRE(Contains(place.pixels, {x, y}));
