@@ -1,5 +1,6 @@
 #include "editor/toolbars.h"
 
+#include "editor/theme.h"
 #include "platform/canvas.h"
 #include "render/icons.h"
 #include "state/editor_state.h"
@@ -197,4 +198,29 @@ TEST_CASE("in the runtime no button is there") {
         editorState.screen = screen;
         for (int32_t x = 0; x < 1360; ++x) REQUIRE(TopBarButtonAt({x, 20}, layout) == TopBarButton::None);
     }
+}
+
+// The viewport begins at (230, 42).
+TEST_CASE("each of the three tools has a button in the viewport's corner, the active one lit") {
+    const EditorLayout layout = StartBar();
+    const wchar_t* const names[] = {L"Move", L"Rotate", L"Scale"};
+    for (int32_t active = 0; active < 3; ++active) {
+        editorState.tool = static_cast<Tool>(active);
+        headless.texts.clear();
+        DrawToolPalette(layout);
+        REQUIRE(headless.texts.size() == 3);
+        for (int32_t i = 0; i < 3; ++i) {
+            const TextColor color = i == active ? kActiveTabText : kButtonText;
+            CHECK(headless.texts[static_cast<size_t>(i)] ==
+                  DrawnText{230 + 26, 42 + 20 + 32 * i, names[i], color, 14, 600});
+        }
+    }
+}
+
+TEST_CASE("the palette takes no press outside a viewport that is smaller than it") {
+    EditorLayout layout = StartBar();
+    layout.viewport = {230, 42, 300, 100};
+    CHECK(ClickToolPalette({299, 99}, layout));
+    CHECK_FALSE(ClickToolPalette({300, 99}, layout));
+    CHECK_FALSE(ClickToolPalette({299, 100}, layout));
 }

@@ -168,6 +168,23 @@ TEST_CASE("a file is written with a byte-order mark and CR LF") {
     CHECK(FileBytes(path) == "\xEF\xBB\xBF");
 }
 
+TEST_CASE("the first and last character of each length of UTF-8 is written and read back") {
+    struct {
+        const wchar_t* text;
+        const char* bytes;
+    } cases[] = {{L"\x7F", "\x7F"},
+                 {L"\u0080", "\xC2\x80"},
+                 {L"\u07FF", "\xDF\xBF"},
+                 {L"\u0800", "\xE0\xA0\x80"},
+                 {L"\uFFFF", "\xEF\xBF\xBF"},
+                 {L"\U00010000", "\xF0\x90\x80\x80"},
+                 {L"\U0010FFFF", "\xF4\x8F\xBF\xBF"}};
+    for (const auto& [text, bytes] : cases) {
+        CHECK(EncodeUtf8(text) == bytes);
+        CHECK(FirstLine(bytes) == text);
+    }
+}
+
 TEST_CASE("a surrogate pair is written as its character and a lone half as U+FFFD") {
     std::wstring text = L"abcdef";
     text[0] = static_cast<wchar_t>(0xD83D);
