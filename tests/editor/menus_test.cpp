@@ -72,6 +72,7 @@ TEST_CASE("the object menu is a box of 178 by 150 with four items") {
           std::vector<std::wstring>{L"Hierarchy", L"Create Child", L"Rename", L"Duplicate", L"Delete"});
     CHECK(headless.texts[0] == DrawnText{112, 138, L"Hierarchy", TextColor{0x78E2FF}, 15, 600});
     CHECK(headless.texts[4] == DrawnText{116, 252, L"Delete", TextColor{0xE6DED6}, 14, 600});
+    for (int32_t i = 0; i < 4; ++i) CHECK(headless.texts[static_cast<size_t>(i) + 1].y == 168 + 28 * i);
     CHECK(CountOf(kBack) == 1360 * 820 - 178 * 150);
     CHECK(PixelAt(277, 279) == Pixel{0x14100D});
     CHECK(PixelAt(150, 260) == Pixel{0x342C27});
@@ -85,6 +86,7 @@ TEST_CASE("the Create menu is a box of 170 by 206 with six items") {
                                                 L"Plane", L"Text"});
     CHECK(headless.texts[0] == DrawnText{612, 308, L"Vytvorit", TextColor{0x78E2FF}, 15, 600});
     CHECK(headless.texts[6] == DrawnText{616, 478, L"Text", TextColor{0xE6DED6}, 14, 600});
+    for (int32_t i = 0; i < 6; ++i) CHECK(headless.texts[static_cast<size_t>(i) + 1].y == 338 + 28 * i);
     CHECK(CountOf(kBack) == 1360 * 820 - 170 * 206);
     CHECK(PixelAt(769, 505) == Pixel{0x14100D});
 }
