@@ -47,6 +47,7 @@ TEST_CASE("the Create menu opens at the pointer and leaves the selection") {
     OpenCreateMenu({600, 300}, layout);
     CHECK(MenuIsOpen(MenuKind::Create));
     CHECK(OpenMenuState().corner == Point{600, 300});
+    CHECK(OpenMenuState().item == -1);
     CHECK(editorState.selectedIndex == 1);
     CHECK_FALSE(MenuIsOpen(MenuKind::Object));
     CHECK(editorState.statusMessage == L"Otevreno Create menu.");

@@ -267,6 +267,9 @@ TEST_CASE("a menu that keeps no distance opens at the pointer, beyond the window
         OpenMenu(menu, 0, pointer, StartMenus());
         CHECK(OpenMenuState().corner == pointer);
     }
+    menu.keptRight = menu.keptBelow = 1;
+    OpenMenu(menu, 0, {800, 600}, StartMenus());
+    CHECK(OpenMenuState().corner == Point{799, 599});
 }
 
 TEST_CASE("a menu that is not cut runs on beyond the window's edges") {
