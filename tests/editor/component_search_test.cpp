@@ -16,6 +16,32 @@ static void StartSearch(const std::wstring& text) {
     for (const wchar_t unit : text) TypeIntoComponentSearch(unit);
 }
 
+TEST_CASE("ten components can be found, by their titles and keywords") {
+    const struct {
+        std::wstring title, keywords;
+        int32_t action;
+    } components[] = {
+        {L"Rigidbody", L"rigidbody physics body fyzika mass drag", 41},
+        {L"Shape", L"shape mesh object cube sphere capsule cylinder plane", 11},
+        {L"Color", L"color colour barva material", 12},
+        {L"Animation", L"animation rotate rotace pohyb", 13},
+        {L"Script", L"script code cpp player controller", 14},
+        {L"CollectOnTouch", L"collect pickup score touch collision score +1", 46},
+        {L"PlanePrefabSpawner", L"plane prefab spawn random povrch plocha", 47},
+        {L"Texture", L"texture image obrazek png jpg material", 40},
+        {L"Collision", L"collision collider coll kolize solid", 33},
+        {L"Gravitation", L"gravity gravitation grav gravitace fall", 34},
+    };
+    size_t next = 0;
+    REQUIRE(ComponentCommands().size() == std::size(components));
+    for (const ComponentCommand* command : ComponentCommands()) {
+        const auto& [title, keywords, action] = components[next++];
+        CHECK(command->title == title);
+        CHECK(command->keywords == keywords);
+        CHECK(command->action == action);
+    }
+}
+
 TEST_CASE("the search lists the best three components") {
     struct {
         const wchar_t* query;

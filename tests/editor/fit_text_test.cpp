@@ -54,6 +54,7 @@ TEST_CASE("a text is wrapped between words") {
     CHECK(WrapText(L"one two three", 129, kFont) == Lines{L"one two", L"three"});
     CHECK(WrapText(L"one two three", 70, kFont) == Lines{L"one two", L"three"});
     CHECK(WrapText(L"one two three", 69, kFont) == Lines{L"one", L"two", L"three"});
+    CHECK(WrapText(L"one two six ten end", 70, kFont) == Lines{L"one two", L"six ten", L"end"});
     CHECK(WrapText(L"", 100, kFont).empty());
 }
 

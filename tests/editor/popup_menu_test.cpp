@@ -281,6 +281,12 @@ TEST_CASE("a menu that is not cut runs on beyond the window's edges") {
     DrawMenu(menu, layout);
     CHECK(PixelAt(89, 30) == Pixel{0x312924});  // no edge here
     CHECK(PixelAt(4, 99) == Pixel{0x312924});
+    menu.cutAt = 1;
+    StartMenus(90, 100);
+    OpenMenu(menu, 0, {0, 0}, layout);
+    DrawMenu(menu, layout);
+    CHECK(PixelAt(88, 30) == Pixel{0x14100D});
+    CHECK(PixelAt(89, 30) == kBack);
 }
 
 TEST_CASE("a menu is drawn where a pixel of it is left, its items where 18 pixels of them are") {
