@@ -154,6 +154,8 @@ def arguments(code):
         end = closing(code, opening)
         if end < 0 or "\n" in code[opening:end] or code[end + 1:end + 3] == " {":
             continue
+        if re.search(r"std::(min|max)(<\w+>)?$", code[max(0, opening - 24):opening]):
+            continue  # the same either way
         cuts, depth = [opening], 0
         for i in range(opening + 1, end):
             depth += (code[i] in "([{") - (code[i] in ")]}")
