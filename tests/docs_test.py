@@ -79,6 +79,18 @@ def both_languages_have_the_same_pages_with_the_same_pictures_and_sections():
             check(counts[0] == counts[1], f"{name} differs in {shape}: {len(counts[0])} and {len(counts[1])}")
 
 
+def the_first_game_names_the_same_things_step_by_step_in_both_languages():
+    """The English page is played in the real window; this makes the other one tell the same game."""
+    def named(language):
+        steps = re.split(r"^(?:#+ |\d+\. |- )", guide_pages(language)["first-game.md"], flags=re.MULTILINE)
+        return [sorted(re.findall(r'"([^"]+)"|`([^`]+)`', step)) for step in steps]
+
+    english, czech = (named(language) for language in LANGUAGES)
+    check(len(english) == len(czech) > 20, f"{len(english)} and {len(czech)} steps")
+    for one, other in zip(english, czech):
+        check(one == other, f"{one} in one language and {other} in the other")
+
+
 def the_index_of_each_language_leads_to_every_page():
     for language in LANGUAGES:
         folder = os.path.join(GUIDE, language)
@@ -259,6 +271,7 @@ if __name__ == "__main__":
     sys.exit(0 if run_tests([
         every_link_and_picture_exists,
         both_languages_have_the_same_pages_with_the_same_pictures_and_sections,
+        the_first_game_names_the_same_things_step_by_step_in_both_languages,
         the_index_of_each_language_leads_to_every_page,
         every_picture_of_the_guide_is_shown,
         the_shortcut_tables_list_what_the_program_knows,

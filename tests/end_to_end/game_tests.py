@@ -73,8 +73,8 @@ def place(fields):
     return float(fields[X]), float(fields[Z])
 
 
-def spots(count):
-    """The first places of coins, from the rule of the generator."""
+def spots(count, floor=SQUARE):
+    """The first places of coins on a floor, from the rule of the generator."""
     state = 0x9E3779B9
 
     def number(low, high):
@@ -82,7 +82,7 @@ def spots(count):
         state = (state * 1664525 + 1013904223) % 2**32
         return low + (state >> 8) / 16777215 * (high - low)
 
-    return [(number(*SQUARE[0]), number(*SQUARE[1])) for _ in range(count)]
+    return [(number(*floor[0]), number(*floor[1])) for _ in range(count)]
 
 
 def walk(program, key, back_key, distance):

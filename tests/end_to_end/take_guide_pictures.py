@@ -12,7 +12,7 @@ import subprocess
 import sys
 import zlib
 
-from program import ROOT, STAGE, check, output_of, running, wait_for
+from program import HUB_TITLE, ROOT, STAGE, check, output_of, running, wait_for
 
 GUIDE = os.path.join(ROOT, "docs", "guide")
 IMAGES = os.path.join(GUIDE, "images")
@@ -28,6 +28,7 @@ INSPECTOR_LEFT = WIDTH - 320
 
 BASIC_CARD = (1050, 280)
 BUILD_BUTTON = (WIDTH - 90, 22)
+HUB_BUTTON = (WIDTH - 365, 22)
 FILES_TAB, CONSOLE_TAB = (60, BOTTOM_TOP + 24), (160, BOTTOM_TOP + 24)
 FILES_UP, FILES_EMPTY = (36, BOTTOM_TOP + 59), (700, BOTTOM_TOP + 112)
 FILES_MENU = (700, HEIGHT - 188)  # moved up into the window
@@ -245,12 +246,33 @@ def show_score(program):
     enter(program, "32", 6)
 
 
-def play_and_build(program):
+def play(program):
     program.see(program.click, *CONSOLE_TAB)
     program.see(program.press, "p")
     take(program, "play")
     program.see(program.press, "p")
+
+
+def open_again(program):
+    """By way of the Project Hub."""
+    program.click(*HUB_BUTTON)
+    wait_for(lambda: program.title() == HUB_TITLE, "the Project Hub")
+    program.steady_pixels()
+    program.open_first_project()
+
+
+def be_rid_of_cubes(program):
+    """Saving and opening puts one around the camera and one around the light."""
     program.see(program.press, "ctrl+s")
+    open_again(program)
+    program.see(program.click, *row(0))
+    remove_section(program, TRANSFORM_TOP + 136 + 150)  # below Transform and Camera
+    program.see(program.click, *row(1))
+    remove_section(program, SHAPE_TOP)
+    program.see(program.press, "ctrl+s")
+
+
+def build(program):
     program.click(*BUILD_BUTTON)
     choose_folder(program, "Games")
     wait_for(lambda: os.path.exists(BUILT_GAME), "the built game")
@@ -268,6 +290,8 @@ def check_first_game():
     check(floor[3] == "-0.700000" and floor[8] == floor[10] == "5.000000" and floor[31] == "1", "the floor")
     check(floor[30] == "PlanePrefabSpawner", f"the floor's scripts are {floor[30]}")
     check(text[57] == "1" and text[60] == "32.000000", "the text")
+    shown = [name for name in ("Game Camera", "Directional Light") if objects[name][17] == "1"]
+    check(not shown, f"a cube stands around {shown}")
 
 
 def make_first_game():
@@ -277,7 +301,7 @@ def make_first_game():
         wait_for(lambda: program.title() == "ZelEngine - ZelEngineProject", "the new project")
         take(program, "new-project")
         for step in (clear_away, give_player_its_script, make_floor, make_coin, make_prefab_of_coin, show_score,
-                     play_and_build):
+                     play, be_rid_of_cubes, build):
             step(program)
     check_first_game()
     with running(os.path.dirname(BUILT_GAME), "ZelGame.exe") as game:

@@ -2,6 +2,7 @@
 """Takes the pictures of docs/images anew, from the staged program:
 tests/end_to_end/with_display.sh tests/end_to_end/in_wine.sh tests/end_to_end/take_pictures.py"""
 
+import glob
 import os
 import shutil
 import time
@@ -22,6 +23,14 @@ def fresh_folder(name):
     return folder
 
 
+def remember_projects(installed, *names):
+    """The Project Hub lists them in this order."""
+    remembered = os.path.join(glob.glob(os.path.join(DRIVE, "users", "*", "AppData", "Local"))[0], "ZelEngine")
+    os.makedirs(remembered, exist_ok=True)
+    with open(os.path.join(remembered, "recent-projects.txt"), "w", encoding="utf-8", newline="\r\n") as file:
+        file.writelines(f"C:\\{os.path.basename(installed)}\\{name}\n" for name in names)
+
+
 def take_game(sample, seconds, name):
     """A sample project as a game, some time after its start."""
     game = fresh_folder("ZelGame")
@@ -36,7 +45,8 @@ if __name__ == "__main__":
     os.makedirs(IMAGES, exist_ok=True)
     installed = fresh_folder("ZelEngine")
     shutil.copytree(STAGE, installed)
-    with running(installed) as editor:
+    remember_projects(installed, "Dive", "Harvest", "Project")
+    with running(installed, forget=False) as editor:
         take(editor, "hub")
         editor.open_first_project()
         take(editor, "editor")
