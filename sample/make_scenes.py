@@ -100,7 +100,7 @@ def main_scene():
     lawn = thing("Lawn", (0.0, -0.5, 5.0), scale=(17.0, 0.44, 17.0), **mesh("Cylinder"), **image("grass", repeat=True),
                  **SOLID)
     _, height, _ = bounds(boats())[0]
-    fleet = thing("Boats", (BOATS_AT[0], height, BOATS_AT[2]), rotation=(0.0, -1.52, 0.0),
+    fleet = thing("Boats", (BOATS_AT[0], height, BOATS_AT[2]), rotation=(0.0, -1.66, 0.0),
                   scale=size(bounds(boats())[1]), **model("Boats"), **image("Boats"), **animated(TURNING, 0.06))
     return [following_camera(0xA9D4F2), sunlight(LIGHT, 2.5),
             walker((0.0, 0.601, -2.7), collect_prefab=COIN_PREFAB),

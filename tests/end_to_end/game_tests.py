@@ -149,7 +149,7 @@ def playing_in_the_editor_shows_the_score_saves_nothing_and_ends_with_the_scene_
             check([content(file) for file in files] == stored, "the scene differs from that of before")
 
 
-def hold_until(program, folder, key, reached):
+def hold_until(program, folder, key, reached, mover="Diving bell"):
     """Holds a key down, and lets go of it now and then to save the game and look at its objects."""
     end = time.monotonic() + 60
     while True:
@@ -158,7 +158,7 @@ def hold_until(program, folder, key, reached):
         objects = saved_objects(program, folder)
         if reached(objects):
             return objects
-        check(time.monotonic() < end, f"60 s of '{key}' led the bell to {named(objects, 'Diving bell')[X:Z]}")
+        check(time.monotonic() < end, f"60 s of '{key}' led {mover} to {named(objects, mover)[X:Z]}")
 
 
 def sunk_to(height):
@@ -183,9 +183,21 @@ def the_second_sample_opens_from_the_hub_and_its_bell_dives_to_the_chest():
         check(score_in(objects) == len(taken), f"the score is {score_in(objects)} for {len(taken)} things")
 
 
+def in_the_third_sample_the_snail_goes_to_its_mushroom_while_the_hedgehog_stands_at_the_hedge():
+    with copy_of_the_sample(sample="Harvest") as folder:
+        os.rename(os.path.join(folder, "ZelEngine.exe"), os.path.join(folder, "ZelGame.exe"))
+        with running(folder, "ZelGame.exe") as game:
+            objects = hold_until(game, folder, "d", lambda objects: named(objects, "Mushroom")[ACTIVE] == "0", "Snail")
+            game.picture().save("game_with_snail")
+        taken = [fields for fields in objects if fields[NAME] in ("Apple", "Mushroom") and fields[ACTIVE] == "0"]
+        check(score_in(objects) == len(taken), f"the score is {score_in(objects)} for {len(taken)} things")
+        check(float(named(objects, "Hedgehog")[X]) > 8, "the hedgehog is not at the right hedge")
+
+
 if __name__ == "__main__":
     sys.exit(0 if run_tests([
         the_walker_collects_coins_in_the_built_game_where_the_generator_puts_them,
         playing_in_the_editor_shows_the_score_saves_nothing_and_ends_with_the_scene_of_before,
         the_second_sample_opens_from_the_hub_and_its_bell_dives_to_the_chest,
+        in_the_third_sample_the_snail_goes_to_its_mushroom_while_the_hedgehog_stands_at_the_hedge,
     ]) else 1)

@@ -327,7 +327,7 @@ def show_screens():
         program.see(program.click, 100, 600)
         program.open_first_project()
         program.see(program.click, *FILES_TAB)
-        program.see(program.click, *row(15))  # Lighthouse, lamps
+        program.see(program.click, *row(16))  # Crate 1
         take(program, "scene-editor")
         program.see(program.click, *row(1), 3)  # Walker
         take(program, "object-menu", (0, 42, 340, 420))
