@@ -10,8 +10,8 @@ from make_dive_assets import (
     GROUND, LANE, LEDGES, SAND, SHOALS, bubbles, cliff, coral_gardens, kelp_forest, jellyfish, pearl, reef_corals,
     reef_kelp, reef_rocks, rotor, shoal, window)
 from sample_files import (
-    BOUNCING, FOLDED, SOLID, TURNING, Project, animated, bounds, box, camera, glowing, image, in_view, mesh, model,
-    placed, scenery, shiny, size, sunlight, text, text_color, thing, tint)
+    BOUNCING, SOLID, TURNING, Project, animated, bounds, box, camera, glowing, image, in_view, mesh, model, placed,
+    scenery, shiny, size, sunlight, text, text_color, thing, tint)
 
 PEARL_PREFAB = "Files\\Prefabs\\Pearl.prefab"
 STAR_PREFAB = "Files\\Prefabs\\Star.prefab"
@@ -73,7 +73,7 @@ def diving_bell(at, opens="", **rules):
     what it gathers."""
     scripts = {"scripts": ("CollectOnTouch",), "collect_target": opens} if opens else {}
     return thing(
-        "Diving bell", at, scale=size(BELL_SIZE), **model("Bell"), **shiny(image("brass")), **FOLDED, has_rigidbody=1,
+        "Diving bell", at, scale=size(BELL_SIZE), **model("Bell"), **shiny(image("brass")), has_rigidbody=1,
         mass=3.0, drag=2.0, **SOLID, scripts=("PlayerController", "CollectOnTouch"), children=[
             scenery("Window", "Window", window(), **glowing(image("Window")), **scripts),
             thing("Rotor", (0.0, 1.2, 0.0), scale=size(bounds(rotor())[1]), **model("Rotor"), **image("brass"),

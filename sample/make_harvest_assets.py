@@ -196,7 +196,7 @@ def lanterns_color(right, up, x, y):
 
 
 def ground():
-    """Its top at the height 0, cut into fields: where the camera stands over a large face, its texture is drawn askew."""
+    """Its top at the height 0, cut into fields: where the camera stands over a large face, the texture is drawn askew."""
     across = [-84, -50, -30, -20, *range(-14, 15, 4), 20, 30, 50, 84]
     ahead = [-22, *range(-14, 27, 4), 34, 44, 62]
     vertices = [(float(x), 0.0, float(z)) for z in ahead for x in across]

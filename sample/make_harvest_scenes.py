@@ -5,8 +5,8 @@ On an autumn evening a hedgehog rides down on a bale of hay, gathers apples betw
 mushroom."""
 from make_harvest_assets import apple, ground, hedgehog, lanterns, mushroom, snail, trees
 from sample_files import (
-    BOUNCING, FOLDED, SOLID, Project, animated, bounds, box, camera, glowing, image, in_view, mesh, model, placed,
-    scenery, size, sunlight, text, text_color, thing)
+    BOUNCING, SOLID, Project, animated, bounds, box, camera, glowing, image, in_view, mesh, model, placed, scenery,
+    size, sunlight, text, text_color, thing)
 
 APPLE_PREFAB = "Files\\Prefabs\\Apple.prefab"
 SNAIL_PREFAB = "Files\\Prefabs\\Snail.prefab"
@@ -53,7 +53,7 @@ LIFT = 1.4  # how high the bale begins
 
 def player(at):
     half = bounds(hedgehog())[1] * HEDGEHOG_SIZE
-    return thing("Hedgehog", at, scale=size(half), **model("Hedgehog"), **bright(image("Hedgehog")), **SOLID, **FOLDED,
+    return thing("Hedgehog", at, scale=size(half), **model("Hedgehog"), **bright(image("Hedgehog")), **SOLID,
                  has_gravitation=1, scripts=("PlayerController", "CollectOnTouch"), collect_prefab=APPLE_PREFAB), half
 
 

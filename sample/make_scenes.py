@@ -7,8 +7,8 @@ import math
 
 from make_assets import BOATS_AT, FAR_TREES, TREES, boats, cap, lamp, lights, planted, sea, standing_coin, tree
 from sample_files import (
-    FOLDED, SOLID, TURNING, Project, animated, bounds, box, camera, image, in_view, mesh, model, placed, scenery, shiny,
-    size, sunlight, text, text_color, thing, tint)
+    SOLID, TURNING, Project, animated, bounds, box, camera, image, in_view, mesh, model, placed, scenery, shiny, size,
+    sunlight, text, text_color, thing, tint)
 
 COIN_PREFAB = "Files\\Prefabs\\Coin.prefab"
 TREE_PREFAB = "Files\\Prefabs\\Tree.prefab"
@@ -63,7 +63,7 @@ def following_camera(sky):
 def walker(at, **rules):
     """The player. W walks away from the camera."""
     return thing(
-        "Walker", at, scale=size(WALKER_SIZE), **mesh("Capsule"), **shiny(tint(0, 110, 255)), **FOLDED,
+        "Walker", at, scale=size(WALKER_SIZE), **mesh("Capsule"), **shiny(tint(0, 110, 255)),
         has_collision=1, has_gravitation=1, scripts=("PlayerController", "CollectOnTouch"), children=[
             scenery("Cap", "Cap", cap(), **shiny(image("Cap")))], **rules)
 

@@ -257,8 +257,19 @@ def glowing(look):
 
 SOLID = {"has_collision": 1}
 
-# The Inspector's sections that are closed, so that the others end above the bottom panel.
-FOLDED = {f"{section}_expanded": 0 for section in ("shape", "color", "collision", "gravitation", "rigidbody", "texture")}
+# The heights of the Inspector's sections, open, and what is left for them in a window of the first size.
+SECTION_HEIGHTS = {"text": 96, "camera": 150, "shape": 92, "color": 144, "animation": 100, "collision": 92,
+                   "gravitation": 92, "rigidbody": 120, "texture": 92}
+SCRIPT_HEIGHTS = {"PlayerController": 64, "CollectOnTouch": 120, "PlanePrefabSpawner": 120}
+TRANSFORM_HEIGHT, ROOM_FOR_SECTIONS = 136, 480
+
+
+def folded(object_):
+    """With its sections closed, but for the Transform, where they would reach the bottom panel."""
+    shown = [name for name in SECTION_HEIGHTS if object_.get(f"has_{name}") or object_.get(f"is_{name}")]
+    height = TRANSFORM_HEIGHT + sum(SECTION_HEIGHTS[name] for name in shown)
+    height += sum(SCRIPT_HEIGHTS[name] for name in object_["scripts"])
+    return object_ | {f"{name}_expanded": 0 for name in shown if height > ROOM_FOR_SECTIONS}
 
 
 def placed(prefab, tree, at, yaw=0.0):
@@ -314,7 +325,7 @@ def column(name, value):
 
 
 def object_line(object_):
-    object_ = object_ | {"script_count": len(object_["scripts"])}
+    object_ = folded(object_) | {"script_count": len(object_["scripts"])}
     return "\t".join(["O", *(column(name, object_[name]) for name in COLUMNS)])
 
 

@@ -37,10 +37,17 @@ static void CheckPanelsEndAboveTheBottomPanel() {
     CHECK(editorState.hierarchyRows.size() == objects);
     CHECK(objects <= 21);
     for (const HierarchyRow& row : editorState.hierarchyRows) CHECK(row.y + 22 <= BottomPanelTop());
-    // The search box comes below every section.
-    const auto search = std::ranges::find(editorState.inspectorZones, kOpenSearchAction, &HitZone::action);
-    REQUIRE(search != editorState.inspectorZones.end());
-    CHECK(search->rect.bottom < BottomPanelTop());
+    for (size_t i = 0; i < objects; ++i) {
+        if (editorState.scene[i].isEntity) continue;  // these have coordinates only
+        CAPTURE(editorState.scene[i].name);
+        editorState.selectedIndex = static_cast<int32_t>(i);
+        RenderFrame();
+        // The search box comes below every section.
+        const auto search =
+            std::ranges::find(editorState.inspectorZones, kOpenSearchAction, &HitZone::action);
+        REQUIRE(search != editorState.inspectorZones.end());
+        CHECK(search->rect.bottom < BottomPanelTop());
+    }
 }
 
 TEST_CASE(
