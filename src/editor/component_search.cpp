@@ -21,7 +21,9 @@ static bool IsSubsequence(const std::wstring& query, const std::wstring& text) {
     return found == query.size();
 }
 
-// How well a component answers a query in capital letters; 0 not at all.
+// How well a component answers a query in capital letters; 0 not at all. The whole query somewhere in title
+// and keywords beats scattered letters, and the earlier it stands the better. Equal scores keep the order of
+// the table.
 static size_t Score(const ComponentCommand& command, const std::wstring& query) {
     if (query.empty()) return 1;
     const std::wstring text = UpperCase(std::wstring(command.title) + L" " + command.keywords);

@@ -7,7 +7,8 @@
 #include <algorithm>
 #include <iterator>
 
-// The two lists that every block stands in, and what belongs to no section.
+// The lists that the blocks stand in: the order of the sections from top to bottom, and the order in which
+// the search offers components of equal score. Below them stands what belongs to no section.
 
 constexpr const Component* kSections[] = {
     &kTransformBlock, &kTextBlock,      &kCameraBlock,      &kShapeBlock,     &kColorBlock,
@@ -83,6 +84,7 @@ bool FollowsPointer(int32_t number) {
     });
 }
 
+// A zone outlives its section by up to one frame: an action of a component that is gone is refused.
 bool IsPossible(const InspectorAction& action, const GameObject& object, const ZonePress& press) {
     for (const Component* component : kSections) {
         if (FindIn(component->actions, action.number) && !component->isPresent(object)) return false;

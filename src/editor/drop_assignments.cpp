@@ -29,6 +29,7 @@ bool AssignScript(const AssetEntry& file, int32_t target) {
     return true;
 }
 
+// The image is loaded before the undo step: a file that cannot be read changes nothing.
 bool AssignTexture(const AssetEntry& file, int32_t target) {
     if (file.kind != AssetKind::Image) return Refuse(L"Na Texture jde pretahnout jen PNG, JPG nebo BMP.");
     if (!IsObjectIndex(target)) return Refuse(L"Texture nebyla pustena na objekt.");
@@ -71,6 +72,7 @@ static void AssignSpawnedPrefab(const AssetEntry& file) {
     SetStatus(L"PlanePrefabSpawner prefab nastaven: " + file.name);
 }
 
+// Which of the two scripts takes the prefab: the spawner only if it is there alone.
 bool AssignPrefab(const AssetEntry& file, int32_t target) {
     if (file.kind != AssetKind::Prefab || !IsObjectIndex(target)) return false;
     editorState.selectedIndex = target;

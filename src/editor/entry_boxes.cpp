@@ -21,6 +21,8 @@ static void DrawField(const Rect& field, const std::wstring& typed) {
     DrawText(left + 8, top + 7, shown, kEntryText, 15, kNormal);  // where one types stays in sight
 }
 
+// In the middle of the window, over a backdrop only a little larger than the box: the object, or the message,
+// that the entry is about stays in sight.
 static void DrawEntry(const EditorLayout& layout, int32_t width, const std::wstring& title,
                       const std::wstring& subtitle, const std::wstring& typed) {
     const int32_t left = std::max((layout.width - width) / 2, 8);

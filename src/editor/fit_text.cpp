@@ -58,6 +58,8 @@ std::wstring EndThatFits(const std::wstring& text, int32_t width, TextFont font)
     return text.substr(start);
 }
 
+// Takes as many words into a line as fit, at least one: a word that is too long by itself sticks out rather
+// than being cut.
 std::vector<std::wstring> WrapText(const std::wstring& text, int32_t width, TextFont font) {
     std::vector<std::wstring> lines;
     size_t start = 0;

@@ -26,9 +26,9 @@ constexpr int32_t kCentre = 9;                        // below it the drop is be
 constexpr int32_t kChildMargin = 52;                  // right of it the whole row means "as a child"
 constexpr int32_t kDragThreshold = 6;                 // |dx| + |dy| in pixels
 
-// In: the objects. Out: a row for each that can be reached from a root, parents before their children. Goes
-// down to the first child where there is one, else across to the next sibling, else back up to the sibling
-// that was left waiting; the number of those waiting is the depth. An object in a cycle of parents is never
+// Makes a row for every object that can be reached from a root, parents before their children. The walk goes
+// down to the first child if there is one, else across to the next sibling, else back up to the sibling that
+// was left waiting; the number of those waiting is the depth. An object in a cycle of parents is never
 // reached.
 HierarchyRowList ListHierarchyRows(const Scene& scene, bool isPlaying) {
     const ObjectTree tree = BuildObjectTree(scene);
@@ -107,6 +107,8 @@ void DrawHierarchy(const EditorLayout& layout) {
     }
 }
 
+// Rows lie below one another without a gap, so a binary search finds the row: a scene of 100,000 objects is
+// asked as fast as one of ten.
 const HierarchyRow* HierarchyRowAt(int32_t y) {
     const HierarchyRowList& rows = editorState.hierarchyRows;
     const auto row = std::ranges::partition_point(
@@ -126,6 +128,8 @@ int32_t HierarchyObjectAt(Point point, const EditorLayout& layout) {
     return row && IsObjectIndex(row->objectIndex) ? row->objectIndex : -1;
 }
 
+// The middle of a row means "as a child", its upper and lower edge "before" and "behind"; so does everything
+// right of the indent, where there is no edge to aim at. An object never lands in its own subtree.
 std::optional<DropPlace> HierarchyDropAt(Point point, int32_t dragged) {
     const HierarchyRow* row = HierarchyRowAt(point.y);
     if (!row || !IsObjectIndex(row->objectIndex)) return std::nullopt;
@@ -146,6 +150,7 @@ bool PressHierarchy(Point pointer, const EditorLayout& layout) {
     return true;
 }
 
+// A press becomes a drag only after a few pixels, so that a click with an unsteady hand still selects.
 void DragInHierarchy(HierarchyDrag& drag, Point pointer) {
     if (!drag.dragging) {
         const Point press = drag.press;

@@ -30,12 +30,16 @@ struct Column {
 };
 }  // namespace
 
+// The content keeps its least width in a narrower panel and is cut at the window's edge: a row never lays one
+// part over another.
 static Column ColumnOf(const EditorLayout& layout) {
     const int32_t left = layout.inspectorLeft + 10;
     const int32_t width = std::max(kMinContentWidth, layout.width - layout.inspectorLeft - 20);
     return {left, left + width, layout.bottomTop, layout.height};
 }
 
+// Whatever draws something that can be clicked registers it here, with the rectangle that it drew. A click
+// looks up these zones instead of computing the layout a second time, so it always means what the user saw.
 static void AddZone(const Rect& rect, int32_t action, int32_t block = 0) {
     if (action != 0) editorState.inspectorZones.push_back({rect, action, block});
 }
@@ -73,7 +77,8 @@ static void DrawTagStrip(const Column& column, const GameObject& object) {
     DrawText(left + 202, 131, L"Default", kValueText, 13, kNormal);
 }
 
-// Rows. Each kind of content knows how it looks and where it is clicked.
+// Rows. A component's table says what a row holds; the type of the content picks how it is drawn and where it
+// is clicked. A new kind of content does not compile until it is handled here.
 
 namespace {
 struct RowPainter {
@@ -115,7 +120,8 @@ static void DrawRows(int32_t left, int32_t top, const SectionLook& look, const G
     for (const InspectorRow& row : look.rows) std::visit(RowPainter{object, row, left, top}, row.content);
 }
 
-// Sections. Each returns the top of what follows.
+// Sections stand below one another, and a fold moves everything under it; so each returns the top of what
+// follows.
 
 static int32_t DrawSection(const Column& column, int32_t top, const Component& component,
                            const GameObject& object) {
@@ -168,6 +174,8 @@ static void DrawSearchBox(const Rect& rect) {
     AddZone(rect, kOpenSearchAction);
 }
 
+// Below the last section, and at the panel's bottom when there is room to spare: the box stays where the hand
+// expects it.
 static void DrawSearch(const Column& column, int32_t sectionsEnd) {
     const int32_t left = column.left + 12, right = column.right - 12;
     int32_t top = std::max(sectionsEnd + 10, column.bottom - kKeptForSearch);
@@ -249,6 +257,8 @@ static void ApplyAction(const InspectorAction& action, const ZonePress& press) {
     if (!message.empty()) SetStatus(message);
 }
 
+// Undo step, effect, message: here, once for every action of every component. A fold takes no undo step and
+// still counts as a change, because it is stored in the scene.
 static void RunAction(const InspectorAction& action, const ZonePress& press) {
     if (action.undoLabel) {
         pushUndo(action.undoLabel);
@@ -282,6 +292,8 @@ bool ClickInspector(Point pointer, const EditorLayout& layout) {
     return true;
 }
 
+// Runs the action of the press again with the pointer's new place. The zone is the one of the press, so that
+// a bar that has moved meanwhile does not jump under the hand.
 void DragInspectorValue(const InspectorDrag& drag, Point pointer) {
     if (!SelectionIsValid() || editorState.selectedIndex != drag.object) return DropGesture();
     const InspectorAction* action = FindInspectorAction(drag.zone.action);

@@ -23,6 +23,9 @@ EditorLayout LayoutEditor(const PanelLayout& panels, int32_t width, int32_t heig
     return layout;
 }
 
+// The bottom panel is limited by the height alone. At the sides the viewport keeps its least width as long as
+// both panels can shrink: the Inspector gives way first and the Hierarchy after it, each down to its own
+// least width. A window too narrow for even that shows no side panels.
 PanelLayout FitPanelsToWindow(PanelLayout panels, int32_t width, int32_t height) {
     if (width < 1 || height < 1) return panels;
     panels.bottomHeight = std::min(std::max(panels.bottomHeight, kMinBottomHeight),
@@ -55,6 +58,7 @@ static bool IsNear(int32_t position, int32_t edge) {
     return position >= edge - kSplitterReach && position < edge + kSplitterReach;
 }
 
+// The upright edges first: where they meet the bottom edge, they end.
 std::optional<PanelEdge> SplitterHitTest(Point p, const PanelLayout& panels, int32_t width, int32_t height) {
     const EditorLayout layout = LayoutEditor(panels, width, height);
     const bool besidePanels = p.y >= kTopBarHeight && p.y < layout.bottomTop;

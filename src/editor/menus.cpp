@@ -9,7 +9,8 @@
 
 #include <algorithm>
 
-// The menu's object, or the last one when the scene has become shorter while the menu was open.
+// Selects the menu's object, or the last one if the scene has become shorter while the menu was open. The
+// commands of the menu then work on the selection, like those of the keys.
 static void SelectMenuObject(const MenuChoice& choice) {
     const auto last = static_cast<int32_t>(editorState.scene.size()) - 1;
     editorState.selectedIndex = std::min(choice.menu.item, last);

@@ -21,6 +21,8 @@ void DrawPanelFrames(const EditorLayout& layout) {
     DrawPanelBox(layout.inspector, kPanelFill, kPanelLightEdge);
 }
 
+// The panel covers what ran out of the Inspector. The splitters come last, so that the edge that is being
+// dragged lies over the panels on both of its sides.
 void DrawBottomFrame(const EditorLayout& layout) {
     DrawPanelBox(layout.bottom, kBottomPanelFill, kPanelLightEdge);
 
@@ -57,9 +59,9 @@ void FillBottomStrip(const Rect& strip, const EditorLayout& layout) {
              kBottomPanelFill);
 }
 
-// A line on a strip of its own, where the tree of the Hierarchy runs on below it. Elsewhere the strip would
-// show what is there already, and asking the system for its length is the dearest part of a panel with cached
-// texts.
+// Draws a line of text, on a strip of its own if the tree of the Hierarchy runs on below it. Elsewhere the
+// strip would change nothing, and asking the system for its length is the dearest part of a panel whose texts
+// are cached.
 static void DrawLine(Point place, const std::wstring& text, TextFont font, const EditorLayout& layout) {
     const int32_t top = place.y - (kStripHeight - font.height) / 2;
     if (HierarchyReachesBelow(top)) {

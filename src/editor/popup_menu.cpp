@@ -15,11 +15,14 @@ static const PopupMenu* Opened(const MenuTable& menu) {
     return MenuIsOpen(menu.kind) ? &*editorState.menu : nullptr;
 }
 
+// Where the menu lies now: the corner is kept, the box is worked out from it again, because the window may
+// have changed its size while the menu was open.
 static Rect BoxOf(const MenuTable& menu, Point corner, const MenuArea& area) {
     if (menu.box) return menu.box(corner, area);
     return {corner.x, corner.y, corner.x + menu.width, corner.y + menu.height};
 }
 
+// At the pointer, moved back into the window as far as the menu's table wants it to be.
 void OpenMenu(const MenuTable& menu, int32_t item, Point pointer, const MenuArea& area) {
     const auto place = [](int32_t position, int32_t room, int32_t kept) {
         return kept > 0 ? std::clamp(position, 0, std::max(room - kept, 0)) : position;
@@ -44,6 +47,8 @@ static void DrawItem(const MenuItem& item, const MenuTable& menu, const Rect& pl
     DrawText(place.left + kMargin, place.top + menu.textTop, item.label, item.color, 14, kSemiBold);
 }
 
+// A menu that does not fit is cut at the window's edge, and its items end where no label would fit any more.
+// Their places are worked out from the whole box, as a click does.
 void DrawMenu(const MenuTable& menu, const MenuArea& area) {
     const PopupMenu* opened = Opened(menu);
     if (!opened) return;
@@ -73,6 +78,9 @@ static const MenuItem* ItemAt(const MenuTable& menu, const Rect& box, Point poin
     return nullptr;
 }
 
+// What a press does depends on where it falls: outside it closes the menu, on the title it does nothing, on
+// an item it closes the menu and runs the item, beside the items it does what the menu's table says. The menu
+// is closed before the item runs, because the item may open another menu, an entry or a dialog.
 bool ClickMenu(const MenuTable& menu, Point pointer, const MenuArea& area) {
     if (!Opened(menu)) return false;
     const MenuChoice choice{*Opened(menu), area};

@@ -22,6 +22,7 @@ struct BarButton {
 };
 }  // namespace
 
+// Drawing and clicking both walk this table, so a button is where it is seen.
 // clang-format off
 constexpr BarButton kButtons[] = {
     {TopBarButton::CloseEditor,  true,  false,  190,  262, 14, L"Scene"},
@@ -131,6 +132,8 @@ void DrawToolPalette(const EditorLayout& layout) {
     }
 }
 
+// A press between the buttons is taken too and does nothing: an object behind the palette is not picked
+// through it.
 bool ClickToolPalette(Point pointer, const EditorLayout& layout) {
     if (!Contains(layout.viewport, pointer) || !Contains(PaletteBox(layout), pointer)) return false;
     for (int32_t i = 0; i < 3; ++i) {

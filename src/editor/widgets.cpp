@@ -9,7 +9,8 @@
 constexpr int32_t kSectionHeight = 26;
 constexpr int32_t kSliderLeft = 88, kSliderWidth = 156;
 
-// The edges of a box, in the order that decides its corners.
+// A bevel of one pixel: light above and on the left, dark below and on the right. Where two edges meet, the
+// later one wins the corner.
 void DrawBoxEdges(const Rect& rect, Pixel topLeft, Pixel bottomRight) {
     const auto [left, top, right, bottom] = rect;
     FillRect({left, top, right, top + 1}, topLeft);
@@ -18,6 +19,7 @@ void DrawBoxEdges(const Rect& rect, Pixel topLeft, Pixel bottomRight) {
     FillRect({right - 1, top, right, bottom}, bottomRight);
 }
 
+// The shadow first: it reaches out of the button and lies under it.
 void DrawButton(const Rect& rect, Pixel fill, Pixel edge, bool shadow) {
     const auto [left, top, right, bottom] = rect;
     if (shadow) {

@@ -92,6 +92,8 @@ static void PaintPixel(const Target& target, Point p, TextColor color, uint32_t 
     target.pixels[index] = Pixel{red << 16 | green << 8 | blue};
 }
 
+// Marks and no letters: a test compares pictures and does not read them, and marks are the same on every
+// machine.
 static void PaintText(const Target& target, Point corner, const DrawnText& text) {
     const int32_t advance = Advance(text.height);
     for (size_t i = 0; i < text.text.size(); ++i) {
