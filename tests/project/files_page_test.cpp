@@ -5,6 +5,7 @@
 #include "support/capture.h"
 #include "support/gestures.h"
 #include "support/open_menu.h"
+#include "support/picture.h"
 #include "support/project_input.h"
 
 #include "doctest/doctest.h"
@@ -172,6 +173,47 @@ TEST_CASE("a right click on an item selects it and opens its menu in place of an
     CHECK(editorState.fileEntries[static_cast<size_t>(editorState.selectedFile)].name == L"imported");
     for (const wchar_t* label : {L"Soubor", L"Otevrit", L"Prejmenovat", L"Duplikovat", L"Odstranit"}) {
         CHECK(IsDrawn(label));
+    }
+}
+
+TEST_CASE("the page's menus are boxes of 194 by 178 and 168 by 150, their items 28 pixels apart") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    PutFile(FilesIn(folder) + L"\\Zz.txt", "");
+    RefreshAssetList();
+    const struct {
+        Point at;
+        int32_t width, height;
+        std::vector<std::wstring> texts;
+    } menus[] = {
+        {EmptyFilesPlace(),
+         194,
+         178,
+         {L"Files", L"Vytvorit slozku", L"Vytvorit script", L"Vytvorit scene", L"Vytvorit blueprint",
+          L"Vytvorit prefab"}},
+        {FileNamed(L"Zz.txt"),
+         168,
+         150,
+         {L"Soubor", L"Otevrit", L"Prejmenovat", L"Duplikovat", L"Odstranit"}},
+    };
+    for (const auto& [at, width, height, texts] : menus) {
+        RightClick(at);
+        headless.texts.clear();
+        RenderFrame();
+        const Point corner = OpenMenuState().corner;
+        REQUIRE(headless.texts.size() > texts.size());
+        const size_t first = headless.texts.size() - texts.size();  // the menu is drawn last
+        for (size_t i = 0; i < texts.size(); ++i) {
+            const DrawnText& drawn = headless.texts[first + i];
+            CHECK(drawn.text == texts[i]);
+            CHECK(drawn.x == corner.x + (i == 0 ? 12 : 16));
+            CHECK(drawn.y == corner.y + (i == 0 ? 8 : 10 + 28 * static_cast<int32_t>(i)));
+        }
+        const Point last{corner.x + width - 1, corner.y + height - 1};
+        CHECK(PixelAt(last.x, last.y - 20) == Pixel{0x14100D});
+        CHECK(PixelAt(last.x - 20, last.y) == Pixel{0x14100D});
+        CHECK(PixelAt(last.x - 20, last.y - 1) == Pixel{0x312924});
+        CHECK(PixelAt(last.x - 1, last.y - 4) == Pixel{0x312924});
     }
 }
 
