@@ -206,7 +206,7 @@ TEST_CASE("a list with rubbish, long lines and duplicates shows each project onc
 TEST_CASE("a click on nothing does nothing, and outside the window it is not taken") {
     const ScratchFolder folder;
     StartHub(folder);
-    for (const Point at : {Point{5, 5}, Point{700, 500}, Point{1359, 819}}) {
+    for (const Point at : {Point{5, 5}, Point{0, 5}, Point{5, 0}, Point{700, 500}, Point{1359, 819}}) {
         CHECK(HubLeftClick(at, CurrentHubLayout()));
         CHECK(HubRightClick(at, CurrentHubLayout()));
     }
@@ -231,6 +231,34 @@ TEST_CASE("a right click on a row opens its menu, and elsewhere closes it") {
     RightClick({700, 600});
     CHECK_FALSE(MenuIsOpen(MenuKind::Project));
     CHECK_FALSE(IsDrawn(L"Odebrat ze seznamu"));
+}
+
+TEST_CASE("the menu of a project has a title and two items where it was opened, the dangerous one in red") {
+    const ScratchFolder folder;
+    StartHub(folder);
+    ListProjects(folder, {L"First"});
+    const Rect row = CurrentHubLayout().rows.at(0);
+    const Point corner{row.right - 1, row.bottom - 1};
+    RightClick(corner);
+    headless.texts.clear();
+    RenderFrame();
+    const std::vector<DrawnText> expected{
+        {corner.x + 12, corner.y + 10, L"Project", TextColor{0x78E2FF}, 15, 600},
+        {corner.x + 16, corner.y + 41, L"Odebrat ze seznamu", TextColor{0xE6DED6}, 14, 600},
+        {corner.x + 16, corner.y + 73, L"Smazat projekt z disku", TextColor{0x7A7AF0}, 14, 600}};
+    REQUIRE(headless.texts.size() > 3);
+    CHECK(std::vector<DrawnText>(headless.texts.end() - 3, headless.texts.end()) == expected);
+}
+
+TEST_CASE("no project is under a point beside the rows, nor on a row of one that has left the list") {
+    const ScratchFolder folder;
+    StartHub(folder);
+    ListProjects(folder, {L"First"});
+    const Point row = ProjectRow(0);
+    CHECK(ProjectRowAt(row) == 0);
+    CHECK(ProjectRowAt({5, 5}) == -1);
+    editorState.recentProjects.clear();
+    CHECK(ProjectRowAt(row) == -1);
 }
 
 TEST_CASE("the menu of a project stays 8 pixels inside the window") {
