@@ -79,6 +79,16 @@ TEST_CASE("the bar is drawn at most twenty times a second") {
     CHECK(headless.presents == 14);  // from 0.3 to 1.0 s
 }
 
+TEST_CASE("work without news goes on showing what was done last") {
+    StartWithWorkClock(1);
+    LongWork work(L"Working", L"things");
+    work.Continue(2, 4);
+    headless.texts.clear();
+    work.Continue();
+    CHECK(IsShown(L"Working: 2 z 4 things"));
+    CHECK(headless.taskProgress == std::vector<double>{0.5, 0.5});
+}
+
 TEST_CASE("Esc cancels only work that can be taken back") {
     for (const auto esc : {LongWork::Esc::Cancels, LongWork::Esc::Nothing}) {
         const bool cancels = esc == LongWork::Esc::Cancels;
