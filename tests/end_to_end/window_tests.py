@@ -10,8 +10,8 @@ import tempfile
 from program import HUB_TITLE, ROOT, STAGE, Picture, check, output_of, run_tests, running, wait_for
 
 CLIENT_SIZE = (1360, 820)
-# Where nothing of the sample project moves: not the coins, the lamp, the ball, the falling crates, and not the boat,
-# which comes by along the whole horizon.
+# Where nothing of the sample project moves: not the coins, the falling crates, and not the boats, which come by along
+# the whole horizon.
 # How much of each must be equal: the eye hangs on the walker, who falls and is stopped in every frame, so that his
 # height differs in its last bit with the frame's length, and that moves some points of a texture by a texel.
 STILL_PARTS = {
