@@ -7,6 +7,7 @@
 #include "platform/image_decoder.h"
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -36,8 +37,10 @@ bool RasterizeText(const std::wstring& text, TextColor color, int32_t height, in
 // Must come between the system's drawing and the program's own access to the pixels.
 void FlushCanvas();
 
-// Copies the whole surface to the window.
+// Copies the surface to the window: the whole, or those parts of it that have changed since the last time. A
+// window that has lost what it showed gets the whole.
 void PresentCanvas();
+void PresentCanvas(std::span<const Rect> changed);
 
 // An image that the system scales and blends into the canvas. Negative when there is none.
 using CanvasImage = int32_t;

@@ -22,8 +22,25 @@ void DestroyCanvas() { headless.pixels.clear(); }
 
 void FlushCanvas() { ++headless.flushes; }
 
+static void CopyToWindow(const Rect& part) {
+    const auto width = static_cast<size_t>(headless.canvasSize.width);
+    for (int32_t y = part.top; y < part.bottom; ++y) {
+        const size_t first = static_cast<size_t>(y) * width + static_cast<size_t>(part.left);
+        std::copy_n(headless.pixels.data() + first, Width(part), headless.windowPixels.data() + first);
+    }
+}
+
 void PresentCanvas() {
+    const Rect whole{0, 0, headless.canvasSize.width, headless.canvasSize.height};
+    PresentCanvas(std::span(&whole, 1));
+}
+
+void PresentCanvas(std::span<const Rect> changed) {
     ++headless.presents;
+    if (headless.hasWindowPixels) {
+        headless.windowPixels.resize(headless.pixels.size());
+        for (const Rect& part : changed) CopyToWindow(part);
+    }
     if (headless.onPresent != nullptr) headless.onPresent();
 }
 

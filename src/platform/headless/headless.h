@@ -50,9 +50,11 @@ struct HeadlessPlatform {
     int32_t canvasesMade = 0;
     ClientSize canvasSize{};
     std::vector<Pixel> pixels{};
-    bool paintsTexts = false;          // true: texts leave marks in the pixels
-    std::vector<DrawnText> texts{};    // since the test last emptied it
-    std::vector<DrawnImage> images{};  // likewise
+    bool hasWindowPixels = false;       // true: what is shown is copied, as a window does
+    std::vector<Pixel> windowPixels{};  // what the window shows then
+    bool paintsTexts = false;           // true: texts leave marks in the pixels
+    std::vector<DrawnText> texts{};     // since the test last emptied it
+    std::vector<DrawnImage> images{};   // likewise
     int32_t flushes = 0;
     std::wstring windowIcon{};               // path it was made from
     std::vector<DecodedImage> madeImages{};  // pixels that became images; drawn as "made 1", "made 2" ...

@@ -3,6 +3,8 @@
 #include "platform/windows/canvas_device.h"
 #include "platform/windows/main_window.h"
 
+#include <utility>
+
 Canvas windowCanvas;
 
 // A bitmap can only be deleted while no device context holds it.
@@ -46,6 +48,7 @@ Pixel* CreateCanvas(int32_t width, int32_t height) {
     const HGDIOBJ previous = SelectObject(windowCanvas.device, bitmap);
     if (!windowCanvas.firstBitmap) windowCanvas.firstBitmap = previous;
     windowCanvas.bitmap = bitmap;
+    windowCanvas.isWindowStale = true;
     windowCanvas.pixels = {static_cast<Pixel*>(pixels), width, height};
     return windowCanvas.pixels.first;
 }
@@ -60,9 +63,18 @@ void DestroyCanvas() {
 void FlushCanvas() { GdiFlush(); }
 
 void PresentCanvas() {
+    const Rect whole{0, 0, windowCanvas.pixels.width, windowCanvas.pixels.height};
+    PresentCanvas(std::span(&whole, 1));
+}
+
+void PresentCanvas(std::span<const Rect> changed) {
     if (!windowCanvas.bitmap || !MainWindow()) return;
+    if (std::exchange(windowCanvas.isWindowStale, false)) return PresentCanvas();
+    if (changed.empty()) return;
     const HDC windowDevice = GetDC(MainWindow());
-    BitBlt(windowDevice, 0, 0, windowCanvas.pixels.width, windowCanvas.pixels.height, windowCanvas.device, 0,
-           0, SRCCOPY);
+    for (const Rect& part : changed) {
+        BitBlt(windowDevice, part.left, part.top, Width(part), Height(part), windowCanvas.device, part.left,
+               part.top, SRCCOPY);
+    }
     ReleaseDC(MainWindow(), windowDevice);
 }

@@ -28,6 +28,7 @@ struct Canvas {
     CanvasPixels pixels{};            // of `bitmap`
     std::vector<CanvasFont> fonts{};  // few, and asked for a hundred times a frame
     CachedImages cachedImages{};
+    bool isWindowStale = true;  // the window may show something else than the last picture
 };
 
 extern Canvas windowCanvas;

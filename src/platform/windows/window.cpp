@@ -2,6 +2,7 @@
 
 #include "platform/canvas.h"
 #include "platform/clock.h"
+#include "platform/windows/canvas_device.h"
 #include "platform/windows/main_window.h"
 #include "platform/windows/system_library.h"
 
@@ -149,6 +150,7 @@ static LRESULT CALLBACK HandleMessage(HWND handle, UINT message, WPARAM wParam, 
             PAINTSTRUCT paint{};
             BeginPaint(handle, &paint);
             EndPaint(handle, &paint);
+            windowCanvas.isWindowStale = true;
             SendPaint();
             return 0;
         }
