@@ -7,6 +7,7 @@
 #include "state/editor_state.h"
 
 #include <algorithm>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -25,7 +26,8 @@ bool ReadTextureFile(const std::wstring& fullPath, TextureImage& texture) {
     return WithEnoughMemory([&] {
         std::vector<Pixel> texels(image.argb.size());
         std::ranges::transform(image.argb, texels.begin(), TexelOf);
-        texture = {fullPath, image.width, image.height, std::move(texels)};
+        texture = {fullPath, image.width, image.height, std::move(texels),
+                   std::make_shared<const TextureMark>()};
         return true;
     });
 }
