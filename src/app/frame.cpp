@@ -44,10 +44,9 @@ static void FillAround(const Rect& viewport) {
     FillRect({0, viewport.bottom, width, height}, kWindowFill);
 }
 
-// The scene first, then the panels over its edges: a picture is drawn from back to front. Only the viewport
-// has depth to clear. In the game the viewport is the whole window and nothing lies over it.
+// The scene first, then the panels over its edges: a picture is drawn from back to front. In the game the
+// viewport is the whole window and nothing lies over it.
 static void DrawEditorOrGame(const EditorLayout& layout) {
-    ClearDepth(layout.viewport, frameBuffer);
     FillAround(layout.viewport);
     DrawScene(CurrentView(layout.viewport));
     if (ShownScreen() != Shown::Game) DrawPanels(layout);
@@ -70,8 +69,9 @@ bool RenderFrame() {
     const ClientSize size = WindowClientSize();
     const bool hasBuffer = EnsureSize(size.width, size.height);
     if (hasBuffer) {
+        BeginPicture();
         DrawCurrentScreen();
-        Present();
+        ShowPicture();
     }
     frameBuffer.isInUse = false;
     return hasBuffer;

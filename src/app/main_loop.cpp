@@ -62,6 +62,7 @@ static bool RunUntilAsked() {
 int RunProgram() {
     StartPlatform();
     frameBuffer.cachesTexts = true;
+    frameBuffer.keepsPicture = true;
     bool isGood = false, hasMemory = false;
     WithEnoughMemory([&] {
         isGood = RunUntilAsked();

@@ -65,22 +65,20 @@ static void DrawSquareOutline(Point centre, int32_t reach, Pixel color) {
 
 namespace {
 
-// The pixels within a radius, row by row from the top. Every row lies around the centre.
-using WheelRows = std::vector<std::vector<Pixel>>;
-
 // Wheels come in three sizes and are drawn in every frame, and a large one has nine thousand pixels with an
 // arc tangent each. So each size is computed when it is first drawn, and copied from then on. What a wheel
 // shows depends on nothing but its radius: nothing here ever becomes out of date.
 struct WheelCache {
-    std::map<int32_t, WheelRows> byRadius{};
+    std::map<int32_t, PixelRows> byRadius{};
 };
 
 }  // namespace
 
 static WheelCache wheels;
 
-static WheelRows RowsOfWheel(int32_t radius) {
-    WheelRows rows;
+// The pixels within the radius.
+static PixelRows RowsOfWheel(int32_t radius) {
+    PixelRows rows;
     for (int32_t dy = -radius; dy <= radius; ++dy) {
         std::vector<Pixel>& row = rows.emplace_back();
         for (int32_t dx = -radius; dx <= radius; ++dx) {
@@ -93,31 +91,16 @@ static WheelRows RowsOfWheel(int32_t radius) {
     return rows;
 }
 
-static const WheelRows& CachedWheel(int32_t radius) {
+static const PixelRows& CachedWheel(int32_t radius) {
     const auto found = wheels.byRadius.find(radius);
     if (found != wheels.byRadius.end()) return found->second;
     return wheels.byRadius.emplace(radius, RowsOfWheel(radius)).first->second;
 }
 
-// Copies the part of a row that lies inside the buffer.
-static void CopyRow(Point first, std::span<const Pixel> row) {
-    if (first.y < 0 || first.y >= frameBuffer.height) return;
-    const int32_t begin = std::clamp(first.x, 0, frameBuffer.width);
-    const int32_t end = std::clamp(first.x + static_cast<int32_t>(row.size()), 0, frameBuffer.width);
-    if (begin >= end) return;
-    std::copy_n(row.data() + (begin - first.x), end - begin,
-                frameBuffer.pixels + ptrdiff_t{first.y} * frameBuffer.width + begin);
-}
-
 Rect DrawColorWheel(Point centre, int32_t radius, uint32_t color) {
     constexpr Pixel kMark{0xFFFFFF}, kMarkRim{0x14100D};
     const Rect square{centre.x - radius, centre.y - radius, centre.x + radius, centre.y + radius};
-    if (frameBuffer.pixels == nullptr) return square;
-    PreparePixelAccess(frameBuffer);
-    int32_t y = centre.y - radius;
-    for (const std::vector<Pixel>& row : CachedWheel(radius)) {
-        CopyRow({centre.x - static_cast<int32_t>(row.size()) / 2, y++}, row);
-    }
+    DrawPixelRows({centre.x, centre.y - radius}, CachedWheel(radius));
     const Point place = PlaceOnWheel(color, radius);
     const Point mark{centre.x + place.x, centre.y + place.y};
     DrawSquareOutline(mark, kMarkReach + 1, kMarkRim);

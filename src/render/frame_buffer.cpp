@@ -1,10 +1,17 @@
 #include "render/frame_buffer.h"
 
 #include "base/enough_memory.h"
+#include "render/damage.h"
 #include "render/raster/kernels.h"
+#include "render/raster/line.h"
+#include "render/raster/mesh_batch.h"
 
 #include <algorithm>
 #include <cstddef>
+#include <optional>
+#include <span>
+#include <utility>
+#include <variant>
 
 FrameBuffer frameBuffer;
 
@@ -28,6 +35,7 @@ bool EnsureSize(int32_t width, int32_t height) {
         fb.height = height;
         fb.viewport = {0, 0, width, height};
         fb.systemDrew = false;
+        fb.kept = {};
         if (WithEnoughMemory(MakeDepth)) fb.pixels = CreateCanvas(width, height);
     }
     return fb.pixels != nullptr;
@@ -43,19 +51,86 @@ void Clear(Pixel color) {
     ClearDepth({0, 0, frameBuffer.width, frameBuffer.height}, frameBuffer);
 }
 
-void FillRect(const Rect& rect, Pixel color) {
-    if (frameBuffer.pixels == nullptr) return;
-    const int32_t left = std::clamp(rect.left, 0, frameBuffer.width);
-    const int32_t right = std::clamp(rect.right, 0, frameBuffer.width);
-    const int32_t top = std::clamp(rect.top, 0, frameBuffer.height);
-    const int32_t bottom = std::clamp(rect.bottom, 0, frameBuffer.height);
+// Whole canvas.
+static Rect Everything() { return {0, 0, frameBuffer.width, frameBuffer.height}; }
+
+// ---- Steps, drawn as far as they lie in a rectangle of the canvas, or whole.
+
+static void DrawStep(FillStep& step, const Rect& part) {
+    const int32_t left = std::clamp(step.rect.left, part.left, part.right);
+    const int32_t right = std::clamp(step.rect.right, part.left, part.right);
+    const int32_t top = std::clamp(step.rect.top, part.top, part.bottom);
+    const int32_t bottom = std::clamp(step.rect.bottom, part.top, part.bottom);
     if (left >= right || top >= bottom) return;
 
     PreparePixelAccess(frameBuffer);
     Pixel* first = frameBuffer.pixels + static_cast<ptrdiff_t>(top) * frameBuffer.width + left;
     KernelsOf(frameBuffer.simd)
-        .clearBlock(first, frameBuffer.width, right - left, bottom - top, static_cast<uint32_t>(color));
+        .clearBlock(first, frameBuffer.width, right - left, bottom - top, static_cast<uint32_t>(step.color));
 }
+
+static void DrawStep(RowsStep& step, const Rect& part) {
+    PreparePixelAccess(frameBuffer);
+    const int32_t middle = step.place.left + Width(step.place) / 2;
+    int32_t y = step.place.top;
+    for (const std::vector<Pixel>& row : *step.rows) {
+        const auto width = static_cast<int32_t>(row.size());
+        const int32_t left = middle - width / 2;
+        const int32_t begin = std::clamp(left, part.left, part.right);
+        const int32_t end = std::clamp(left + width, part.left, part.right);
+        if (y >= part.top && y < part.bottom && begin < end) {
+            std::copy_n(row.data() + (begin - left), end - begin,
+                        frameBuffer.pixels + ptrdiff_t{y} * frameBuffer.width + begin);
+        }
+        ++y;
+    }
+}
+
+// Text and images are the system's work, drawn straight into the pixels. It may finish later: the flag makes
+// PreparePixelAccess wait before the program touches pixels itself, and only then.
+static void DrawStep(ImageStep& step, const Rect&) {
+    DrawCanvasImage(step.image, step.rect);
+    frameBuffer.systemDrew = true;
+}
+
+static std::optional<Rect> DrawText(Point corner, const std::wstring& text, const TextStyle& style) {
+    if (frameBuffer.cachesTexts) {
+        if (const auto ink = DrawCachedText(corner, text, style, frameBuffer.texts, frameBuffer)) return ink;
+    }
+    DrawCanvasText(corner.x, corner.y, text, style.color, style.height, style.weight);
+    frameBuffer.systemDrew = true;
+    return {};
+}
+
+static void DrawStep(TextStep& step, const Rect&) {
+    const std::wstring text = frameBuffer.kept.next.letters.substr(step.begin, step.length);
+    if (const auto ink = DrawText(step.corner, text, step.style)) step.ink = *ink;
+}
+
+static void DrawStep(DepthStep&, const Rect&) { ClearDepth(frameBuffer.viewport, frameBuffer); }
+
+static void DrawStep(LineStep& step, const Rect&) { DrawLine(step.from, step.to, step.color, frameBuffer); }
+
+static void DrawStep(MeshStep& step, const Rect&) {
+    DrawMeshes(std::span(frameBuffer.kept.next.meshes).subspan(step.begin, step.count), frameBuffer);
+}
+
+// What is drawn outside of a picture is part of none: the next one is drawn whole.
+template <typename Step>
+static void NoteOrDraw(Step step) {
+    if (frameBuffer.pixels == nullptr) return;
+    KeptPicture& kept = frameBuffer.kept;
+    if (kept.isNoting) {
+        kept.next.steps.emplace_back(std::move(step));
+        return;
+    }
+    kept.isShown = false;
+    DrawStep(step, Everything());
+}
+
+// ---- The primitives.
+
+void FillRect(const Rect& rect, Pixel color) { NoteOrDraw(FillStep{rect, color}); }
 
 void DrawPanelBox(const Rect& rect, Pixel fill, Pixel light) {
     const auto [left, top, right, bottom] = rect;
@@ -67,22 +142,94 @@ void DrawPanelBox(const Rect& rect, Pixel fill, Pixel light) {
     FillRect({right - 1, top, right, bottom}, kBoxDarkEdge);
 }
 
-// The system draws text and images straight into the pixels, and may finish later. The flag makes
-// PreparePixelAccess wait for it before the program touches pixels itself, and only then.
 void DrawText(int32_t x, int32_t y, const std::wstring& text, TextColor color, int32_t height,
               int32_t weight) {
     if (frameBuffer.pixels == nullptr) return;
+    KeptPicture& kept = frameBuffer.kept;
     const TextStyle style{color, height, weight};
-    if (frameBuffer.cachesTexts && DrawCachedText({x, y}, text, style, frameBuffer.texts, frameBuffer))
+    if (kept.isNoting) {
+        kept.next.steps.emplace_back(TextStep{{x, y}, style, kept.next.letters.size(), text.size()});
+        kept.next.letters += text;
         return;
-    DrawCanvasText(x, y, text, color, height, weight);
-    frameBuffer.systemDrew = true;
+    }
+    kept.isShown = false;
+    DrawText({x, y}, text, style);
 }
 
 void DrawImage(CanvasImage image, const Rect& rect) {
-    if (frameBuffer.pixels == nullptr || image < 0) return;
-    DrawCanvasImage(image, rect);
-    frameBuffer.systemDrew = true;
+    if (image >= 0) NoteOrDraw(ImageStep{image, rect});
+}
+
+void DrawPixelRows(Point top, const PixelRows& rows) {
+    size_t widest = 0;
+    for (const std::vector<Pixel>& row : rows) widest = std::max(widest, row.size());
+    const auto width = static_cast<int32_t>(widest), height = static_cast<int32_t>(rows.size());
+    const int32_t left = top.x - width / 2;
+    NoteOrDraw(RowsStep{{left, top.y, left + width, top.y + height}, &rows});
+}
+
+void ClearViewportDepth() { NoteOrDraw(DepthStep{}); }
+
+void DrawLine(Point from, Point to, Pixel color) { NoteOrDraw(LineStep{from, to, color}); }
+
+void CollectMesh(const MeshInstance& instance) { frameBuffer.kept.next.meshes.push_back(instance); }
+
+void DrawCollectedMeshes() {
+    KeptPicture& kept = frameBuffer.kept;
+    const size_t begin = kept.drawnMeshes, end = kept.next.meshes.size();
+    if (begin == end) return;
+    NoteOrDraw(MeshStep{begin, end - begin});
+    kept.drawnMeshes = end;
+    if (kept.isNoting) return;
+    kept.next.meshes.clear();
+    kept.drawnMeshes = 0;
+}
+
+void NoteLibrary(LibraryMarks library) { frameBuffer.kept.next.library = std::move(library); }
+
+// ---- Pictures.
+
+static void Empty(DrawingList& list) {
+    list.steps.clear();
+    list.letters.clear();
+    list.meshes.clear();
+    list.library = {};
+}
+
+void BeginPicture() {
+    KeptPicture& kept = frameBuffer.kept;
+    Empty(kept.next);
+    kept.drawnMeshes = 0;
+    kept.isNoting = frameBuffer.keepsPicture;
+}
+
+// Draws the steps that touch a part of the canvas, each as far as it lies there.
+static void DrawPart(DrawingList& list, const Rect& part) {
+    for (DrawingStep& step : list.steps) {
+        const Rect bounds = BoundsOf(step, list, part);
+        if (Width(bounds) <= 0 || Height(bounds) <= 0) continue;
+        std::visit([&part](auto& drawn) { DrawStep(drawn, part); }, step);
+    }
+}
+
+// The steps of the new picture are compared with those of the one that the canvas shows, and what differs is
+// drawn, from back to front, into the rectangles that it touches. Nothing is kept beside the canvas but the
+// two lists: where nothing differs, its pixels are the picture. A canvas that holds anything else, because it
+// is new or because something was drawn outside of a picture, is drawn whole.
+void ShowPicture() {
+    KeptPicture& kept = frameBuffer.kept;
+    if (!std::exchange(kept.isNoting, false)) return Present();
+    kept.next.viewport = frameBuffer.viewport;
+    std::vector<Rect> damage{Everything()};
+    if (std::exchange(kept.isShown, false)) {
+        damage = DamageBetween(kept.shown, kept.next, Everything());
+    } else {
+        FindInks(kept.next, Everything());
+    }
+    for (const Rect& part : damage) DrawPart(kept.next, part);
+    std::swap(kept.shown, kept.next);
+    kept.isShown = true;
+    PresentCanvas(damage);
 }
 
 void Present() {

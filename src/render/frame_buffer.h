@@ -1,18 +1,33 @@
 // Every pixel that the program shows, and the primitives that write them. Nothing is blended: a primitive
 // writes whole pixels.
+//
+// Between BeginPicture and ShowPicture a primitive only notes what it would draw. What the picture before did
+// not show already is drawn then.
 #pragma once
 
 #include "platform/canvas.h"
+#include "render/drawing_list.h"
 #include "render/raster/surface.h"
 #include "render/text_runs.h"
 #include "state/cached_worlds.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
+// The picture on the canvas as a list of its steps, and the one that follows it.
+struct KeptPicture {
+    bool isNoting = false;  // primitives note their steps in `next`
+    bool isShown = false;   // the canvas holds what `shown` draws, and nothing else
+    DrawingList shown{}, next{};
+    size_t drawnMeshes = 0;  // of next.meshes; the others are collected only
+};
+
 struct FrameBuffer : Surface {
-    bool isInUse = false;      // a picture is being drawn
-    bool cachesTexts = false;  // texts are copied from cached pixels if that changes nothing
+    bool isInUse = false;       // a picture is being drawn
+    bool cachesTexts = false;   // texts are drawn out of cached pixels where that changes nothing
+    bool keepsPicture = false;  // a picture is drawn where it differs from the one before, else whole
+    KeptPicture kept{};
     TextRunCache texts{};
     CachedWorlds worlds{};  // of the scene that was drawn or picked from last
 };
@@ -47,6 +62,29 @@ void DrawText(int32_t x, int32_t y, const std::wstring& text, TextColor color, i
 
 // An image scaled into the rectangle; its alpha is honoured. Nothing for a missing image.
 void DrawImage(CanvasImage image, const Rect& rect);
+
+// Rows of pixels, the first one at `top`, each around that column. `rows` never change again.
+void DrawPixelRows(Point top, const PixelRows& rows);
+
+// The three below stay within `frameBuffer.viewport`, which one picture sets once.
+
+// Makes every depth of the viewport far, before the first mesh.
+void ClearViewportDepth();
+
+// A line from end to end, both included.
+void DrawLine(Point from, Point to, Pixel color);
+
+// Meshes are collected, and drawn as DrawMeshes does: all that came since the last time. A mesh that is
+// selected is collected alone. Mesh and texture stay where they are until the picture is shown.
+void CollectMesh(const MeshInstance& instance);
+void DrawCollectedMeshes();
+
+// Says what meshes and textures those of this picture are among.
+void NoteLibrary(LibraryMarks library);
+
+// Around the drawing of a picture. ShowPicture copies to the window what has changed.
+void BeginPicture();
+void ShowPicture();
 
 // Copies the buffer to the window.
 void Present();

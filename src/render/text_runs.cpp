@@ -141,20 +141,19 @@ static void CopyRun(const TextRun& run, const Rect& place, const Surface& surfac
     }
 }
 
-// The cached pixels hold the text already blended with a background colour, which is part of the key. They
-// are right only where every pixel below has that colour, so the whole place is compared first. Without the
-// comparison a text over a picture would show a box around it.
-bool DrawCachedText(Point corner, const std::wstring& text, const TextStyle& style, TextRunCache& cache,
-                    Surface& surface) {
+// The cached pixels hold the text blended with one colour, so they stand for it only where every pixel below
+// has that colour now: it is part of the key, and all of the place is compared with it.
+std::optional<Rect> DrawCachedText(Point corner, std::wstring_view text, const TextStyle& style,
+                                   TextRunCache& cache, Surface& surface) {
     if (text.size() > kLongestText || !IsInside({corner.x, corner.y, corner.x + 1, corner.y + 1}, surface))
-        return false;
+        return {};
     PreparePixelAccess(surface);
     const uint32_t background = ColorOf(*PixelsFrom(corner, surface));
     const TextRun* run = FindRun({text, style, background}, cache);
-    if (run == nullptr) return false;
+    if (run == nullptr) return {};
 
     const Rect place = Moved(run->ink, corner);
-    if (!IsInside(place, surface) || !IsOfOneColor(place, background, surface)) return false;
+    if (!IsInside(place, surface) || !IsOfOneColor(place, background, surface)) return {};
     CopyRun(*run, place, surface);
-    return true;
+    return place;
 }

@@ -4,23 +4,18 @@
 
 #include "base/color.h"
 #include "base/rect.h"
+#include "render/drawing_list.h"
 #include "render/raster/surface.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
-struct TextStyle {
-    TextColor color{};
-    int32_t height = 0, weight = 0;  // cell height in pixels; 400 or 600
-
-    friend bool operator==(const TextStyle&, const TextStyle&) = default;
-};
-
-// The key of a run, without a copy of its text.
+// What a run is looked up by, without a copy of its text.
 struct TextRunView {
     std::wstring_view text{};
     TextStyle style{};
@@ -60,8 +55,9 @@ struct TextRunCache {
     size_t pixels = 0;  // of all runs
 };
 
-// Draws a text out of cached pixels; the picture is the one that the system would make. False, with nothing
-// drawn, when the text is new, hangs over an edge of the surface, or lies on more than one colour: the
-// system must draw it then. A text is cached when it is asked for a second time.
-bool DrawCachedText(Point corner, const std::wstring& text, const TextStyle& style, TextRunCache& cache,
-                    Surface& surface);
+// Draws a text out of cached pixels, so that the picture is the one that the system would make. Gives the
+// rectangle around what it wrote. None, with nothing drawn, when the text is new, hangs over an edge of the
+// surface, or lies on more than one colour: the system must draw it then. A text asked for a second time is
+// cached from then on.
+std::optional<Rect> DrawCachedText(Point corner, std::wstring_view text, const TextStyle& style,
+                                   TextRunCache& cache, Surface& surface);

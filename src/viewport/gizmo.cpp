@@ -75,7 +75,7 @@ void DrawGizmo(const GizmoOnScreen& gizmo, std::optional<GizmoAxis> activeAxis) 
         const auto i = static_cast<size_t>(axis);
         if (!gizmo.tipVisible[i]) continue;
         const Pixel color = activeAxis == axis ? kAxisColors[i].active : kAxisColors[i].idle;
-        DrawLine(PixelOf(gizmo.origin), PixelOf(gizmo.tip[i]), color, frameBuffer);
+        DrawLine(PixelOf(gizmo.origin), PixelOf(gizmo.tip[i]), color);
         FillSquare(PixelOf(gizmo.tip[i]), 4, color);
     }
     FillSquare(PixelOf(gizmo.origin), 5, kOriginMark);

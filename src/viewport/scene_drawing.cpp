@@ -2,8 +2,6 @@
 
 #include "base/limit.h"
 #include "render/frame_buffer.h"
-#include "render/raster/draw_mesh.h"
-#include "render/raster/mesh_batch.h"
 #include "render/raster/mesh_bounds.h"
 #include "scene/selection.h"
 #include "scene/shown_screen.h"
@@ -43,18 +41,11 @@ static void DrawTextOf(int32_t index, const Matrix4& viewProjection, FrameWorlds
                    IsSelected(index));
 }
 
-static void DrawBatch(std::vector<MeshInstance>& batch) {
-    DrawMeshes(batch, frameBuffer);
-    batch.clear();
-}
-
 // Meshes are drawn in batches: only a text and the outline of the selection ignore depth and must come where
 // they stand in the scene. What is invisible is not worth sorting. `frame` holds what all objects share.
 // Gives the objects with a marker, which come last: walking through a large scene twice costs more than a
 // list.
 static std::vector<int32_t> DrawObjects(const MeshDraw& frame, FrameWorlds& worlds) {
-    std::vector<MeshInstance>& batch = frameBuffer.scratch.batch;
-    batch.clear();
     std::vector<int32_t> marked;
     const bool showsGame = ShowsGame();
     for (int32_t i = 0; i < static_cast<int32_t>(editorState.scene.size()); ++i) {
@@ -62,20 +53,20 @@ static std::vector<int32_t> DrawObjects(const MeshDraw& frame, FrameWorlds& worl
         if (!IsShown(object, showsGame)) continue;
         if (HasMarker(object)) marked.push_back(i);
         if (!object.isText && !ShowsMesh(object, editorState.meshes.size())) continue;
-        if (object.isText || IsSelected(i)) DrawBatch(batch);
+        if (object.isText || IsSelected(i)) DrawCollectedMeshes();
         if (object.isText) {
             DrawTextOf(i, frame.viewProjection, worlds);
             continue;
         }
         const Mesh& mesh = editorState.meshes[static_cast<size_t>(object.meshIndex)].mesh;
         const MeshDraw draw = MeshDrawOf(i, frame, worlds);
-        if (draw.selected) {
-            DrawMesh(mesh, draw, frameBuffer);
-        } else if (!IsInvisible(mesh, {draw.world, draw.viewProjection, frameBuffer.viewport})) {
-            batch.push_back({&mesh, draw});
+        if (!draw.selected && IsInvisible(mesh, {draw.world, draw.viewProjection, frameBuffer.viewport})) {
+            continue;
         }
+        CollectMesh({&mesh, draw});
+        if (draw.selected) DrawCollectedMeshes();
     }
-    DrawBatch(batch);
+    DrawCollectedMeshes();
     return marked;
 }
 
@@ -92,12 +83,21 @@ static void DrawSelectedGizmo(const FrameView& view) {
               drag ? std::optional(drag->axis) : std::nullopt);
 }
 
+static LibraryMarks MarksOfLibrary() {
+    LibraryMarks marks{editorState.meshes.data(), editorState.textures.data()};
+    for (const MeshAsset& asset : editorState.meshes) marks.meshMarks.push_back(asset.mesh.measures.identity);
+    for (const TextureImage& texture : editorState.textures) marks.textureMarks.push_back(texture.identity);
+    return marks;
+}
+
 void DrawScene(const FrameView& view) {
     frameBuffer.viewport = view.viewport;
     const MeshDraw frame{.eye = view.camera.position,
                          .light = LightDirection(editorState.scene),
                          .viewProjection = view.viewProjection};
 
+    NoteLibrary(MarksOfLibrary());
+    ClearViewportDepth();
     FillRect(view.viewport, ViewportBackground(editorState.scene, editorState.selectedIndex, ShowsGame()));
     if (ShownScreen() != Shown::Game) DrawGrid(frame.viewProjection);
     FrameWorlds worlds(editorState.scene, frameBuffer.worlds);

@@ -4,7 +4,6 @@
 #include "render/frame_buffer.h"
 #include "render/icons.h"
 #include "render/raster/camera.h"
-#include "render/raster/line.h"
 
 #include <algorithm>
 #include <cmath>
@@ -28,7 +27,7 @@ static void DrawWorldLine(const Matrix4& viewProjection, Vec3 from, Vec3 to, Pix
     Point a, b;
     if (!ProjectToPixel(viewProjection, from, frameBuffer.viewport, a)) return;
     if (!ProjectToPixel(viewProjection, to, frameBuffer.viewport, b)) return;
-    DrawLine(a, b, color, frameBuffer);
+    DrawLine(a, b, color);
 }
 
 void DrawGrid(const Matrix4& viewProjection) {

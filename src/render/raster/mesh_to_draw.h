@@ -169,6 +169,5 @@ struct MeshScratch {
     std::vector<ScannedFace> visible{};
     std::vector<FaceLight> lights{};
     MeshPart few{};
-    std::vector<uint64_t> order{};      // of a batch: see DrawMeshes
-    std::vector<MeshInstance> batch{};  // for whoever collects the meshes that DrawMeshes draws
+    std::vector<uint64_t> order{};  // of a batch: see DrawMeshes
 };

@@ -1,0 +1,45 @@
+// Whether a picture that was drawn only where it differs from the one before is the picture drawn whole.
+#pragma once
+
+#include "app/frame.h"
+#include "platform/headless/headless.h"
+#include "render/frame_buffer.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+// From here on pictures are drawn as the program draws them, and texts leave marks.
+inline void KeepPictures() {
+    frameBuffer.keepsPicture = true;
+    frameBuffer.cachesTexts = true;
+    headless.paintsTexts = true;
+    headless.hasWindowPixels = true;
+}
+
+// The picture of now, drawn whole, at once and over other pixels. Nothing that was kept has changed
+// afterwards.
+inline std::vector<Pixel> PictureDrawnWhole() {
+    const KeptPicture kept = frameBuffer.kept;
+    const TextRunCache texts = frameBuffer.texts;
+    const std::vector<Pixel> shown = headless.pixels, window = headless.windowPixels;
+    frameBuffer.keepsPicture = false;
+    frameBuffer.texts = {};
+    std::ranges::fill(headless.pixels, Pixel{0xABCDEF});
+    RenderFrame();
+    std::vector<Pixel> whole = headless.pixels;
+    std::ranges::copy(shown, headless.pixels.begin());  // in place: the frame buffer points to them
+    headless.windowPixels = window;
+    frameBuffer.keepsPicture = true;
+    frameBuffer.kept = kept;
+    frameBuffer.texts = texts;
+    return whole;
+}
+
+// Empty when the window shows what it would show had the last picture been drawn whole.
+inline std::string FaultInKeptPicture() {
+    const std::vector<Pixel> whole = PictureDrawnWhole();
+    if (headless.pixels != whole) return "the canvas differs";
+    if (headless.windowPixels != whole) return "the window differs";
+    return "";
+}
