@@ -18,7 +18,9 @@ FrameBuffer frameBuffer;
 // Takes the memory for all depths at once, so that no later frame can run out of memory half way.
 static bool MakeDepth() {
     FrameBuffer& fb = frameBuffer;
-    fb.depth.assign(static_cast<size_t>(fb.width) * static_cast<size_t>(fb.height), kFarDepth);
+    fb.depth = {};  // not both at a time
+    fb.owners = {};
+    fb.depth.resize(static_cast<size_t>(fb.width) * static_cast<size_t>(fb.height));
     ClearDepth(fb.viewport, fb);
     return true;
 }

@@ -47,7 +47,7 @@ TEST_CASE("clearing fills every pixel and makes every depth far") {
     Clear(kFill);
     CHECK(CountOf(kFill) == 35);
     PrepareDepth({0, 0, frameBuffer.width, frameBuffer.height}, frameBuffer);
-    CHECK(frameBuffer.depth == std::vector<float>(35, 1.0f));
+    CHECK(frameBuffer.depth == PixelValues<float>(35, 1.0f));
 }
 
 TEST_CASE("resizing to one pixel and back makes a new buffer both times, with every depth far") {
@@ -56,11 +56,13 @@ TEST_CASE("resizing to one pixel and back makes a new buffer both times, with ev
     frameBuffer.depth[5] = 0.5f;
     CHECK(EnsureSize(1, 1));
     CHECK(headless.canvasesMade == made + 1);
-    CHECK(frameBuffer.depth == std::vector<float>(1, 1.0f));
+    PrepareDepth({0, 0, 1, 1}, frameBuffer);
+    CHECK(frameBuffer.depth == PixelValues<float>(1, 1.0f));
     frameBuffer.depth[0] = 0.5f;
     CHECK(EnsureSize(40, 30));
     CHECK(headless.canvasesMade == made + 2);
-    CHECK(frameBuffer.depth == std::vector<float>(1200, 1.0f));
+    PrepareDepth({0, 0, 40, 30}, frameBuffer);
+    CHECK(frameBuffer.depth == PixelValues<float>(1200, 1.0f));
     CHECK(frameBuffer.viewport == Rect{0, 0, 40, 30});
 }
 

@@ -71,7 +71,7 @@ static bool DrawsTheGoldenPicture(const std::string& name, const std::vector<Dra
     for (const DrawnMesh& object : scene)
         DrawMeshPlainly(meshes[static_cast<size_t>(object.mesh)], object.draw);
     const std::vector<Pixel> plainPixels = headless.pixels;
-    const std::vector<float> plainDepth = frameBuffer.depth;
+    const PixelValues<float> plainDepth = frameBuffer.depth;
 
     StartPicture(200, 150, Pixel{0x2D2219});
     for (const DrawnMesh& object : scene)

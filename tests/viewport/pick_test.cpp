@@ -191,7 +191,7 @@ TEST_CASE("what is picked at a pixel is what was drawn there") {
         std::vector<int32_t> shown(60 * 45, -1);
         const Matrix4 vp = ProjectionMatrix(60, 45);
         for (int32_t i = 0; i < 6; ++i) {
-            const std::vector<float> before = frameBuffer.depth;
+            const PixelValues<float> before = frameBuffer.depth;
             MeshDraw draw{.viewProjection = vp};
             draw.world = WorldMatrix(scene, i);
             DrawMesh(Meshes()[static_cast<size_t>(scene[static_cast<size_t>(i)].meshIndex)].mesh, draw,

@@ -65,7 +65,7 @@ namespace {
 // Numbers that the pixels of the surface have, and which tiles of them are stale.
 template <typename Value>
 struct TiledValues {
-    std::vector<Value>& values;
+    PixelValues<Value>& values;
     std::vector<uint8_t>& isStale;
     Value cleared;
 };

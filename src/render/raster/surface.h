@@ -11,7 +11,25 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <new>
 #include <vector>
+
+// A number for each pixel. Those of a new list are what lies in memory: rows that nobody draws to, as those
+// beside the viewport, are never written, and so the system gives them no memory.
+template <typename Value>
+struct UnwrittenMemory : std::allocator<Value> {
+    template <typename Other>
+    struct rebind {
+        using other = UnwrittenMemory<Other>;
+    };
+    template <typename Other>
+    void construct(Other* place) noexcept {
+        ::new (static_cast<void*>(place)) Other;
+    }
+};
+template <typename Value>
+using PixelValues = std::vector<Value, UnwrittenMemory<Value>>;
 
 // The depth of a pixel that nothing was drawn to.
 constexpr float kFarDepth = 1.0f;
@@ -33,14 +51,14 @@ struct DepthTiles {
 struct PixelOwners {
     bool areKept = false;
     int32_t current = 0;              // the number of the object at hand, in the scene's order
-    std::vector<int32_t> numbers{};   // width x height
-    std::vector<uint8_t> areStale{};  // by tile: 1 if nothing was drawn yet and the numbers mean nothing
+    PixelValues<int32_t> numbers{};   // width x height
+    std::vector<uint8_t> areStale{};  // by tile, 1 where nobody drew yet: the numbers mean nothing
 };
 
 struct Surface {
     Pixel* pixels = nullptr;        // width x height, row 0 at the top; null: nothing may be drawn
     int32_t width = 0, height = 0;  // pixels
-    std::vector<float> depth{};     // width x height; 1 is far, nothing drawn yet: see PrepareDepth
+    PixelValues<float> depth{};     // width x height; 1 is far, nothing drawn yet: see PrepareDepth
     DepthTiles depthTiles{};
     PixelOwners owners{};
     Rect viewport{};                   // what lines and 3D drawing are confined to; inside the surface

@@ -69,7 +69,7 @@ TEST_CASE("a mesh is drawn as the plain renderer draws it, bit for bit, in rando
         StartPicture(width, height, Pixel{0x2D2219});
         DrawMeshPlainly(mesh, draw);
         const std::vector<Pixel> pixels = headless.pixels;
-        const std::vector<float> depth = frameBuffer.depth;
+        const PixelValues<float> depth = frameBuffer.depth;
 
         for (SimdLevel level : TestedLevels()) {
             StartPicture(width, height, Pixel{0x2D2219});
@@ -339,7 +339,7 @@ TEST_CASE("transforms that overflow or are not numbers neither crash nor draw") 
             DrawMesh(Builtin(kCubeMesh), draw, frameBuffer);
             CAPTURE(bad);
             CHECK(CountOf(Pixel{0}) == 3600);
-            CHECK(frameBuffer.depth == std::vector<float>(3600, 1.0f));
+            CHECK(frameBuffer.depth == PixelValues<float>(3600, 1.0f));
         }
     }
 }

@@ -24,7 +24,7 @@ namespace {
 
 struct Snapshot {
     std::vector<Pixel> pixels{};
-    std::vector<float> depth{};
+    PixelValues<float> depth{};
 };
 
 }  // namespace
@@ -221,7 +221,7 @@ TEST_CASE("a depth of exactly 0 is drawn, flat and textured, at every level") {
         frameBuffer.simd = level;
         FillTriangle(corners, kRed, frameBuffer);
         CHECK(CountOf(kRed) == 120);
-        CHECK(frameBuffer.depth == std::vector<float>(120, 0.0f));
+        CHECK(frameBuffer.depth == PixelValues<float>(120, 0.0f));
         StartPicture(24, 5);
         frameBuffer.simd = level;
         FillTriangle(corners, {}, {&green, false, 0, 1}, frameBuffer);

@@ -18,7 +18,7 @@ namespace {
 
 struct Snapshot {
     std::vector<Pixel> pixels{};
-    std::vector<float> depth{};
+    PixelValues<float> depth{};
 };
 
 }  // namespace

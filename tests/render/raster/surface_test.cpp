@@ -14,11 +14,11 @@ static Rect RandomRect(RandomSource& random, const Rect& inside) {
     return {left, top, random.IntBetween(left + 1, inside.right), random.IntBetween(top + 1, inside.bottom)};
 }
 
-static float& DepthOf(std::vector<float>& depth, int32_t x, int32_t y) {
+static float& DepthOf(PixelValues<float>& depth, int32_t x, int32_t y) {
     return depth[static_cast<size_t>(y) * static_cast<size_t>(frameBuffer.width) + static_cast<size_t>(x)];
 }
 
-static float GreatestIn(std::vector<float>& depth, const Rect& rect) {
+static float GreatestIn(PixelValues<float>& depth, const Rect& rect) {
     float greatest = 0;
     for (int32_t y = rect.top; y < rect.bottom; ++y) {
         for (int32_t x = rect.left; x < rect.right; ++x) greatest = std::max(greatest, DepthOf(depth, x, y));
@@ -47,7 +47,7 @@ TEST_CASE("depths cleared by tiles match those of a buffer cleared whole, and no
         CAPTURE(round);
         StartPicture(random.IntBetween(1, 60), random.IntBetween(1, 50));
         const Rect area = RandomRect(random, frameBuffer.viewport);
-        std::vector<float> plain = frameBuffer.depth;
+        PixelValues<float> plain = frameBuffer.depth;
         for (int step = 0; step < 30; ++step) {
             if (random.OneIn(6)) {
                 ClearDepth(area, frameBuffer);

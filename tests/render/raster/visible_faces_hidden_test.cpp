@@ -94,7 +94,7 @@ TEST_CASE("a mesh behind what was drawn gives the plain renderer's picture, howe
             StartAt(depth);
             DrawMeshPlainly(mesh, draw);
             const std::vector<Pixel> pixels = headless.pixels;
-            const std::vector<float> depths = frameBuffer.depth;
+            const PixelValues<float> depths = frameBuffer.depth;
             for (SimdLevel level : TestedLevels()) {
                 CAPTURE(NameOf(level));
                 StartAt(depth);
