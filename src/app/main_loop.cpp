@@ -62,7 +62,7 @@ static bool RunUntilAsked() {
 int RunProgram() {
     StartPlatform();
     frameBuffer.cachesTexts = true;
-    frameBuffer.keepsPicture = true;
+    frameBuffer.cachesPicture = true;
     bool isGood = false, hasMemory = false;
     WithEnoughMemory([&] {
         isGood = RunUntilAsked();

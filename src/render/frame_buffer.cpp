@@ -37,7 +37,7 @@ bool EnsureSize(int32_t width, int32_t height) {
         fb.height = height;
         fb.viewport = {0, 0, width, height};
         fb.systemDrew = false;
-        fb.kept = {};
+        fb.picture = {};
         if (WithEnoughMemory(MakeDepth)) fb.pixels = CreateCanvas(width, height);
     }
     return fb.pixels != nullptr;
@@ -105,7 +105,7 @@ static std::optional<Rect> DrawText(Point corner, const std::wstring& text, cons
 }
 
 static void DrawStep(TextStep& step, const Rect&) {
-    const std::wstring text = frameBuffer.kept.next.letters.substr(step.begin, step.length);
+    const std::wstring text = frameBuffer.picture.next.letters.substr(step.begin, step.length);
     if (const auto ink = DrawText(step.corner, text, step.style)) step.ink = *ink;
 }
 
@@ -114,19 +114,19 @@ static void DrawStep(DepthStep&, const Rect&) { ClearDepth(frameBuffer.viewport,
 static void DrawStep(LineStep& step, const Rect&) { DrawLine(step.from, step.to, step.color, frameBuffer); }
 
 static void DrawStep(MeshStep& step, const Rect&) {
-    DrawMeshes(std::span(frameBuffer.kept.next.meshes).subspan(step.begin, step.count), frameBuffer);
+    DrawMeshes(std::span(frameBuffer.picture.next.meshes).subspan(step.begin, step.count), frameBuffer);
 }
 
 // What is drawn outside of a picture is part of none: the next one is drawn whole.
 template <typename Step>
 static void NoteOrDraw(Step step) {
     if (frameBuffer.pixels == nullptr) return;
-    KeptPicture& kept = frameBuffer.kept;
-    if (kept.isNoting) {
-        kept.next.steps.emplace_back(std::move(step));
+    CachedPicture& picture = frameBuffer.picture;
+    if (picture.isNoting) {
+        picture.next.steps.emplace_back(std::move(step));
         return;
     }
-    kept.isShown = false;
+    picture.isShown = false;
     DrawStep(step, Everything());
 }
 
@@ -147,14 +147,14 @@ void DrawPanelBox(const Rect& rect, Pixel fill, Pixel light) {
 void DrawText(int32_t x, int32_t y, const std::wstring& text, TextColor color, int32_t height,
               int32_t weight) {
     if (frameBuffer.pixels == nullptr) return;
-    KeptPicture& kept = frameBuffer.kept;
+    CachedPicture& picture = frameBuffer.picture;
     const TextStyle style{color, height, weight};
-    if (kept.isNoting) {
-        kept.next.steps.emplace_back(TextStep{{x, y}, style, kept.next.letters.size(), text.size()});
-        kept.next.letters += text;
+    if (picture.isNoting) {
+        picture.next.steps.emplace_back(TextStep{{x, y}, style, picture.next.letters.size(), text.size()});
+        picture.next.letters += text;
         return;
     }
-    kept.isShown = false;
+    picture.isShown = false;
     DrawText({x, y}, text, style);
 }
 
@@ -174,20 +174,20 @@ void ClearViewportDepth() { NoteOrDraw(DepthStep{}); }
 
 void DrawLine(Point from, Point to, Pixel color) { NoteOrDraw(LineStep{from, to, color}); }
 
-void CollectMesh(const MeshInstance& instance) { frameBuffer.kept.next.meshes.push_back(instance); }
+void CollectMesh(const MeshInstance& instance) { frameBuffer.picture.next.meshes.push_back(instance); }
 
 void DrawCollectedMeshes() {
-    KeptPicture& kept = frameBuffer.kept;
-    const size_t begin = kept.drawnMeshes, end = kept.next.meshes.size();
+    CachedPicture& picture = frameBuffer.picture;
+    const size_t begin = picture.drawnMeshes, end = picture.next.meshes.size();
     if (begin == end) return;
     NoteOrDraw(MeshStep{begin, end - begin});
-    kept.drawnMeshes = end;
-    if (kept.isNoting) return;
-    kept.next.meshes.clear();
-    kept.drawnMeshes = 0;
+    picture.drawnMeshes = end;
+    if (picture.isNoting) return;
+    picture.next.meshes.clear();
+    picture.drawnMeshes = 0;
 }
 
-void NoteLibrary(LibraryMarks library) { frameBuffer.kept.next.library = std::move(library); }
+void NoteLibrary(LibraryMarks library) { frameBuffer.picture.next.library = std::move(library); }
 
 // ---- Pictures.
 
@@ -199,10 +199,10 @@ static void Empty(DrawingList& list) {
 }
 
 void BeginPicture() {
-    KeptPicture& kept = frameBuffer.kept;
-    Empty(kept.next);
-    kept.drawnMeshes = 0;
-    kept.isNoting = frameBuffer.keepsPicture;
+    CachedPicture& picture = frameBuffer.picture;
+    Empty(picture.next);
+    picture.drawnMeshes = 0;
+    picture.isNoting = frameBuffer.cachesPicture;
 }
 
 // Draws the steps that touch a part of the canvas, each as far as it lies there.
@@ -219,18 +219,18 @@ static void DrawPart(DrawingList& list, const Rect& part) {
 // two lists: where nothing differs, its pixels are the picture. A canvas that holds anything else, because it
 // is new or because something was drawn outside of a picture, is drawn whole.
 void ShowPicture() {
-    KeptPicture& kept = frameBuffer.kept;
-    if (!std::exchange(kept.isNoting, false)) return Present();
-    kept.next.viewport = frameBuffer.viewport;
+    CachedPicture& picture = frameBuffer.picture;
+    if (!std::exchange(picture.isNoting, false)) return Present();
+    picture.next.viewport = frameBuffer.viewport;
     std::vector<Rect> damage{Everything()};
-    if (std::exchange(kept.isShown, false)) {
-        damage = DamageBetween(kept.shown, kept.next, Everything());
+    if (std::exchange(picture.isShown, false)) {
+        damage = DamageBetween(picture.shown, picture.next, Everything());
     } else {
-        FindInks(kept.next, Everything());
+        FindInks(picture.next, Everything());
     }
-    for (const Rect& part : damage) DrawPart(kept.next, part);
-    std::swap(kept.shown, kept.next);
-    kept.isShown = true;
+    for (const Rect& part : damage) DrawPart(picture.next, part);
+    std::swap(picture.shown, picture.next);
+    picture.isShown = true;
     PresentCanvas(damage);
 }
 

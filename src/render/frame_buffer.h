@@ -16,7 +16,7 @@
 #include <string>
 
 // The picture on the canvas as a list of its steps, and the one that follows it.
-struct KeptPicture {
+struct CachedPicture {
     bool isNoting = false;  // primitives note their steps in `next`
     bool isShown = false;   // the canvas holds what `shown` draws, and nothing else
     DrawingList shown{}, next{};
@@ -24,10 +24,10 @@ struct KeptPicture {
 };
 
 struct FrameBuffer : Surface {
-    bool isInUse = false;       // a picture is being drawn
-    bool cachesTexts = false;   // texts are drawn out of cached pixels where that changes nothing
-    bool keepsPicture = false;  // a picture is drawn where it differs from the one before, else whole
-    KeptPicture kept{};
+    bool isInUse = false;        // a picture is being drawn
+    bool cachesTexts = false;    // texts are drawn out of cached pixels where that changes nothing
+    bool cachesPicture = false;  // a picture is drawn where it differs from the one before, else whole
+    CachedPicture picture{};
     TextRunCache texts{};
     CachedWorlds worlds{};  // of the scene that was drawn or picked from last
 };

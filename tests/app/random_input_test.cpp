@@ -6,9 +6,9 @@
 #include "scene/object_fields.h"
 #include "scene/snapshots.h"
 #include "scene/undo.h"
+#include "support/cached_picture.h"
 #include "support/editor_input.h"
 #include "support/editor_laws.h"
-#include "support/kept_picture.h"
 #include "support/random_scene.h"
 #include "support/random_user.h"
 #include "support/scratch_folder.h"
@@ -44,14 +44,14 @@ static bool UndoRestores(const Scene& before) {
 static bool LeftOutPictureIsTheSame(Turn& turn) {
     const bool isMinimised = headless.clientSize.width < 1 || headless.clientSize.height < 1;
     if (RunTurn(0.016f, turn) || isMinimised) return true;
-    return FaultInKeptPicture().empty();
+    return FaultInCachedPicture().empty();
 }
 
 // Lets a turn pass that draws, where anything happened. What it left as it was is as drawing gives it.
-static bool KeptPictureIsWhole(Turn& turn) {
+static bool CachedPictureIsWhole(Turn& turn) {
     const bool isMinimised = headless.clientSize.width < 1 || headless.clientSize.height < 1;
     if (isMinimised || !RunTurn(0, turn)) return true;
-    return FaultInKeptPicture().empty();
+    return FaultInCachedPicture().empty();
 }
 
 static void StartAnew(RandomUser<RandomSource>& user) {
@@ -75,7 +75,7 @@ TEST_CASE(
     size_t longestName = 80;
     int32_t undone = 0;
     Turn turn;
-    KeepPictures();
+    CachePictures();
     for (int32_t event = 0; event < kEvents; ++event) {
         CAPTURE(event);
         if (event % kEventsPerScene == 0) {
@@ -84,7 +84,7 @@ TEST_CASE(
         }
         if (user.Sometimes(kEventsPerFrame)) {
             if (std::exchange(user.hasLetTimePass, false)) turn = {};
-            REQUIRE(KeptPictureIsWhole(turn));
+            REQUIRE(CachedPictureIsWhole(turn));
             REQUIRE(LeftOutPictureIsTheSame(turn));
         }
         // A full history takes a step without growing; half of the time it gets room to show it.

@@ -2,9 +2,9 @@
 
 #include "formats/prefab.h"
 #include "platform/headless/fault_injection.h"
+#include "support/cached_picture.h"
 #include "support/editor_input.h"
 #include "support/game.h"
-#include "support/kept_picture.h"
 #include "support/sample_project.h"
 #include "support/scratch_folder.h"
 
@@ -260,7 +260,7 @@ TEST_CASE("a picture that failed is tried again in the next turn") {
 
 TEST_CASE("a pointer that moves over the editor presents nothing, and a tab presents its page") {
     StartEditor();
-    KeepPictures();
+    CachePictures();
     Turn turn;
     RunTurn(0, turn);
     const auto presented = [&turn] {
@@ -283,7 +283,7 @@ TEST_CASE("a pointer that moves over the editor presents nothing, and a tab pres
 static void CheckTurns(Turn& turn) {
     for (int32_t i = 0; i < 3; ++i) {
         RunTurn(0.016f, turn);
-        REQUIRE(FaultInKeptPicture() == "");
+        REQUIRE(FaultInCachedPicture() == "");
     }
 }
 
@@ -292,7 +292,7 @@ TEST_CASE("through a session with each sample every picture is the one that draw
         StartEditor(900, 560);
         OpenSample(name);
         headless.clientSize = {900, 560};
-        KeepPictures();
+        CachePictures();
         Turn turn;
         const int32_t before = headless.presents;
         const auto after = [&turn](const auto& act) {
@@ -321,7 +321,7 @@ TEST_CASE("through a session with each sample every picture is the one that draw
         after([] { TapKey('P'); });
         for (int32_t i = 0; i < 20; ++i) {
             CHECK(RunTurn(0.016f, turn));  // every turn of a game draws
-            REQUIRE(FaultInKeptPicture() == "");
+            REQUIRE(FaultInCachedPicture() == "");
         }
         after([] { TapKey('P'); });
         after([] { LoseFocus(); });

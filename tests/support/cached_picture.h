@@ -10,34 +10,34 @@
 #include <vector>
 
 // From here on pictures are drawn as the program draws them, and texts leave marks.
-inline void KeepPictures() {
-    frameBuffer.keepsPicture = true;
+inline void CachePictures() {
+    frameBuffer.cachesPicture = true;
     frameBuffer.cachesTexts = true;
     headless.paintsTexts = true;
     headless.hasWindowPixels = true;
 }
 
-// The picture of now, drawn whole, at once and over other pixels. Nothing that was kept has changed
+// The picture of now, drawn whole, at once and over other pixels. Whatever is cached is as before
 // afterwards.
 inline std::vector<Pixel> PictureDrawnWhole() {
-    const KeptPicture kept = frameBuffer.kept;
+    const CachedPicture kept = frameBuffer.picture;
     const TextRunCache texts = frameBuffer.texts;
     const std::vector<Pixel> shown = headless.pixels, window = headless.windowPixels;
-    frameBuffer.keepsPicture = false;
+    frameBuffer.cachesPicture = false;
     frameBuffer.texts = {};
     std::ranges::fill(headless.pixels, Pixel{0xABCDEF});
     RenderFrame();
     std::vector<Pixel> whole = headless.pixels;
     std::ranges::copy(shown, headless.pixels.begin());  // in place: the frame buffer points to them
     headless.windowPixels = window;
-    frameBuffer.keepsPicture = true;
-    frameBuffer.kept = kept;
+    frameBuffer.cachesPicture = true;
+    frameBuffer.picture = kept;
     frameBuffer.texts = texts;
     return whole;
 }
 
 // Empty when the window shows what it would show had the last picture been drawn whole.
-inline std::string FaultInKeptPicture() {
+inline std::string FaultInCachedPicture() {
     const std::vector<Pixel> whole = PictureDrawnWhole();
     if (headless.pixels != whole) return "the canvas differs";
     if (headless.windowPixels != whole) return "the window differs";

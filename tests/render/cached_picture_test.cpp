@@ -121,21 +121,21 @@ static void Draw(const std::vector<Call>& calls) {
 }
 
 static std::vector<Pixel> DrawnWhole(const std::vector<Call>& calls) {
-    const KeptPicture kept = std::exchange(frameBuffer.kept, {});
+    const CachedPicture kept = std::exchange(frameBuffer.picture, {});
     const std::vector<Pixel> shown = headless.pixels, window = headless.windowPixels;
-    frameBuffer.keepsPicture = frameBuffer.cachesTexts = false;
+    frameBuffer.cachesPicture = frameBuffer.cachesTexts = false;
     Draw(calls);
     const std::vector<Pixel> whole = headless.pixels;
     std::ranges::copy(shown, headless.pixels.begin());
     headless.windowPixels = window;
-    frameBuffer.kept = kept;
-    frameBuffer.keepsPicture = frameBuffer.cachesTexts = true;
+    frameBuffer.picture = kept;
+    frameBuffer.cachesPicture = frameBuffer.cachesTexts = true;
     return whole;
 }
 
-static void StartKeeping() {
+static void StartCaching() {
     StartPicture(kWide, kHigh);
-    frameBuffer.keepsPicture = frameBuffer.cachesTexts = true;
+    frameBuffer.cachesPicture = frameBuffer.cachesTexts = true;
     headless.paintsTexts = headless.hasWindowPixels = true;
 }
 
@@ -154,9 +154,9 @@ TEST_CASE("pictures drawn where they differ from the one before are the same as 
     constexpr uint32_t kSeed = 20261122;
     CAPTURE(kSeed);
     RandomSource random(kSeed);
-    StartKeeping();
+    StartCaching();
     std::vector<Call> calls = RandomPicture(random);
-    int32_t keptPixels = 0;
+    int32_t samePictures = 0;
     for (int32_t i = 0; i < 2000; ++i) {
         CAPTURE(i);
         const std::vector<Pixel> before = std::exchange(headless.windowPixels, {});
@@ -165,14 +165,14 @@ TEST_CASE("pictures drawn where they differ from the one before are the same as 
         const std::vector<Pixel> whole = DrawnWhole(calls);
         REQUIRE(headless.pixels == whole);
         REQUIRE(headless.windowPixels == whole);
-        keptPixels += before == whole;
+        samePictures += before == whole;
         ChangeALittle(calls, random);
     }
-    CHECK(keptPixels > 100);  // there were pictures without a difference too
+    CHECK(samePictures > 100);  // there were pictures without a difference too
 }
 
 TEST_CASE("a picture with the steps of the one before presents nothing") {
-    StartKeeping();
+    StartCaching();
     RandomSource random(3);
     for (int32_t i = 0; i < 20; ++i) {
         const std::vector<Call> calls = RandomPicture(random);
@@ -183,7 +183,7 @@ TEST_CASE("a picture with the steps of the one before presents nothing") {
 }
 
 TEST_CASE("a fill of another colour is presented alone, and with the whole of a text over it") {
-    StartKeeping();
+    StartCaching();
     const auto fill = [](uint32_t color) { return [color] { FillRect({1, 20, 29, 60}, Pixel{color}); }; };
     const auto little = [](uint32_t color) { return [color] { FillRect({12, 30, 14, 33}, Pixel{color}); }; };
     ShowAndForget({fill(1), little(1)});
@@ -200,7 +200,7 @@ TEST_CASE("a fill of another colour is presented alone, and with the whole of a 
 }
 
 TEST_CASE("what was drawn outside of a picture is not left in the next one") {
-    StartKeeping();
+    StartCaching();
     const std::vector<Call> calls{[] { FillRect({10, 5, 14, 8}, Pixel{0x111111}); }};
     Draw(calls);
     for (const Call& stray : {Call([] {
@@ -215,7 +215,7 @@ TEST_CASE("what was drawn outside of a picture is not left in the next one") {
 }
 
 TEST_CASE("a mesh is drawn anew when another one lies in its place, or one that has no mark") {
-    StartKeeping();
+    StartCaching();
     Mesh mesh = Library()[kCubeMesh].mesh;
     RandomSource random(5);
     MeshInstance instance = RandomMesh(random);
@@ -247,7 +247,7 @@ TEST_CASE("a mesh is drawn anew when another one lies in its place, or one that 
 }
 
 TEST_CASE("each number that a mesh is drawn with makes another picture") {
-    StartKeeping();
+    StartCaching();
     const TextureImage texture{.width = 1, .height = 1, .texels{Pixel{0x123456}}};
     constexpr void (*kChanges[])(MeshDraw&, const TextureImage&) = {
         [](MeshDraw& draw, const TextureImage&) { draw.eye.x = -0.0f; },
