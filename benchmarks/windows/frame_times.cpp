@@ -104,10 +104,11 @@ int main() {
                 systemText / keptText);
 
     const double always = EventToPicture([] { return RenderFrame(); });
+    frameBuffer.cachesPicture = true;
     Turn turn;
     const double whenDue = EventToPicture([&turn] { return RunTurn(0.001f, turn); });
     std::printf(
-        "event to picture: %.3f ms with a picture in every turn, %.3f ms with those that are due, ratio "
+        "event to picture: %.3f ms with a picture in every turn, %.3f ms as the program draws, ratio "
         "%.2f\n",
         always, whenDue, whenDue / always);
 
