@@ -42,6 +42,19 @@ TEST_CASE("reading an image gives the texture and touches nothing else") {
     CHECK(editorState.statusMessage.empty());
 }
 
+TEST_CASE("each texture that is read has a mark of its own, which its copies share") {
+    const ScratchFolder folder;
+    PutFile(folder / L"a.png", PngBytes({1, 1, {0xFF112233}}));
+    TextureImage first, again;
+    REQUIRE(ReadTextureFile(folder / L"a.png", first));
+    REQUIRE(ReadTextureFile(folder / L"a.png", again));
+    CHECK(first.identity != nullptr);
+    CHECK(again.identity != nullptr);
+    CHECK(first.identity != again.identity);
+    const TextureImage copy = first;
+    CHECK(copy.identity == first.identity);
+}
+
 TEST_CASE("a fully transparent pixel of any colour is white") {
     const ScratchFolder folder;
     PutFile(folder / L"a.png", PngBytes({2, 1, {0x00FF0000, 0x01FF0000}}));
