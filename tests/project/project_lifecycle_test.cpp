@@ -500,3 +500,19 @@ TEST_CASE("in a project folder that has disappeared every command fails with its
     CHECK(KindOfPath(folder / L"ZelEngineProject") == PathKind::Missing);
     CHECK(KindOfPath(folder / L"ZelEngineProject_Build") == PathKind::Missing);
 }
+
+TEST_CASE("no project is created while the user stays in an unsaved prefab") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    const std::wstring root = editorState.projectRoot;
+    PutFolder(folder / L"other");
+    editorState.screen = Screen::PrefabEditor;
+    editorState.prefabDirty = true;
+    Answers({Answer::Cancel});
+    AnswerFolder(folder / L"other");
+    CreateProject(true);
+    CHECK(headless.prompts == std::vector<std::wstring>{L"Chces ulozit zmeny v prefabu?"});
+    CHECK(editorState.projectRoot == root);
+    CHECK(editorState.screen == Screen::PrefabEditor);
+    CHECK(ContentsOf(folder / L"other").empty());
+}
