@@ -69,6 +69,8 @@ static void FillSquare(Point centre, int32_t reach, Pixel color) {
     FillRect({centre.x - reach, centre.y - reach, centre.x + reach + 1, centre.y + reach + 1}, color);
 }
 
+// Axis by axis, each as a line with a square at its tip, and the square of the origin over all three. An axis
+// whose tip cannot be projected is left out and cannot be grabbed either.
 void DrawGizmo(const GizmoOnScreen& gizmo, std::optional<GizmoAxis> activeAxis) {
     if (!gizmo.visible) return;
     for (const GizmoAxis axis : kAxes) {
@@ -98,6 +100,8 @@ static float DistanceToAxis(Point pointer, const ScreenCorner& origin, const Scr
     return isAtTip ? 0 : DistanceToSegment(pointer, origin, tip);
 }
 
+// The nearest axis within reach. At its tip an axis counts as hit exactly; where several are equally near, as
+// around the origin, the first has it.
 std::optional<GizmoAxis> GizmoAxisAt(const GizmoOnScreen& gizmo, Point pointer) {
     std::optional<GizmoAxis> found;
     if (!gizmo.visible) return found;
@@ -189,6 +193,8 @@ static float InSteps(float amount, float step) {
     return IsControlHeld() ? std::round(amount / step) * step : amount;
 }
 
+// Moving goes along the world's axis, so the new place is turned back into the space of the object's parent.
+// Turning and scaling change the object's own values by the axis of the same name.
 static void ApplyDrag(GameObject& object, const GizmoDrag& drag, float travel) {
     const Vec3 axis = AxisDirection(drag.axis);
     switch (drag.tool) {

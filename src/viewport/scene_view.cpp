@@ -48,6 +48,8 @@ static Pixel BackgroundOf(const GameObject& camera) {
     return Pixel{channel(16) | channel(8) | channel(0)};
 }
 
+// Who gives the colour, first to last: the game's first active camera, a selected camera, the first camera of
+// the scene. So a user who changes the background of one of several cameras sees it while it is selected.
 Pixel ViewportBackground(std::span<const GameObject> scene, int32_t selectedIndex, bool playMode) {
     if (playMode) {
         const auto active =
@@ -62,6 +64,8 @@ Pixel ViewportBackground(std::span<const GameObject> scene, int32_t selectedInde
 
 bool ShowsGame() { return editorState.playMode || editorState.runtimeMode; }
 
+// In goes the viewport, out comes all that placing a point on the screen needs. Drawing and picking both ask
+// here: what is seen is what is hit.
 FrameView CurrentView(const Rect& viewport) {
     const CameraPose camera = ActiveCamera(editorState.scene, editorState.camera, ShowsGame());
     const Matrix4 projection = ProjectionMatrix(Width(viewport), Height(viewport));

@@ -30,6 +30,8 @@ static void DrawWorldLine(const Matrix4& viewProjection, Vec3 from, Vec3 to, Pix
     DrawLine(a, b, color);
 }
 
+// 19 lines along each axis. They have no depth, so the order decides which colour a crossing has, and every
+// object is drawn over them later, also one that stands below the grid.
 void DrawGrid(const Matrix4& viewProjection) {
     for (int32_t i = -kGridReach; i <= kGridReach; ++i) {
         const auto at = static_cast<float>(i);
@@ -60,6 +62,8 @@ static Rect SquareAround(Point centre, int32_t size) {
     return {left, top, left + size, top + size};
 }
 
+// An icon has the same size at any distance. Only its centre is projected, so it vanishes with its object's
+// place and not before.
 void DrawObjectIcon(CanvasImage icon, Vec3 position, const Matrix4& viewProjection, bool selected) {
     Point centre;
     if (icon < 0 || !ProjectToPixel(viewProjection, position, frameBuffer.viewport, centre)) return;
