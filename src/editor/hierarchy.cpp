@@ -107,8 +107,8 @@ void DrawHierarchy(const EditorLayout& layout) {
     }
 }
 
-// Rows lie below one another, so a binary search finds the row: a scene of 100,000 objects is asked as fast as
-// one of ten. Two pixels between two rows belong to neither.
+// Rows lie below one another, so a binary search finds the row: a scene of 100,000 objects is asked as fast
+// as one of ten. Two pixels between two rows belong to neither.
 const HierarchyRow* HierarchyRowAt(int32_t y) {
     const HierarchyRowList& rows = editorState.hierarchyRows;
     const auto row = std::ranges::partition_point(
