@@ -144,7 +144,7 @@ def star(x, y):
 
 def pearl_color(right, up, x, y):
     """Pink ribs that spread from the hinge, the pearl in the middle, a stalk below."""
-    if right ** 2 + (up - 0.34) ** 2 < 0.085:
+    if right ** 2 + (up - 0.52) ** 2 < 0.12:
         return (255, 250, 255)
     if up < -0.02:
         return shaded((255, 120, 110), 0.8 + grain(x // 3, y // 5) / 1300)
@@ -335,7 +335,7 @@ def pearl():
     """An open shell on a stalk that is as long as the shell is high: the middle of the whole stands on a rock."""
     lower = posed(as_loaded(scallop()), (0.0, 0.12, 0.0), (0.9, 0.9, 0.9))
     upper = posed(as_loaded(scallop()), (0.0, 0.66, 0.66), (0.9, 0.9, 0.9), (-1.9, 0.0, 0.0))
-    return joined(lower, upper, posed(sphere(), (0.0, 0.34, -0.06), (0.29, 0.29, 0.29)),
+    return joined(lower, upper, posed(sphere(), (0.0, 0.52, -0.1), (0.34, 0.34, 0.34)),
                   posed(cylinder(6), (0.0, -0.75, 0.0), (0.12, 0.75, 0.12)))
 
 
