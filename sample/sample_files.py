@@ -261,15 +261,20 @@ SOLID = {"has_collision": 1}
 SECTION_HEIGHTS = {"text": 96, "camera": 150, "shape": 92, "color": 144, "animation": 100, "collision": 92,
                    "gravitation": 92, "rigidbody": 120, "texture": 92}
 SCRIPT_HEIGHTS = {"PlayerController": 64, "CollectOnTouch": 120, "PlanePrefabSpawner": 120}
-TRANSFORM_HEIGHT, ROOM_FOR_SECTIONS = 136, 480
+TRANSFORM_HEIGHT, CLOSED_HEIGHT = 136, 30
+ROOM_FOR_SECTIONS = 480
+ROOM_BEFORE_SUGGESTIONS = 402  # so much is left where the components that can be added are to be seen whole
 
 
 def folded(object_):
-    """With its sections closed, but for the Transform, where they would reach the bottom panel."""
+    """With its sections closed where they would reach the bottom panel: the Transform last, if it must be."""
     shown = [name for name in SECTION_HEIGHTS if object_.get(f"has_{name}") or object_.get(f"is_{name}")]
-    height = TRANSFORM_HEIGHT + sum(SECTION_HEIGHTS[name] for name in shown)
-    height += sum(SCRIPT_HEIGHTS[name] for name in object_["scripts"])
-    return object_ | {f"{name}_expanded": 0 for name in shown if height > ROOM_FOR_SECTIONS}
+    scripts = sum(SCRIPT_HEIGHTS[name] for name in object_["scripts"])
+    if TRANSFORM_HEIGHT + scripts + sum(SECTION_HEIGHTS[name] for name in shown) <= ROOM_FOR_SECTIONS:
+        return object_
+    if TRANSFORM_HEIGHT + scripts + CLOSED_HEIGHT * len(shown) > ROOM_BEFORE_SUGGESTIONS:
+        shown.append("transform")
+    return object_ | {f"{name}_expanded": 0 for name in shown}
 
 
 def placed(prefab, tree, at, yaw=0.0):

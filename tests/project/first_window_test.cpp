@@ -32,7 +32,15 @@ static void OpenInFirstWindow(const wchar_t* sample, const wchar_t* scene) {
 
 static int32_t BottomPanelTop() { return LayoutEditor(editorState.panels, 1360, 820).bottomTop; }
 
+// What can be added is offered below the search box, and counts too for the object that a user sees first.
+static void CheckFirstInspectorIsWhole() {
+    CAPTURE(editorState.scene[static_cast<size_t>(editorState.selectedIndex)].name);
+    REQUIRE_FALSE(editorState.inspectorZones.empty());
+    for (const HitZone& zone : editorState.inspectorZones) CHECK(zone.rect.bottom <= BottomPanelTop());
+}
+
 static void CheckPanelsEndAboveTheBottomPanel() {
+    CheckFirstInspectorIsWhole();
     const size_t objects = editorState.scene.size();
     CHECK(editorState.hierarchyRows.size() == objects);
     CHECK(objects <= 21);
