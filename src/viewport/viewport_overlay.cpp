@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string>
+#include <string_view>
 
 constexpr int32_t kGridReach = 9;  // lines at -9 .. 9 along both axes
 constexpr float kGridNear = -9, kGridFar = 11, kGridRight = 9;
@@ -93,9 +95,8 @@ int32_t TextObjectHeight(const GameObject& object) {
     return static_cast<int32_t>(Limit(std::max(0.4f, meanScale) * object.textSize, 8.0f, 128.0f));
 }
 
-static const std::wstring& ShownText(const GameObject& object) {
-    static const std::wstring kPlaceholder = L"Text";
-    return object.text.empty() ? kPlaceholder : object.text;
+static std::wstring_view ShownText(const GameObject& object) {
+    return object.text.empty() ? std::wstring_view(L"Text") : object.text;
 }
 
 // Each letter taken as half as wide as high. The letters are limited, so that their product with the height
@@ -109,7 +110,7 @@ static int32_t LettersWidth(const GameObject& object) {
 void DrawTextObject(const GameObject& object, Vec3 position, const Matrix4& viewProjection, bool selected) {
     Point anchor;
     if (!ProjectToPixel(viewProjection, position, frameBuffer.viewport, anchor)) return;
-    const std::wstring& text = ShownText(object);
+    const std::wstring text(ShownText(object));
     const int32_t height = TextObjectHeight(object);
     if (selected) {
         const int32_t width = std::clamp(LettersWidth(object) + 18, 72, 260);
