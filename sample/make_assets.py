@@ -146,11 +146,26 @@ SEA_SIZE, BEACH = 95.0, (19.0, 5.0)  # half its width; the beach's radius, and h
 
 
 def sea():
-    """The water's face, and the beach that rises from it."""
-    face = [(-1, 0, -1), (-1, 0, 1), (1, 0, 1), (1, 0, -1)], [(0, 1, 2, 3)]
+    """The water's face and the beach that rises from it, as rings from the outside to the inside. They end where the
+    lawn hides them: what is drawn and then drawn over costs as much as what is seen."""
     radius, ahead = BEACH
-    return joined(posed(face, (0.0, -0.8, 0.0), (SEA_SIZE, 1.0, SEA_SIZE)),
-                  posed(turned([(0, -1), (1.04, -1), (1, 1), (0, 1)], 40), (0.0, -0.5, ahead), (radius, 0.3, radius)))
+    parts = 40  # a multiple of eight, so that the corners of the square are among them
+    turns = [math.tau * i / parts for i in range(parts)]
+
+    def ring(share, height):
+        return [(share * radius * math.cos(a), height, ahead + share * radius * math.sin(a)) for a in turns]
+
+    def square():
+        far = [SEA_SIZE / max(abs(math.cos(a)), abs(math.sin(a))) for a in turns]
+        return [(r * math.cos(a), -0.8, r * math.sin(a)) for a, r in zip(turns, far)]
+
+    vertices = square() + ring(1.04, -0.8) + ring(1.0, -0.2) + ring(0.86, -0.2)
+    faces = []
+    for outer in range(0, 3 * parts, parts):
+        for i in range(parts):
+            j = (i + 1) % parts
+            faces.append((outer + i, outer + parts + i, outer + parts + j, outer + j))
+    return vertices, faces
 
 
 def sea_color(right, ahead, x, y):
