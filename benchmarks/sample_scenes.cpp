@@ -61,7 +61,8 @@ static BenchScene FrameOf(const std::string& name, const LoadedSample& sample, i
 const std::vector<BenchScene>& SampleScenes() {
     static const std::vector<BenchScene> scenes = [] {
         std::vector<BenchScene> made;
-        for (const auto& [name, folder] : {std::pair{"Project", L"Project"}, std::pair{"Dive", L"Dive"}}) {
+        for (const auto& [name, folder] : {std::pair{"Project", L"Project"}, std::pair{"Dive", L"Dive"},
+                                           std::pair{"Harvest", L"Harvest"}}) {
             const LoadedSample& sample = Load(folder);
             for (auto [width, height] : {std::pair{1360, 820}, {1920, 1080}, {3840, 2160}})
                 made.push_back(FrameOf(name, sample, width, height));

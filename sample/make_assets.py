@@ -226,12 +226,12 @@ if __name__ == "__main__":
             ("Coin", standing_coin(), coin_color, 64, 64),
             ("Treasure", turned(COIN, 20), treasure_color, 64, 64),
             ("Tree", tree(), tree_color, 64, 128),
-            ("Trees", planted(TREES), on_the_lawn(tree_color), 256, 768),
+            ("Trees", planted(TREES), on_the_lawn(tree_color), 192, 512),
             ("FarTrees", planted(FAR_TREES), tree_color, 256, 768),
             ("Lamp", lamp(), lamp_color, 32, 64),
-            ("Lights", lights(), lights_color, 256, 512),
+            ("Lights", lights(), lights_color, 192, 256),
             ("Cap", cap(), cap_color, 64, 64),
-            ("Sea", sea(), sea_color, 512, 512),
+            ("Sea", sea(), sea_color, 256, 256),
             ("Boats", boats(), boat_color, 64, 512)]:
         project.model(name, shape)
         project.picture(name, shape, color_at, width, height)
