@@ -5,24 +5,13 @@ What does not move and looks alike is one model, made where it stands in the sce
 import math
 
 from sample_files import (
-    Project, as_loaded, bounds, cube, cylinder, grain, joined, outward, posed, reshaped, shaded, sphere, turned)
+    Project, as_loaded, between, bounds, cube, cylinder, grain, joined, mixed, outward, posed, reshaped, shaded, sphere,
+    turned)
 
 BACKDROP = (384, 576)  # pixels of the two pictures of the water
 
 
 # Textures.
-
-def mixed(a, b, share_of_b):
-    return tuple(x + (y - x) * share_of_b for x, y in zip(a, b))
-
-
-def between(stops, at):
-    """The colour at a place among (place, colour), which stand in rising order."""
-    for (low, low_color), (high, high_color) in zip(stops, stops[1:]):
-        if at <= high:
-            return mixed(low_color, high_color, (at - low) / (high - low))
-    return stops[-1][1]
-
 
 def water(stops, reach, x, y):
     """Slanting rays that fade with the depth. The grain hides the steps between the rows."""

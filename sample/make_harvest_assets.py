@@ -3,24 +3,12 @@
 import math
 
 from sample_files import (
-    Project, cylinder, grain, joined, outward, posed, shaded, sphere, turned)
+    Project, between, cylinder, grain, joined, mixed, outward, posed, shaded, sphere, turned)
 
 SKY = (512, 192)  # pixels of the evening sky
 
 
 # Textures.
-
-def mixed(a, b, share_of_b):
-    return tuple(x + (y - x) * share_of_b for x, y in zip(a, b))
-
-
-def between(stops, at):
-    """The colour at a place among (place, colour), which stand in rising order."""
-    for (low, low_color), (high, high_color) in zip(stops, stops[1:]):
-        if at <= high:
-            return mixed(low_color, high_color, (at - low) / (high - low))
-    return stops[-1][1]
-
 
 def hill(x, height, waves):
     return height + sum(high * math.sin(x / SKY[0] * 2 * math.pi * often + shift) for high, often, shift in waves)

@@ -56,6 +56,18 @@ def shaded(color, light):
     return tuple(max(0, min(255, int(c * light))) for c in color)
 
 
+def mixed(a, b, share_of_b):
+    return tuple(x + (y - x) * share_of_b for x, y in zip(a, b))
+
+
+def between(stops, at):
+    """The colour at a place among (place, colour), which stand in rising order."""
+    for (low, low_color), (high, high_color) in zip(stops, stops[1:]):
+        if at <= high:
+            return mixed(low_color, high_color, (at - low) / (high - low))
+    return stops[-1][1]
+
+
 # Models: vertices, and faces that name them from 0 on. A face is seen from the side from which it turns like a
 # clock's hands.
 

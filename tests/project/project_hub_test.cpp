@@ -584,14 +584,19 @@ TEST_CASE("the list is drawn where a pixel of it is left, and its rows where a p
     CHECK(IsDrawn(L"Moje projekty"));
 }
 
-TEST_CASE("the Hub's heading is there where it ends before the button") {
+// The text appears as soon as the window has the larger of two sizes.
+static void CheckIsDrawnFrom(ClientSize larger, ClientSize smaller, const std::wstring& text) {
     const ScratchFolder folder;
     StartHub(folder);
+    headless.clientSize = smaller;
+    CHECK_FALSE(IsDrawn(text));
+    headless.clientSize = larger;
+    CHECK(IsDrawn(text));
+}
+
+TEST_CASE("the Hub's heading is there where it ends before the button") {
     const int32_t end = 24 + MeasureCanvasText(L"Project Hub", 28, 600);  // the button begins at width - 220
-    headless.clientSize = {end + 220, 600};
-    CHECK_FALSE(IsDrawn(L"Project Hub"));
-    headless.clientSize = {end + 221, 600};
-    CHECK(IsDrawn(L"Project Hub"));
+    CheckIsDrawnFrom({end + 221, 600}, {end + 220, 600}, L"Project Hub");
 }
 
 TEST_CASE("a menu of a project that has left the list since does nothing") {
@@ -617,12 +622,7 @@ TEST_CASE("the panel of templates is 30 percent of the window, from 280 to 400 p
 }
 
 TEST_CASE("the templates' note is shown from a height of 508 pixels on") {
-    const ScratchFolder folder;
-    StartHub(folder);
-    headless.clientSize = {1360, 507};
-    CHECK_FALSE(IsDrawn(L"Projects are saved locally"));
-    headless.clientSize = {1360, 508};
-    CHECK(IsDrawn(L"Projects are saved locally"));
+    CheckIsDrawnFrom({1360, 508}, {1360, 507}, L"Projects are saved locally");
 }
 
 TEST_CASE("another project begins with an empty component search and no file selected") {

@@ -47,6 +47,12 @@ static void PassMinute(int32_t minute) {
     }
 }
 
+// Frames until a recovery is on its way to the disk, which the test lets go on with WorkAside.
+static void HandRecoveryOver() {
+    for (int32_t frame = 0; frame < 5; ++frame) KeepRecovery(61 + 0.01 * frame);
+    REQUIRE(headless.aside.size() == 1);
+}
+
 static void AddObject(const std::wstring& name) {
     MarkChanged();
     editorState.scene.push_back({.name = name});
@@ -406,8 +412,7 @@ TEST_CASE("what is saved while its recovery is on its way to the disk leaves non
         const ScratchFolder folder;
         StartProject(folder);
         TapKey('G');
-        for (int32_t frame = 0; frame < 5; ++frame) KeepRecovery(61 + 0.01 * frame);
-        REQUIRE(headless.aside.size() == 1);
+        HandRecoveryOver();
         if (isWritten) WorkAside();
         TapWithControl('S');
         WorkAside();
@@ -422,8 +427,7 @@ TEST_CASE("the end of the program writes what is still on its way to the disk, a
         const ScratchFolder folder;
         StartProject(folder);
         AddObject(L"First");
-        for (int32_t frame = 0; frame < 5; ++frame) KeepRecovery(61 + 0.01 * frame);
-        REQUIRE(headless.aside.size() == 1);
+        HandRecoveryOver();
         if (hasMore) AddObject(L"Second");
         WriteRecoveryNow();
         WorkAside();  // the thread comes too late
@@ -449,8 +453,7 @@ TEST_CASE("an end of the program that finds the disk still writing waits for it,
     const ScratchFolder folder;
     StartProject(folder);
     TapKey('G');
-    for (int32_t frame = 0; frame < 5; ++frame) KeepRecovery(61 + 0.01 * frame);
-    REQUIRE(editorState.recovery.writing);
+    HandRecoveryOver();
     editorState.recovery.writing->stage = RecoveryStage::Writing;  // by a thread that hangs
     WriteRecoveryNow();
     CHECK(headless.slept >= 10'000);

@@ -137,6 +137,15 @@ TEST_CASE("what the system drew is finished before the program touches the pixel
     CHECK(headless.flushes == 1);
 }
 
+TEST_CASE("a text is finished before rows of pixels are copied over it") {
+    StartPicture(50, 20);
+    DrawText(0, 0, L"a", TextColor{0}, 13, 400);
+    const PixelRows rows{{kFill, kFill}};
+    DrawPixelRows({5, 5}, rows);
+    CHECK(headless.flushes == 1);
+    CHECK(PixelAt(4, 5) == kFill);
+}
+
 TEST_CASE("an image is finished before the program touches the pixels, like a text") {
     StartPicture(50, 20);
     DrawImage(LoadCanvasImage(SourcePath(L"CMakeLists.txt")), {0, 0, 9, 9});

@@ -50,6 +50,23 @@ TEST_CASE("a stream that does not have the expected length is refused") {
     }
 }
 
+TEST_CASE("windows of 256 bytes to 32 KB are accepted, a larger one and another method are refused") {
+    // The second byte makes both together a multiple of 31.
+    const struct {
+        const char* header;
+        bool isAccepted;
+    } cases[] = {{"\x08\x1d", true},  {"\x18\x19", true},  {"\x68\x05", true}, {"\x78\x01", true},
+                 {"\x88\x1c", false}, {"\x77\x09", false}, {"\x79\x18", false}};
+    for (const auto& row : cases) {
+        std::string stream = kStored, bytes;
+        stream.replace(0, 2, row.header);
+        const auto first = static_cast<uint8_t>(row.header[0]), second = static_cast<uint8_t>(row.header[1]);
+        REQUIRE((first * 256 + second) % 31 == 0);
+        CAPTURE(int{first});
+        CHECK(Inflate(stream, kText.size(), bytes) == row.isAccepted);
+    }
+}
+
 TEST_CASE("a stream that is cut short is refused wherever it ends") {
     const struct {
         std::string stream;

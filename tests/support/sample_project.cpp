@@ -5,6 +5,7 @@
 #include "platform/files.h"
 #include "project/asset_list.h"
 #include "project/project_folder.h"
+#include "scene/object_fields.h"
 #include "support/frame_update.h"
 #include "support/source_path.h"
 
@@ -40,4 +41,13 @@ void HoldFor(int32_t sixtieths, std::initializer_list<char> keys) {
     const auto frames = std::lround(static_cast<float>(sixtieths) / 60 / frameTime);
     for (long i = 0; i < frames; ++i) UpdateFrame(frameTime);
     ReleaseKeys();
+}
+
+void CheckPlaysTheSameTwice(void (*play)()) {
+    play();
+    const Scene first = editorState.scene;
+    play();
+    const Scene& second = editorState.scene;
+    REQUIRE(first.size() == second.size());
+    for (size_t i = 0; i < first.size(); ++i) CHECK(SameBits(first[i], second[i]));
 }

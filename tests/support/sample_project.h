@@ -19,6 +19,9 @@ GameObject& Named(std::wstring_view name);
 // How many objects of the name have been collected.
 int32_t Collected(std::wstring_view name);
 
+// Plays a game twice, and compares the two scenes at its end to the last bit.
+void CheckPlaysTheSameTwice(void (*play)());
+
 // The frame times at which a game is played on Windows, in seconds: 64 and 32 pictures a second where a
 // sleep of a millisecond ends with the system's next tick, 20 where the program allows no longer frame, and
 // the 60 that most tests play at.
