@@ -1,6 +1,7 @@
 #include "scene/object_tree.h"
 
 #include "base/limit.h"
+#include "base/prefetch.h"
 
 #include <cassert>
 #include <utility>
@@ -9,6 +10,7 @@
 ObjectTree BuildObjectTree(std::span<const GameObject> scene) {
     ObjectTree tree{std::vector<int32_t>(scene.size() + 1, -1), std::vector<int32_t>(scene.size(), -1)};
     for (size_t i = scene.size(); i-- > 0;) {
+        if (i >= kPrefetchAhead) Prefetch(&scene[i - kPrefetchAhead].parentIndex);
         const int32_t parent = scene[i].parentIndex;
         if (parent != -1 && !IsIndexOf(parent, scene.size())) continue;
         int32_t& first = tree.firstChild[static_cast<size_t>(parent + 1)];

@@ -1,5 +1,7 @@
 #include "scene/world_cache.h"
 
+#include "base/prefetch.h"
+
 #include <array>
 #include <bit>
 
@@ -59,6 +61,10 @@ FrameWorlds::FrameWorlds(std::span<const GameObject> scene, CachedWorlds& worlds
     if (objects.size() != scene.size()) objects.assign(scene.size(), {});
     std::vector<Verdict> verdicts;
     for (size_t i = 0; i < scene.size(); ++i) {
+        if (i + kPrefetchAhead < scene.size()) {
+            Prefetch(&scene[i + kPrefetchAhead].position);
+            Prefetch(&scene[i + kPrefetchAhead].parentIndex);
+        }
         if (StandsStill(scene[i], objects[i])) continue;
         objects[i].isFresh = false;
         if (verdicts.empty()) verdicts.assign(scene.size(), Verdict::Unknown);

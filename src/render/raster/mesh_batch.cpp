@@ -2,6 +2,8 @@
 
 #include "render/raster/draw_mesh.h"
 
+#include "base/prefetch.h"
+
 #include <algorithm>
 #include <bit>
 #include <cmath>
@@ -73,7 +75,7 @@ static bool DoLargeOnesComeLate(std::span<const MeshInstance> instances, const s
 }
 
 static void DrawInSceneOrder(std::span<const MeshInstance> instances, Surface& surface) {
-    for (const MeshInstance& instance : instances) DrawMeshInView(*instance.mesh, instance.draw, surface);
+    for (const MeshInstance& instance : instances) DrawMesh(*instance.mesh, instance.draw, surface);
 }
 
 // At equal depths the earlier mesh of the scene must be visible, whichever is drawn first. So every pixel
@@ -81,10 +83,13 @@ static void DrawInSceneOrder(std::span<const MeshInstance> instances, Surface& s
 static void DrawInOrder(std::span<const MeshInstance> instances, const std::vector<Place>& places,
                         Surface& surface) {
     KeepOwners(surface);
-    for (const Place place : places) {
-        const MeshInstance& instance = instances[NumberOf(place)];
-        surface.owners.current = static_cast<int32_t>(NumberOf(place));
-        DrawMeshInView(*instance.mesh, instance.draw, surface);
+    for (size_t i = 0; i < places.size(); ++i) {
+        if (i + kPrefetchAhead < places.size())
+            PrefetchRecord(instances[NumberOf(places[i + kPrefetchAhead])]);
+        const size_t number = NumberOf(places[i]);
+        const MeshInstance& instance = instances[number];
+        surface.owners.current = static_cast<int32_t>(number);
+        DrawMesh(*instance.mesh, instance.draw, surface);
     }
     ForgetOwners(surface);
 }
