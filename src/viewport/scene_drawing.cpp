@@ -1,6 +1,7 @@
 #include "viewport/scene_drawing.h"
 
 #include "base/limit.h"
+#include "base/prefetch.h"
 #include "render/frame_buffer.h"
 #include "render/raster/mesh_bounds.h"
 #include "scene/selection.h"
@@ -48,8 +49,15 @@ static void DrawTextOf(int32_t index, const Matrix4& viewProjection, FrameWorlds
 static std::vector<int32_t> DrawObjects(const MeshDraw& frame, FrameWorlds& worlds) {
     std::vector<int32_t> marked;
     const bool showsGame = ShowsGame();
+    const Frustum frustum = FrustumOf(frame.viewProjection, frameBuffer.viewport);
     for (int32_t i = 0; i < static_cast<int32_t>(editorState.scene.size()); ++i) {
         const GameObject& object = editorState.scene[static_cast<size_t>(i)];
+        if (i + kPrefetchAhead < editorState.scene.size()) {
+            const GameObject& later = editorState.scene[i + kPrefetchAhead];
+            Prefetch(&later.meshIndex);
+            Prefetch(&later.active);
+            Prefetch(&later.isText);
+        }
         if (!IsShown(object, showsGame)) continue;
         if (HasMarker(object)) marked.push_back(i);
         if (!object.isText && !ShowsMesh(object, editorState.meshes.size())) continue;
@@ -59,12 +67,9 @@ static std::vector<int32_t> DrawObjects(const MeshDraw& frame, FrameWorlds& worl
             continue;
         }
         const Mesh& mesh = editorState.meshes[static_cast<size_t>(object.meshIndex)].mesh;
-        const MeshDraw draw = MeshDrawOf(i, frame, worlds);
-        if (!draw.selected && IsInvisible(mesh, {draw.world, draw.viewProjection, frameBuffer.viewport})) {
-            continue;
-        }
-        CollectMesh({&mesh, draw});
-        if (draw.selected) DrawCollectedMeshes();
+        if (!IsSelected(i) && IsInvisible(mesh, worlds.Of(i), frustum)) continue;
+        CollectMesh({&mesh, MeshDrawOf(i, frame, worlds)});
+        if (IsSelected(i)) DrawCollectedMeshes();
     }
     DrawCollectedMeshes();
     return marked;

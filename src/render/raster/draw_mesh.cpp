@@ -20,6 +20,12 @@ constexpr Pixel kOutline{0x56D6FF};
 // transformed.
 constexpr size_t kFewFronts = 5;
 
+// A mesh of fewer faces than this is small: finding out what is certain about it costs as much as drawing it.
+constexpr size_t kLargeMesh = 32;
+
+// Vertices of a small mesh within so many pixels, across and down, lie close together.
+constexpr float kCloseTogether = 6;
+
 // ---- Meshes that reach through the near plane or beyond the range of depths. Their faces are drawn one
 // by one: whole faces as elsewhere, the others as the parts that the near plane leaves.
 
@@ -96,6 +102,7 @@ static VertexTransform TransformOf(const MeshDraw& draw, const Rect& viewport) {
 // and filled as one mesh, so that each step runs over many faces at a time. Faces keep the order of the
 // mesh, which decides between equal depths.
 static void DrawFronts(const PlacedMesh& placed, size_t fronts, Surface& surface) {
+    if (fronts == 0) return;
     const Rect covered = CoveredPixels(placed.vertices.extent, placed.viewport);
     if (Width(covered) <= 0 || Height(covered) <= 0) return;
     assert(LiesWithin(covered, surface.depthTiles.area));  // what lies outside has no depth
@@ -103,6 +110,7 @@ static void DrawFronts(const PlacedMesh& placed, size_t fronts, Surface& surface
         ScanFaces(placed.triangles.data(), placed.vertices, placed.viewport, FarthestDepth(covered, surface),
                   placed.level, fronts, surface.scratch);
     if (faces.empty()) return;
+    PreparePixelAccess(surface);
     MeshToDraw whole = FacesToDraw(placed, faces);
     if (placed.vertices.extent.arePlain) {
         LightManyFaces(whole, placed.level, surface.scratch);
@@ -110,6 +118,11 @@ static void DrawFronts(const PlacedMesh& placed, size_t fronts, Surface& surface
     } else {
         DrawFaceByFace(placed, whole, surface);
     }
+}
+
+// Only a texture asks for them.
+static AxisScales ScalesOf(const MeshDraw& draw) {
+    return draw.texture != nullptr ? WorldScales(draw.world) : AxisScales{};
 }
 
 // For a mesh with few visible faces: copies their vertices and transforms only those. The faces keep the
@@ -127,9 +140,8 @@ static void DrawFewFronts(const Mesh& mesh, const MeshDraw& draw, SimdLevel leve
         scratch.fronts[i] = static_cast<uint32_t>(i);
     }
     TransformVertices(vertices, TransformOf(draw, surface.viewport), level, scratch.vertices);
-    DrawFronts(
-        {vertices, triangles, draw, scratch.vertices, WorldScales(draw.world), surface.viewport, level},
-        fronts, surface);
+    DrawFronts({vertices, triangles, draw, scratch.vertices, ScalesOf(draw), surface.viewport, level}, fronts,
+               surface);
 }
 
 static Point PixelOf(const ScreenCorner& corner) {
@@ -164,43 +176,53 @@ static size_t FindVisibleFronts(const Mesh& mesh, const MeshDraw& draw, const Me
 // code around them more slowly.
 static SimdLevel LevelFor(const Mesh& mesh, const MeshDraw& draw, const Surface& surface) {
     constexpr size_t kFewFaces = 16;
-    const bool isSmall = draw.texture == nullptr && mesh.triangles.size() < kFewFaces;
-    return isSmall && surface.simd == SimdLevel::Avx512 ? SimdLevel::Avx2 : surface.simd;
+    const bool hasFew = draw.texture == nullptr && mesh.triangles.size() < kFewFaces;
+    return hasFew && surface.simd == SimdLevel::Avx512 ? SimdLevel::Avx2 : surface.simd;
 }
 
-// Nothing is found out about a mesh of few faces: it would cost as much as drawing it.
-static MeshPlace PlaceToDraw(const Mesh& mesh, const MeshDraw& draw, const Rect& viewport) {
-    constexpr size_t kFewFaces = 32;
-    if (mesh.triangles.size() < kFewFaces) return {};
-    return PlaceMesh(mesh, TransformOf(draw, viewport));
+static bool AreCloseTogether(const VertexExtent& extent) {
+    return extent.arePlain && extent.right - extent.left <= kCloseTogether &&
+           extent.bottom - extent.top <= kCloseTogether;
 }
 
-// A mesh and its matrices go in, pixels and depths come out. The cheapest question comes first, and each
-// leaves less for the next: is the mesh in view at all, which faces turn to the eye and are not hidden,
-// where do their vertices lie on the screen, which faces contain a pixel centre. The first, second and
-// fourth only save work: the fill decides about every pixel.
-void DrawMeshInView(const Mesh& mesh, const MeshDraw& draw, Surface& surface) {
-    const MeshPlace place = PlaceToDraw(mesh, draw, surface.viewport);
-    if (surface.pixels == nullptr || (!draw.selected && (place.isBeside || place.isTooSmall))) return;
-    const SimdLevel level = LevelFor(mesh, draw, surface);
+// The vertices are few, so they are transformed first. If they lie close together on the screen, looking at
+// all faces is cheaper than finding out on which side of each the eye stands.
+static void DrawSmallMesh(const Mesh& mesh, const MeshDraw& draw, SimdLevel level, Surface& surface) {
+    MeshVertices& vertices = surface.scratch.vertices;
+    TransformVertices(mesh.vertices, TransformOf(draw, surface.viewport), level, vertices);
+    const EyeInObject unknown;
+    const EyeInObject eye = AreCloseTogether(vertices.extent) ? unknown : FindEye(mesh, draw.world, draw.eye);
+    const size_t fronts = FindFrontFaces(mesh, eye, level, surface.scratch.fronts);
+    DrawFronts({mesh.vertices, mesh.triangles, draw, vertices, ScalesOf(draw), surface.viewport, level},
+               fronts, surface);
+}
+
+// The cheapest question comes first, and each leaves less for the next: is the mesh in view at all, which
+// faces turn to the eye and are not hidden, where do their vertices lie on the screen.
+static void DrawLargeMesh(const Mesh& mesh, const MeshDraw& draw, SimdLevel level, Surface& surface) {
+    const MeshPlace place = PlaceMesh(mesh, TransformOf(draw, surface.viewport));
+    if (place.isBeside || place.isTooSmall) return;
     const size_t fronts = FindVisibleFronts(mesh, draw, place, level, surface);
-    if (fronts == 0 && !draw.selected) return;
-    PreparePixelAccess(surface);
-    if (!draw.selected && fronts * kFewFronts < mesh.vertices.size()) {
+    if (fronts * kFewFronts < mesh.vertices.size()) {
         DrawFewFronts(mesh, draw, level, fronts, surface);
         return;
     }
-    const Rect& viewport = surface.viewport;
     MeshVertices& vertices = surface.scratch.vertices;
-    TransformVertices(mesh.vertices, TransformOf(draw, viewport), level, vertices);
-    DrawFronts({mesh.vertices, mesh.triangles, draw, vertices, WorldScales(draw.world), viewport, level},
+    TransformVertices(mesh.vertices, TransformOf(draw, surface.viewport), level, vertices);
+    DrawFronts({mesh.vertices, mesh.triangles, draw, vertices, ScalesOf(draw), surface.viewport, level},
                fronts, surface);
-    if (draw.selected) DrawOutline(mesh, vertices, surface);
 }
 
+// A mesh and its matrices go in, pixels and depths come out. All questions on the way only save work: the
+// fill decides about every pixel.
 void DrawMesh(const Mesh& mesh, const MeshDraw& draw, Surface& surface) {
-    if (!draw.selected && IsInvisible(mesh, TransformOf(draw, surface.viewport))) return;
-    DrawMeshInView(mesh, draw, surface);
+    if (surface.pixels == nullptr) return;
+    const SimdLevel level = LevelFor(mesh, draw, surface);
+    const bool isLarge = mesh.triangles.size() >= kLargeMesh;
+    (isLarge ? DrawLargeMesh : DrawSmallMesh)(mesh, draw, level, surface);
+    if (!draw.selected) return;
+    TransformVertices(mesh.vertices, TransformOf(draw, surface.viewport), level, surface.scratch.vertices);
+    DrawOutline(mesh, surface.scratch.vertices, surface);
 }
 
 // Asks the same questions as drawing, but scans for one pixel. A few faces are left, which may cover its

@@ -7,9 +7,6 @@
 // what is visible. Every triangle index of the mesh must be valid.
 void DrawMesh(const Mesh& mesh, const MeshDraw& draw, Surface& surface);
 
-// Likewise, if the caller already knows that IsInvisible is false for the mesh.
-void DrawMeshInView(const Mesh& mesh, const MeshDraw& draw, Surface& surface);
-
 // A pixel to ask about, and the nearest depth found there so far.
 struct PickedPixel {
     Rect viewport{};

@@ -9,6 +9,6 @@
 constexpr size_t kFewestToSort = 16;
 
 // Gives the same pixels and depths as drawing one after the other, but draws the nearest of many meshes
-// first: what they hide then costs little. None of them may be selected. The caller leaves out those that
-// IsInvisible names.
+// first: what they hide then costs little. None of them may be selected. Leaving out those that IsInvisible
+// names beforehand spares sorting them.
 void DrawMeshes(std::span<const MeshInstance> instances, Surface& surface);

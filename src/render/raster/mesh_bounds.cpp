@@ -131,6 +131,9 @@ static bool FindNearest(const BoxInClip& box, const Range& w, float& nearest) {
     return nearest > 0 && nearest < 1 && IsAbove(box, Beyond(rowZ, 1, Scaled(rowW, nearest)), rounding);
 }
 
+static float HalfWidth(const Rect& viewport) { return 0.5f * static_cast<float>(Width(viewport)); }
+static float HalfHeight(const Rect& viewport) { return 0.5f * static_cast<float>(Height(viewport)); }
+
 // How far rounding moves a corner along an axis, pixels. `most` bounds the quotient by w. The two matrices
 // round the clip coordinates; the projection then rounds the quotient twice, and after it a product and
 // two sums.
@@ -140,6 +143,39 @@ static float Moved(float size, float sizeW, float leastW, float most, float half
 }
 
 static float LengthOf(const Vec4& row) { return Length({row.x, row.y, row.z}); }
+
+namespace {
+
+// What bounds the quotients by w in a part of the world before the eye.
+struct Quotients {
+    float leastW = 0;
+    float across = 0, down = 0;  // the largest sizes of x / w and y / w, in halves of the viewport
+};
+
+}  // namespace
+
+// No edge of this length is wider or higher on the screen, pixels. `toClip` takes its direction to clip
+// space.
+static float EdgeOnScreen(float length, const Quotients& most, const Matrix4& toClip, const Rect& viewport) {
+    const float lengthW = LengthOf(Row(toClip, 3));
+    const float across = (LengthOf(Row(toClip, 0)) + most.across * lengthW) * HalfWidth(viewport),
+                down = (LengthOf(Row(toClip, 1)) + most.down * lengthW) * HalfHeight(viewport);
+    return length / most.leastW * std::max(across, down);
+}
+
+// No corner is moved farther by rounding, pixels. `sizes` are those of the clip coordinates.
+static float MovedOnScreen(const Vec4& sizes, const Quotients& most, const Rect& viewport) {
+    return std::max(Moved(sizes.x, sizes.w, most.leastW, most.across, HalfWidth(viewport),
+                          static_cast<float>(viewport.left)),
+                    Moved(sizes.y, sizes.w, most.leastW, most.down, HalfHeight(viewport),
+                          static_cast<float>(viewport.top)));
+}
+
+// True when no face with such edges has the area of a triangle that is drawn.
+static bool AreTooSmall(float edge, float moved) {
+    const float extent = edge + 2 * moved;
+    return kAreaOfEdges * extent * extent < kSmallestArea;
+}
 
 // In goes the box in clip space; out come bounds on everything that the vertices will give: their pixels,
 // their nearest depth, the longest edge on the screen and how far rounding moves a corner. Each bound
@@ -154,12 +190,12 @@ static MeshPlace PlaceMesh(const Mesh& mesh, const Rect& viewport, const BoxInCl
     if (!(w.low > kSmallestW) || !(w.high < kGreatestW)) return place;
     const Range x = Quotient(RangeOf(box, rowX, box.sizes.x), w),
                 y = Quotient(RangeOf(box, rowY, box.sizes.y), w);
-    const float across = std::max(std::abs(x.low), std::abs(x.high)),
-                down = std::max(std::abs(y.low), std::abs(y.high));
-    if (!(across < kFarBeside && down < kFarBeside) || !FindNearest(box, w, place.nearest)) return place;
+    const Quotients most{w.low, std::max(std::abs(x.low), std::abs(x.high)),
+                         std::max(std::abs(y.low), std::abs(y.high))};
+    if (!(most.across < kFarBeside && most.down < kFarBeside) || !FindNearest(box, w, place.nearest))
+        return place;
 
-    const float halfWidth = 0.5f * static_cast<float>(Width(viewport)),
-                halfHeight = 0.5f * static_cast<float>(Height(viewport));
+    const float halfWidth = HalfWidth(viewport), halfHeight = HalfHeight(viewport);
     const float middleX = static_cast<float>(viewport.left) + halfWidth,
                 middleY = static_cast<float>(viewport.top) + halfHeight;
     place.pixels = {
@@ -169,21 +205,11 @@ static MeshPlace PlaceMesh(const Mesh& mesh, const Rect& viewport, const BoxInCl
         std::min(viewport.bottom, static_cast<int32_t>(std::ceil(middleY - y.low * halfHeight)) + 2)};
     place.leastW = w.low;
     place.mostW = w.high;
-    const float edge = mesh.measures.longestEdge / w.low;
-    place.edge = edge * std::max((LengthOf(rowX) + across * LengthOf(rowW)) * halfWidth,
-                                 (LengthOf(rowY) + down * LengthOf(rowW)) * halfHeight);
-    place.moved =
-        std::max(Moved(box.sizes.x, box.sizes.w, w.low, across, halfWidth, static_cast<float>(viewport.left)),
-                 Moved(box.sizes.y, box.sizes.w, w.low, down, halfHeight, static_cast<float>(viewport.top)));
+    place.edge = EdgeOnScreen(mesh.measures.longestEdge, most, box.toClip, viewport);
+    place.moved = MovedOnScreen(box.sizes, most, viewport);
     place.isBounded = mesh.measures.identity != nullptr;
-    const float extent = place.edge + 2 * place.moved;
-    place.isTooSmall = place.isBounded && kAreaOfEdges * extent * extent < kSmallestArea;
+    place.isTooSmall = place.isBounded && AreTooSmall(place.edge, place.moved);
     return place;
-}
-
-bool IsBesideView(const Mesh& mesh, const VertexTransform& transform) {
-    if (IsTiny(transform.viewport) || mesh.vertices.empty()) return false;
-    return IsBeside(PlaceBox(mesh, transform));
 }
 
 MeshPlace PlaceMesh(const Mesh& mesh, const VertexTransform& transform) {
@@ -193,18 +219,99 @@ MeshPlace PlaceMesh(const Mesh& mesh, const VertexTransform& transform) {
     return PlaceMesh(mesh, transform.viewport, box);
 }
 
-// Most meshes are not too small, and a cheap estimate says so: the length on the screen of the longest
-// edge, seen from the front. The real bound is only computed for the others.
-bool IsInvisible(const Mesh& mesh, const VertexTransform& transform) {
+// ---- Spheres. A mesh that is far from showing anything is told by a few products of the sphere around it,
+// where placing its box takes two products of matrices. The bounds are those of the box, with the sphere in
+// its place.
+
+constexpr float kRoundedUp = 1.001f;  // more than what rounding takes off the few operations here
+
+Frustum FrustumOf(const Matrix4& viewProjection, const Rect& viewport) {
+    Frustum frustum{viewport, viewProjection};
+    if (IsTiny(viewport)) return frustum;
+    const Vec4 w = Row(viewProjection, 3), guard = Scaled(w, kMargin);
+    frustum.planes[0] = Scaled(w, -1);
+    frustum.sizes[0] = Sizes(w);
+    for (size_t i = 1; i < frustum.planes.size(); ++i) {
+        const Vec4 row = Row(viewProjection, (i - 1) / 2), sizes = Sizes(row), ofGuard = Sizes(guard);
+        frustum.planes[i] = Beyond(row, i % 2 == 0 ? -1.0f : 1.0f, guard);
+        frustum.sizes[i] = {sizes.x + ofGuard.x, sizes.y + ofGuard.y, sizes.z + ofGuard.z,
+                            sizes.w + ofGuard.w};
+    }
+    for (size_t i = 0; i < frustum.planes.size(); ++i) frustum.lengths[i] = LengthOf(frustum.planes[i]);
+    frustum.pixelsPerUnit = LengthOf(Row(viewProjection, 0)) * HalfWidth(viewport);
+    return frustum;
+}
+
+namespace {
+
+// Around a mesh in the world.
+struct Sphere {
+    Vec4 centre{};
+    float radius = 0;
+    float longestEdge = 0;  // no edge of a face is longer
+    Vec4 farthest{};        // no coordinate of the box around the mesh is larger; 1
+};
+
+}  // namespace
+
+// The root of the sum of its squares bounds how far a matrix stretches any direction.
+static Sphere SphereOf(const Mesh& mesh, const Matrix4& world) {
+    constexpr float kDiagonal = 1.7321f;  // of a box, in halves of its longest side
+    float squares = 0;
+    for (size_t row = 0; row < 3; ++row) {
+        const Vec3 axis{world.m[row][0], world.m[row][1], world.m[row][2]};
+        squares += Dot(axis, axis);
+    }
+    const float stretch = kRoundedUp * std::sqrt(squares) + 1e-18f;
+    const float radius = stretch * mesh.measures.reach, reach = kDiagonal * radius;
+    const Vec3 at = Translation(world);
+    return {{at.x, at.y, at.z, 1},
+            radius,
+            stretch * mesh.measures.longestEdge,
+            {std::abs(at.x) + reach, std::abs(at.y) + reach, std::abs(at.z) + reach, 1}};
+}
+
+static bool IsBeside(const Sphere& sphere, const Frustum& frustum) {
+    for (size_t i = 0; i < frustum.planes.size(); ++i) {
+        const float rounding = kRounding * Dot(frustum.sizes[i], sphere.farthest);
+        const float least = sphere.radius * frustum.lengths[i] + rounding;
+        if (Dot(frustum.planes[i], sphere.centre) > kRoundedUp * least) return true;
+    }
+    return false;
+}
+
+static Range RangeOf(const Sphere& sphere, const Vec4& row, float size) {
+    const float middle = Dot(row, sphere.centre);
+    const float reach = LengthOf(row) * sphere.radius + 3 * kTightRounding * size;
+    return {middle - reach, middle + reach};
+}
+
+// All of it lies before the near plane, and in any direction its edges are too short.
+static bool IsTooSmall(const Sphere& sphere, const Frustum& frustum) {
+    const Matrix4& toClip = frustum.viewProjection;
+    const Matrix4 ofRows = Sizes(toClip);
+    const Vec4 sizes{Dot(Row(ofRows, 0), sphere.farthest), Dot(Row(ofRows, 1), sphere.farthest),
+                     Dot(Row(ofRows, 2), sphere.farthest), Dot(Row(ofRows, 3), sphere.farthest)};
+    const Range w = RangeOf(sphere, Row(toClip, 3), sizes.w), z = RangeOf(sphere, Row(toClip, 2), sizes.z);
+    if (!(w.low > kSmallestW) || !(w.high < kGreatestW) || !(z.low > 0)) return false;
+    const Range x = Quotient(RangeOf(sphere, Row(toClip, 0), sizes.x), w),
+                y = Quotient(RangeOf(sphere, Row(toClip, 1), sizes.y), w);
+    const Quotients most{w.low, std::max(std::abs(x.low), std::abs(x.high)),
+                         std::max(std::abs(y.low), std::abs(y.high))};
+    if (!(most.across < kFarBeside && most.down < kFarBeside)) return false;
+    return AreTooSmall(EdgeOnScreen(sphere.longestEdge, most, toClip, frustum.viewport),
+                       MovedOnScreen(sizes, most, frustum.viewport));
+}
+
+// Most meshes are not too small, and a cheap estimate says so: the length on the screen of the longest edge,
+// seen from the front. The real bound is only computed for the others.
+bool IsInvisible(const Mesh& mesh, const Matrix4& world, const Frustum& frustum) {
     constexpr float kMaybeTooSmall = 0.01f;  // pixels
-    if (IsTiny(transform.viewport) || mesh.vertices.empty()) return false;
-    const BoxInClip box = PlaceBox(mesh, transform);
-    if (IsBeside(box)) return true;
-    const float w = Dot(Row(box.toClip, 3), box.bounds.centre);
-    const float pixelsPerUnit =
-        LengthOf(Row(box.toClip, 0)) * 0.5f * static_cast<float>(Width(transform.viewport));
-    if (!(mesh.measures.longestEdge * pixelsPerUnit < kMaybeTooSmall * w)) return false;
-    return PlaceMesh(mesh, transform.viewport, box).isTooSmall;
+    if (frustum.pixelsPerUnit == 0 || mesh.measures.identity == nullptr) return false;
+    const Sphere sphere = SphereOf(mesh, world);
+    if (IsBeside(sphere, frustum)) return true;
+    const float w = Dot(Row(frustum.viewProjection, 3), sphere.centre);
+    return sphere.longestEdge * frustum.pixelsPerUnit < kMaybeTooSmall * w && IsTooSmall(sphere, frustum);
 }
 
 // A visible point has w above 0, so it lies to the right of column x if its clip x is more than x times w;

@@ -1,21 +1,32 @@
-// Where a whole mesh lies in the view, told from the box around its vertices.
+// Where a whole mesh lies in the view, told from the sphere and from the box around its vertices.
 #pragma once
 
 #include "render/raster/mesh_to_draw.h"
 
 #include <array>
 
-// True when it is certain that no face of the mesh shows a pixel, because all of it lies behind the eye or
-// beyond one side of the viewport, by at least an eighth of the viewport.
-bool IsBesideView(const Mesh& mesh, const VertexTransform& transform);
+// What a picture shows of the world, as spheres are tested against it. Made once for all meshes.
+struct Frustum {
+    Rect viewport{};
+    Matrix4 viewProjection{};
+    std::array<Vec4, 5> planes{};    // outwards: behind the eye, an eighth of the viewport beyond each side
+    std::array<Vec4, 5> sizes{};     // sums of what each plane was added from, without signs
+    std::array<float, 5> lengths{};  // of the planes' directions
+    float pixelsPerUnit = 0;         // of the world, across, where w is 1; 0 if nothing is told
+};
 
-// True when it is certain that no face of the mesh shows a pixel, because the mesh is beside the view, or
-// every face is too small on the screen to be drawn.
-bool IsInvisible(const Mesh& mesh, const VertexTransform& transform);
+Frustum FrustumOf(const Matrix4& viewProjection, const Rect& viewport);
+
+// True when it is certain that no face of the mesh shows a pixel, because a sphere around the mesh lies
+// behind the eye or beyond one side of the viewport, by at least an eighth of the viewport, or because every
+// face is too small on the screen to be drawn. Always false for a mesh that was not measured.
+bool IsInvisible(const Mesh& mesh, const Matrix4& world, const Frustum& frustum);
 
 // What is certain about the corners that TransformVertices will compute, rounding included.
 struct MeshPlace {
-    bool isBeside = false;    // see IsBesideView
+    // All of it lies behind the eye, or beyond one side of the viewport by at least an eighth of the
+    // viewport: no face shows a pixel.
+    bool isBeside = false;
     bool isTooSmall = false;  // no face is large enough to be drawn
     bool isBounded = false;   // the rest is known
     Rect pixels{};            // of the viewport: the mesh shows nothing outside, and may be empty

@@ -38,6 +38,21 @@ static Mesh FrontTriangle(Vec3 a, Vec3 b, Vec3 c, Pixel color = Pixel{0x646464})
     return mesh;
 }
 
+static void CheckAgainstPlain(const Mesh& mesh, const MeshDraw& draw, int32_t width, int32_t height) {
+    StartPicture(width, height, Pixel{0x2D2219});
+    DrawMeshPlainly(mesh, draw);
+    const std::vector<Pixel> pixels = headless.pixels;
+    const PixelValues<float> depth = frameBuffer.depth;
+    for (SimdLevel level : TestedLevels()) {
+        CAPTURE(NameOf(level));
+        StartPicture(width, height, Pixel{0x2D2219});
+        frameBuffer.simd = level;
+        DrawMesh(mesh, draw, frameBuffer);
+        REQUIRE(headless.pixels == pixels);
+        REQUIRE(std::memcmp(frameBuffer.depth.data(), depth.data(), depth.size() * sizeof(float)) == 0);
+    }
+}
+
 TEST_CASE("a mesh is drawn as the plain renderer draws it, bit for bit, in random views") {
     constexpr uint32_t kSeed = 77;
     INFO("seed ", kSeed);
@@ -66,20 +81,30 @@ TEST_CASE("a mesh is drawn as the plain renderer draws it, bit for bit, in rando
                                  {random.Between(-2, 2), random.Between(0.1f, 3), random.Between(0.1f, 3)});
         const Mesh& mesh = Builtin(static_cast<BuiltinMesh>(random.IntBetween(0, 6)));
 
-        StartPicture(width, height, Pixel{0x2D2219});
-        DrawMeshPlainly(mesh, draw);
-        const std::vector<Pixel> pixels = headless.pixels;
-        const PixelValues<float> depth = frameBuffer.depth;
-
-        for (SimdLevel level : TestedLevels()) {
-            StartPicture(width, height, Pixel{0x2D2219});
-            frameBuffer.simd = level;
-            DrawMesh(mesh, draw, frameBuffer);
-            CAPTURE(round);
-            REQUIRE(headless.pixels == pixels);
-            REQUIRE(std::memcmp(frameBuffer.depth.data(), depth.data(), depth.size() * sizeof(float)) == 0);
-        }
+        CAPTURE(round);
+        CheckAgainstPlain(mesh, draw, width, height);
     }
+}
+
+// From half a pixel to some twelve pixels, at places that fall anywhere between pixel centres.
+TEST_CASE("meshes of a few pixels are drawn as the plain renderer draws them, bit for bit") {
+    constexpr uint32_t kSeed = 78;
+    INFO("seed ", kSeed);
+    RandomSource random(kSeed);
+    constexpr int32_t kWidth = 40, kHeight = 30;
+    int32_t drawn = 0;
+    for (int round = 0; round < 3000; ++round) {
+        MeshDraw draw{.light{0.6f, 0.8f, 0}, .viewProjection = ProjectionMatrix(kWidth, kHeight)};
+        const float distance = random.Between(0.5f, 90), pixel = 2 * 0.7002f * distance / kHeight;
+        const float size = pixel * random.Between(0.3f, random.OneIn(2) ? 1.0f : 6.0f);
+        draw.world = LocalMatrix({random.Between(-9, 9) * pixel, random.Between(-9, 9) * pixel, distance},
+                                 {random.Between(-3, 3), random.Between(-3, 3), random.Between(-3, 3)},
+                                 {size, random.OneIn(3) ? 0.01f * size : size, size});
+        CAPTURE(round);
+        CheckAgainstPlain(Builtin(static_cast<BuiltinMesh>(random.IntBetween(0, 6))), draw, kWidth, kHeight);
+        for (const float depth : frameBuffer.depth) drawn += depth < kFarDepth;
+    }
+    CHECK(drawn > 20'000);
 }
 
 TEST_CASE("a closed mesh shows its front and not its inside") {

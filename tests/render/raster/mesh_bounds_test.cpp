@@ -31,7 +31,7 @@ TEST_CASE("a mesh that lies beside the view shows no pixel") {
     const std::vector<Mesh> meshes = BuildBuiltinMeshes();
     StartPicture(kWidth, kHeight);
     frameBuffer.viewport = {5, 3, 60, 39};
-    int32_t beside = 0, shown = 0;
+    int32_t beside = 0, outside = 0, shown = 0;
     for (int round = 0; round < 6000; ++round) {
         const CameraPose camera{{random.Between(-3, 3), random.Between(-3, 3), random.Between(-6, 1)},
                                 random.Between(-3, 3),
@@ -42,32 +42,72 @@ TEST_CASE("a mesh that lies beside the view shows no pixel") {
         const Mesh& mesh = meshes[static_cast<size_t>(random.IntBetween(0, kBuiltinMeshCount - 1))];
         DrawMeshPlainly(mesh, draw);
         const bool isShown = std::ranges::any_of(frameBuffer.depth, [](float depth) { return depth < 1; });
-        const bool isBeside = IsBesideView(mesh, {draw.world, draw.viewProjection, frameBuffer.viewport});
+        const MeshPlace place = PlaceMesh(mesh, {draw.world, draw.viewProjection, frameBuffer.viewport});
+        const Frustum frustum = FrustumOf(draw.viewProjection, frameBuffer.viewport);
+        const bool isOutside = IsInvisible(mesh, draw.world, frustum);
         CAPTURE(round);
-        REQUIRE(!(isShown && isBeside));
-        beside += isBeside;
+        REQUIRE(!(isShown && (place.isBeside || isOutside)));
+        beside += place.isBeside;
+        outside += isOutside;
         shown += isShown;
         if (isShown) std::fill(frameBuffer.depth.begin(), frameBuffer.depth.end(), kFarDepth);
     }
     CHECK(beside > 2'000);
+    CHECK(outside > 1'500);
     CHECK(shown > 500);
 }
 
 TEST_CASE("a mesh behind the eye or far to a side is beside the view, one ahead is not") {
     const Mesh cube = BuildBuiltinMeshes()[kCubeMesh];
-    const auto isBeside = [&cube](float x, float y, float z) {
-        return IsBesideView(
-            cube, {LocalMatrix({x, y, z}, {}, {1, 1, 1}), ProjectionMatrix(100, 100), {0, 0, 100, 100}});
+    const Matrix4 projection = ProjectionMatrix(100, 100);
+    constexpr Rect kViewport{0, 0, 100, 100};
+    const Frustum frustum = FrustumOf(projection, kViewport);
+    constexpr float kNotANumber = std::numeric_limits<float>::quiet_NaN();
+    struct {
+        Vec3 place;
+        bool isBeside;
+    } const cases[] = {{{0, 0, 5}, false}, {{4, 0, 5}, false},  // reaches into the viewport
+                       {{0, 0, -5}, true}, {{9, 0, 5}, true},  {{-9, 0, 5}, true},
+                       {{0, 9, 5}, true},  {{0, -9, 5}, true}, {{kNotANumber, 9, 5}, false}};
+    for (const auto& entry : cases) {
+        const auto& [place, isBeside] = entry;
+        CAPTURE(entry.place);
+        const Matrix4 world = LocalMatrix(place, {}, {1, 1, 1});
+        CHECK(PlaceMesh(cube, {world, projection, kViewport}).isBeside == isBeside);
+        CHECK(IsInvisible(cube, world, frustum) == isBeside);
+    }
+    CHECK_FALSE(PlaceMesh({}, {{}, projection, kViewport}).isBeside);
+}
+
+// A corner of the cube lies sqrt(3) from its centre. How far a matrix stretches is told from the root of the
+// sum of its squares, sqrt(3) here, so the sphere has a radius of 3. At a distance of 10 the view with its
+// margin ends at 1.25 * tan(35 degrees) * 10 = 8.753; its side leans, so the sphere leaves it farther out by
+// 3 * sqrt(1 + 0.8753 * 0.8753) = 3.987: at 12.74.
+TEST_CASE("a cube is told to be invisible from the place on where a sphere around it leaves the view") {
+    const Mesh cube = BuildBuiltinMeshes()[kCubeMesh];
+    const Frustum frustum = FrustumOf(ProjectionMatrix(100, 100), {0, 0, 100, 100});
+    const auto isInvisible = [&](Vec3 place) {
+        return IsInvisible(cube, LocalMatrix(place, {}, {1, 1, 1}), frustum);
     };
-    CHECK_FALSE(isBeside(0, 0, 5));
-    CHECK_FALSE(isBeside(4, 0, 5));  // reaches into the viewport
-    CHECK(isBeside(0, 0, -5));
-    CHECK(isBeside(9, 0, 5));
-    CHECK(isBeside(-9, 0, 5));
-    CHECK(isBeside(0, 9, 5));
-    CHECK(isBeside(0, -9, 5));
-    CHECK_FALSE(isBeside(std::numeric_limits<float>::quiet_NaN(), 9, 5));
-    CHECK_FALSE(IsBesideView({}, {{}, ProjectionMatrix(100, 100), {0, 0, 100, 100}}));
+    for (float sign : {-1.0f, 1.0f}) {
+        CAPTURE(sign);
+        CHECK_FALSE(isInvisible({sign * 12.7f, 0, 10}));
+        CHECK(isInvisible({sign * 12.8f, 0, 10}));
+        CHECK_FALSE(isInvisible({0, sign * 12.7f, 10}));
+        CHECK(isInvisible({0, sign * 12.8f, 10}));
+    }
+    CHECK_FALSE(isInvisible({0, 0, -2.98f}));
+    CHECK(isInvisible({0, 0, -3.02f}));
+}
+
+TEST_CASE("nothing is told of a mesh that was not measured, nor in a viewport of a few pixels") {
+    Mesh cube = BuildBuiltinMeshes()[kCubeMesh];
+    const Matrix4 behind = LocalMatrix({0, 0, -9}, {}, {1, 1, 1});
+    CHECK(IsInvisible(cube, behind, FrustumOf(ProjectionMatrix(32, 32), {0, 0, 32, 32})));
+    CHECK_FALSE(IsInvisible(cube, behind, FrustumOf(ProjectionMatrix(31, 32), {0, 0, 31, 32})));
+    CHECK_FALSE(IsInvisible(cube, behind, FrustumOf(ProjectionMatrix(32, 31), {0, 0, 32, 31})));
+    cube.measures = {};
+    CHECK_FALSE(IsInvisible(cube, behind, FrustumOf(ProjectionMatrix(32, 32), {0, 0, 32, 32})));
 }
 
 TEST_CASE("a mesh of faces too small to be drawn is invisible, one of faces a little larger is not") {
@@ -76,7 +116,7 @@ TEST_CASE("a mesh of faces too small to be drawn is invisible, one of faces a li
     RandomSource random(kSeed);
     const std::vector<Mesh> meshes = BuildBuiltinMeshes();
     StartPicture(kWidth, kHeight);
-    int32_t invisible = 0, shown = 0;
+    int32_t tooSmall = 0, invisible = 0, shown = 0;
     for (int round = 0; round < 4000; ++round) {
         MeshDraw draw{.viewProjection = ProjectionMatrix(kWidth, kHeight)};
         const float distance = random.Between(1, 90);
@@ -89,14 +129,18 @@ TEST_CASE("a mesh of faces too small to be drawn is invisible, one of faces a li
         const Mesh& mesh = meshes[static_cast<size_t>(random.IntBetween(0, kBuiltinMeshCount - 1))];
         DrawMeshPlainly(mesh, draw);
         const bool isShown = std::ranges::any_of(frameBuffer.depth, [](float depth) { return depth < 1; });
-        const bool isInvisible = IsInvisible(mesh, {draw.world, draw.viewProjection, frameBuffer.viewport});
+        const MeshPlace place = PlaceMesh(mesh, {draw.world, draw.viewProjection, frameBuffer.viewport});
+        const Frustum frustum = FrustumOf(draw.viewProjection, frameBuffer.viewport);
+        const bool isInvisible = IsInvisible(mesh, draw.world, frustum);
         CAPTURE(round);
-        REQUIRE(!(isShown && isInvisible));
+        REQUIRE(!(isShown && (place.isTooSmall || isInvisible)));
+        tooSmall += place.isTooSmall;
         invisible += isInvisible;
         shown += isShown;
         if (isShown) std::fill(frameBuffer.depth.begin(), frameBuffer.depth.end(), kFarDepth);
     }
-    CHECK(invisible > 500);
+    CHECK(tooSmall > 500);
+    CHECK(invisible > 300);
     CHECK(shown > 1000);
 }
 
