@@ -50,14 +50,20 @@ struct FlatInk {
     }
 };
 
+// In 0 .. 1. A fraction is never above 1, but may not be a number.
 ZEL_INLINE Floats Wrapped(Floats coordinate, bool repeat) {
-    return Limited(repeat ? coordinate - Floor(coordinate) : coordinate, 0, 1);
+    if (repeat) return Most(coordinate - Floor(coordinate), Splat(0.0f));
+    return Limited(coordinate, 0, 1);
 }
 
+// A channel is lit where it stands: scaling by a power of two rounds nothing, and what truncating leaves
+// below the channel is masked out.
 template <int shift>
 ZEL_INLINE Ints LitChannel(Ints colors, Floats brightness) {
-    const Floats lit = Converted(ShiftedRight<shift>(colors) & Splat(0xFF)) * brightness;
-    return ShiftedLeft<shift>(Truncated(Least(lit, Splat(255.0f))));
+    constexpr int32_t kChannel = 0xFF << shift;
+    const Floats lit = Converted(colors & Splat(kChannel)) * brightness;
+    const Ints channel = Truncated(Least(lit, Splat(static_cast<float>(kChannel))));
+    return shift == 0 ? channel : channel & Splat(kChannel);
 }
 
 ZEL_INLINE Ints LitColors(Ints colors, Floats brightness) {
@@ -65,11 +71,10 @@ ZEL_INLINE Ints LitColors(Ints colors, Floats brightness) {
            LitChannel<0>(colors, brightness);
 }
 
+// The highest byte is not masked out: lighting ignores it.
 ZEL_INLINE Ints TintedColors(Ints colors, uint32_t tint) {
     if (tint == 0) return colors;
-    const Ints tints = Splat(static_cast<int32_t>(tint));
-    const Ints average = (colors & tints) + ShiftedRight<1>((colors ^ tints) & Splat(0xFEFEFE));
-    return average & Splat(0xFFFFFF);
+    return AverageOfBytes(colors, Splat(static_cast<int32_t>(tint)));
 }
 
 // Reads nothing for lanes that are not seen.

@@ -58,6 +58,12 @@ ZEL_INLINE Ints ShiftedRight(Ints a) {
     return {_mm256_srli_epi32(a.v, bits)};
 }
 
+// The instruction rounds up, so it is given what is missing to 255.
+ZEL_INLINE Ints AverageOfBytes(Ints a, Ints b) {
+    const __m256i all = _mm256_set1_epi32(-1);
+    return {_mm256_xor_si256(_mm256_avg_epu8(_mm256_xor_si256(a.v, all), _mm256_xor_si256(b.v, all)), all)};
+}
+
 ZEL_INLINE Ints Truncated(Floats a) { return {_mm256_cvttps_epi32(a.v)}; }
 ZEL_INLINE Floats Converted(Ints a) { return {_mm256_cvtepi32_ps(a.v)}; }
 ZEL_INLINE Floats BitsAsFloats(Ints a) { return {_mm256_castsi256_ps(a.v)}; }

@@ -61,6 +61,12 @@ ZEL_INLINE Ints ShiftedRight(Ints a) {
     return {_mm512_srli_epi32(a.v, bits)};
 }
 
+// The instruction rounds up, so it is given what is missing to 255.
+ZEL_INLINE Ints AverageOfBytes(Ints a, Ints b) {
+    const __m512i all = _mm512_set1_epi32(-1);
+    return {_mm512_xor_si512(_mm512_avg_epu8(_mm512_xor_si512(a.v, all), _mm512_xor_si512(b.v, all)), all)};
+}
+
 ZEL_INLINE Ints Truncated(Floats a) { return {_mm512_cvttps_epi32(a.v)}; }
 ZEL_INLINE Floats Converted(Ints a) { return {_mm512_cvtepi32_ps(a.v)}; }
 ZEL_INLINE Floats BitsAsFloats(Ints a) { return {_mm512_castsi512_ps(a.v)}; }

@@ -63,6 +63,11 @@ ZEL_INLINE Ints ShiftedRight(Ints a) {
     return {static_cast<int32_t>(static_cast<uint32_t>(a.v) >> bits)};
 }
 
+// Of each byte, rounded down.
+ZEL_INLINE Ints AverageOfBytes(Ints a, Ints b) {
+    return (a & b) + ShiftedRight<1>((a ^ b) & Ints{-0x1010102});
+}
+
 // Towards zero; the numbers lie in the range of integers, or the lane is not used.
 ZEL_INLINE Ints Truncated(Floats a) { return {_mm_cvttss_si32(_mm_set_ss(a.v))}; }
 ZEL_INLINE Floats Converted(Ints a) { return {static_cast<float>(a.v)}; }

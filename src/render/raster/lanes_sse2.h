@@ -66,6 +66,12 @@ ZEL_INLINE Ints ShiftedRight(Ints a) {
     return {_mm_srli_epi32(a.v, bits)};
 }
 
+// The instruction rounds up, so it is given what is missing to 255.
+ZEL_INLINE Ints AverageOfBytes(Ints a, Ints b) {
+    const __m128i all = _mm_set1_epi32(-1);
+    return {_mm_xor_si128(_mm_avg_epu8(_mm_xor_si128(a.v, all), _mm_xor_si128(b.v, all)), all)};
+}
+
 ZEL_INLINE Ints Truncated(Floats a) { return {_mm_cvttps_epi32(a.v)}; }
 ZEL_INLINE Floats Converted(Ints a) { return {_mm_cvtepi32_ps(a.v)}; }
 ZEL_INLINE Floats BitsAsFloats(Ints a) { return {_mm_castsi128_ps(a.v)}; }
