@@ -82,13 +82,13 @@ static void DrawInSceneOrder(std::span<const MeshInstance> instances, Surface& s
 // remembers the index of the mesh that it shows.
 static void DrawInOrder(std::span<const MeshInstance> instances, const std::vector<Place>& places,
                         Surface& surface) {
-    KeepOwners(surface);
+    KeepOwners(instances.size(), surface);
     for (size_t i = 0; i < places.size(); ++i) {
         if (i + kPrefetchAhead < places.size())
             PrefetchRecord(instances[NumberOf(places[i + kPrefetchAhead])]);
         const size_t number = NumberOf(places[i]);
         const MeshInstance& instance = instances[number];
-        surface.owners.current = static_cast<int32_t>(number);
+        surface.owners.current = surface.owners.first + static_cast<int32_t>(number);
         DrawMesh(*instance.mesh, instance.draw, surface);
     }
     ForgetOwners(surface);

@@ -60,64 +60,44 @@ static Rect PixelsOf(int32_t column, int32_t row, const DepthTiles& tiles) {
     return {left, top, std::min(left + kTileWidth, area.right), std::min(top + kTileHeight, area.bottom)};
 }
 
-namespace {
+// Makes the depths of some tiles of a row far. They are written as one block: its rows are longer than those
+// of a tile, and memory is written more nearly in its own order.
+static void ClearTiles(int32_t row, int32_t left, int32_t right, Surface& surface) {
+    const Rect first = PixelsOf(left, row, surface.depthTiles),
+               last = PixelsOf(right - 1, row, surface.depthTiles);
+    float* corner = surface.depth.data() + static_cast<ptrdiff_t>(first.top) * surface.width + first.left;
+    KernelsOf(surface.simd)
+        .clearBlock(corner, surface.width, last.right - first.left, Height(first),
+                    std::bit_cast<uint32_t>(kFarDepth));
+}
 
-// Numbers that the pixels of the surface have, and which tiles of them are stale.
-template <typename Value>
-struct TiledValues {
-    PixelValues<Value>& values;
-    std::vector<uint8_t>& isStale;
-    Value cleared;
-};
-
-}  // namespace
-
-// Writes the stale tiles of a rectangle and returns how many they were. Stale tiles side by side are
-// written as one block: its rows are longer, and memory is written more nearly in its own order.
-template <typename Value>
-static size_t WriteStale(const TiledValues<Value>& tiled, const Rect& rect, const Surface& surface) {
-    const DepthTiles& tiles = surface.depthTiles;
+void PrepareDepth(const Rect& rect, Surface& surface) {
+    DepthTiles& tiles = surface.depthTiles;
+    if (tiles.staleCount == 0) return;
     const TileRange range = TilesOf(rect, tiles);
-    size_t written = 0;
     for (int32_t row = range.top; row < range.bottom; ++row) {
-        uint8_t* isStale = tiled.isStale.data() + IndexOf(0, row, tiles);
+        uint8_t* isStale = tiles.isStale.data() + IndexOf(0, row, tiles);
         for (int32_t column = range.left; column < range.right; ++column) {
             const int32_t first = column;
             for (; column < range.right && isStale[column] != 0; ++column) isStale[column] = 0;
             if (column == first) continue;
-            const Rect begin = PixelsOf(first, row, tiles), end = PixelsOf(column - 1, row, tiles);
-            Value* corner =
-                tiled.values.data() + static_cast<ptrdiff_t>(begin.top) * surface.width + begin.left;
-            KernelsOf(surface.simd)
-                .clearBlock(corner, surface.width, end.right - begin.left, Height(begin),
-                            std::bit_cast<uint32_t>(tiled.cleared));
-            written += static_cast<size_t>(column - first);
+            ClearTiles(row, first, column, surface);
+            tiles.staleCount -= static_cast<size_t>(column - first);
         }
     }
-    return written;
 }
 
-// The lowest number, so that pixels without an owner win every tie.
-constexpr int32_t kNobody = std::numeric_limits<int32_t>::min();
-
-void PrepareDepth(const Rect& rect, Surface& surface) {
-    DepthTiles& tiles = surface.depthTiles;
+// Starts anew when the surface has changed its size, and when all numbers are given.
+void KeepOwners(size_t objects, Surface& surface) {
     PixelOwners& owners = surface.owners;
-    if (tiles.staleCount > 0) {
-        const TiledValues<float> depths{surface.depth, tiles.isStale, kFarDepth};
-        tiles.staleCount -= WriteStale(depths, rect, surface);
+    const auto left = static_cast<size_t>(std::numeric_limits<int32_t>::max() - owners.next);
+    if (owners.numbers.size() != surface.depth.size() || objects > left) {
+        owners = {};
+        owners.numbers.resize(surface.depth.size());
     }
-    if (owners.areKept) {
-        const TiledValues<int32_t> numbers{owners.numbers, owners.areStale, kNobody};
-        WriteStale(numbers, rect, surface);
-    }
-}
-
-void KeepOwners(Surface& surface) {
-    PixelOwners& owners = surface.owners;
     owners.areKept = true;
-    owners.numbers.resize(surface.depth.size());
-    owners.areStale.assign(surface.depthTiles.isStale.size(), 1);
+    owners.first = owners.next;
+    owners.next += static_cast<int32_t>(objects);
 }
 
 void ForgetOwners(Surface& surface) { surface.owners.areKept = false; }

@@ -11,6 +11,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <memory>
 #include <new>
 #include <vector>
@@ -31,6 +32,23 @@ struct UnwrittenMemory : std::allocator<Value> {
 template <typename Value>
 using PixelValues = std::vector<Value, UnwrittenMemory<Value>>;
 
+// Likewise, but those of a new list are zero: the system gives zeroed memory where it is first touched.
+template <typename Value>
+struct ZeroedMemory : std::allocator<Value> {
+    template <typename Other>
+    struct rebind {
+        using other = ZeroedMemory<Other>;
+    };
+    Value* allocate(size_t count) {
+        void* memory = std::calloc(count, sizeof(Value));
+        if (memory == nullptr) throw std::bad_alloc();
+        return static_cast<Value*>(memory);
+    }
+    void deallocate(Value* memory, size_t) noexcept { std::free(memory); }
+    template <typename Other>
+    void construct(Other*) noexcept {}
+};
+
 // The depth of a pixel that nothing was drawn to.
 constexpr float kFarDepth = 1.0f;
 
@@ -46,13 +64,15 @@ struct DepthTiles {
     size_t staleCount = 0;
 };
 
-// The object whose depth each pixel holds. Kept only while objects are drawn in another order than the
-// scene's.
+// The object whose depth each pixel holds, for as long as objects are drawn in another order than the
+// scene's. Numbers are never given twice. So what a batch or a frame has left behind is smaller than every
+// number that follows, and need not be cleared.
 struct PixelOwners {
     bool areKept = false;
-    int32_t current = 0;              // the number of the object at hand, in the scene's order
-    PixelValues<int32_t> numbers{};   // width x height
-    std::vector<uint8_t> areStale{};  // by tile, 1 where nobody drew yet: the numbers mean nothing
+    int32_t first = 1;    // the number of the scene's first object; the others follow in its order
+    int32_t next = 1;     // the first number that was not given yet
+    int32_t current = 0;  // of the object at hand
+    std::vector<int32_t, ZeroedMemory<int32_t>> numbers{};  // width x height; 0 where nobody ever drew
 };
 
 struct Surface {
@@ -73,12 +93,12 @@ void PreparePixelAccess(Surface& surface);
 // Makes every depth of the area far. Depths outside the area are not used until the next call.
 void ClearDepth(const Rect& area, Surface& surface);
 
-// Call it before depths or owners are read or written inside a rectangle: it writes what ClearDepth and
-// KeepOwners have only marked.
+// Call it before depths are read or written inside a rectangle: it writes what ClearDepth has only marked.
 void PrepareDepth(const Rect& rect, Surface& surface);
 
-// Gives pixels owners until ForgetOwners. What was drawn before belongs to no object and wins every tie.
-void KeepOwners(Surface& surface);
+// Gives pixels owners until ForgetOwners, and numbers to so many objects. What was drawn before wins every
+// tie.
+void KeepOwners(size_t objects, Surface& surface);
 void ForgetOwners(Surface& surface);
 
 // Call it after depths were written inside a rectangle.

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 
 namespace {
 
@@ -159,6 +160,27 @@ TEST_CASE("a frame starts without the owners of the frame before, also at anothe
     }
 }
 
+TEST_CASE("when all numbers of owners are given, they begin anew and pixels keep none") {
+    constexpr int32_t kLast = std::numeric_limits<int32_t>::max();
+    const std::vector<MeshInstance> batch = FarToNear(Meshes()[kCubeMesh], 0xFF0000);
+    const auto count = static_cast<int32_t>(batch.size());
+    for (int32_t left : {count, count - 1}) {
+        CAPTURE(left);
+        StartFrame(BestSimdLevel());
+        DrawMeshes(batch, frameBuffer);
+        frameBuffer.owners.next = kLast - left;
+        Clear(kBack);
+        const Pixel before = DrawCubeBefore(0x0000FF);
+        DrawMeshes(batch, frameBuffer);
+        CHECK(frameBuffer.owners.first == (left == count ? kLast - count : 1));
+        Clear(kBack);
+        DrawCubeBefore(0x0000FF);
+        DrawMeshes(batch, frameBuffer);
+        CHECK(frameBuffer.owners.first < 2 * count);
+        CHECK(PixelAt(kMiddle.x, kMiddle.y) == before);
+    }
+}
+
 TEST_CASE("what was drawn bounds the depths that can still be seen") {
     StartFrame(BestSimdLevel());
     MeshDraw wall = FrameAt({0, 0, -5});
@@ -186,7 +208,7 @@ TEST_CASE("from sixteen meshes on the nearest is drawn first, so that those behi
         CHECK(frameBuffer.owners.numbers.empty() == (count < kFewestToSort));
     }
     // Each wall would have left its number where no other hides it; only the nearest one did.
-    const auto last = static_cast<int32_t>(kFewestToSort) - 1;
+    const int32_t last = frameBuffer.owners.first + static_cast<int32_t>(kFewestToSort) - 1;
     CHECK(frameBuffer.owners.numbers[static_cast<size_t>(35 * 97 + 48)] == last);
 }
 
