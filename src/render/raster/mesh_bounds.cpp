@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 constexpr float kMargin = 1.25f;           // of w: an eighth of the viewport beyond its side
 constexpr int32_t kSmallestViewport = 32;  // pixels; in a smaller one the margin is but a few
@@ -225,19 +226,18 @@ MeshPlace PlaceMesh(const Mesh& mesh, const VertexTransform& transform) {
 
 constexpr float kRoundedUp = 1.001f;  // more than what rounding takes off the few operations here
 
+static Vec4 Sum(const Vec4& a, const Vec4& b) { return {a.x + b.x, a.y + b.y, a.z + b.z, a.w + b.w}; }
+
 Frustum FrustumOf(const Matrix4& viewProjection, const Rect& viewport) {
     Frustum frustum{viewport, viewProjection};
     if (IsTiny(viewport)) return frustum;
     const Vec4 w = Row(viewProjection, 3), guard = Scaled(w, kMargin);
-    frustum.planes[0] = Scaled(w, -1);
-    frustum.sizes[0] = Sizes(w);
+    frustum.planes[0] = {Scaled(w, -1), Sizes(w), LengthOf(w)};
     for (size_t i = 1; i < frustum.planes.size(); ++i) {
-        const Vec4 row = Row(viewProjection, (i - 1) / 2), sizes = Sizes(row), ofGuard = Sizes(guard);
-        frustum.planes[i] = Beyond(row, i % 2 == 0 ? -1.0f : 1.0f, guard);
-        frustum.sizes[i] = {sizes.x + ofGuard.x, sizes.y + ofGuard.y, sizes.z + ofGuard.z,
-                            sizes.w + ofGuard.w};
+        const Vec4 row = Row(viewProjection, (i - 1) / 2);
+        const Vec4 plane = Beyond(row, i % 2 == 0 ? -1.0f : 1.0f, guard);
+        frustum.planes[i] = {plane, Sum(Sizes(row), Sizes(guard)), LengthOf(plane)};
     }
-    for (size_t i = 0; i < frustum.planes.size(); ++i) frustum.lengths[i] = LengthOf(frustum.planes[i]);
     frustum.pixelsPerUnit = LengthOf(Row(viewProjection, 0)) * HalfWidth(viewport);
     return frustum;
 }
@@ -271,11 +271,11 @@ static Sphere SphereOf(const Mesh& mesh, const Matrix4& world) {
             {std::abs(at.x) + reach, std::abs(at.y) + reach, std::abs(at.z) + reach, 1}};
 }
 
-static bool IsBeside(const Sphere& sphere, const Frustum& frustum) {
-    for (size_t i = 0; i < frustum.planes.size(); ++i) {
-        const float rounding = kRounding * Dot(frustum.sizes[i], sphere.farthest);
-        const float least = sphere.radius * frustum.lengths[i] + rounding;
-        if (Dot(frustum.planes[i], sphere.centre) > kRoundedUp * least) return true;
+// True when it is certain that all of the mesh lies beyond one of the planes.
+static bool IsBeyondAny(std::span<const OutwardPlane> planes, const Sphere& sphere) {
+    for (const OutwardPlane& side : planes) {
+        const float least = sphere.radius * side.length + kRounding * Dot(side.sizes, sphere.farthest);
+        if (Dot(side.plane, sphere.centre) > kRoundedUp * least) return true;
     }
     return false;
 }
@@ -286,7 +286,7 @@ static Range RangeOf(const Sphere& sphere, const Vec4& row, float size) {
     return {middle - reach, middle + reach};
 }
 
-// All of it lies before the near plane, and in any direction its edges are too short.
+// All of it lies beyond the near plane, and its edges are too short in any direction.
 static bool IsTooSmall(const Sphere& sphere, const Frustum& frustum) {
     const Matrix4& toClip = frustum.viewProjection;
     const Matrix4 ofRows = Sizes(toClip);
@@ -309,7 +309,7 @@ bool IsInvisible(const Mesh& mesh, const Matrix4& world, const Frustum& frustum)
     constexpr float kMaybeTooSmall = 0.01f;  // pixels
     if (frustum.pixelsPerUnit == 0 || mesh.measures.identity == nullptr) return false;
     const Sphere sphere = SphereOf(mesh, world);
-    if (IsBeside(sphere, frustum)) return true;
+    if (IsBeyondAny(frustum.planes, sphere)) return true;
     const float w = Dot(Row(frustum.viewProjection, 3), sphere.centre);
     return sphere.longestEdge * frustum.pixelsPerUnit < kMaybeTooSmall * w && IsTooSmall(sphere, frustum);
 }
@@ -324,33 +324,17 @@ PixelPlanes PlanesAround(Point pixel, const Rect& viewport, const Matrix4& viewP
     const float x = static_cast<float>(pixel.x - viewport.left) + 0.5f,
                 y = static_cast<float>(pixel.y - viewport.top) + 0.5f;
     PixelPlanes around;
-    for (size_t i = 0; i < 4; ++i) {
+    for (size_t i = 0; i < around.size(); ++i) {
         const float outward = i % 2 == 0 ? 1.0f : -1.0f;
         const float margin = outward * kMarginOfPixel;
         const Vec4& row = i < 2 ? rowX : rowY;
         const float place = i < 2 ? (x + margin) / width * 2 - 1 : 1 - (y - margin) / height * 2;
-        around.planes[i] = Scaled(Beyond(row, 1, Scaled(rowW, place)), outward);
-        const Vec4 sizes = Scaled(Sizes(rowW), std::abs(place)), ofRow = Sizes(row);
-        around.sizes[i] = {sizes.x + ofRow.x, sizes.y + ofRow.y, sizes.z + ofRow.z, sizes.w + ofRow.w};
+        const Vec4 plane = Scaled(Beyond(row, 1, Scaled(rowW, place)), outward);
+        around[i] = {plane, Sum(Scaled(Sizes(rowW), std::abs(place)), Sizes(row)), LengthOf(plane)};
     }
     return around;
 }
 
 bool MissesPixel(const Mesh& mesh, const Matrix4& world, const PixelPlanes& around) {
-    if (mesh.measures.identity == nullptr) return false;
-    float scale = 0;
-    for (size_t row = 0; row < 3; ++row)
-        scale += Dot(Vec3{world.m[row][0], world.m[row][1], world.m[row][2]},
-                     Vec3{world.m[row][0], world.m[row][1], world.m[row][2]});
-    const float reach = 1.001f * mesh.measures.reach * std::sqrt(scale) + 1e-18f;  // of the sphere
-    const Vec3 centre = Translation(world);
-    const Vec4 at{centre.x, centre.y, centre.z, 1};
-    const Vec4 farthest{std::abs(centre.x) + reach, std::abs(centre.y) + reach, std::abs(centre.z) + reach,
-                        1};
-    for (size_t i = 0; i < 4; ++i) {
-        const Vec4& plane = around.planes[i];
-        const float least = 1.001f * reach * LengthOf(plane) + kRounding * Dot(around.sizes[i], farthest);
-        if (Dot(plane, at) > least) return true;
-    }
-    return false;
+    return mesh.measures.identity != nullptr && IsBeyondAny(around, SphereOf(mesh, world));
 }

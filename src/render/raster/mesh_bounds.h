@@ -5,14 +5,19 @@
 
 #include <array>
 
-// What a picture shows of the world, as spheres are tested against it. Made once for all meshes.
+// A plane that faces outwards, and what tells how far a sphere lies beyond it.
+struct OutwardPlane {
+    Vec4 plane{};
+    Vec4 sizes{};      // sums of what it was added from, without signs
+    float length = 0;  // of its direction
+};
+
+// What a picture shows of the world. Made once for all meshes.
 struct Frustum {
     Rect viewport{};
     Matrix4 viewProjection{};
-    std::array<Vec4, 5> planes{};    // outwards: behind the eye, an eighth of the viewport beyond each side
-    std::array<Vec4, 5> sizes{};     // sums of what each plane was added from, without signs
-    std::array<float, 5> lengths{};  // of the planes' directions
-    float pixelsPerUnit = 0;         // of the world, across, where w is 1; 0 if nothing is told
+    std::array<OutwardPlane, 5> planes{};  // behind the eye, and an eighth of the viewport beyond each side
+    float pixelsPerUnit = 0;               // of the world, across, where w is 1; 0 if nothing is told
 };
 
 Frustum FrustumOf(const Matrix4& viewProjection, const Rect& viewport);
@@ -40,12 +45,8 @@ struct MeshPlace {
 
 MeshPlace PlaceMesh(const Mesh& mesh, const VertexTransform& transform);
 
-// The part of the world that a pixel shows, between four planes that face outwards, two pixels off its
-// centre.
-struct PixelPlanes {
-    std::array<Vec4, 4> planes{};
-    std::array<Vec4, 4> sizes{};  // sums of what each plane was added from, without signs
-};
+// The part of the world that a pixel shows: between four planes, two pixels off its centre.
+using PixelPlanes = std::array<OutwardPlane, 4>;
 
 PixelPlanes PlanesAround(Point pixel, const Rect& viewport, const Matrix4& viewProjection);
 
