@@ -38,8 +38,8 @@ static CpuAnswer AskCpu(uint32_t leaf) {
     return answer;
 }
 
-// The register files that the operating system saves when it switches threads. Only where CPUID says that
-// XGETBV may be asked.
+// The register files that the operating system saves when it switches threads: XCR0. Only where CPUID says
+// that XGETBV may be asked.
 static uint64_t SavedRegisters() {
 #if defined(_MSC_VER)
     return _xgetbv(0);
@@ -57,21 +57,21 @@ std::string NameOf(SimdLevel level) {
     return kNames[static_cast<size_t>(level)];
 }
 
-// Asks both sides, from the narrowest extension up: the processor must have the instructions, and the
-// operating system must save their registers. Without the second the instructions fault, although the
-// processor has them.
-SimdLevel BestSimdLevel() {
+// From the narrowest extension up: the processor must have the instructions, and the operating system must
+// save their registers. Without the second the instructions fault, although the processor has them.
+SimdLevel WidestLevel(uint32_t leaf1Ecx, uint32_t leaf7Ebx, uint64_t (*savedRegisters)()) {
     constexpr uint32_t kFma = 1u << 12, kPopcnt = 1u << 23, kOsUsesXsave = 1u << 27, kAvx = 1u << 28;
     constexpr uint32_t kAvx2 = 1u << 5;
     constexpr uint32_t kAvx512 = 1u << 16 | 1u << 17 | 1u << 30 | 1u << 31;  // F, DQ, BW, VL
     constexpr uint64_t kSseAndAvx = 6, kMasksAndUpper = 0xE0;
-    if (!HasAll(AskCpu(1).c, kFma | kPopcnt | kOsUsesXsave | kAvx)) return SimdLevel::Sse2;
-    const uint64_t saved = SavedRegisters();
-    const uint32_t extensions = AskCpu(7).b;
-    if (!HasAll(saved, kSseAndAvx) || !HasAll(extensions, kAvx2)) return SimdLevel::Sse2;
-    if (!HasAll(saved, kMasksAndUpper) || !HasAll(extensions, kAvx512)) return SimdLevel::Avx2;
+    if (!HasAll(leaf1Ecx, kFma | kPopcnt | kOsUsesXsave | kAvx)) return SimdLevel::Sse2;
+    const uint64_t saved = savedRegisters();
+    if (!HasAll(saved, kSseAndAvx) || !HasAll(leaf7Ebx, kAvx2)) return SimdLevel::Sse2;
+    if (!HasAll(saved, kMasksAndUpper) || !HasAll(leaf7Ebx, kAvx512)) return SimdLevel::Avx2;
     return SimdLevel::Avx512;
 }
+
+SimdLevel BestSimdLevel() { return WidestLevel(AskCpu(1).c, AskCpu(7).b, SavedRegisters); }
 
 const RasterKernels& KernelsOf(SimdLevel level) {
     switch (level) {

@@ -1,6 +1,7 @@
 // How wide the vectors of the rasterizer are, and its kernels for each width.
 #pragma once
 
+#include <cstdint>
 #include <span>
 #include <string>
 
@@ -13,6 +14,10 @@ std::string NameOf(SimdLevel level);
 // The widest level that this processor has, and whose registers the operating system saves. SSE2 is the floor
 // of 64-bit processors.
 SimdLevel BestSimdLevel();
+
+// The same for a processor whose CPUID has these bits in ECX of leaf 1 and in EBX of leaf 7.
+// `savedRegisters` tells the bits of XCR0; it is only asked if leaf 1 says that it may be.
+SimdLevel WidestLevel(uint32_t leaf1Ecx, uint32_t leaf7Ebx, uint64_t (*savedRegisters)());
 
 struct RasterKernels;
 
