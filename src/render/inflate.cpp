@@ -13,20 +13,22 @@ constexpr uint32_t kCheckSumModulus = 65521;
 // clang-format off
 // The length that a symbol stands for, and how many bits follow that are added to it; then the same for
 // distances.
-constexpr std::array<uint16_t, 29> kLengths{
+constexpr auto kLengths = std::to_array<uint16_t>({
     3, 4, 5, 6, 7, 8, 9, 10, 11, 13, 15, 17, 19, 23, 27, 31, 35, 43, 51, 59, 67, 83, 99, 115, 131, 163, 195,
-    227, 258};
-constexpr std::array<uint8_t, 29> kLengthBits{
-    0, 0, 0, 0, 0, 0, 0, 0, 1, 1, 1, 1, 2, 2, 2, 2, 3, 3, 3, 3, 4, 4, 4, 4, 5, 5, 5, 5, 0};
-constexpr std::array<uint16_t, 30> kDistances{
+    227, 258});
+constexpr auto kLengthBits = std::to_array<uint8_t>({
+    0, 0, 0, 0, 0, 0, 0, 0, 1, 1, 1, 1, 2, 2, 2, 2, 3, 3, 3, 3, 4, 4, 4, 4, 5, 5, 5, 5, 0});
+constexpr auto kDistances = std::to_array<uint16_t>({
     1, 2, 3, 4, 5, 7, 9, 13, 17, 25, 33, 49, 65, 97, 129, 193, 257, 385, 513, 769, 1025, 1537, 2049, 3073,
-    4097, 6145, 8193, 12289, 16385, 24577};
-constexpr std::array<uint8_t, 30> kDistanceBits{
-    0, 0, 0, 0, 1, 1, 2, 2, 3, 3, 4, 4, 5, 5, 6, 6, 7, 7, 8, 8, 9, 9, 10, 10, 11, 11, 12, 12, 13, 13};
+    4097, 6145, 8193, 12289, 16385, 24577});
+constexpr auto kDistanceBits = std::to_array<uint8_t>({
+    0, 0, 0, 0, 1, 1, 2, 2, 3, 3, 4, 4, 5, 5, 6, 6, 7, 7, 8, 8, 9, 9, 10, 10, 11, 11, 12, 12, 13, 13});
 // The order in which a block stores the lengths of the codes that code lengths are coded with.
-constexpr std::array<uint8_t, 19> kLengthOrder{
-    16, 17, 18, 0, 8, 7, 9, 6, 10, 5, 11, 4, 12, 3, 13, 2, 14, 1, 15};
+constexpr auto kLengthOrder = std::to_array<uint8_t>({
+    16, 17, 18, 0, 8, 7, 9, 6, 10, 5, 11, 4, 12, 3, 13, 2, 14, 1, 15});
 // clang-format on
+constexpr size_t kMostLiterals = kFirstLength + kLengths.size();  // and lengths, which share their code
+static_assert(kLengths.size() == kLengthBits.size() && kDistances.size() == kDistanceBits.size());
 
 namespace {
 
@@ -150,7 +152,7 @@ static void MakeFixedTables(CodeTable& literals, CodeTable& distances) {
     std::fill_n(lengths.begin() + 256, 24, uint8_t{7});
     std::fill_n(lengths.begin() + 280, 8, uint8_t{8});
     MakeTable(lengths, literals);
-    std::array<uint8_t, 30> five{};
+    std::array<uint8_t, kDistances.size()> five{};
     five.fill(5);
     MakeTable(five, distances);
 }
@@ -161,14 +163,14 @@ static void MakeFixedTables(CodeTable& literals, CodeTable& distances) {
 static bool TakeTables(BitReader& reader, CodeTable& literals, CodeTable& distances) {
     const size_t literalCount = 257 + reader.Take(5), distanceCount = 1 + reader.Take(5);
     const size_t orderCount = 4 + reader.Take(4);
-    if (literalCount > 286 || distanceCount > kDistances.size()) return false;
-    std::array<uint8_t, 19> orderLengths{};
+    if (literalCount > kMostLiterals || distanceCount > kDistances.size()) return false;
+    std::array<uint8_t, kLengthOrder.size()> orderLengths{};
     for (size_t i = 0; i < orderCount; ++i)
         orderLengths[kLengthOrder[i]] = static_cast<uint8_t>(reader.Take(3));
     CodeTable table;
     if (!MakeTable(orderLengths, table)) return false;
 
-    std::array<uint8_t, 286 + 30> lengths{};
+    std::array<uint8_t, kMostLiterals + kDistances.size()> lengths{};
     const size_t wanted = literalCount + distanceCount;
     for (size_t i = 0; i < wanted;) {
         const int32_t symbol = TakeSymbol(reader, table);

@@ -207,6 +207,67 @@ TEST_CASE("every length symbol copies that many bytes, and every distance symbol
     }
 }
 
+TEST_CASE("a code that stands for no length or no distance is refused") {
+    // The fixed codes have numbers for the length symbols 286 and 287 and for the distances 30 and 31, and no
+    // meaning for them.
+    const struct {
+        uint32_t length, distance;
+        bool isAccepted;
+    } cases[] = {{257, 0, true},  {285, 0, true},   {286, 0, false},
+                 {287, 0, false}, {257, 30, false}, {257, 31, false}};
+    for (const auto& [length, distance, isAccepted] : cases) {
+        CAPTURE(length);
+        CAPTURE(distance);
+        // "a", repeated as often as the symbol says: not at all for one without a meaning.
+        const std::string whole(length == 257 && distance == 0 ? 4 : length == 285 ? 259 : 1, 'a');
+        StreamWriter stream;
+        stream.Put(3, 3);
+        stream.PutSymbol('a');
+        stream.PutSymbol(length);
+        stream.PutCode(distance, 5);
+        stream.PutSymbol(256);
+        PutSum(whole, stream);
+        std::string bytes;
+        CHECK(Inflate(stream.bytes, whole.size(), bytes) == isAccepted);
+    }
+}
+
+TEST_CASE("a block may have codes for 286 literals and lengths and for 30 distances, and for no more") {
+    const struct {
+        uint32_t literals, distances;
+        bool isAccepted;
+    } cases[] = {{257, 1, true},  {286, 30, true},  {287, 30, false},
+                 {288, 1, false}, {286, 31, false}, {257, 32, false}};
+    for (const auto& [literals, distances, isAccepted] : cases) {
+        CAPTURE(literals);
+        CAPTURE(distances);
+        StreamWriter stream;
+        stream.Put(1, 1);
+        stream.Put(2, 2);
+        stream.Put(literals - 257, 5);
+        stream.Put(distances - 1, 5);
+        stream.Put(18 - 4, 4);  // up to the symbol 1, the last but one in the order
+        // Symbol 18, a run of zeros, has the code 0; 0 and 1 have 10 and 11.
+        const int32_t lengths[18] = {0, 0, 1, 2, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 2};
+        for (const int32_t length : lengths) stream.Put(static_cast<uint32_t>(length), 3);
+        const auto putZeros = [&stream](uint32_t count) {
+            stream.PutCode(0, 1);
+            stream.Put(count - 11, 7);
+        };
+        putZeros('a');
+        stream.PutCode(3, 2);  // "a" has a code of one bit, as the end has
+        putZeros(138);
+        putZeros(256 - 'a' - 1 - 138);
+        stream.PutCode(3, 2);
+        for (uint32_t i = 257; i < literals + distances; ++i) stream.PutCode(2, 2);
+        stream.PutCode(0, 1);  // "a"
+        stream.PutCode(1, 1);  // the end
+        PutSum("a", stream);
+        std::string bytes;
+        CHECK(Inflate(stream.bytes, 1, bytes) == isAccepted);
+    }
+}
+
 // The codes of symbols with these lengths: consecutive for each length, above those of the shorter lengths.
 static std::vector<uint32_t> CodesOf(const std::vector<int32_t>& lengths) {
     std::vector<uint32_t> codes(lengths.size());
