@@ -36,7 +36,7 @@ namespace {
 enum class Form {
     Plain,
     MeshReference,  // an index into the mesh library, as text that names the mesh
-    ScriptCount,    // the size of `scripts`; not read, because the list tells it
+    ScriptCount,    // the size of `scripts`, which alone counts on reading
     Path,           // relative to the project
     TexturePath,    // a path whose image is loaded
 };
@@ -210,11 +210,8 @@ struct ColumnReader {
     }
 
     void operator()(int32_t GameObject::*member) const {
-        if (column.form == Form::MeshReference) {
-            object.*member = MeshIndexFromReference(fields[0], known.models);
-        } else if (column.form == Form::Plain) {
-            object.*member = ReadInteger(fields[0], object.*member);
-        }
+        object.*member = column.form == Form::MeshReference ? MeshIndexFromReference(fields[0], known.models)
+                                                            : ReadInteger(fields[0], object.*member);
     }
 
     void operator()(uint32_t GameObject::*member) const {

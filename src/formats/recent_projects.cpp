@@ -64,7 +64,7 @@ static bool Load() {
     ReadTextFile(ListFile(), file);  // one that cannot be read has no lines
     std::wstring_view line;
     while (projects.size() < kMaxRecentProjects && NextLine(file, kRecentLineBuffer, line)) {
-        if (line.empty()) continue;
+        // An empty line has an empty path, where no project is.
         const std::wstring fullPath = AbsolutePath(std::wstring(line));
         if (FindProject(fullPath) != projects.end()) continue;
         RecentProject entry = EntryFor(fullPath);

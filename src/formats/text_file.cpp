@@ -5,6 +5,7 @@
 #include "formats/other_writers.h"
 #include "platform/files.h"
 
+#include <algorithm>
 #include <cassert>
 #include <cstdint>
 
@@ -108,7 +109,7 @@ static char32_t TakeCharacter(std::wstring_view& text) {
 
 // The ASCII characters that `text` begins with, up to `limit` or a line feed, as bytes. Returns their number.
 static size_t CopyPlainRun(std::wstring_view text, char* bytes, size_t limit) {
-    const size_t count = text.size() < limit ? text.size() : limit;
+    const size_t count = std::min(text.size(), limit);
     size_t i = 0;
     for (; i < count; ++i) {
         const auto unit = static_cast<char32_t>(text[i]);

@@ -160,8 +160,11 @@ static void MoveObject(int32_t from, int32_t to, Scene& scene) {
     std::vector<int32_t> oldIndices(scene.size());
     std::iota(oldIndices.begin(), oldIndices.end(), 0);
     const auto move = [&](auto begin) {
-        if (from < to) std::rotate(begin + from, begin + from + 1, begin + to + 1);
-        if (to < from) std::rotate(begin + to, begin + from, begin + from + 1);
+        if (from < to) {
+            std::rotate(begin + from, begin + from + 1, begin + to + 1);
+        } else {
+            std::rotate(begin + to, begin + from, begin + from + 1);
+        }
     };
     move(scene.begin());
     move(oldIndices.begin());
