@@ -230,6 +230,7 @@ TEST_CASE("without memory for a command the program says so, saves nothing and e
     CHECK(headless.prompts ==
           std::vector<std::wstring>{L"Nedostatek pameti: program se ukonci.\n\n"
                                     L"Ulozene soubory jsou v poradku, neulozene zmeny jsou ztraceny."});
+    CHECK(headless.captions == std::vector<std::wstring>{L"ZelEngine"});
     CHECK(FileBytes(scenePath) == scene);
     CHECK(headless.stops == 1);
     CHECK(headless.presents == 2);

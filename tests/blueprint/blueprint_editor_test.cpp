@@ -230,7 +230,9 @@ TEST_CASE("a Blueprint that cannot be saved is only left without its changes aft
     headless.questionAnswers = {Answer::Yes};
     TapKey(kKeyEscape);
     CHECK_FALSE(IsOpen());
-    CHECK(headless.prompts.size() == 2);
+    CHECK(headless.prompts ==
+          std::vector<std::wstring>(2, L"Blueprint se nepodarilo ulozit.\n\nOpustit ho bez ulozeni?"));
+    CHECK(headless.captions == std::vector<std::wstring>(2, L"ZelEngine"));
     CHECK(FileBytes(open.path) == before);
 }
 

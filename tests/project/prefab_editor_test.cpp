@@ -164,6 +164,7 @@ TEST_CASE("leaving a changed prefab asks, and Cancel or a failed save stays") {
         TapKey(kKeyEscape);
         fileFaults = {};
         CHECK(headless.prompts == std::vector<std::wstring>{L"Chces ulozit zmeny v prefabu?"});
+        CHECK(headless.captions == std::vector<std::wstring>{L"ZelEngine"});
         CHECK((editorState.screen == Screen::SceneEditor) == leaves);
         CHECK((FileBytes(PrefabPath(folder)) != before) == saves);
         if (diskIsFull) CHECK(editorState.statusMessage == L"Prefab se nepodarilo ulozit.");

@@ -26,6 +26,7 @@ TEST_CASE("a project goes into the recycle bin after a question") {
     const std::wstring project = DeleteListed(folder, Answer::Yes);
     CHECK(headless.prompts == std::vector<std::wstring>{L"Smazat projekt z disku?\n\n" + project +
                                                         L"\n\nSlozka bude presunuta do kose Windows."});
+    CHECK(headless.captions == std::vector<std::wstring>{L"ZelEngine - smazat projekt"});
     CHECK(headless.recycled == std::vector<std::wstring>{project});
     CHECK(editorState.recentProjects.empty());
     CHECK(FileBytes(folder / L"local\\ZelEngine\\recent-projects.txt") == "\xEF\xBB\xBF");

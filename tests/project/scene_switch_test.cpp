@@ -45,6 +45,7 @@ TEST_CASE("opening another scene asks first, and No opens it") {
     DoubleClick(FileNamed(L"Other.scene"));
     CHECK(headless.prompts ==
           std::vector<std::wstring>{L"Chces ulozit aktualni scenu pred otevrenim jine sceny?"});
+    CHECK(headless.captions == std::vector<std::wstring>{L"ZelEngine"});
     CHECK(editorState.scenePath == OtherScene(folder));
     CHECK(editorState.statusMessage == L"Otevrena scena: " + OtherScene(folder));
     CHECK(editorState.scene.size() == 1);

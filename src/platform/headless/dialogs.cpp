@@ -15,22 +15,27 @@ static void OpenDialog(const std::wstring& prompt) {
     if (headless.onDialog != nullptr) headless.onDialog();
 }
 
+static void OpenBox(const std::wstring& text, const std::wstring& caption) {
+    headless.captions.push_back(caption);
+    OpenDialog(text);
+}
+
 std::wstring PickFolder(const std::wstring& prompt) {
     OpenDialog(prompt);
     return TakeAnswer<std::wstring>(headless.folderAnswers, {});
 }
 
-Answer AskYesNo(const std::wstring& text, const std::wstring&) {
-    OpenDialog(text);
+Answer AskYesNo(const std::wstring& text, const std::wstring& caption) {
+    OpenBox(text, caption);
     return TakeAnswer(headless.questionAnswers, Answer::No);
 }
 
-Answer AskYesNoCancel(const std::wstring& text, const std::wstring&) {
-    OpenDialog(text);
+Answer AskYesNoCancel(const std::wstring& text, const std::wstring& caption) {
+    OpenBox(text, caption);
     return TakeAnswer(headless.questionAnswers, Answer::Cancel);
 }
 
-void TellError(const wchar_t* text, const wchar_t*) { OpenDialog(text); }
+void TellError(const wchar_t* text, const wchar_t* caption) { OpenBox(text, caption); }
 
 bool RecycleFolder(const std::wstring& path) {
     if (headless.recycleWorks) headless.recycled.push_back(path);

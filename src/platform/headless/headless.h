@@ -79,6 +79,7 @@ struct HeadlessPlatform {
     std::deque<std::wstring> folderAnswers{};
     std::deque<Answer> questionAnswers{};
     std::vector<std::wstring> prompts{};   // what was asked
+    std::vector<std::wstring> captions{};  // of the questions and errors
     void (*onDialog)() = nullptr;          // what happens while one is open
     std::vector<std::wstring> recycled{};  // folders moved to the bin
     bool recycleWorks = true;
