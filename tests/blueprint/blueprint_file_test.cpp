@@ -271,6 +271,14 @@ TEST_CASE("a title is never cut within a surrogate pair") {
     CHECK(SameNodes(Nodes(), {{1, std::wstring(2035, L'T'), 5, 6}}));
 }
 
+TEST_CASE("a title that just fits is saved to its last unit, be it half of a pair without the other") {
+    const ScratchFolder folder;
+    const std::wstring title(2035, L'T');
+    SavedBytes(folder, {{1, title + wchar_t(0xD83D), 5, 6}});
+    LoadBlueprint(folder / L"saved.blueprint");
+    CHECK(SameNodes(Nodes(), {{1, title + wchar_t(0xFFFD), 5, 6}}));  // what such a half is in UTF-8
+}
+
 TEST_CASE("a Blueprint without a path, or with one that cannot be written, is not saved") {
     const ScratchFolder folder;
     editorState.blueprintNodes = {{1, L"A", 5, 6}};

@@ -47,6 +47,19 @@ TEST_CASE("no surrogate pair is cut in two") {
     }
 }
 
+TEST_CASE("the end of a text that fits is as long as possible and begins with no half of a pair") {
+    CHECK(EndThatFits(L"0123456789", 100, kFont) == L"0123456789");
+    CHECK(EndThatFits(L"0123456789", 99, kFont) == L"123456789");
+    CHECK(EndThatFits(L"0123456789", 30, kFont) == L"789");
+    CHECK(EndThatFits(L"0123456789", 9, kFont).empty());
+
+    const std::wstring pair{static_cast<wchar_t>(0xD83D), static_cast<wchar_t>(0xDE00)};
+    CHECK(EndThatFits(pair + pair + pair, 59, kFont) == pair + pair);
+    CHECK(EndThatFits(pair + L"abc" + pair, 59, kFont) == L"abc" + pair);
+    CHECK(EndThatFits(pair + pair, 10, kFont).empty());
+    CHECK(EndThatFits(pair.substr(0, 1), 9, kFont).empty());  // a half whose other half is missing
+}
+
 using Lines = std::vector<std::wstring>;
 
 TEST_CASE("a text is wrapped between words") {

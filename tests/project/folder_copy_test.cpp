@@ -94,6 +94,18 @@ TEST_CASE("a folder is removed with everything in it, but not what its links lea
     CHECK(FileBytes(folder / L"outside\\kept.txt") == "kept");
 }
 
+TEST_CASE("a long removal counts its files over the bottom panel") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    PutSource(folder);
+    headless.texts.clear();
+    headless.workTimeStep = 1;
+    RemoveFolderTree(folder / L"from");
+    headless.workTimeStep = 0;
+    for (const wchar_t* text : {L"Odstranuji kopii: 1 z 3 souboru", L"Odstranuji kopii: 3 z 3 souboru"})
+        CHECK(std::ranges::find(headless.texts, text, &DrawnText::text) != headless.texts.end());
+}
+
 TEST_CASE("a folder with read-only files in it is removed") {
     const ScratchFolder folder;
     PutFile(folder / L"tree\\deep\\a.txt", "a");

@@ -340,9 +340,9 @@ TEST_CASE("a full disk and a missing or read-only data folder cause no message a
 // A scene of this many objects that was changed a moment ago.
 static void ShowLargeScene(int32_t objects) {
     MarkChanged();
-    editorState.scene = Scene(static_cast<size_t>(objects), GameObject{.name = L"old"});
-    for (size_t i = 1; i < editorState.scene.size(); ++i)
-        editorState.scene[i].parentIndex = static_cast<int32_t>(i) - 1;
+    editorState.scene.clear();
+    for (int32_t i = 0; i < objects; ++i)
+        editorState.scene.push_back({.name = L"old " + std::to_wstring(i), .parentIndex = i - 1});
 }
 
 TEST_CASE("a large scene is put into words a few objects per frame, as it was when that began") {

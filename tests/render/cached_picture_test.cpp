@@ -199,6 +199,23 @@ TEST_CASE("a fill of another colour is presented alone, and with the whole of a 
     CHECK(headless.windowPixels != headless.pixels);
 }
 
+TEST_CASE("a step that comes or goes between others is presented alone") {
+    StartCaching();
+    const auto fill = [](const Rect& rect) { return [rect] { FillRect(rect, Pixel{0xFF}); }; };
+    // All three beside the viewport, whose depth can only be cleared whole.
+    const Call first = fill({2, 4, 12, 14}), second = fill({140, 100, 150, 110}),
+               third = fill({10, 50, 12, 53});
+    for (const std::vector<Call>& longer :
+         {std::vector{third, first, second}, {first, third, second}, {first, second, third}}) {
+        ShowAndForget({first, second});
+        Draw(longer);
+        CHECK(PresentedPixels() == 2 * 3);
+        ShowAndForget(longer);
+        Draw({first, second});
+        CHECK(PresentedPixels() == 2 * 3);
+    }
+}
+
 TEST_CASE("what was drawn outside of a picture is not left in the next one") {
     StartCaching();
     const std::vector<Call> calls{[] { FillRect({10, 5, 14, 8}, Pixel{0x111111}); }};
