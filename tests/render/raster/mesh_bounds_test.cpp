@@ -110,6 +110,20 @@ TEST_CASE("nothing is told of a mesh that was not measured, nor in a viewport of
     CHECK_FALSE(IsInvisible(cube, behind, FrustumOf(ProjectionMatrix(32, 32), {0, 0, 32, 32})));
 }
 
+TEST_CASE(
+    "the sizes of clip coordinates are sums without signs, up to the corner of the box farthest from zero") {
+    // From (-3, 0, -1) to (1, 4, 5): nowhere farther than 3, 4 and 5 along x, y and z.
+    const Mesh mesh{{{{-3, 0, 5}, {}}, {{1, 4, -1}, {}}, {{0, 0, 0}, {}}}, {{0, 1, 2}}};
+    Matrix4 viewProjection;
+    viewProjection.m = {{{-1, 0.5f, 0, 0}, {0, 2, 0, -1}, {0, 0, 1, -1}, {0, 0, 1, 0}}};
+    Matrix4 world = LocalMatrix({}, {}, {1, 1, 1});
+    world.m[0][3] = -2;
+    world.m[2][3] = 10;
+    const MeshPlace place = PlaceMesh(mesh, {world, viewProjection, {0, 0, 100, 100}});
+    REQUIRE(!place.isBeside);
+    CHECK(place.sizes == Vec4{1 * (3 + 2) + 0.5f * 4, 2 * 4 + 1, (5 + 10) + 1, 5 + 10});
+}
+
 TEST_CASE("a mesh of faces too small to be drawn is invisible, one of faces a little larger is not") {
     constexpr uint32_t kSeed = 404;
     INFO("seed ", kSeed);

@@ -2,8 +2,10 @@
 
 #include "render/builtin_meshes.h"
 #include "render/raster/camera.h"
+#include "render/raster/kernels.h"
 #include "render/raster/mesh_measures.h"
 #include "scene/transform.h"
+#include "support/capture.h"
 #include "support/picture.h"
 #include "support/plain_renderer.h"
 #include "support/random_scene.h"
@@ -128,6 +130,82 @@ TEST_CASE("hardly a face of a sphere well behind a wall is looked at, but all fr
     CHECK(FrontsOfSphere(20, depthAt(15)) <= 40);
     CHECK(FrontsOfSphere(20, depthAt(21)) > 150);
     CHECK(FrontsOfSphere(20, kFarDepth) > 150);
+}
+
+// Where a mesh would be whose clip x, y and w are 2, 3 and 5 times x, y and z, with edges of 10 pixels.
+static MeshPlace PlaceAt(float nearest) {
+    MeshPlace place{.isBounded = true, .nearest = nearest, .leastW = 1, .mostW = 2, .edge = 10};
+    place.toClip.m = {{{2, 0, 0, 0}, {0, 3, 0, 0}, {0, 0, 1, 0}, {0, 0, 5, 0}}};
+    return place;
+}
+
+TEST_CASE(
+    "a face counts as hidden from the area on at which no pixel of it can be nearer than what is there") {
+    constexpr double kEdge = 10, kUnit = 0x1p-24;
+    const struct {
+        float nearest, farthest;
+    } cases[] = {{0.5f, 0.25f},  {0.75f, 0.375f}, {0.99f, 0.98f},
+                 {0.3f, 0.001f}, {0.2f, 0.1999f}, {1, 0.9998f}};
+    for (const auto& [nearest, farthest] : cases) {
+        CAPTURE(nearest);
+        CAPTURE(farthest);
+        const auto height = static_cast<double>(
+            HiddenHeight({}, PlaceAt(nearest), {.isUsable = true}, {0, 0, 200, 100}, farthest));
+        // The determinant of x, y and w is 30; a unit of clip space is 100 by 50 pixels; w is at most 2.
+        const double area = 30 * height * (100 * 50) / (2 * 2 * 2) - 8 * kUnit * kEdge * kEdge;
+        const auto leastDepth = [n = nearest](double ofArea) {
+            const double share = kDepthRounding * (kEdge + kBoxMargin) * kEdge / ofArea + kSumRounding;
+            return n * (1 - share);
+        };
+        CHECK(leastDepth(area) > farthest);
+        CHECK(leastDepth(area * 0.98) < farthest);
+    }
+    CHECK(HiddenHeight({}, PlaceAt(0.5f), {.isUsable = true}, kViewport, 0.5f) > 1e30f);
+}
+
+TEST_CASE(
+    "a face must be hidden by more where the matrix sees from beside the eye, or may do so by rounding") {
+    Mesh mesh;
+    mesh.measures.longestEdge = 2;  // so that normals may be 4 long
+    const auto heightFrom = [&mesh](const Matrix4& toClip, const Vec4& sizes, Vec3 eye) {
+        MeshPlace place = PlaceAt(0.5f);
+        place.toClip = toClip;
+        place.sizes = sizes;
+        return HiddenHeight(mesh, place, {.position = eye, .isUsable = true}, {0, 0, 200, 100}, 0.25f);
+    };
+    const Matrix4 plain = PlaceAt(0.5f).toClip;
+    CHECK(heightFrom(plain, {}, {}) < 1e-6f);
+
+    constexpr float kLarge = 0x1p19f;  // of which rounding may take 32 * 2^-24: 1
+    const struct {
+        const char* what;
+        Vec4 added;  // to clip x, y, z and w
+        Vec4 sizes;
+        Vec3 eye;
+        float away;  // in world units, as 2, 3 and 5 clip units are one
+    } cases[] = {
+        {"x beside the eye", {1, 0, 0, 0}, {}, {}, 0.5f},
+        {"y beside the eye", {0, -3, 0, 0}, {}, {}, 1},
+        {"w beside the eye", {0, 0, 0, 10}, {}, {}, 2},
+        {"z says nothing of the eye", {0, 0, 9, 0}, {0, 0, kLarge, 0}, {}, 0},
+        {"x of large sums", {}, {2 * kLarge, 0, 0, 0}, {}, 1},
+        {"y of large sums", {}, {0, 3 * kLarge, 0, 0}, {}, 1},
+        {"w of large sums", {}, {0, 0, 0, 5 * kLarge}, {}, 1},
+        {"an eye far along x", {-2 * kLarge, 0, 0, 0}, {}, {kLarge, 0, 0}, 3},
+        {"an eye far along y", {0, 3 * kLarge, 0, 0}, {}, {0, -kLarge, 0}, 3},
+        {"an eye far along z", {0, 0, 0, -5 * kLarge}, {}, {0, 0, kLarge}, 3},
+    };
+    for (const auto& [what, added, sizes, eye, away] : cases) {
+        CAPTURE(what);
+        Matrix4 toClip = plain;
+        toClip.m[0][3] = added.x;
+        toClip.m[1][3] = added.y;
+        toClip.m[2][3] = added.z;
+        toClip.m[3][3] = added.w;
+        const float height = heightFrom(toClip, sizes, eye);
+        CHECK(height >= 4 * away);
+        CHECK(height < 4 * away * 1.002f + 1e-6f);
+    }
 }
 
 TEST_CASE("no corner leaves the place of its mesh: its pixels, its depths and the width of its faces") {
