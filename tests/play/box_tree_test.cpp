@@ -89,6 +89,26 @@ TEST_CASE("a tree whose boxes have all moved finds what a walk over them finds")
     }
 }
 
+TEST_CASE("boxes are divided along the longest side of their space, so that neighbours stay together") {
+    // In each of four parts two neighbours along the axis, ten units apart, which are far from each other
+    // along the two shorter ones.
+    float Vec3::*const axes[] = {&Vec3::x, &Vec3::y, &Vec3::z};
+    for (size_t longest = 0; longest < 3; ++longest) {
+        CAPTURE(longest);
+        std::vector<NumberedBox> boxes;
+        for (int32_t i = 0; i < 8; ++i) {
+            Vec3 corner;
+            corner.*axes[longest] = static_cast<float>(10 * i);
+            corner.*axes[(longest + 1) % 3] = static_cast<float>(3 * i % 8);
+            corner.*axes[(longest + 2) % 3] = static_cast<float>(5 * i % 8);
+            boxes.push_back({Box{corner, corner + Vec3{1, 1, 1}}, i});
+        }
+        const BoxTreeNode root = BuildBoxTree(boxes).nodes.at(0);
+        for (size_t part = 0; part < 4; ++part)
+            CHECK(root.max[longest][part] - root.min[longest][part] == 11);
+    }
+}
+
 TEST_CASE("moving a box that is not in the tree does nothing") {
     BoxTree tree = BuildBoxTree({{{{0, 0, 0}, {1, 1, 1}}, 4}});
     const Box elsewhere{{5, 5, 5}, {6, 6, 6}};

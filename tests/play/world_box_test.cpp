@@ -111,6 +111,7 @@ TEST_CASE("moving each object of a chain of 20,000 in one pass costs a few steps
                 ObjectMoved(index, boxes);
                 if (isAsked) WorldBox(index, boxes);
             }
+            CHECK(boxes.steps >= kCount);  // each object was marked at least once
             CHECK(boxes.steps < 4 * kCount);
             CHECK(boxes.worlds.Steps() < 700'000 + kCount * 131);
             const Box plain = WorldBox(kCount - 1), last = WorldBox(kCount - 1, boxes);
@@ -198,6 +199,15 @@ TEST_CASE(
         const Vec3 place{random.Between(-9, 9), 0, random.Between(-9, 9)};
         CheckAgainstPlain(boxes, Grown({place, place}, random.Between(0, 6)));
     }
+}
+
+TEST_CASE("visits are counted anew in each pass, so that their number never wraps around") {
+    StartGame({{.meshIndex = kCubeMesh}, {.meshIndex = kCubeMesh, .parentIndex = 0}});
+    WorldBoxes boxes;
+    WorldBox(1, boxes);
+    boxes.visits = std::numeric_limits<uint32_t>::max();
+    StartPass(boxes);
+    CHECK(SubtreeOf(0, boxes) == std::vector<int32_t>{0, 1});
 }
 
 TEST_CASE("an added object lengthens the way of one that is its own parent, and its box follows") {

@@ -233,16 +233,28 @@ TEST_CASE("a wall that comes last before many small meshes is drawn first") {
     DrawMeshes(meshes, frameBuffer);
     CHECK(frameBuffer.owners.numbers.empty());  // they stand in order, and so they are drawn
 
-    MeshInstance wall{&Meshes()[kCubeMesh], FrameAt({0, 0, -5})};
-    wall.draw.world = LocalMatrix({0, 0, 2}, {}, {90, 90, 0.1f});
-    meshes.push_back(wall);
-    StartFrame(SimdLevel::OneLane);
-    DrawMeshes(meshes, frameBuffer);
-    REQUIRE(!frameBuffer.owners.numbers.empty());
-    const Snapshot drawn = TakePicture();
-    StartFrame(SimdLevel::OneLane);
-    for (const MeshInstance& instance : meshes) DrawMeshPlainly(*instance.mesh, instance.draw);
-    CHECK(SameBits(TakePicture(), drawn));
+    // Large by its scale, and by its own size.
+    const Mesh& cube = Meshes()[kCubeMesh];
+    Mesh largeCube = cube;
+    for (MeshVertex& vertex : largeCube.vertices) vertex.position = vertex.position * 1e4f;
+    MeasureMesh(largeCube);
+    const struct {
+        const Mesh& mesh;
+        Vec3 scale;
+    } walls[] = {{cube, {90, 90, 0.1f}}, {largeCube, {9e-3f, 9e-3f, 1e-5f}}};
+    for (const auto& [mesh, scale] : walls) {
+        MeshInstance wall{&mesh, FrameAt({0, 0, -5})};
+        wall.draw.world = LocalMatrix({0, 0, 2}, {}, scale);
+        meshes.push_back(wall);
+        StartFrame(SimdLevel::OneLane);
+        DrawMeshes(meshes, frameBuffer);
+        REQUIRE(!frameBuffer.owners.numbers.empty());
+        const Snapshot drawn = TakePicture();
+        StartFrame(SimdLevel::OneLane);
+        for (const MeshInstance& instance : meshes) DrawMeshPlainly(*instance.mesh, instance.draw);
+        CHECK(SameBits(TakePicture(), drawn));
+        meshes.pop_back();
+    }
 }
 
 TEST_CASE("a mesh without a valid position is drawn last and changes nothing") {

@@ -57,6 +57,8 @@ TEST_CASE("depths cleared by tiles match those of a buffer cleared whole, and no
             }
             const Rect rect = RandomRect(random, area);
             PrepareDepth(rect, frameBuffer);
+            const DepthTiles& tiles = frameBuffer.depthTiles;
+            REQUIRE(std::ranges::count(tiles.isStale, 1) == static_cast<ptrdiff_t>(tiles.staleCount));
             const float nearer = random.Between(0.1f, 1);
             for (int32_t y = rect.top; y < rect.bottom; ++y) {
                 for (int32_t x = rect.left; x < rect.right; ++x) {
