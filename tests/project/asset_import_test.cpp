@@ -6,6 +6,8 @@
 
 #include "doctest/doctest.h"
 
+#include <algorithm>
+
 constexpr const char* kTriangle = "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n";
 
 // The path of a file in the folder, this many characters long.
@@ -137,8 +139,11 @@ TEST_CASE("Esc ends a long import before the next file, and no file is there in 
     headless.workTimeStep = 1;
     const std::vector<InputEvent> nothing, escape{{.kind = InputKind::KeyDown, .key = kKeyEscape}};
     headless.workInput = {nothing, nothing, nothing, escape};  // within the second file
+    headless.texts.clear();
     DropFiles(files);
     headless.workTimeStep = 0;
+    CHECK(std::ranges::find(headless.texts, L"Importuji: 1 z 3 souboru", &DrawnText::text) !=
+          headless.texts.end());
     CHECK(editorState.statusMessage == L"Import zrusen. Importovano 1 souboru do aktualni slozky.");
     CHECK(FileBytes(FilesIn(folder) + L"\\a.txt") == "content");
     CHECK(FileBytes(FilesIn(folder) + L"\\b.txt") == "<missing>");
