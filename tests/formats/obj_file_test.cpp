@@ -3,10 +3,12 @@
 #include "platform/headless/fault_injection.h"
 #include "scene/default_scenes.h"
 #include "state/editor_state.h"
+#include "support/picture.h"
 #include "support/scratch_folder.h"
 
 #include "doctest/doctest.h"
 
+#include <algorithm>
 #include <cmath>
 
 using namespace std::string_literals;
@@ -251,4 +253,16 @@ TEST_CASE("a model that cannot be loaded leaves the library alone and says so") 
         CHECK(editorState.statusMessage == L"OBJ model se nepodarilo nacist.");
     }
     CHECK(editorState.meshes.size() == 7);
+}
+
+TEST_CASE("a long model shows how many megabytes of it are read") {
+    StartPicture(200, 100);
+    std::string bytes = kThreeVertices + "f 1 2 3\n";
+    for (int32_t line = 0; line < 8200; ++line) bytes += '#' + std::string(298, ' ') + '\n';
+    headless.workTimeStep = 1;
+    Model(bytes);
+    headless.workTimeStep = 0;
+    // A look at the clock every 4,096 lines: after 1.2 and after 2.5 million bytes.
+    for (const wchar_t* text : {L"Nacitam model: 2 z 3 MB", L"Nacitam model: 3 z 3 MB"})
+        CHECK(std::ranges::find(headless.texts, text, &DrawnText::text) != headless.texts.end());
 }

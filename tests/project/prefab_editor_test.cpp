@@ -63,6 +63,15 @@ TEST_CASE("without a selected object there is no prefab") {
     CHECK(editorState.fileEntries.size() == 5);
 }
 
+TEST_CASE("without an open prefab there is nothing to save as one") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    const FolderContents before = ContentsOf(FilesIn(folder));
+    SavePrefabEditor();
+    CHECK(editorState.statusMessage == L"Neni otevreny Prefab.");
+    CHECK(ContentsOf(FilesIn(folder)) == before);
+}
+
 TEST_CASE("a prefab is named after its object, with a number if the name is taken") {
     struct {
         const wchar_t *object, *first, *second;

@@ -9,6 +9,7 @@ TEST_CASE("a recovery is named by sixteen digits made from its scene's path in a
     // ((14695981039346656037 xor 65) * p xor 0) * p modulo 2^64, with p = 1099511628211.
     CHECK(RecoveryStem(L"") == L"cbf29ce484222325");
     CHECK(RecoveryStem(L"a") == L"0908a207b5a15704");
+    CHECK(RecoveryStem(L"ab") == L"acb6188cd5c60c36");  // and 66 and 0
     CHECK(RecoveryStem(L"A") == RecoveryStem(L"a"));
     CHECK(RecoveryStem(L"C:\\\u0161kola") == RecoveryStem(L"c:\\\u0160KOLA"));
     CHECK(RecoveryStem(L"C:\\a\\Main.scene") != RecoveryStem(L"C:\\b\\Main.scene"));
