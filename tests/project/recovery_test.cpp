@@ -1,7 +1,9 @@
 #include "project/recovery.h"
 
+#include "formats/object_line.h"
 #include "formats/prefab.h"
 #include "formats/scene_file.h"
+#include "formats/text_file.h"
 #include "platform/files.h"
 #include "platform/headless/native_path.h"
 #include "project/asset_list.h"

@@ -4,6 +4,7 @@
 #include "render/raster/camera.h"
 #include "render/raster/kernels.h"
 #include "render/raster/mesh_measures.h"
+#include "render/raster/placed_mesh.h"
 #include "scene/transform.h"
 #include "support/capture.h"
 #include "support/picture.h"
