@@ -111,6 +111,7 @@ TEST_CASE("a full path begins with a drive, a server's share or a single separat
                  {L"\\\\server\\share\\a\\b", L"\\\\server\\share\\"},
                  {L"\\\\server\\share", L"\\\\server\\share"},
                  {L"\\\\server", L"\\\\server"},
+                 {L"\\\\s", L"\\\\s"},
                  {L"\\\\", L"\\"},
                  {L"\\\\\\a", L"\\"},
                  {L"\\a\\b", L"\\"},

@@ -294,6 +294,29 @@ TEST_CASE("each number that a mesh is drawn with makes another picture") {
     }
 }
 
+TEST_CASE("a text that stays takes over which pixels it was found to change, another one does not") {
+    constexpr Rect kInk{21, 12, 29, 17};
+    const auto listOf = [](std::wstring letters, std::vector<Rect> fills) {
+        DrawingList list{.viewport = kView, .letters = std::move(letters)};
+        list.steps = {FillStep{{0, 0, 9, 9}, Pixel{1}}, TextStep{{20, 10}, {{}, 8, 400}, 0, 3}};
+        for (const Rect& rect : fills) list.steps.emplace_back(FillStep{rect, Pixel{2}});
+        return list;
+    };
+    const Rect fill{100, 100, 110, 110}, another{120, 100, 130, 110};
+    DrawingList shown = listOf(L"abc", {fill});
+    std::get<TextStep>(shown.steps[1]).ink = kInk;
+    const struct {
+        DrawingList next;
+        bool stays;
+    } cases[] = {{listOf(L"abc", {fill}), true},          {listOf(L"abc", {another}), true},
+                 {listOf(L"abc", {fill, another}), true}, {listOf(L"abc", {}), true},
+                 {listOf(L"abd", {fill}), false},         {listOf(L"abd", {fill, another}), false}};
+    for (auto [next, stays] : cases) {
+        DamageBetween(shown, next, {0, 0, kWide, kHigh});
+        CHECK((std::get<TextStep>(next.steps[1]).ink == kInk) == stays);
+    }
+}
+
 TEST_CASE("damage is a few rectangles that lie apart, and cuts no text") {
     RandomSource random(7);
     const Rect canvas{0, 0, kWide, kHigh};
