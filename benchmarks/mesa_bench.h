@@ -11,4 +11,7 @@ constexpr auto kMesaPeer = "Mesa";
 // One sentence on what was measured, or why nothing was.
 std::string MesaNote();
 
-void RegisterMesaBenchmarks(const BenchScene& scene);
+// What Mesa draws first. The objects are sorted before any time is taken.
+enum class MesaOrder { AsInScene, NearestFirst };
+
+void RegisterMesaBenchmarks(const BenchScene& scene, MesaOrder order);

@@ -1,7 +1,10 @@
 #include "mesa_geometry.h"
 
+#include "mesa_texture.h"
+
 #include "base/limit.h"
 #include "render/raster/face_ink.h"
+#include "render/raster/placed_mesh.h"
 
 #include <cmath>
 #include <map>
@@ -65,23 +68,6 @@ private:
 
 }  // namespace
 
-// DrawMesh spreads a texture over one texel less than it has, OpenGL over all of them.
-static float TexelShare(float coordinate, int32_t size) {
-    return coordinate * static_cast<float>(size - 1) / static_cast<float>(size);
-}
-
-// The planar projection of a texture that is not repeated.
-static TexturePoint PlanarPoint(Vec3 p, Vec3 normal, const TextureImage& texture) {
-    const float nx = std::abs(normal.x), ny = std::abs(normal.y), nz = std::abs(normal.z);
-    float across = p.x, up = p.y;
-    if (ny >= nx && ny >= nz) {
-        up = p.z;
-    } else if (nx >= nz) {
-        across = p.z;
-    }
-    return {TexelShare(across * 0.5f + 0.5f, texture.width), TexelShare(0.5f - up * 0.5f, texture.height)};
-}
-
 static Vec3 NormalOf(const std::array<Vec3, 3>& p) { return Normalise(Cross(p[1] - p[0], p[2] - p[0])); }
 
 static std::array<Vec3, 3> ObjectCorners(const BenchObject& object, const MeshTriangle& triangle) {
@@ -103,14 +89,77 @@ static std::array<TexturePoint, 3> PointsOf(const BenchObject& object, const Mes
     if (object.draw.texture == nullptr) return points;
     const std::array<Vec3, 3> corners = ObjectCorners(object, triangle);
     const Vec3 normal = NormalOf(WorldCorners(object, triangle));
-    for (size_t c = 0; c < 3; ++c) points[c] = PlanarPoint(corners[c], normal, *object.draw.texture);
+    const AxisScales scales = WorldScales(object.draw.world);
+    for (size_t c = 0; c < 3; ++c) {
+        points[c] =
+            MesaTexturePoint(TextureCoordinates(corners[c], normal, scales, object.draw.repeat), object.draw);
+    }
     return points;
 }
 
 static Pixel ColorOf(const BenchObject& object, const MeshTriangle& triangle) {
     if (object.draw.texture != nullptr) return Pixel{0xFFFFFF};
-    return object.mesh->vertices[static_cast<size_t>(triangle[0])].color;
+    return Tinted(object.mesh->vertices[static_cast<size_t>(triangle[0])].color, object.draw.tint);
 }
+
+static Vec3 UpperRow(const Matrix4& a, size_t row) { return {a.m[row][0], a.m[row][1], a.m[row][2]}; }
+
+// ---- Corners that DrawMesh moves. It limits the screen coordinates of corners, and the near plane cuts some
+// large faces beyond that limit. The corner that is moved takes the texture of the whole face along. So Mesa
+// gets such a face cut at the near plane already, with its corners where DrawMesh puts them. It saves Mesa
+// the cutting.
+
+// Back to the world. The rows of x, y and w hold the axes of the camera, which stand at right angles.
+static Vec3 WorldPointOf(const Vec4& clip, const MeshDraw& draw) {
+    const auto along = [&draw](size_t row, float length) {
+        const Vec3 axis = UpperRow(draw.viewProjection, row);
+        return axis * (length / Dot(axis, axis));
+    };
+    return draw.eye + along(0, clip.x) + along(1, clip.y) + along(3, clip.w);
+}
+
+// True if DrawMesh moves the corner, which then stands where it is moved to.
+static bool MoveAsDrawn(Vec4& clip, const Rect& viewport) {
+    ScreenCorner corner;
+    if (!ProjectToViewport(clip, viewport, corner)) return false;
+    if (std::abs(corner.x) < kMaxScreen && std::abs(corner.y) < kMaxScreen) return false;
+    clip.x = (corner.x / static_cast<float>(Width(viewport)) * 2 - 1) * clip.w;
+    clip.y = (1 - corner.y / static_cast<float>(Height(viewport)) * 2) * clip.w;
+    return true;
+}
+
+static ClippedPolygon CutAtNearPlane(const Face& face, const Matrix4& world, const MeshDraw& draw) {
+    std::array<ClipVertex, 3> vertices;
+    for (size_t c = 0; c < 3; ++c) {
+        const Vec3 corner = TransformPoint(world, face.corners[c]);
+        vertices[c] = {TransformToClip(draw.viewProjection, corner), face.points[c].u, face.points[c].v};
+    }
+    return ClipTriangle(vertices);
+}
+
+// Adds the face, or the triangles of the fan that DrawMesh makes of it if one of their corners is moved.
+// `world` leads from the space of its corners to the world.
+static void AddAsDrawn(const Face& face, const Matrix4& world, const MeshDraw& draw, const Rect& viewport,
+                       std::vector<Face>& faces) {
+    ClippedPolygon polygon = CutAtNearPlane(face, world, draw);
+    bool isAnyMoved = false;
+    for (ClipVertex& vertex : polygon.vertices) isAnyMoved |= MoveAsDrawn(vertex.position, viewport);
+    Matrix4 inverse;
+    if (!isAnyMoved || !InvertMatrix(world, inverse)) {
+        faces.push_back(face);
+        return;
+    }
+    for (size_t k = 1; k + 1 < static_cast<size_t>(polygon.count); ++k) {
+        Face& part = faces.emplace_back(face);
+        for (size_t c = 0; c < 3; ++c) {
+            const ClipVertex& vertex = polygon.vertices[c == 0 ? 0 : k + c - 1];
+            part.corners[c] = TransformPoint(inverse, WorldPointOf(vertex.position, draw));
+            part.points[c] = {vertex.u, vertex.v};
+        }
+    }
+}
+
+// ---- Light.
 
 // Of a face with a texture: the light alone, white at kMesaWhite.
 static Pixel GreyOf(float brightness) {
@@ -127,30 +176,29 @@ static Face LitFace(const BenchObject& object, const MeshTriangle& triangle) {
     return face;
 }
 
-MesaGeometry LitMesaGeometry(const BenchScene& scene) {
+MesaGeometry LitMesaGeometry(std::span<const BenchObject> objects, const Rect& viewport) {
     MesaGeometry geometry;
-    for (const BenchObject& object : scene.objects) {
+    for (const BenchObject& object : objects) {
         std::vector<Face> faces;
         for (const MeshTriangle& triangle : object.mesh->triangles) {
-            faces.push_back(LitFace(object, triangle));
+            AddAsDrawn(LitFace(object, triangle), Matrix4{}, object.draw, viewport, faces);
         }
         FaceWriter(geometry).Write(faces);
     }
     return geometry;
 }
 
-MesaGeometry MesaMesh(const BenchObject& object) {
+MesaGeometry MesaMesh(const BenchObject& object, const Rect& viewport) {
     MesaGeometry geometry;
     std::vector<Face> faces;
     for (const MeshTriangle& triangle : object.mesh->triangles) {
         const std::array<Vec3, 3> corners = ObjectCorners(object, triangle);
-        faces.push_back({corners, PointsOf(object, triangle), ColorOf(object, triangle), NormalOf(corners)});
+        const Face face{corners, PointsOf(object, triangle), ColorOf(object, triangle), NormalOf(corners)};
+        AddAsDrawn(face, object.draw.world, object.draw, viewport, faces);
     }
     FaceWriter(geometry).Write(faces);
     return geometry;
 }
-
-static Vec3 UpperRow(const Matrix4& a, size_t row) { return {a.m[row][0], a.m[row][1], a.m[row][2]}; }
 
 MesaInstance MesaInstanceOf(const BenchObject& object) {
     const Matrix4& world = object.draw.world;

@@ -18,7 +18,7 @@ struct MesaVertex {
 // A face shows the colour and the normal of its first vertex, so that vertices may be shared all the same.
 struct MesaGeometry {
     std::vector<MesaVertex> vertices{};
-    std::vector<TexturePoint> points{};  // as many; only for a texture, row 0 of which is at v = 0
+    std::vector<TexturePoint> points{};  // as many; only for a texture, see mesa_texture.h
     std::vector<Vec3> normals{};         // as many; only for faces that are lit while they are drawn
     std::vector<uint32_t> indices{};     // three for each face
 };
@@ -29,14 +29,15 @@ struct MesaInstance {
     std::array<Vec3, 3> normalRows{};             // turn a normal, of which the length does not count
 };
 
-// The brightness of a white byte in the geometry of a lit scene with a texture.
+// The brightness of a white byte in the geometry of lit objects with a texture.
 constexpr float kMesaWhite = 1.6f;
 
-// All faces of a scene in world space. The colours are lit; those of faces with a texture are greys that hold
-// the light alone.
-MesaGeometry LitMesaGeometry(const BenchScene& scene);
+// All faces of the objects in world space, for a picture of the size of `viewport`. The colours are lit;
+// those of faces with a texture are greys that hold the light alone.
+MesaGeometry LitMesaGeometry(std::span<const BenchObject> objects, const Rect& viewport);
 
-// The faces of an object's mesh in object space, with normals. Those with a texture are white.
-MesaGeometry MesaMesh(const BenchObject& object);
+// The faces of an object's mesh in object space, with normals. Those with a texture are white. Other objects
+// may use them that differ in place only, unless the mesh reaches through the near plane.
+MesaGeometry MesaMesh(const BenchObject& object, const Rect& viewport);
 
 MesaInstance MesaInstanceOf(const BenchObject& object);

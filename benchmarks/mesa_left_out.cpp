@@ -5,4 +5,4 @@ std::string MesaNote() {
     return "Mesa: left out, its off-screen renderer (libosmesa6-dev) is not installed.";
 }
 
-void RegisterMesaBenchmarks(const BenchScene&) {}
+void RegisterMesaBenchmarks(const BenchScene&, MesaOrder) {}

@@ -66,15 +66,17 @@ static void AddFrame(const BenchScene& scene, const std::string& name, const Fra
 
 static void RegisterWaysOf(const BenchScene& scene) {
     AddFrame(scene, kPeer, kPlainWay, SimdLevel::OneLane);
-    RegisterMesaBenchmarks(scene);
+    RegisterMesaBenchmarks(scene, MesaOrder::AsInScene);
     for (SimdLevel level : SupportedSimdLevels()) AddFrame(scene, NameOf(level), kProgramWay, level);
     AddFrame(scene, "scene order", kSceneOrder, BestSimdLevel());
     AddFrame(scene, "clear alone", kClear, BestSimdLevel());
 }
 
-// The colours alone, and everything: what is drawn and what has to be written anyway.
+// The colours alone, and everything: what is drawn and what has to be written anyway. Few objects, most of
+// them large: Mesa gets them in the order in which the program draws them.
 static void RegisterSample(const BenchScene& scene) {
     AddFrame(scene, kPeer, kPlainWay, SimdLevel::OneLane);
+    RegisterMesaBenchmarks(scene, MesaOrder::NearestFirst);
     AddFrame(scene, "clear alone", kClear, BestSimdLevel());
     for (SimdLevel level : SupportedSimdLevels().subspan(1))
         AddFrame(scene, NameOf(level), kProgramWay, level);
@@ -93,7 +95,6 @@ static void RegisterGrowth(const std::string& scenario, const std::string& name,
 }
 
 void RegisterRasterizerBenchmarks() {
-    for (const BenchScene& scene : SampleScenes()) RegisterSample(scene);
     const std::string growth = "1,000 of many spheres", hidden = "10,000 hidden spheres";
     RegisterGrowth(growth, kPeer, SpheresInView(1'000), 1);
     RegisterGrowth(growth, "of 10,000", SpheresInView(10'000), 10);
@@ -102,6 +103,7 @@ void RegisterRasterizerBenchmarks() {
     RegisterGrowth(hidden, "wall first", SpheresBehindWall(WallPlace::First), 1);
     RegisterGrowth(hidden, "wall last", SpheresBehindWall(WallPlace::Last), 1);
     for (int32_t pass = 0; pass < kPasses; ++pass) {
+        for (const BenchScene& scene : SampleScenes()) RegisterSample(scene);
         for (const BenchScene& scene : BenchScenes()) RegisterWaysOf(scene);
     }
 }
