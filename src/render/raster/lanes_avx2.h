@@ -64,6 +64,19 @@ ZEL_INLINE Ints AverageOfBytes(Ints a, Ints b) {
     return {_mm256_xor_si256(_mm256_avg_epu8(_mm256_xor_si256(a.v, all), _mm256_xor_si256(b.v, all)), all)};
 }
 
+struct ByteFactor {
+    __m256i factors;
+};
+ZEL_INLINE ByteFactor PrepareByteFactor(uint32_t factor) {
+    return {_mm256_set1_epi64x(static_cast<int64_t>(factor * 0x1'0001'0001))};
+}
+ZEL_INLINE Ints ScaledBytes(Ints colors, const ByteFactor& by) {
+    const __m256i zero = _mm256_setzero_si256();
+    const __m256i low = _mm256_mulhi_epu16(_mm256_unpacklo_epi8(colors.v, zero), by.factors);
+    const __m256i high = _mm256_mulhi_epu16(_mm256_unpackhi_epi8(colors.v, zero), by.factors);
+    return {_mm256_packus_epi16(low, high)};
+}
+
 ZEL_INLINE Ints Truncated(Floats a) { return {_mm256_cvttps_epi32(a.v)}; }
 ZEL_INLINE Floats Converted(Ints a) { return {_mm256_cvtepi32_ps(a.v)}; }
 ZEL_INLINE Floats BitsAsFloats(Ints a) { return {_mm256_castsi256_ps(a.v)}; }

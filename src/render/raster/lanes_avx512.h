@@ -67,6 +67,19 @@ ZEL_INLINE Ints AverageOfBytes(Ints a, Ints b) {
     return {_mm512_xor_si512(_mm512_avg_epu8(_mm512_xor_si512(a.v, all), _mm512_xor_si512(b.v, all)), all)};
 }
 
+struct ByteFactor {
+    __m512i factors;
+};
+ZEL_INLINE ByteFactor PrepareByteFactor(uint32_t factor) {
+    return {_mm512_set1_epi64(static_cast<int64_t>(factor * 0x1'0001'0001))};
+}
+ZEL_INLINE Ints ScaledBytes(Ints colors, const ByteFactor& by) {
+    const __m512i zero = _mm512_setzero_si512();
+    const __m512i low = _mm512_mulhi_epu16(_mm512_unpacklo_epi8(colors.v, zero), by.factors);
+    const __m512i high = _mm512_mulhi_epu16(_mm512_unpackhi_epi8(colors.v, zero), by.factors);
+    return {_mm512_packus_epi16(low, high)};
+}
+
 ZEL_INLINE Ints Truncated(Floats a) { return {_mm512_cvttps_epi32(a.v)}; }
 ZEL_INLINE Floats Converted(Ints a) { return {_mm512_cvtepi32_ps(a.v)}; }
 ZEL_INLINE Floats BitsAsFloats(Ints a) { return {_mm512_castsi512_ps(a.v)}; }

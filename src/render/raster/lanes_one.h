@@ -68,6 +68,18 @@ ZEL_INLINE Ints AverageOfBytes(Ints a, Ints b) {
     return (a & b) + ShiftedRight<1>((a ^ b) & Ints{-0x1010102});
 }
 
+// Each byte but the highest times factor / 65536, rounded down; the highest becomes 0.
+struct ByteFactor {
+    uint32_t factor;
+};
+ZEL_INLINE ByteFactor PrepareByteFactor(uint32_t factor) { return {factor}; }
+ZEL_INLINE Ints ScaledBytes(Ints colors, const ByteFactor& by) {
+    const auto bits = static_cast<uint32_t>(colors.v);
+    const uint32_t low = (bits & 0xFF) * by.factor >> 16, middle = (bits >> 8 & 0xFF) * by.factor >> 16,
+                   high = (bits >> 16 & 0xFF) * by.factor >> 16;
+    return {static_cast<int32_t>(high << 16 | middle << 8 | low)};
+}
+
 // Towards zero; the numbers lie in the range of integers, or the lane is not used.
 ZEL_INLINE Ints Truncated(Floats a) { return {_mm_cvttss_si32(_mm_set_ss(a.v))}; }
 ZEL_INLINE Floats Converted(Ints a) { return {static_cast<float>(a.v)}; }

@@ -72,6 +72,19 @@ ZEL_INLINE Ints AverageOfBytes(Ints a, Ints b) {
     return {_mm_xor_si128(_mm_avg_epu8(_mm_xor_si128(a.v, all), _mm_xor_si128(b.v, all)), all)};
 }
 
+struct ByteFactor {
+    __m128i factors;
+};
+ZEL_INLINE ByteFactor PrepareByteFactor(uint32_t factor) {
+    return {_mm_set1_epi64x(static_cast<int64_t>(factor * 0x1'0001'0001))};
+}
+ZEL_INLINE Ints ScaledBytes(Ints colors, const ByteFactor& by) {
+    const __m128i zero = _mm_setzero_si128();
+    const __m128i low = _mm_mulhi_epu16(_mm_unpacklo_epi8(colors.v, zero), by.factors);
+    const __m128i high = _mm_mulhi_epu16(_mm_unpackhi_epi8(colors.v, zero), by.factors);
+    return {_mm_packus_epi16(low, high)};
+}
+
 ZEL_INLINE Ints Truncated(Floats a) { return {_mm_cvttps_epi32(a.v)}; }
 ZEL_INLINE Floats Converted(Ints a) { return {_mm_cvtepi32_ps(a.v)}; }
 ZEL_INLINE Floats BitsAsFloats(Ints a) { return {_mm_castsi128_ps(a.v)}; }

@@ -115,6 +115,37 @@ TEST_CASE("every fill treats texture coordinates beyond the image alike") {
     }
 }
 
+// One row of texels, each channel of which has all values from 0 to 255. Beyond the box of a small face, so
+// that a factor is looked for; a quarter of the texels shows in each row of the picture.
+TEST_CASE("a large textured face is lit like a small one, every byte at every brightness") {
+    constexpr uint32_t kSeed = 255;
+    INFO("seed ", kSeed);
+    RandomSource random(kSeed);
+    TextureImage image{.width = 256, .height = 1};
+    for (uint32_t i = 0; i < 256; ++i) {
+        const uint32_t unused = random.OneIn(2) ? 0xFF000000 : 0;
+        image.texels.push_back(Pixel{unused | i << 16 | (i * 7 & 255) << 8 | (255 - i)});
+    }
+    std::vector<float> values{0.22f, 0.25f, 0.5f, 0.75f, 0.99999994f, 1.0f, 1.0000001f, 1.6f, 0.0f};
+    for (int i = 0; i < 300; ++i) values.push_back(random.Between(0.22f, 1.1f));
+    constexpr Corners kCorners{{{0, 0, 0.5f, 1}, {128, 0, 0.5f, 1}, {0, 64, 0.5f, 1}}};
+    constexpr Points kPoints{{{0, 0.5f}, {0.5f, 0.5f}, {16, 0.5f}}};
+    for (const float brightness : values) {
+        CAPTURE(brightness);
+        const TextureFill fill{&image, true, random.OneIn(2) ? 0 : random.Bits() & 0xFFFFFF, brightness};
+        StartPicture(64, 32);
+        FillTrianglePlainly(kCorners, kPoints, fill);
+        const Snapshot expected = TakePicture();
+        for (SimdLevel level : TestedLevels()) {
+            CAPTURE(NameOf(level));
+            StartPicture(64, 32);
+            frameBuffer.simd = level;
+            FillTriangle(kCorners, kPoints, fill, frameBuffer);
+            REQUIRE(SameBits(TakePicture(), expected));
+        }
+    }
+}
+
 TEST_CASE("a side of 2^24 texels and more is never read past its end") {
     // Its last column, 33554435, becomes the float 33554436.
     constexpr int32_t kSide = 33554436;
