@@ -23,9 +23,26 @@ ZEL_INLINE Mask WonTies(const FillTarget& to, int64_t at, Mask ties) {
     return ties & (Splat(to.owner) < LoadBlock<rows>(static_cast<const void*>(to.owners + at), to.width));
 }
 
+// Writes the lanes that are seen. Most vectors of a large triangle are seen whole, and need no blending with
+// what was there.
+template <int rows, bool isLarge>
+ZEL_INLINE void StoreSeen(const FillTarget& to, int64_t at, Mask seen, Ints colors, Floats depth,
+                          Floats drawnDepth) {
+    if (isLarge && AreAll(seen)) {
+        Store(static_cast<void*>(to.pixels + at), colors);
+        Store(to.depth + at, depth);
+        if (to.owners != nullptr) Store(static_cast<void*>(to.owners + at), Splat(to.owner));
+        return;
+    }
+    StoreBlock<rows>(static_cast<void*>(to.pixels + at), to.width, seen, colors);
+    StoreBlock<rows>(to.depth + at, to.width, seen, depth, drawnDepth);
+    if (to.owners != nullptr)
+        StoreBlock<rows>(static_cast<void*>(to.owners + at), to.width, seen, Splat(to.owner));
+}
+
 // Fills one block of pixels that begins at `at`: weighs every pixel, tests its depth, and asks the ink
 // only if a pixel has passed. False when the ink says that the triangle is not to be drawn at all.
-template <int rows, typename Ink>
+template <int rows, bool isLarge, typename Ink>
 ZEL_INLINE bool FillBlock(const TriangleOfLanes& t, const Products& columns, const Products& rowsOf,
                           Mask allowed, Floats drawnDepth, const FillTarget& to, int64_t at, Ink& ink) {
     const Weights w = WeightsAt(t, columns, rowsOf);
@@ -36,10 +53,7 @@ ZEL_INLINE bool FillBlock(const TriangleOfLanes& t, const Products& columns, con
     if (!IsAny(seen)) return true;
     Ints colors;
     if (!ink.ColorsOf(w, seen, colors)) return false;
-    StoreBlock<rows>(static_cast<void*>(to.pixels + at), to.width, seen, colors);
-    StoreBlock<rows>(to.depth + at, to.width, seen, depth, drawnDepth);
-    if (to.owners != nullptr)
-        StoreBlock<rows>(static_cast<void*>(to.owners + at), to.width, seen, Splat(to.owner));
+    StoreSeen<rows, isLarge>(to, at, seen, colors, depth, drawnDepth);
     return true;
 }
 
@@ -66,7 +80,7 @@ ZEL_INLINE bool FillColumns(const TriangleOfLanes& t, int32_t x, int32_t right, 
         // All that was drawn here is nearer than the face can be.
         if (!IsAny(Without(allowed, drawnDepth < t.nearest))) continue;
         const Products rowsOf = RowProducts(t, Centres(RowsFrom<rows>(first)));
-        if (!FillBlock<rows>(t, columns, rowsOf, allowed, drawnDepth, to, at, ink)) return false;
+        if (!FillBlock<rows, false>(t, columns, rowsOf, allowed, drawnDepth, to, at, ink)) return false;
     }
     return true;
 }
@@ -133,7 +147,7 @@ ZEL_INLINE bool FillBand(const TriangleOfLanes& t, const Rect& box, int32_t top,
             const Products rowsOf{
                 {Splat(band.products[0][i]), Splat(band.products[1][i]), Splat(band.products[2][i])}};
             const Floats drawnDepth = Load(to.depth + at);
-            if (!FillBlock<1>(t, columns, rowsOf, allowed, drawnDepth, to, at, ink)) return false;
+            if (!FillBlock<1, true>(t, columns, rowsOf, allowed, drawnDepth, to, at, ink)) return false;
         }
     }
     return true;

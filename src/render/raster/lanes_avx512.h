@@ -183,9 +183,7 @@ ZEL_INLINE void StoreBlock(float* to, int64_t stride, Mask mask, Floats values, 
 template <int rows>
 ZEL_INLINE void StoreBlock(void* to, int64_t stride, Mask mask, Ints values) {
     auto* first = static_cast<float*>(to);
-    const Floats bits = BitsAsFloats(values);
-    StoreBlock<rows>(first, stride, mask, bits,
-                     BitsOf(mask) == kAllLanes ? bits : LoadBlock<rows>(first, stride));
+    StoreBlock<rows>(first, stride, mask, BitsAsFloats(values), LoadBlock<rows>(first, stride));
 }
 
 // A division of sixteen lanes takes ten cycles, as long as twenty other operations. Ordinary numbers are

@@ -181,8 +181,7 @@ ZEL_INLINE void StoreBlock(float* to, int64_t, Mask mask, Floats values, Floats 
 }
 template <int rows>
 ZEL_INLINE void StoreBlock(void* to, int64_t, Mask mask, Ints values) {
-    const Floats bits = BitsAsFloats(values);
-    Store(to, BitsOf(mask) == kAllLanes ? values : BitsAsInts(Select(mask, bits, BitsAsFloats(Load(to)))));
+    Store(to, BitsAsInts(Select(mask, BitsAsFloats(values), BitsAsFloats(Load(to)))));
 }
 
 struct Divisor {
