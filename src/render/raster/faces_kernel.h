@@ -47,11 +47,11 @@ constexpr float kFewPixels = 1;  // from the first to the last
 // zero.
 constexpr float kCertainlyOutside = -1e-30f;
 
-// Coordinates of 8 pixels and more are multiples of 2^-20, so a run is either zero or at least that large,
-// and so is the way from a corner to a centre. Their products are at least 2^-40 and multiples of 2^-64, and
-// so are the edge functions. The sum of these is the area, up to 3 * 8 * 2^-24 * size^2, so they are not all
-// zero if the area is larger than this.
-constexpr float kOrdinaryCorner = 8, kOrdinarySize = 8192, kOrdinaryArea = 32 * 0x1p-24f;
+// Coordinates of at least 2^-10 pixels in size are multiples of 2^-33, and so are a run and the way from a
+// corner to a centre. Their products are multiples of 2^-66, and so are the edge functions. The sum of a
+// pixel's weights differs from 1 by less than a half if the area is larger than this: see kDepthRounding. The
+// area stays below 2^40.
+constexpr float kOrdinaryCorner = 0x1p-10f, kOrdinarySize = 0x1p18f, kOrdinaryArea = 2 * kDepthRounding;
 
 // The same corner of the faces.
 struct CornersOfLanes {
@@ -99,7 +99,9 @@ ZEL_INLINE FaceSpans SpansOf(const CornersOfLanes& a, const CornersOfLanes& b, c
     const Floats minY = Least(a.y, b.y, c.y), maxY = Most(a.y, b.y, c.y);
     spans.size = Most(maxX - minX, maxY - minY) + Splat(kBoxMargin);
     const Mask isCertain = spans.area >= Splat(kCertainArea) * spans.size * spans.size * spans.size;
-    spans.isOrdinary = (Least(minX, minY) >= Splat(kOrdinaryCorner)) & (spans.size < Splat(kOrdinarySize)) &
+    const Floats nearestToAxes = Least(Least(Magnitude(a.x), Magnitude(b.x), Magnitude(c.x)),
+                                       Least(Magnitude(a.y), Magnitude(b.y), Magnitude(c.y)));
+    spans.isOrdinary = (nearestToAxes >= Splat(kOrdinaryCorner)) & (spans.size < Splat(kOrdinarySize)) &
                        (spans.area > Splat(kOrdinaryArea) * spans.size * spans.size);
     spans.left = Most(FirstPixel(minX, isCertain), Number(viewport.left));
     spans.top = Most(FirstPixel(minY, isCertain), Number(viewport.top));

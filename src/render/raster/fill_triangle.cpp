@@ -30,7 +30,14 @@ void FillFaces(const MeshToDraw& mesh, const Rect& covered, SimdLevel level, Sur
 }
 
 TextureSource SourceOf(const TextureImage& image, bool repeat, uint32_t tint) {
-    return {image.texels.empty() ? nullptr : image.texels.data(), image.width, image.height, repeat, tint};
+    constexpr int32_t kExactSide = 1 << 24;
+    const bool isVast = std::max(image.width, image.height) > kExactSide;
+    return {image.texels.empty() ? nullptr : image.texels.data(),
+            image.width,
+            image.height,
+            repeat,
+            tint,
+            isVast};
 }
 
 float AreaOf(const std::array<ScreenCorner, 3>& corners) {

@@ -98,13 +98,18 @@ ZEL_INLINE Ints TintedColors(Ints colors, uint32_t tint) {
 ZEL_INLINE Ints SampleTexels(const TextureSource& texture, Floats u, Floats v, Mask seen) {
     if (texture.texels == nullptr) return Splat(0xFFFFFF);
     const Floats lastColumn = Number(texture.width - 1), lastRow = Number(texture.height - 1);
-    const Ints columns = Truncated(Wrapped(u, texture.repeat) * lastColumn);
-    const Ints rows = Truncated((Splat(1.0f) - Wrapped(v, texture.repeat)) * lastRow);
-    // The float of a side beyond 2^24 may lie above it.
-    const Ints column = Least(columns, Splat(texture.width - 1)),
-               row = Least(rows, Splat(texture.height - 1));
+    Ints column = Truncated(Wrapped(u, texture.repeat) * lastColumn);
+    Ints row = Truncated((Splat(1.0f) - Wrapped(v, texture.repeat)) * lastRow);
+    if (texture.isVast) {
+        column = Least(column, Splat(texture.width - 1));
+        row = Least(row, Splat(texture.height - 1));
+    }
     return Gather(texture.texels, row * Splat(texture.width) + column, seen);
 }
+
+// True when a mean of three numbers like this one is certainly more than kSmallestQ, if their weights add up
+// to a half or more.
+ZEL_INLINE bool IsFarFromZero(float inverseW) { return inverseW > 4 * kSmallestQ && inverseW < 1e6f; }
 
 // Pixels of a box from which on looking for a factor pays.
 constexpr int32_t kLargeFace = 1024;
@@ -116,6 +121,7 @@ struct TextureInk {
     size_t face;
     bool isFound;
     Floats inverseW[3], u[3], v[3], brightness;
+    bool mayVanish;  // 1 / w may be too near to zero to divide by
     bool hasFactor;
     ByteFactor factor;  // in place of the brightness
 
@@ -123,8 +129,11 @@ struct TextureInk {
         FaceInk ink{};
         if (!FindInk(mesh, face, ink)) return false;
         const auto* indices = reinterpret_cast<const int32_t*>(mesh.triangles + mesh.faces[face].triangle);
+        mayVanish = !mesh.faces[face].isOrdinary;
         for (int i = 0; i < 3; ++i) {
-            inverseW[i] = Splat(mesh.corners[indices[i]].inverseW);
+            const float ofCorner = mesh.corners[indices[i]].inverseW;
+            mayVanish = mayVanish || !IsFarFromZero(ofCorner);
+            inverseW[i] = Splat(ofCorner);
             u[i] = Splat(ink.points[i].u);
             v[i] = Splat(ink.points[i].v);
         }
@@ -146,7 +155,7 @@ struct TextureInk {
         if (!isFound && !Find()) return false;
         const Weights q{w.w0 * inverseW[0], w.w1 * inverseW[1], w.w2 * inverseW[2]};
         const Floats sum = q.w0 + q.w1 + q.w2;
-        seen = seen & (Magnitude(sum) > Splat(kSmallestQ));
+        if (mayVanish) seen = seen & (Magnitude(sum) > Splat(kSmallestQ));
         const Floats atU = Weighted(q, u) / sum, atV = Weighted(q, v) / sum;
         const Ints texels = SampleTexels(mesh.texture, atU, atV, seen);
         const Ints tinted = TintedColors(texels, mesh.texture.tint);

@@ -91,8 +91,8 @@ struct ScannedFace {
     uint32_t triangle = 0;  // index into the mesh's triangles
     Rect box{};         // the face covers nothing of the viewport outside it; not empty, inside the buffer
     float nearest = 0;  // no pixel of it lies before this depth
-    // Edge functions at its pixels are zero or at least 2^-69 in size, and not all three are zero: see
-    // Divisor.
+    // Edge functions at its pixels are zero or at least 2^-69 in size, see Divisor, and the weights of a
+    // pixel add up to more than a half.
     bool isOrdinary = false;
 };
 
@@ -113,7 +113,8 @@ struct TextureSource {
     const Pixel* texels = nullptr;  // null: white
     int32_t width = 0, height = 0;  // pixels
     bool repeat = false;
-    uint32_t tint = 0;  // 0x00BBGGRR, 0 for none
+    uint32_t tint = 0;    // 0x00BBGGRR, 0 for none
+    bool isVast = false;  // a side is longer than 2^24: the float of its last column or row may lie above it
 };
 
 // Cosines of the angles between a face's normal and three directions.

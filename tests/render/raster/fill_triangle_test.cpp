@@ -280,6 +280,55 @@ TEST_CASE("a textured pixel whose 1 / w is within 0.000001 of 0 is skipped, with
     }
 }
 
+// The face that the scan leaves of one triangle of the whole picture; no face if none is left.
+static std::vector<ScannedFace> Scanned(const Corners& corners, const RasterKernels& kernels) {
+    constexpr MeshTriangle kTriangle{0, 1, 2};
+    const std::vector<uint32_t> numbers(1 + kListMargin);
+    std::vector<ScannedFace> faces(1 + kListMargin);
+    faces.resize(kernels.scanFaces(
+        {&kTriangle, corners.data(), numbers.data(), 1, frameBuffer.viewport, kFarDepth}, faces.data()));
+    return faces;
+}
+
+// An ordinary face has a right angle at (16, 16) unless one of its numbers is replaced.
+TEST_CASE("a face is ordinary unless it is thin, huge or has a corner within 2^-10 pixels of an axis") {
+    constexpr float kAxis = 0x1p-10f, kNearer = 0x1.fffffep-11f;
+    struct {
+        Corners corners;
+        bool isOrdinary;
+    } cases[] = {
+        {{{{16, 16}, {48, 16}, {16, 48}}}, true},
+        {{{{-16, 16}, {48, -16}, {-16, -48}}}, true},
+        {{{{kAxis, 16}, {48, 16}, {16, 48}}}, true},
+        {{{{kNearer, 16}, {48, 16}, {16, 48}}}, false},
+        {{{{16, 16}, {-kAxis, 16}, {16, 48}}}, true},
+        {{{{16, 16}, {-kNearer, 16}, {16, 48}}}, false},
+        {{{{16, 16}, {48, 16}, {0, 48}}}, false},
+        {{{{16, kAxis}, {48, 16}, {16, 48}}}, true},
+        {{{{16, 16}, {48, -kNearer}, {16, 48}}}, false},
+        {{{{16, 16}, {48, 16}, {16, -kAxis}}}, true},
+        {{{{16, 16}, {48, 16}, {16, 0}}}, false},
+        // The margin of 1.5 pixels makes them 2^18 - 2^-5 and 2^18 wide or high.
+        {{{{16, 16}, {262158.46875f, 16}, {16, 100000}}}, true},
+        {{{{16, 16}, {262158.5f, 16}, {16, 100000}}}, false},
+        {{{{16, 16}, {100000, 16}, {16, 262158.46875f}}}, true},
+        {{{{16, 16}, {100000, 16}, {16, 262158.5f}}}, false},
+        // 16 pixels wide, and twice the area is 80 / 2^24 of 17.5 squared, or a little more.
+        {{{{16, 0x1p-5f}, {32, 0x1p-5f}, {16, 0x1p-5f + 6125 * 0x1p-26f}}}, false},
+        {{{{16, 0x1p-5f}, {32, 0x1p-5f}, {16, 0x1p-5f + 24501 * 0x1p-28f}}}, true},
+    };
+    StartPicture(64, 64);
+    for (SimdLevel level : TestedLevels()) {
+        CAPTURE(NameOf(level));
+        for (size_t i = 0; i < std::size(cases); ++i) {
+            CAPTURE(i);
+            const std::vector<ScannedFace> faces = Scanned(cases[i].corners, KernelsOf(level));
+            REQUIRE(faces.size() == 1);
+            CHECK(faces.front().isOrdinary == cases[i].isOrdinary);
+        }
+    }
+}
+
 // Counts how often a face was asked for its ink, and whether the answer is that it is drawn.
 static int32_t timesAsked = 0;
 static bool saysDrawn = true;
