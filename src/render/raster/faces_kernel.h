@@ -120,7 +120,7 @@ ZEL_INLINE Floats NearestDepths(const CornersOfLanes& a, const CornersOfLanes& b
     const Floats least = Least(a.depth, b.depth, c.depth);
     const Floats extent = spans.size - Splat(kBoxMargin);
     const Floats rounding = Splat(kDepthRounding) * spans.size * extent / spans.area + Splat(kSumRounding);
-    return least - (least * rounding + Splat(kVanishing));
+    return least - (Magnitude(least) * rounding + Splat(kVanishing));
 }
 
 // The faces of more than a few pixels.

@@ -280,6 +280,31 @@ TEST_CASE("a textured pixel whose 1 / w is within 0.000001 of 0 is skipped, with
     }
 }
 
+// So long and thin that rounding decides about its pixels.
+static void MakeSliver(RandomSource& random, Corners& corners, float width, float height) {
+    const float x = random.Between(0, width), y = random.Between(0, height), noise = random.Between(0, 0.01f);
+    const float stepX = random.Between(-1, 1), stepY = random.Between(-1, 1);
+    for (ScreenCorner& corner : corners) {
+        const float t = random.Between(-100000, 100000);
+        corner.x = x + t * stepX + random.Between(-noise, noise);
+        corner.y = y + t * stepY + random.Between(-noise, noise);
+    }
+}
+
+// As RandomTriangle, but also slivers, corners next to the sides of the picture, and 1 / w near to zero.
+static Corners UnusualTriangle(RandomSource& random, float width, float height) {
+    Corners corners = RandomTriangle(random, width, height);
+    if (random.OneIn(2)) MakeSliver(random, corners, width, height);
+    const bool isFar = random.OneIn(2), isAtSide = random.OneIn(2);
+    const float least = random.OneIn(2) ? -2e-6f : 4.1e-6f;  // of 1 / w
+    for (ScreenCorner& corner : corners) {
+        if (isFar) corner.inverseW = random.Between(least, 5e-6f);
+        const float hair = std::ldexp(random.Between(-1, 1), random.IntBetween(-24, -6));
+        if (isAtSide && random.OneIn(2)) (random.OneIn(2) ? corner.x : corner.y) = hair;
+    }
+    return corners;
+}
+
 // The face that the scan leaves of one triangle of the whole picture; no face if none is left.
 static std::vector<ScannedFace> Scanned(const Corners& corners, const RasterKernels& kernels) {
     constexpr MeshTriangle kTriangle{0, 1, 2};
@@ -288,6 +313,49 @@ static std::vector<ScannedFace> Scanned(const Corners& corners, const RasterKern
     faces.resize(kernels.scanFaces(
         {&kTriangle, corners.data(), numbers.data(), 1, frameBuffer.viewport, kFarDepth}, faces.data()));
     return faces;
+}
+
+TEST_CASE("a textured face of the scan gives the plain renderer's pixels, however small its 1 / w") {
+    constexpr uint32_t kSeed = 66;
+    INFO("seed ", kSeed);
+    for (SimdLevel level : TestedLevels()) {
+        CAPTURE(NameOf(level));
+        RandomSource random(kSeed);
+        int32_t ordinary = 0, others = 0;
+        for (int round = 0; round < 8000; ++round) {
+            const int32_t width = random.IntBetween(16, 41), height = random.IntBetween(4, 23);
+            const Corners corners =
+                UnusualTriangle(random, static_cast<float>(width), static_cast<float>(height));
+            const TextureImage image = RandomImage(random);
+            const TextureFill fill{&image, random.OneIn(2), 0, random.Between(0, 2)};
+            FaceInk ink;
+            ink.brightness = fill.brightness;
+            for (TexturePoint& p : ink.points) p = {random.Between(-4, 4), random.Between(-4, 4)};
+            StartPicture(width, height);
+            FillTrianglePlainly(corners, {ink.points[0], ink.points[1], ink.points[2]}, fill);
+            const Snapshot expected = TakePicture();
+
+            StartPicture(width, height);
+            frameBuffer.simd = level;
+            constexpr MeshTriangle kTriangle{0, 1, 2};
+            const std::vector<ScannedFace> faces = Scanned(corners, KernelsOf(level));
+            MeshToDraw mesh;
+            mesh.triangles = &kTriangle;
+            mesh.corners = corners.data();
+            mesh.isTextured = true;
+            mesh.texture = SourceOf(image, fill.repeat, fill.tint);
+            mesh.faces = faces.data();
+            mesh.faceCount = faces.size();
+            mesh.findInk = FindKnownInk;
+            mesh.knownInk = &ink;
+            FillFaces(mesh, frameBuffer.viewport, level, frameBuffer);
+            CAPTURE(round);
+            REQUIRE(SameBits(TakePicture(), expected));
+            if (!faces.empty()) ++(faces.front().isOrdinary ? ordinary : others);
+        }
+        CHECK(ordinary > 1000);
+        CHECK(others > 500);
+    }
 }
 
 // An ordinary face has a right angle at (16, 16) unless one of its numbers is replaced.
