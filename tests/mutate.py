@@ -3,8 +3,8 @@
 
 Each mistake is made in a copy of one source, which alone is compiled and linked with the other objects. The tests named
 after the source run first, then those of its folder, then the others, until one fails. The same seed plants the same
-mistakes in the same sources. What is built, and the report, lie in build/mutants. The report is written as the run goes, so that a run that
-was stopped can go on: what it says was noticed is not tried again, and what survived is.
+mistakes in the same sources. What is built, and the report, lie in build/mutants. The report is written as the run
+goes, so that a run that was stopped can go on: what it says was noticed is not tried again, and what survived is.
 
 A mistake counts as noticed by a failed test, by a crash, by a test program that takes five times as long as usual, and
 by a static_assert. One whose object is byte for byte that of the true source has no effect and is not counted, and one
