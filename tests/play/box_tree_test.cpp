@@ -109,6 +109,21 @@ TEST_CASE("boxes are divided along the longest side of their space, so that neig
     }
 }
 
+TEST_CASE("added boxes wait outside the tree until they are more than 32 and a quarter of it") {
+    for (const int32_t count : {0, 200}) {
+        CAPTURE(count);
+        RandomSource random(11);
+        std::vector<NumberedBox> boxes;
+        for (int32_t i = 0; i < count; ++i) boxes.push_back({RandomBox(random), i});
+        BoxTree tree = BuildBoxTree(boxes);
+        const int32_t waiting = 32 + count / 4;
+        for (int32_t i = 0; i < waiting; ++i) AddBox({RandomBox(random), count + i}, tree);
+        CHECK(tree.parts.size() == static_cast<size_t>(count));
+        AddBox({RandomBox(random), count + waiting}, tree);
+        CHECK(tree.parts.size() == static_cast<size_t>(count + waiting + 1));
+    }
+}
+
 TEST_CASE("moving a box that is not in the tree does nothing") {
     BoxTree tree = BuildBoxTree({{{{0, 0, 0}, {1, 1, 1}}, 4}});
     const Box elsewhere{{5, 5, 5}, {6, 6, 6}};
