@@ -243,12 +243,6 @@ void AppendField(std::wstring& line, std::wstring_view text) {
     }
 }
 
-std::wstring DecodeUtf8(std::string_view bytes) {
-    std::wstring text;
-    Decode(bytes, text);
-    return text;
-}
-
 std::string EncodeUtf8(std::wstring_view text) {
     std::string bytes;
     Encode(text, "\n", bytes);

@@ -52,6 +52,5 @@ bool WriteTextFile(const std::wstring& path, std::wstring_view text);
 // Appends free text to a line: TAB, CR and LF become spaces, so that it stays one field of one line.
 void AppendField(std::wstring& line, std::wstring_view text);
 
-// Between wide text and UTF-8. What is invalid on either side becomes U+FFFD, lone surrogates too.
-std::wstring DecodeUtf8(std::string_view bytes);
+// Text as UTF-8. What is invalid becomes U+FFFD, lone surrogates too.
 std::string EncodeUtf8(std::wstring_view text);

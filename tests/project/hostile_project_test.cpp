@@ -237,14 +237,14 @@ TEST_CASE("a scene path within the project is taken with its dots and separators
 }
 
 TEST_CASE("a project may name its scene by any path of plain names") {
-    for (const char* stored : {"Files\\Scenes\\Other.scene", "Files/Scenes/Other.scene", "Other.scene",
-                               "Files\\a..b\\Other scene (2).scene", "Files\\\xC5\xBElu\xC5\xA5.scene"}) {
-        CAPTURE(stored);
+    for (const wchar_t* scene : {L"Files\\Scenes\\Other.scene", L"Files/Scenes/Other.scene", L"Other.scene",
+                                 L"Files\\a..b\\Other scene (2).scene", L"Files\\\u017Elu\u0165.scene"}) {
+        CAPTURE(EncodeUtf8(scene));
         const ScratchFolder folder;
         StartIn(folder);
         const std::wstring root = HostileIn(folder);
-        const std::wstring path = root + L"\\" + DecodeUtf8(stored);
-        PutFile(root + L"\\project.zel", std::string("CURRENT_SCENE\t") + stored + "\n");
+        const std::wstring path = root + L"\\" + scene;
+        PutFile(root + L"\\project.zel", "CURRENT_SCENE\t" + EncodeUtf8(scene) + "\n");
         PutFile(path, kVictim);
         ShowHub();
         CHECK(OpenProject(root) == Opening::Opened);

@@ -7,7 +7,6 @@
 
 constexpr float kSmallestScale = 0.001f;  // of a world axis, for texture coordinates
 constexpr float kAmbient = 0.3f;
-constexpr Pixel kWhite{0xFFFFFF};
 
 // ---- Shading: a constant, a diffuse part and a highlight. ink_kernel.h repeats these operations in this
 // order, because a face may be lit here or there and must get the same colour.
@@ -38,20 +37,6 @@ Pixel Lit(Pixel color, float brightness) {
         return static_cast<uint32_t>(std::min(lit, 255.0f)) << shift;
     };
     return Pixel{channel(16) | channel(8) | channel(0)};
-}
-
-static float Wrapped(float coordinate, bool repeat) {
-    return Limit(repeat ? coordinate - std::floor(coordinate) : coordinate, 0.0f, 1.0f);
-}
-
-Pixel SampleTexture(const TextureImage& texture, float u, float v, bool repeat) {
-    if (texture.texels.empty()) return kWhite;
-    const float across = Wrapped(u, repeat) * static_cast<float>(texture.width - 1);
-    const float down = (1 - Wrapped(v, repeat)) * static_cast<float>(texture.height - 1);
-    const int32_t column = std::clamp(static_cast<int32_t>(across), 0, texture.width - 1);
-    const int32_t row = std::clamp(static_cast<int32_t>(down), 0, texture.height - 1);
-    return texture
-        .texels[static_cast<size_t>(row) * static_cast<size_t>(texture.width) + static_cast<size_t>(column)];
 }
 
 // ---- Inks. The fill calls one of the three functions at the end of this file when the first pixel of a

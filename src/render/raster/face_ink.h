@@ -27,10 +27,6 @@ Pixel Tinted(Pixel color, uint32_t tint);
 // Each channel times the limited brightness, at most 255, truncated.
 Pixel Lit(Pixel color, float brightness);
 
-// The texel at (u, v), v upwards. Repeat takes the fractional parts, else both are limited to 0 .. 1. White
-// without texels.
-Pixel SampleTexture(const TextureImage& texture, float u, float v, bool repeat);
-
 // A face in world space.
 struct FaceInWorld {
     std::array<Vec3, 3> corners{};

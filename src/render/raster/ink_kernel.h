@@ -94,7 +94,8 @@ ZEL_INLINE Ints TintedColors(Ints colors, uint32_t tint) {
     return AverageOfBytes(colors, Splat(static_cast<int32_t>(tint)));
 }
 
-// Reads nothing for lanes that are not seen.
+// The texels at (u, v), v upwards; white without texels. Repeating takes the fractional parts, else both are
+// limited to 0 .. 1. Reads nothing for lanes that are not seen.
 ZEL_INLINE Ints SampleTexels(const TextureSource& texture, Floats u, Floats v, Mask seen) {
     if (texture.texels == nullptr) return Splat(0xFFFFFF);
     const Floats lastColumn = Number(texture.width - 1), lastRow = Number(texture.height - 1);

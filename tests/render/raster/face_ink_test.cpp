@@ -63,52 +63,6 @@ TEST_CASE("a brightness that is not a number counts as the darkest") {
     CHECK(Lit(Pixel{0x646464}, std::numeric_limits<float>::infinity()) == Pixel{0xA0A0A0});
 }
 
-static TextureImage Image(int32_t width, int32_t height) {
-    TextureImage image{.width = width, .height = height};
-    for (int32_t i = 0; i < width * height; ++i) image.texels.push_back(Pixel{static_cast<uint32_t>(i)});
-    return image;
-}
-
-TEST_CASE("u runs right and v up, and the last column and the bottom row show only at the very end") {
-    const TextureImage image = Image(4, 3);
-    struct {
-        float u, v;
-        uint32_t texel;
-    } cases[] = {
-        {0, 1, 0},     {0.99f, 1, 2}, {1, 1, 3},  {0, 0.49f, 4},
-        {0, 0.01f, 4}, {0, 0, 8},     {1, 0, 11}, {0.34f, 0.5f, 5},
-    };
-    for (auto [u, v, texel] : cases) CHECK(SampleTexture(image, u, v, false) == Pixel{texel});
-}
-
-TEST_CASE("stretching limits coordinates, repeating takes their fraction") {
-    const TextureImage image = Image(5, 1);
-    CHECK(SampleTexture(image, -3, 0, false) == Pixel{0});
-    CHECK(SampleTexture(image, 7, 0, false) == Pixel{4});
-    CHECK(SampleTexture(image, 7.25f, 0, true) == Pixel{1});
-    CHECK(SampleTexture(image, -0.25f, 0, true) == Pixel{3});  // 0.75
-    CHECK(SampleTexture(image, 2, 0, true) == Pixel{0});
-}
-
-TEST_CASE("an image without texels is white, one of a single pixel is that pixel everywhere") {
-    CHECK(SampleTexture({}, 0.5f, 0.5f, true) == Pixel{0xFFFFFF});
-    const TextureImage image{.width = 1, .height = 1, .texels{Pixel{0x123456}}};
-    for (float at : {-2.0f, 0.0f, 0.3f, 1.0f, 9.5f}) {
-        CHECK(SampleTexture(image, at, at, true) == Pixel{0x123456});
-        CHECK(SampleTexture(image, at, at, false) == Pixel{0x123456});
-    }
-}
-
-TEST_CASE("texture coordinates that are not numbers or are infinite pick a texel of the image") {
-    const TextureImage image = Image(4, 4);
-    const float nan = std::numeric_limits<float>::quiet_NaN(), inf = std::numeric_limits<float>::infinity();
-    for (float bad : {nan, inf, -inf, 1e38f, -1e38f}) {
-        for (bool repeat : {false, true})
-            CHECK(static_cast<uint32_t>(SampleTexture(image, bad, bad, repeat)) < 16);
-    }
-    CHECK(SampleTexture(image, nan, nan, true) == Pixel{12});  // as 0, 0
-}
-
 TEST_CASE("faces have the same cosines with eye and light together as alone, bit for bit") {
     constexpr uint32_t kSeed = 5772;
     INFO("seed ", kSeed);

@@ -95,6 +95,75 @@ TEST_CASE("every fill gives the pixels and depths of the plain renderer on rando
     }
 }
 
+static TextureImage Image(int32_t width, int32_t height) {
+    TextureImage image{.width = width, .height = height};
+    for (int32_t i = 0; i < width * height; ++i) image.texels.push_back(Pixel{static_cast<uint32_t>(i)});
+    return image;
+}
+
+// What the first pixel of a large triangle shows that has these coordinates everywhere. Its weights and their
+// sum are exact.
+static Pixel Sampled(const TextureImage& image, float u, float v, bool repeat, SimdLevel level) {
+    StartPicture(16, 4);
+    frameBuffer.simd = level;
+    FillTriangle({{{0, 0, 0.5f, 1}, {64, 0, 0.5f, 1}, {0, 16, 0.5f, 1}}}, {{{u, v}, {u, v}, {u, v}}},
+                 {&image, repeat, 0, 1}, frameBuffer);
+    CHECK(DepthAt(0, 0) == 0.5f);
+    return PixelAt(0, 0);
+}
+
+TEST_CASE("u runs right and v up, and the last column and the bottom row show only at the very end") {
+    const TextureImage image = Image(4, 3);
+    struct {
+        float u, v;
+        uint32_t texel;
+    } cases[] = {
+        {0, 1, 0},     {0.99f, 1, 2}, {1, 1, 3},  {0, 0.49f, 4},
+        {0, 0.01f, 4}, {0, 0, 8},     {1, 0, 11}, {0.34f, 0.5f, 5},
+    };
+    for (SimdLevel level : TestedLevels()) {
+        CAPTURE(NameOf(level));
+        for (auto [u, v, texel] : cases) CHECK(Sampled(image, u, v, false, level) == Pixel{texel});
+    }
+}
+
+TEST_CASE("stretching limits coordinates, repeating takes their fraction") {
+    const TextureImage image = Image(5, 1);
+    for (SimdLevel level : TestedLevels()) {
+        CAPTURE(NameOf(level));
+        CHECK(Sampled(image, -3, 0, false, level) == Pixel{0});
+        CHECK(Sampled(image, 7, 0, false, level) == Pixel{4});
+        CHECK(Sampled(image, 7.25f, 0, true, level) == Pixel{1});
+        CHECK(Sampled(image, -0.25f, 0, true, level) == Pixel{3});  // 0.75
+        CHECK(Sampled(image, 2, 0, true, level) == Pixel{0});
+    }
+}
+
+TEST_CASE("an image without texels is white, one of a single pixel is that pixel everywhere") {
+    const TextureImage image{.width = 1, .height = 1, .texels{Pixel{0x123456}}};
+    for (SimdLevel level : TestedLevels()) {
+        CAPTURE(NameOf(level));
+        CHECK(Sampled({}, 0.5f, 0.5f, true, level) == Pixel{0xFFFFFF});
+        for (float at : {-2.0f, 0.0f, 0.3f, 1.0f, 9.5f}) {
+            CHECK(Sampled(image, at, at, true, level) == Pixel{0x123456});
+            CHECK(Sampled(image, at, at, false, level) == Pixel{0x123456});
+        }
+    }
+}
+
+TEST_CASE("texture coordinates that are not numbers or are infinite pick a texel of the image") {
+    const TextureImage image = Image(4, 4);
+    const float nan = std::numeric_limits<float>::quiet_NaN(), inf = std::numeric_limits<float>::infinity();
+    for (SimdLevel level : TestedLevels()) {
+        CAPTURE(NameOf(level));
+        for (float bad : {nan, inf, -inf, 1e38f, -1e38f}) {
+            for (bool repeat : {false, true})
+                CHECK(static_cast<uint32_t>(Sampled(image, bad, bad, repeat, level)) < 16);
+        }
+        CHECK(Sampled(image, nan, nan, true, level) == Pixel{12});  // as 0, 0
+    }
+}
+
 TEST_CASE("every fill treats texture coordinates beyond the image alike") {
     RandomSource random(5);
     for (float scale : {1e3f, 1e9f, 3e38f}) {
