@@ -193,6 +193,10 @@ TEST_CASE("the open prefab and the scene under it are both kept") {
     TapKey('G');
     PassMinute(1);
     CHECK(RecoveryCount(folder) == 2);
+    for (const wchar_t* extension : {L".prefab", L".scene"})
+        CHECK(std::ranges::count_if(EntriesOf(RecoveriesIn(folder)), [extension](const FolderEntry& entry) {
+                  return entry.name.ends_with(extension);
+              }) == 1);
 
     RestartAndOpen(folder);
     CHECK(RecoveryCount(folder) == 0);
