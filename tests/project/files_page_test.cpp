@@ -49,6 +49,23 @@ TEST_CASE("the page shows a folder's path within the project, and the items of t
     CHECK_FALSE(IsShown(L"scripts"));
 }
 
+TEST_CASE("the page's hint stands 420 pixels before the window's edge, but not before 260") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    struct {
+        int32_t width, left;
+    } cases[] = {{640, 260}, {680, 260}, {681, 261}, {1360, 940}};
+    for (const auto [width, left] : cases) {
+        CAPTURE(width);
+        headless.clientSize.width = width;
+        headless.texts.clear();
+        RenderFrame();
+        CHECK(std::ranges::count_if(headless.texts, [left = left](const DrawnText& drawn) {
+                  return drawn.text.starts_with(L"Dvojklik: otevrit") && drawn.x == left;
+              }) == 1);
+    }
+}
+
 TEST_CASE("a name of 13 characters is shown whole, a longer one by its first 12 and dots") {
     const ScratchFolder folder;
     StartProject(folder);
