@@ -141,6 +141,18 @@ TEST_CASE("no face is left out if products overflow or vanish") {
     CheckIsListed({{{-2, 2, -2}, {-2, 1, -1}, {0, -1, -1}}}, 1e-14f, 1e14f, {-2, -1, 5});
 }
 
+// The height over a plane is at most 4 times the square of the longest edge times the way, here 4e24 times
+// the way; the greatest float is 3.4e38.
+TEST_CASE("nothing is known of any face where the height of the eye over a plane may overflow") {
+    Mesh mesh;
+    for (const Vec3 corner : {Vec3{0, 0, 0}, Vec3{1e12f, 0, 0}, Vec3{0, 5e11f, 0}})
+        mesh.vertices.push_back({corner, Pixel{}});
+    mesh.triangles.push_back({0, 1, 2});
+    MeasureMesh(mesh);
+    CHECK(FindEye(mesh, {}, {0, 0, -5e13f}).isUsable);
+    CHECK_FALSE(FindEye(mesh, {}, {0, 0, -1e14f}).isUsable);
+}
+
 TEST_CASE("a mesh that grew after it was measured is drawn whole") {
     Mesh cube = BuildBuiltinMeshes()[kCubeMesh];
     for (int32_t i = 0; i < 12; ++i) cube.triangles.push_back(cube.triangles[static_cast<size_t>(i)]);
