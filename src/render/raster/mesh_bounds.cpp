@@ -145,6 +145,9 @@ static float Moved(float size, float sizeW, float leastW, float most, float half
 
 static float LengthOf(const Vec4& row) { return Length({row.x, row.y, row.z}); }
 
+// Not below the length, which vanishes if its squares do.
+static float LengthAbove(const Vec4& row) { return LengthOf(row) + 1e-18f; }
+
 namespace {
 
 // What bounds the quotients by w in a part of the world before the eye.
@@ -232,11 +235,11 @@ Frustum FrustumOf(const Matrix4& viewProjection, const Rect& viewport) {
     Frustum frustum{viewport, viewProjection};
     if (IsTiny(viewport)) return frustum;
     const Vec4 w = Row(viewProjection, 3), guard = Scaled(w, kMargin);
-    frustum.planes[0] = {Scaled(w, -1), Sizes(w), LengthOf(w)};
+    frustum.planes[0] = {Scaled(w, -1), Sizes(w), LengthAbove(w)};
     for (size_t i = 1; i < frustum.planes.size(); ++i) {
         const Vec4 row = Row(viewProjection, (i - 1) / 2);
         const Vec4 plane = Beyond(row, i % 2 == 0 ? -1.0f : 1.0f, guard);
-        frustum.planes[i] = {plane, Sum(Sizes(row), Sizes(guard)), LengthOf(plane)};
+        frustum.planes[i] = {plane, Sum(Sizes(row), Sizes(guard)), LengthAbove(plane)};
     }
     frustum.pixelsPerUnit = LengthOf(Row(viewProjection, 0)) * HalfWidth(viewport);
     return frustum;
@@ -249,26 +252,25 @@ struct Sphere {
     Vec4 centre{};
     float radius = 0;
     float longestEdge = 0;  // no edge of a face is longer
-    Vec4 farthest{};        // no coordinate of the box around the mesh is larger; 1
+    Vec4 farthest{};        // no coordinate of a vertex is larger, not even summed without signs; 1
 };
 
 }  // namespace
 
 // The root of the sum of its squares bounds how far a matrix stretches any direction.
 static Sphere SphereOf(const Mesh& mesh, const Matrix4& world) {
-    constexpr float kDiagonal = 1.7321f;  // of a box, in halves of its longest side
     float squares = 0;
     for (size_t row = 0; row < 3; ++row) {
         const Vec3 axis{world.m[row][0], world.m[row][1], world.m[row][2]};
         squares += Dot(axis, axis);
     }
     const float stretch = kRoundedUp * std::sqrt(squares) + 1e-18f;
-    const float radius = stretch * mesh.measures.reach, reach = kDiagonal * radius;
+    const float radius = stretch * mesh.measures.reach;
     const Vec3 at = Translation(world);
     return {{at.x, at.y, at.z, 1},
             radius,
             stretch * mesh.measures.longestEdge,
-            {std::abs(at.x) + reach, std::abs(at.y) + reach, std::abs(at.z) + reach, 1}};
+            {std::abs(at.x) + radius, std::abs(at.y) + radius, std::abs(at.z) + radius, 1}};
 }
 
 // True when it is certain that all of the mesh lies beyond one of the planes.
@@ -330,7 +332,7 @@ PixelPlanes PlanesAround(Point pixel, const Rect& viewport, const Matrix4& viewP
         const Vec4& row = i < 2 ? rowX : rowY;
         const float place = i < 2 ? (x + margin) / width * 2 - 1 : 1 - (y - margin) / height * 2;
         const Vec4 plane = Scaled(Beyond(row, 1, Scaled(rowW, place)), outward);
-        around[i] = {plane, Sum(Scaled(Sizes(rowW), std::abs(place)), Sizes(row)), LengthOf(plane)};
+        around[i] = {plane, Sum(Scaled(Sizes(rowW), std::abs(place)), Sizes(row)), LengthAbove(plane)};
     }
     return around;
 }

@@ -2,6 +2,7 @@
 
 #include "render/builtin_meshes.h"
 #include "render/raster/camera.h"
+#include "render/raster/mesh_measures.h"
 #include "scene/transform.h"
 #include "support/picture.h"
 #include "support/plain_renderer.h"
@@ -98,6 +99,17 @@ TEST_CASE("a cube is told to be invisible from the place on where a sphere aroun
     }
     CHECK_FALSE(isInvisible({0, 0, -2.98f}));
     CHECK(isInvisible({0, 0, -3.02f}));
+}
+
+// The centre lies behind the eye, and the far side of the mesh has a w of 90.
+TEST_CASE("a huge mesh that reaches before the eye is not invisible where the squares of a plane vanish") {
+    Mesh mesh;
+    for (const float x : {-1e8f, 0.0f, 1e8f}) mesh.vertices.push_back({{x, x * x * 1e-8f, 1e8f}, Pixel{0}});
+    mesh.triangles = {{0, 1, 2}};
+    MeasureMesh(mesh);
+    const Matrix4 world{{{{1e18f, 0, 0, 0}, {0, 1e18f, 0, 0}, {0, 0, 1e18f, -1e25f}, {0, 0, 0, 1}}}};
+    const Matrix4 projection{{{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1e-24f, 0}, {0, 0, 1e-24f, 0}}}};
+    CHECK_FALSE(IsInvisible(mesh, world, FrustumOf(projection, {0, 0, 100, 100})));
 }
 
 TEST_CASE("nothing is told of a mesh that was not measured, nor in a viewport of a few pixels") {
