@@ -69,10 +69,12 @@ ZEL_INLINE Weights WeightsAt(const TriangleOfLanes& t, const Products& columns, 
     return {edges[0], edges[1], edges[2]};
 }
 
-// The lanes that the triangle covers, edges included, at a depth of 0 or more.
+// The lanes that the triangle covers, edges included, at a depth of 0 or more. Wider vectors are given no
+// corner before depth 0, and a sum of such depths, by weights that are not below 0, is none either.
 ZEL_INLINE Mask AreInside(const Weights& w, Floats depth) {
     const Floats zero = Splat(0.0f);
-    return (w.w0 >= zero) & (w.w1 >= zero) & (w.w2 >= zero) & (depth >= zero);
+    const Mask isCovered = (w.w0 >= zero) & (w.w1 >= zero) & (w.w2 >= zero);
+    return kLanes == 1 ? isCovered & (depth >= zero) : isCovered;
 }
 
 // ---- Spans: which rows of a block, and which columns of a row, the three edges leave.

@@ -49,9 +49,11 @@ constexpr float kCertainlyOutside = -1e-30f;
 
 // Coordinates of at least 2^-10 pixels in size are multiples of 2^-33, and so are a run and the way from a
 // corner to a centre. Their products are multiples of 2^-66, and so are the edge functions. The sum of a
-// pixel's weights differs from 1 by less than a half if the area is larger than this: see kDepthRounding. The
-// area stays below 2^40.
-constexpr float kOrdinaryCorner = 0x1p-10f, kOrdinarySize = 0x1p18f, kOrdinaryArea = 2 * kDepthRounding;
+// pixel's weights differs from 1 by less than a half if the area is larger than kOrdinaryArea * size^2: see
+// kDepthRounding. It is at least kSmallestArea and stays below 2^40, because corners are kept near the
+// picture.
+constexpr float kOrdinaryCorner = 0x1p-10f, kOrdinaryArea = 2 * kDepthRounding;
+static_assert(kSmallestArea > 0x1p-14f && 2 * kMaxScreen + kBoxMargin < 0x1p18f);
 
 // The same corner of the faces.
 struct CornersOfLanes {
@@ -101,7 +103,7 @@ ZEL_INLINE FaceSpans SpansOf(const CornersOfLanes& a, const CornersOfLanes& b, c
     const Mask isCertain = spans.area >= Splat(kCertainArea) * spans.size * spans.size * spans.size;
     const Floats nearestToAxes = Least(Least(Magnitude(a.x), Magnitude(b.x), Magnitude(c.x)),
                                        Least(Magnitude(a.y), Magnitude(b.y), Magnitude(c.y)));
-    spans.isOrdinary = (nearestToAxes >= Splat(kOrdinaryCorner)) & (spans.size < Splat(kOrdinarySize)) &
+    spans.isOrdinary = (nearestToAxes >= Splat(kOrdinaryCorner)) &
                        (spans.area > Splat(kOrdinaryArea) * spans.size * spans.size);
     spans.left = Most(FirstPixel(minX, isCertain), Number(viewport.left));
     spans.top = Most(FirstPixel(minY, isCertain), Number(viewport.top));
@@ -120,7 +122,7 @@ ZEL_INLINE Floats NearestDepths(const CornersOfLanes& a, const CornersOfLanes& b
     const Floats least = Least(a.depth, b.depth, c.depth);
     const Floats extent = spans.size - Splat(kBoxMargin);
     const Floats rounding = Splat(kDepthRounding) * spans.size * extent / spans.area + Splat(kSumRounding);
-    return least - (Magnitude(least) * rounding + Splat(kVanishing));
+    return least - (least * rounding + Splat(kVanishing));
 }
 
 // The faces of more than a few pixels.

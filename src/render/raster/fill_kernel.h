@@ -23,11 +23,12 @@ ZEL_INLINE Mask WonTies(const FillTarget& to, int64_t at, Mask ties) {
     return ties & (Splat(to.owner) < LoadBlock<rows>(static_cast<const void*>(to.owners + at), to.width));
 }
 
-// Writes the lanes that are seen. Most vectors of a large triangle are seen whole, and need no blending with
-// what was there.
+// Writes the lanes that are seen. Most vectors of a large triangle are seen whole, so what was there need not
+// be written back.
 template <int rows, bool isLarge>
 ZEL_INLINE void StoreSeen(const FillTarget& to, int64_t at, Mask seen, Ints colors, Floats depth,
                           Floats drawnDepth) {
+    static_assert(!isLarge || rows == 1);
     if (isLarge && AreAll(seen)) {
         Store(static_cast<void*>(to.pixels + at), colors);
         Store(to.depth + at, depth);

@@ -61,6 +61,11 @@ static bool BoxOf(const std::array<ScreenCorner, 3>& corners, const Rect& viewpo
     return Width(box) > 0 && Height(box) > 0;
 }
 
+// What is projected is: see ScreenCorner. Others are drawn in one lane, which asks every pixel for its depth.
+static bool AreBehindNearPlane(const std::array<ScreenCorner, 3>& corners) {
+    return std::ranges::all_of(corners, [](const ScreenCorner& corner) { return corner.depth >= 0; });
+}
+
 // Draws a mesh of one face, whose corners are its vertices.
 static void FillAlone(const std::array<ScreenCorner, 3>& corners, MeshToDraw mesh, const FaceInk& ink,
                       Surface& surface) {
@@ -73,7 +78,7 @@ static void FillAlone(const std::array<ScreenCorner, 3>& corners, MeshToDraw mes
     mesh.faceCount = 1;
     mesh.findInk = FindKnownInk;
     mesh.knownInk = &ink;
-    FillFaces(mesh, face.box, surface.simd, surface);
+    FillFaces(mesh, face.box, AreBehindNearPlane(corners) ? surface.simd : SimdLevel::OneLane, surface);
 }
 
 void FillTriangle(const std::array<ScreenCorner, 3>& corners, Pixel color, Surface& surface) {

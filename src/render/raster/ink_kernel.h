@@ -72,7 +72,7 @@ ZEL_INLINE Ints LitColors(Ints colors, Floats brightness) {
 }
 
 // Lighting a channel by a whole factor, one multiplication and a shift, gives the same bytes as by a float
-// for most values of brightness. Finds the factor, or 0 if there is none: it is tried with all 256 bytes.
+// for all but a few hundred values of brightness. Finds the factor, or 0 if there is none: it is tried with all 256 bytes.
 ZEL_APART uint32_t ByteFactorOf(float brightness) {
     if (!(brightness < 1)) return 0;
     const auto below = static_cast<int32_t>(brightness * 65536.0f);
@@ -109,7 +109,7 @@ ZEL_INLINE Ints SampleTexels(const TextureSource& texture, Floats u, Floats v, M
 }
 
 // True when a mean of three numbers like this one is certainly more than kSmallestQ, if their weights add up
-// to a half or more.
+// to a half or more, and when no product of it overflows.
 ZEL_INLINE bool IsFarFromZero(float inverseW) { return inverseW > 4 * kSmallestQ && inverseW < 1e6f; }
 
 // Pixels of a box from which on looking for a factor pays.

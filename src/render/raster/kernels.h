@@ -46,10 +46,10 @@ struct FillTarget {
     Pixel* pixels = nullptr;  // of the buffer's first pixel
     float* depth = nullptr;
     int32_t width = 0, height = 0;  // of the buffer
-    // By pixel, the index of the object that it shows; kept while objects are drawn in another order than
+    // By pixel, the number of the object that it shows; kept while objects are drawn in another order than
     // the scene's. At equal depths the earlier object of the scene wins. Null: the one drawn first wins.
     int32_t* owners = nullptr;
-    int32_t owner = 0;  // the index of the object at hand
+    int32_t owner = 0;  // the number of the object at hand
 };
 
 // No width uses larger blocks, so a buffer of at least this size can be filled at every level.
@@ -92,7 +92,7 @@ struct RasterKernels {
     void (*lightFaces)(const MeshToDraw& mesh, FaceLight* out);
 
     // Fills the pixels whose centres lie inside a face, edges included, if the face is nearer than the
-    // depth there.
+    // depth there. Only in one lane may a corner lie before depth 0.
     void (*fillFlatFaces)(const MeshToDraw& mesh, const FillTarget& to);
     void (*fillTexturedFaces)(const MeshToDraw& mesh, const FillTarget& to);
 

@@ -65,7 +65,7 @@ ZEL_INLINE Ints ShiftedRight(Ints a) {
 
 // Of each byte, rounded down.
 ZEL_INLINE Ints AverageOfBytes(Ints a, Ints b) {
-    return (a & b) + ShiftedRight<1>((a ^ b) & Ints{-0x1010102});
+    return (a & b) + ShiftedRight<1>((a ^ b) & Ints{~0x01010101});
 }
 
 // Each byte but the highest times factor / 65536, rounded down; the highest becomes 0.
@@ -166,8 +166,8 @@ ZEL_INLINE void StoreBlock(void* to, int64_t, Mask mask, Ints values) {
 }
 
 // A divisor for three numbers at a time, prepared once for many. Numbers and divisor are `ordinary` if
-// each number is zero or at least 2^-69, the divisor lies in 2^-14 .. 2^40, and the sign of a zero does
-// not matter: AVX-512 then has a faster way with the same bits.
+// each number is zero or at least 2^-69 in size, the divisor 2^-14 .. 2^40, and the sign of a zero does not
+// matter: AVX-512 then has a faster way with the same bits.
 struct Divisor {
     Floats value;
 };

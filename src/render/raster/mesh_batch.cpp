@@ -79,7 +79,7 @@ static void DrawInSceneOrder(std::span<const MeshInstance> instances, Surface& s
 }
 
 // At equal depths the earlier mesh of the scene must be visible, whichever is drawn first. So every pixel
-// remembers the index of the mesh that it shows.
+// remembers the number of the mesh that it shows.
 static void DrawInOrder(std::span<const MeshInstance> instances, const std::vector<Place>& places,
                         Surface& surface) {
     KeepOwners(instances.size(), surface);

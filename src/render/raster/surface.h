@@ -65,8 +65,8 @@ struct DepthTiles {
 };
 
 // The object whose depth each pixel holds, for as long as objects are drawn in another order than the
-// scene's. Numbers are never given twice. So what a batch or a frame has left behind is smaller than every
-// number that follows, and need not be cleared.
+// scene's. No number is given twice: when they run out, the list begins anew with zeros. So what a batch or a
+// frame has left behind is smaller than every number that follows, and need not be cleared.
 struct PixelOwners {
     bool areKept = false;
     int32_t first = 1;    // the number of the scene's first object; the others follow in its order
