@@ -280,13 +280,15 @@ static std::vector<uint32_t> CodesOf(const std::vector<int32_t>& lengths) {
     return codes;
 }
 
-TEST_CASE("codes of 1 to 15 bits are read, their lengths by codes in the order of the format, in runs too") {
+// A block whose literals have codes of 1 to 15 bits, with all bytes that have one. One more code of 15 bits
+// has no number left.
+static bool ReadsCodesOfEveryLength(bool hasOneMore) {
     StreamWriter stream;
-    stream.Put(1, 1);       // the last block
-    stream.Put(2, 2);       // with codes of its own
-    stream.Put(0, 5);       // for 257 literals
-    stream.Put(4 - 1, 5);   // and 4 distances
-    stream.Put(19 - 4, 4);  // told by all 19 symbols of code lengths
+    stream.Put(1, 1);                   // the last block
+    stream.Put(2, 2);                   // with codes of its own
+    stream.Put(hasOneMore ? 1 : 0, 5);  // for 257 or 258 literals
+    stream.Put(4 - 1, 5);               // and 4 distances
+    stream.Put(19 - 4, 4);              // told by all 19 symbols of code lengths
     // Neighbours in this order have codes of different lengths, so that no two can be exchanged.
     const int32_t order[] = {16, 17, 18, 0, 8, 7, 9, 6, 10, 5, 11, 4, 12, 3, 13, 2, 14, 1, 15};
     std::vector<int32_t> lengths(19);
@@ -306,6 +308,7 @@ TEST_CASE("codes of 1 to 15 bits are read, their lengths by codes in the order o
     putLength(17);
     stream.Put(10 - 3, 3);  // to 255
     putLength(15);          // of the end
+    if (hasOneMore) putLength(15);
     putLength(16);
     stream.Put(3 - 3, 2);  // the same for three distances
     putLength(0);          // none for the fourth
@@ -321,6 +324,13 @@ TEST_CASE("codes of 1 to 15 bits are read, their lengths by codes in the order o
     }
     stream.PutCode(literalCodes[256], 15);
     PutSum(text, stream);
-    CHECK(Inflate(stream.bytes, text.size(), bytes));
-    CHECK(bytes == text);
+    return Inflate(stream.bytes, text.size(), bytes) && bytes == text;
+}
+
+TEST_CASE("codes of 1 to 15 bits are read, their lengths by codes in the order of the format, in runs too") {
+    CHECK(ReadsCodesOfEveryLength(false));
+}
+
+TEST_CASE("a block with more codes of 15 bits than there are numbers left is refused") {
+    CHECK_FALSE(ReadsCodesOfEveryLength(true));
 }

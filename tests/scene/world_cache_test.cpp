@@ -30,7 +30,7 @@ TEST_CASE("cached world matrices equal new ones bit for bit, whatever has change
         if (random.OneIn(400)) scene.clear();
         if (random.OneIn(5) && count < 40) scene.push_back(RandomPlacedObject(random, count));
         if (random.OneIn(20) && !scene.empty()) scene.pop_back();
-        if (random.OneIn(2) && !scene.empty()) {
+        for (int32_t moved = random.IntBetween(0, 2); moved > 0 && !scene.empty(); --moved) {
             const int32_t last = static_cast<int32_t>(scene.size()) - 1;
             GameObject& object = scene[static_cast<size_t>(random.IntBetween(0, last))];
             const GameObject other = RandomPlacedObject(random, count);
