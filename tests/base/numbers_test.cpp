@@ -219,6 +219,11 @@ TEST_CASE("numbers are taken off the front of a text one after another") {
     CHECK(d == 9);
     CHECK(text == " rest");
 
+    std::string_view notANumber = "nan(a_7)/nan(";
+    CHECK(TakeFloat(notANumber, a));
+    CHECK(std::isnan(a));
+    CHECK(notANumber == "/nan(");
+
     std::string_view corner = "-7/3/2";
     int32_t number = 0;
     CHECK(TakeInteger(corner, number));

@@ -4,6 +4,7 @@
 #include "formats/scene_file.h"
 #include "platform/files.h"
 #include "project/asset_commands.h"
+#include "project/asset_list.h"
 #include "project/scene_switch.h"
 #include "support/folder_tree.h"
 #include "support/project_input.h"
@@ -92,6 +93,20 @@ TEST_CASE(
     CHECK(saveFindsNoOther());
     RemoveTree(editorState.scenePath);
     CHECK(saveFindsNoOther());
+}
+
+TEST_CASE("no other version is kept of a prefab that stood there before the program and was opened in it") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    ChooseCreate(CreateItem::Prefab);
+    PutFile(FilesIn(folder) + L"\\Before.prefab", FileBytes(FilesIn(folder) + L"\\PlayerCube.prefab"));
+    RefreshAssetList();
+    DoubleClick(FileNamed(L"Before.prefab"));
+    REQUIRE(editorState.screen == Screen::PrefabEditor);
+    TapKey('G');
+    TapWithControl('S');
+    CHECK(editorState.statusMessage == L"Prefab ulozen: Before.prefab");
+    CHECK_FALSE(IsShown(L"Before_jine.prefab"));
 }
 
 TEST_CASE("another version that equals what is saved is not kept") {
