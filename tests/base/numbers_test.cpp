@@ -224,6 +224,12 @@ TEST_CASE("numbers are taken off the front of a text one after another") {
     CHECK(std::isnan(a));
     CHECK(notANumber == "/nan(");
 
+    for (const char* half : {"infi", "INFinit"}) {
+        std::string_view taken = half;
+        CHECK_FALSE(TakeFloat(taken, d));
+        CHECK(taken == half);
+    }
+
     std::string_view corner = "-7/3/2";
     int32_t number = 0;
     CHECK(TakeInteger(corner, number));

@@ -131,6 +131,14 @@ TEST_CASE("a file whose other version cannot be kept is not replaced") {
     CHECK(FileBytes(OtherMain(folder)) == "<missing>");
 }
 
+TEST_CASE("a file that is not there is written, even if the disk could not tell so at first") {
+    const ScratchFolder folder;
+    fileFaults = {.failStep = 1};
+    CHECK(SaveOver(folder / L"new.scene", "ours"));
+    fileFaults = {};
+    CHECK(FileBytes(folder / L"new.scene") == "ours");
+}
+
 TEST_CASE("whichever file call fails, both versions exist or the other one was not replaced") {
     FailEachStep(
         [](const ScratchFolder& folder) {
