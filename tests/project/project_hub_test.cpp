@@ -642,6 +642,16 @@ TEST_CASE("another project begins with an empty component search and no file sel
     CHECK(editorState.selectedFile == -1);
 }
 
+TEST_CASE("a project that is opened again has no file selected") {
+    const ScratchFolder folder;
+    StartProject(folder);
+    REQUIRE(editorState.fileEntries.size() >= 2);
+    editorState.selectedFile = 0;
+    ReturnToHub();
+    CHECK(OpenProject(ProjectIn(folder)) == Opening::Opened);
+    CHECK(editorState.selectedFile == -1);
+}
+
 TEST_CASE("a press on a button of the top bar closes the Create menu") {
     const ScratchFolder folder;
     for (const int32_t fromRight : {360, 240, 90}) {  // Project Hub, save, build
