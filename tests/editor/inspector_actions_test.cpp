@@ -1,4 +1,5 @@
 #include "editor/components.h"
+#include "scene/interaction.h"
 #include "scene/undo.h"
 #include "support/capture.h"
 #include "support/inspector_panel.h"
@@ -416,6 +417,21 @@ TEST_CASE("another object than the one that was drawn is not edited") {
     DrawInspectorAgain();
     CHECK(PressInspector(mass));
     CHECK(editorState.scene[1].mass == 1.5f);
+}
+
+TEST_CASE("once indices mean other objects, a press edits none of them before the next frame") {
+    for (const int32_t inspected : {0, 1}) {
+        OpenInspector(ObjectWithEverything());
+        editorState.scene.push_back(ObjectWithEverything());
+        editorState.selectedIndex = inspected;
+        DrawInspectorAgain();
+        ForgetObjectIndices();
+        CHECK(PressInspector(MiddleOf(ZoneOf(4))));
+        for (const GameObject& object : editorState.scene) CHECK(object.hasShape);
+        DrawInspectorAgain();
+        CHECK(PressInspector(MiddleOf(ZoneOf(4))));
+        CHECK_FALSE(editorState.scene[static_cast<size_t>(inspected)].hasShape);
+    }
 }
 
 TEST_CASE("the selected object is edited, and no other") {

@@ -625,7 +625,7 @@ TEST_CASE("the templates' note is shown from a height of 508 pixels on") {
     CheckIsDrawnFrom({1360, 508}, {1360, 507}, L"Projects are saved locally");
 }
 
-TEST_CASE("another project begins with an empty component search and no file selected") {
+TEST_CASE("another project begins with a scene of its own, an empty component search and no file selected") {
     const ScratchFolder folder;
     StartProject(folder);
     editorState.componentSearchText = L"rigid";
@@ -636,7 +636,9 @@ TEST_CASE("another project begins with an empty component search and no file sel
     PutFolder(folder / L"other");
     editorState.componentSearchActive = true;
     AnswerFolder(folder / L"other");
+    const uint64_t version = editorState.sceneVersion;
     CreateProject(true);
+    CHECK(editorState.sceneVersion != version);
     CHECK(editorState.componentSearchText.empty());
     CHECK_FALSE(editorState.componentSearchActive);
     CHECK(editorState.selectedFile == -1);
