@@ -72,7 +72,8 @@ ZEL_INLINE Ints LitColors(Ints colors, Floats brightness) {
 }
 
 // Lighting a channel by a whole factor, one multiplication and a shift, gives the same bytes as by a float
-// for all but a few hundred values of brightness. Finds the factor, or 0 if there is none: it is tried with all 256 bytes.
+// for all but a few hundred values of brightness. Finds the factor, or 0 if there is none: it is tried with
+// all 256 bytes.
 ZEL_APART uint32_t ByteFactorOf(float brightness) {
     if (!(brightness < 1)) return 0;
     const auto below = static_cast<int32_t>(brightness * 65536.0f);

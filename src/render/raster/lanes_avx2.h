@@ -50,10 +50,6 @@ ZEL_INLINE Ints operator^(Ints a, Ints b) { return {_mm256_xor_si256(a.v, b.v)};
 ZEL_INLINE Mask operator<(Ints a, Ints b) { return {_mm256_castsi256_ps(_mm256_cmpgt_epi32(b.v, a.v))}; }
 ZEL_INLINE Ints Least(Ints a, Ints b) { return {_mm256_min_epi32(a.v, b.v)}; }
 template <int bits>
-ZEL_INLINE Ints ShiftedLeft(Ints a) {
-    return {_mm256_slli_epi32(a.v, bits)};
-}
-template <int bits>
 ZEL_INLINE Ints ShiftedRight(Ints a) {
     return {_mm256_srli_epi32(a.v, bits)};
 }

@@ -53,10 +53,6 @@ ZEL_INLINE Ints operator^(Ints a, Ints b) { return {_mm512_xor_si512(a.v, b.v)};
 ZEL_INLINE Mask operator<(Ints a, Ints b) { return {_mm512_cmplt_epi32_mask(a.v, b.v)}; }
 ZEL_INLINE Ints Least(Ints a, Ints b) { return {_mm512_min_epi32(a.v, b.v)}; }
 template <int bits>
-ZEL_INLINE Ints ShiftedLeft(Ints a) {
-    return {_mm512_slli_epi32(a.v, bits)};
-}
-template <int bits>
 ZEL_INLINE Ints ShiftedRight(Ints a) {
     return {_mm512_srli_epi32(a.v, bits)};
 }

@@ -55,10 +55,6 @@ ZEL_INLINE Ints operator^(Ints a, Ints b) { return {a.v ^ b.v}; }
 ZEL_INLINE Ints Least(Ints a, Ints b) { return a.v < b.v ? a : b; }
 ZEL_INLINE Mask operator<(Ints a, Ints b) { return {a.v < b.v}; }
 template <int bits>
-ZEL_INLINE Ints ShiftedLeft(Ints a) {
-    return {static_cast<int32_t>(static_cast<uint32_t>(a.v) << bits)};
-}
-template <int bits>
 ZEL_INLINE Ints ShiftedRight(Ints a) {
     return {static_cast<int32_t>(static_cast<uint32_t>(a.v) >> bits)};
 }

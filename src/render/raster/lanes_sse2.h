@@ -58,10 +58,6 @@ ZEL_INLINE Ints Least(Ints a, Ints b) {
     return {_mm_or_si128(_mm_and_si128(isLess, a.v), _mm_andnot_si128(isLess, b.v))};
 }
 template <int bits>
-ZEL_INLINE Ints ShiftedLeft(Ints a) {
-    return {_mm_slli_epi32(a.v, bits)};
-}
-template <int bits>
 ZEL_INLINE Ints ShiftedRight(Ints a) {
     return {_mm_srli_epi32(a.v, bits)};
 }

@@ -9,7 +9,7 @@
 struct OutwardPlane {
     Vec4 plane{};
     Vec4 sizes{};      // sums of what it was added from, without signs
-    float length = 0;  // of its direction
+    float length = 0;  // at least that of its direction, and not 0
 };
 
 // What a picture shows of the world. Made once for all meshes.
